@@ -1,0 +1,1 @@
+// A target without sources of its own still needs one.

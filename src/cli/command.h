@@ -1,0 +1,69 @@
+#pragma once
+
+#include "base/result.h"
+
+#include <CLI/App.hpp>
+#include <QJsonDocument>
+#include <QString>
+#include <functional>
+#include <memory>
+
+struct Platform;
+class AppSettings;
+class CaptureSettings;
+class Library;
+class NoticeBoard;
+
+// Exit statuses of every command.
+enum class ExitStatus {
+    Done = 0,
+    Failed = 1,       // one sentence on standard error said why
+    WrongCall = 2,    // the words of the call are wrong
+    NothingFound = 3, // done, but nothing was found
+};
+
+// What a command works with. Everything heavy is made at its first use, so that a command pays only for what it
+// needs: no display is opened for one that touches no screen.
+class CommandContext {
+public:
+    CommandContext();
+    ~CommandContext();
+
+    Platform &platform();
+    AppSettings &settings();
+    CaptureSettings &captureSettings();
+    Library &library();
+    NoticeBoard &notices();
+
+    QString libraryFolder; // of --library; empty for the one in the settings
+    ExitStatus status = ExitStatus::Done;
+
+    // Results go to standard output, one line each.
+    static void print(const QString &line);
+    static void print(const QJsonDocument &document);
+    // Messages go to standard error. Also sets `status`.
+    void fail(const Error &error);
+    void warn(const QString &sentence);
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
+
+// Which kind of application object a body needs; it is made just before the body runs.
+enum class Needs {
+    Core,    // no pictures of text, no clipboard: starts fastest
+    Fonts,   // draws text, without any display
+    Display, // the clipboard or windows of a real display
+};
+
+// Gives `command` its body, run once after parsing.
+void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body);
+
+// One function a group of commands; each lies in the file of its group.
+void addCaptureCommands(CLI::App &app, CommandContext &context);
+void addLibraryCommands(CLI::App &app, CommandContext &context);
+void addScrollingCommands(CLI::App &app, CommandContext &context);   // scroll, stitch
+void addRenderCommand(CLI::App &app, CommandContext &context);       // render
+void addRecognitionCommands(CLI::App &app, CommandContext &context); // text, boxes, faces, redact
+void addOnlineCommands(CLI::App &app, CommandContext &context);      // describe, upload

@@ -1,0 +1,1 @@
+#include "platform/hot_keys.h"

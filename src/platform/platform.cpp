@@ -1,0 +1,22 @@
+#include "platform/platform.h"
+
+#include "platform/face_engine.h"
+#include "platform/hot_keys.h"
+#include "platform/http.h"
+#include "platform/login_item.h"
+#include "platform/pasteboard.h"
+#include "platform/paths.h"
+#include "platform/permissions.h"
+#include "platform/pointer_control.h"
+#include "platform/screen_pictures.h"
+#include "platform/screens.h"
+#include "platform/secrets.h"
+#include "platform/sounds.h"
+#include "platform/text_engine.h"
+#include "platform/trash.h"
+#include "platform/workspace.h"
+
+Platform::Platform() = default;
+Platform::Platform(Platform &&) noexcept = default;
+Platform &Platform::operator=(Platform &&) noexcept = default;
+Platform::~Platform() = default;

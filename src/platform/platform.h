@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+class FaceEngine;
+class HotKeys;
+class Http;
+class LoginItem;
+class Pasteboard;
+class Paths;
+class Permissions;
+class PointerControl;
+class ScreenPictures;
+class Screens;
+class Secrets;
+class Sounds;
+class TextEngine;
+class Trash;
+class Workspace;
+
+// All ports of one session, owned in one place and handed down as references.
+struct Platform {
+    Platform();
+    Platform(Platform &&) noexcept;
+    Platform &operator=(Platform &&) noexcept;
+    ~Platform();
+
+    std::unique_ptr<Paths> paths;
+    std::unique_ptr<Screens> screens;
+    std::unique_ptr<ScreenPictures> pictures;
+    std::unique_ptr<PointerControl> pointer;
+    std::unique_ptr<HotKeys> hotKeys;
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<Secrets> secrets;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<Sounds> sounds;
+    std::unique_ptr<Permissions> permissions;
+    std::unique_ptr<TextEngine> text;
+    std::unique_ptr<FaceEngine> faces;
+    std::unique_ptr<Http> http;
+};
