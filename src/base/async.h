@@ -12,21 +12,24 @@
 #include <coroutine>
 #include <memory>
 
-// Slow work and its way back to the main thread. Every continuation has an owner; when the owner dies first, a
-// callback is never called and an await gives Error::Kind::Cancelled.
+// Slow work and its way back to the main thread. Every continuation has an owner; when the owner dies first,
+// a callback is never called and an await gives Error::Kind::Cancelled.
 //
 // A member coroutine must return at once, without touching `this`, when an await gave Cancelled.
 
-template <typename T = void> using Task = QCoro::Task<T>;
+template <typename T = void>
+using Task = QCoro::Task<T>;
 
 // Runs `work` on a worker thread. It must own or share what it reads.
-template <typename Work> auto runInBackground(Work &&work)
+template <typename Work>
+auto runInBackground(Work &&work)
 {
     return QtConcurrent::run(std::forward<Work>(work));
 }
 
 // A future that holds its value already.
-template <typename T> QFuture<T> readyFuture(T value)
+template <typename T>
+QFuture<T> readyFuture(T value)
 {
     QPromise<T> promise;
     promise.start();
@@ -35,8 +38,10 @@ template <typename T> QFuture<T> readyFuture(T value)
     return promise.future();
 }
 
-// Calls `callback` with the result on the owner's thread, unless the owner has died or the future was cancelled.
-template <typename T, typename Callback> void whenDone(const QFuture<T> &future, QObject *owner, Callback callback)
+// Calls `callback` with the result on the owner's thread, unless the owner has died or the future was
+// cancelled.
+template <typename T, typename Callback>
+void whenDone(const QFuture<T> &future, QObject *owner, Callback callback)
 {
     auto *watcher = new QFutureWatcher<T>(owner);
     QObject::connect(watcher, &QFutureWatcherBase::finished, owner,
@@ -54,8 +59,10 @@ template <typename T, typename Callback> void whenDone(const QFuture<T> &future,
 
 namespace async_detail {
 
-// Resumes a coroutine once: with the future's result, or with Cancelled when the owner dies or the future is dropped.
-template <typename T> class GuardedAwaiter {
+// Resumes a coroutine once: with the future's result, or with Cancelled when the owner dies or the future is
+// dropped.
+template <typename T>
+class GuardedAwaiter {
 public:
     GuardedAwaiter(QFuture<Result<T>> future, QObject *owner) : m_future(std::move(future)), m_owner(owner) {}
 
@@ -93,7 +100,8 @@ private:
 } // namespace async_detail
 
 // `Result<T> r = co_await guarded(port.slowThing(), this);`
-template <typename T> auto guarded(QFuture<Result<T>> future, QObject *owner)
+template <typename T>
+auto guarded(QFuture<Result<T>> future, QObject *owner)
 {
     return async_detail::GuardedAwaiter<T>(std::move(future), owner);
 }

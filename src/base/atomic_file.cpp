@@ -23,8 +23,9 @@ Result<void> AtomicFile::write(const QString &path, const std::function<bool(QIO
     if (!file.open(QIODevice::WriteOnly))
         return cannotWrite(path, file.errorString());
     if (!fill(file) || file.error() != QFileDevice::NoError) {
-        const QString reason =
-            file.error() != QFileDevice::NoError ? file.errorString() : QStringLiteral("it could not be encoded");
+        const QString reason = file.error() != QFileDevice::NoError
+                                   ? file.errorString()
+                                   : QStringLiteral("it could not be encoded");
         file.cancelWriting();
         return cannotWrite(path, reason);
     }
@@ -38,7 +39,8 @@ Result<void> AtomicFile::write(const QString &path, const QByteArray &bytes)
     return write(path, [&bytes](QIODevice &device) { return device.write(bytes) == bytes.size(); });
 }
 
-Result<void> AtomicFile::replace(const QString &path, const std::function<Result<void>(const QString &)> &fill)
+Result<void> AtomicFile::replace(const QString &path,
+                                 const std::function<Result<void>(const QString &)> &fill)
 {
     const QFileInfo info(path);
     const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
@@ -48,7 +50,8 @@ Result<void> AtomicFile::replace(const QString &path, const std::function<Result
     temporary.close();
     if (auto filled = fill(temporary.fileName()); !filled)
         return filled;
-    QFile::setPermissions(temporary.fileName(), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    QFile::setPermissions(temporary.fileName(),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
     temporary.setAutoRemove(false);
     const QByteArray from = QFile::encodeName(temporary.fileName());
     if (std::rename(from.constData(), QFile::encodeName(path).constData()) != 0) {

@@ -7,8 +7,8 @@
 
 class QIODevice;
 
-// Writes files so that a crash or a full disk leaves the old file or the new one, never half of either: the bytes
-// go to a temporary file beside the target, reach the disk, and are renamed over it.
+// Writes files so that a crash or a full disk leaves the old file or the new one, never half of either: the
+// bytes go to a temporary file beside the target, reach the disk, and are renamed over it.
 namespace AtomicFile {
 
 Result<void> write(const QString &path, const QByteArray &bytes);

@@ -2,6 +2,6 @@
 
 #include <QString>
 
-// The first of "stem.ext", "stem 2.ext", "stem 3.ext" … in `folder` that is not taken. With an empty extension no
-// dot is added.
+// The first of "stem.ext", "stem 2.ext", "stem 3.ext" … in `folder` that is not taken. With an empty
+// extension no dot is added.
 QString freeFilePath(const QString &folder, const QString &stem, const QString &extension);

@@ -4,8 +4,8 @@
 
 #include <QString>
 
-// The program's one log: lines with time and level in a file with a size limit, and a marker that tells at the
-// next start whether the last session ended normally. Never fails outward; may be called from any thread.
+// The program's one log: lines with time and level in a file with a size limit, and a marker that tells at
+// the next start whether the last session ended normally. Never fails outward; may be called from any thread.
 //
 // Files in the log folder: "lumenpost.log" and, once that has passed 2000000 bytes, "lumenpost.1.log";
 // ".running" while a session runs; "last-exception.txt". A line is "<ISO 8601 time> [INFO|ERROR] <text>\n".

@@ -11,7 +11,8 @@ struct Notice {
     bool operator==(const Notice &) const = default;
 };
 
-// Where anyone may post a notice: the windows show it as a toast, tests read what was posted. Main thread only.
+// Where anyone may post a notice: the windows show it as a toast, tests read what was posted. Main thread
+// only.
 class NoticeBoard : public QObject {
     Q_OBJECT
 public:

@@ -1,0 +1,234 @@
+#include "settings/app_settings.h"
+
+#include "base/log.h"
+#include "base/notice.h"
+#include "platform/login_item.h"
+#include "platform/paths.h"
+#include "platform/secrets.h"
+#include "settings/defaults.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <array>
+
+namespace {
+
+constexpr std::array<const char *, 3> kFormats{"png", "jpg", "heic"};
+
+QString cleanPath(const QString &path)
+{
+    return QDir::cleanPath(QDir(path).absolutePath());
+}
+
+} // namespace
+
+QString rawValue(ImageFormat format)
+{
+    return QLatin1String(kFormats[static_cast<size_t>(format)]);
+}
+
+AppSettings::AppSettings(Defaults &defaults, Secrets &secrets, LoginItem &loginItem, const Paths &paths,
+                         NoticeBoard &notices, QObject *parent)
+    : QObject(parent),
+      m_defaults(defaults),
+      m_secrets(secrets),
+      m_loginItem(loginItem),
+      m_paths(paths),
+      m_notices(notices),
+      m_launchAtLogin(loginItem.isEnabled())
+{
+    loadHotkeys();
+}
+
+void AppSettings::store(const char *key, const QJsonValue &value)
+{
+    m_defaults.set(QLatin1String(key), value);
+    Q_EMIT changed();
+}
+
+QString AppSettings::defaultFolder() const
+{
+    return QDir(m_paths.pictures()).filePath(QStringLiteral("Lumenpost"));
+}
+
+QString AppSettings::saveFolder() const
+{
+    if (!m_saveFolderOverride.isEmpty())
+        return m_saveFolderOverride;
+    const QString stored = m_defaults.string(QStringLiteral("saveFolder"));
+    return stored.isEmpty() ? defaultFolder() : cleanPath(stored);
+}
+
+void AppSettings::setSaveFolder(const QString &path)
+{
+    m_saveFolderOverride.clear();
+    store("saveFolder", cleanPath(path));
+    Q_EMIT saveFolderChanged();
+}
+
+void AppSettings::overrideSaveFolder(const QString &path)
+{
+    m_saveFolderOverride = cleanPath(path);
+    Q_EMIT saveFolderChanged();
+}
+
+void AppSettings::loadHotkeys()
+{
+    for (const HotKeyInfo &info : kHotKeys)
+        m_hotkeys.insert(info.action, info.defaultCombo());
+    // The value is the text of a JSON object, as one piece of data.
+    const QJsonObject stored =
+        QJsonDocument::fromJson(m_defaults.string(QStringLiteral("hotkeys")).toUtf8()).object();
+    QHash<HotKeyAction, KeyCombo> loaded;
+    for (auto entry = stored.begin(); entry != stored.end(); ++entry) {
+        const auto combo = KeyCombo::fromJson(entry.value().toObject());
+        if (!combo)
+            return; // one bad combination makes the whole value unreadable
+        if (const auto action = hotKeyAction(entry.key()))
+            loaded.insert(*action, *combo);
+    }
+    m_hotkeys.insert(loaded);
+}
+
+void AppSettings::setHotkeys(const QHash<HotKeyAction, KeyCombo> &hotkeys)
+{
+    m_hotkeys = hotkeys;
+    QJsonObject object;
+    for (auto entry = hotkeys.begin(); entry != hotkeys.end(); ++entry)
+        object.insert(QLatin1String(hotKeyInfo(entry.key()).rawValue), entry.value().toJson());
+    store("hotkeys", QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    Q_EMIT hotkeysChanged();
+}
+
+void AppSettings::resetHotkeys()
+{
+    QHash<HotKeyAction, KeyCombo> hotkeys;
+    for (const HotKeyInfo &info : kHotKeys)
+        hotkeys.insert(info.action, info.defaultCombo());
+    setHotkeys(hotkeys);
+}
+
+void AppSettings::setRecordingShortcut(bool recording)
+{
+    m_isRecordingShortcut = recording;
+    Q_EMIT hotkeysChanged();
+}
+
+void AppSettings::setSettingsTab(const QString &tab)
+{
+    m_settingsTab = tab;
+    Q_EMIT changed();
+}
+
+bool AppSettings::showTips() const
+{
+    return m_defaults.boolean(QStringLiteral("showTips"), true);
+}
+
+void AppSettings::setShowTips(bool on)
+{
+    store("showTips", on);
+}
+
+bool AppSettings::showInDock() const
+{
+    return m_defaults.boolean(QStringLiteral("showInDock"), true);
+}
+
+void AppSettings::setShowInDock(bool on)
+{
+    store("showInDock", on);
+    Q_EMIT dockChanged();
+}
+
+ImageFormat AppSettings::imageFormat() const
+{
+    const QString stored = m_defaults.string(QStringLiteral("imageFormat"));
+    for (size_t i = 0; i < kFormats.size(); ++i) {
+        if (stored == QLatin1String(kFormats[i]))
+            return static_cast<ImageFormat>(i);
+    }
+    return ImageFormat::Png;
+}
+
+void AppSettings::setImageFormat(ImageFormat format)
+{
+    store("imageFormat", rawValue(format));
+}
+
+bool AppSettings::shutterSound() const
+{
+    return m_defaults.boolean(QStringLiteral("shutterSound"), true);
+}
+
+void AppSettings::setShutterSound(bool on)
+{
+    store("shutterSound", on);
+}
+
+bool AppSettings::backdropForWindows() const
+{
+    return m_defaults.boolean(QStringLiteral("backdropForWindows"), false);
+}
+
+void AppSettings::setBackdropForWindows(bool on)
+{
+    store("backdropForWindows", on);
+}
+
+bool AppSettings::aiAutoName() const
+{
+    return m_defaults.boolean(QStringLiteral("aiAutoName"), false);
+}
+
+void AppSettings::setAiAutoName(bool on)
+{
+    store("aiAutoName", on);
+}
+
+int AppSettings::autoDeleteDays() const
+{
+    return m_defaults.integer(QStringLiteral("autoDeleteDays"), 0);
+}
+
+void AppSettings::setAutoDeleteDays(int days)
+{
+    store("autoDeleteDays", days);
+}
+
+QString AppSettings::imgurClientID() const
+{
+    return m_defaults.string(QStringLiteral("imgurClientID"));
+}
+
+void AppSettings::setImgurClientID(const QString &clientID)
+{
+    store("imgurClientID", clientID);
+}
+
+void AppSettings::setLaunchAtLogin(bool on)
+{
+    m_launchAtLogin = on;
+    Q_EMIT changed();
+    if (on == m_loginItem.isEnabled())
+        return;
+    if (const auto done = m_loginItem.setEnabled(on); !done)
+        m_notices.post(QStringLiteral("Couldn't change login item: ") + done.error().message,
+                       QStringLiteral("exclamationmark.triangle.fill"));
+}
+
+QString AppSettings::apiKey() const
+{
+    if (!m_apiKey)
+        m_apiKey = m_secrets.get(QLatin1String(kApiKeyAccount), QLatin1String(kService)).value_or(QString());
+    return *m_apiKey;
+}
+
+void AppSettings::setApiKey(const QString &key)
+{
+    m_apiKey = key;
+    if (const auto stored = m_secrets.set(key, QLatin1String(kApiKeyAccount), QLatin1String(kService));
+        !stored)
+        Log::error(QStringLiteral("The API key could not be stored"), stored.error());
+    Q_EMIT changed();
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "settings/hot_key_action.h"
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+class Defaults;
+class LoginItem;
+class NoticeBoard;
+class Paths;
+class Secrets;
+
+enum class ImageFormat { Png, Jpg, Heic };
+
+// "png", "jpg", "heic": what the settings store, and the extension of a capture.
+QString rawValue(ImageFormat format);
+
+// Everything that the user can set for the whole program. Stored as it changes; the API key lives with the
+// desktop's secrets and never in the defaults.
+class AppSettings : public QObject {
+    Q_OBJECT
+public:
+    AppSettings(Defaults &defaults, Secrets &secrets, LoginItem &loginItem, const Paths &paths,
+                NoticeBoard &notices, QObject *parent = nullptr);
+
+    static constexpr const char *kService = "com.oakfenrow.lumenpost";
+    static constexpr const char *kApiKeyAccount = "anthropic-api-key";
+
+    // "Lumenpost" in the user's pictures folder.
+    QString defaultFolder() const;
+
+    // An absolute path without a trailing slash.
+    QString saveFolder() const;
+    void setSaveFolder(const QString &path);
+    // For this process alone, not stored.
+    void overrideSaveFolder(const QString &path);
+
+    QHash<HotKeyAction, KeyCombo> hotkeys() const { return m_hotkeys; }
+    KeyCombo hotkey(HotKeyAction action) const
+    {
+        return m_hotkeys.value(action, hotKeyInfo(action).defaultCombo());
+    }
+    void setHotkeys(const QHash<HotKeyAction, KeyCombo> &hotkeys);
+    void resetHotkeys();
+    // True while a shortcut field listens; not stored.
+    bool isRecordingShortcut() const { return m_isRecordingShortcut; }
+    void setRecordingShortcut(bool recording);
+
+    QString settingsTab() const { return m_settingsTab; }
+    void setSettingsTab(const QString &tab);
+    bool showTips() const;
+    void setShowTips(bool on);
+    bool showInDock() const;
+    void setShowInDock(bool on);
+    ImageFormat imageFormat() const;
+    void setImageFormat(ImageFormat format);
+    bool shutterSound() const;
+    void setShutterSound(bool on);
+    bool backdropForWindows() const;
+    void setBackdropForWindows(bool on);
+    bool aiAutoName() const;
+    void setAiAutoName(bool on);
+    int autoDeleteDays() const;
+    void setAutoDeleteDays(int days);
+    QString imgurClientID() const;
+    void setImgurClientID(const QString &clientID);
+
+    bool launchAtLogin() const { return m_launchAtLogin; }
+    void setLaunchAtLogin(bool on);
+    // Read from the secrets once, at the first call.
+    QString apiKey() const;
+    void setApiKey(const QString &key);
+
+    Defaults &defaults() { return m_defaults; }
+
+Q_SIGNALS:
+    void changed();
+    void hotkeysChanged();
+    void dockChanged();
+    void saveFolderChanged();
+
+private:
+    void store(const char *key, const QJsonValue &value);
+    void loadHotkeys();
+
+    Defaults &m_defaults;
+    Secrets &m_secrets;
+    LoginItem &m_loginItem;
+    const Paths &m_paths;
+    NoticeBoard &m_notices;
+    QHash<HotKeyAction, KeyCombo> m_hotkeys;
+    QString m_saveFolderOverride;
+    QString m_settingsTab = QStringLiteral("general");
+    bool m_isRecordingShortcut = false;
+    bool m_launchAtLogin = false;
+    mutable std::optional<QString> m_apiKey;
+};
