@@ -8,6 +8,8 @@ set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
 
 # -fPIC last: programs and libraries then share one precompiled header.
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wno-shadow-field-in-constructor -Wno-unused-parameter
+                    # libstdc++ 12's own stable_sort uses what it has deprecated
+                    -Wno-deprecated-declarations
                     -fdiagnostics-color=always -fPIC)
 if(LUMENPOST_WARNINGS_ARE_ERRORS)
     add_compile_options(-Werror)

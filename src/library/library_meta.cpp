@@ -1,0 +1,111 @@
+#include "library/library_meta.h"
+
+#include "base/json.h"
+
+#include <QJsonArray>
+#include <algorithm>
+
+namespace {
+
+using Texts = QHash<QString, QString>;
+
+QJsonObject toObject(const Texts &texts)
+{
+    QJsonObject object;
+    for (auto entry = texts.begin(); entry != texts.end(); ++entry)
+        object.insert(entry.key(), entry.value());
+    return object;
+}
+
+std::optional<Texts> toTexts(const std::optional<QJsonObject> &object)
+{
+    if (!object)
+        return std::nullopt;
+    Texts texts;
+    for (auto entry = object->begin(); entry != object->end(); ++entry) {
+        if (!entry.value().isString())
+            return std::nullopt;
+        texts.insert(entry.key(), entry.value().toString());
+    }
+    return texts;
+}
+
+std::optional<LibraryCollection> toCollection(const QJsonValue &value)
+{
+    const QJsonObject object = value.toObject();
+    const auto id = Json::string(object, "id");
+    const auto name = Json::string(object, "name");
+    const auto items = Json::array(object, "items");
+    if (!id || !name || !items)
+        return std::nullopt;
+    LibraryCollection collection{QUuid::fromString(*id), *name, {}};
+    if (collection.id.isNull())
+        return std::nullopt;
+    for (const QJsonValue &item : *items) {
+        if (!item.isString())
+            return std::nullopt;
+        collection.items.append(item.toString());
+    }
+    return collection;
+}
+
+void moveKey(Texts &texts, const QString &oldName, const QString &newName)
+{
+    if (texts.contains(oldName))
+        texts.insert(newName, texts.take(oldName));
+}
+
+} // namespace
+
+void LibraryMeta::forget(const QString &name)
+{
+    for (LibraryCollection &entry : collections)
+        entry.items.removeAll(name);
+    sources.remove(name);
+    descriptions.remove(name);
+}
+
+void LibraryMeta::rename(const QString &oldName, const QString &newName)
+{
+    for (LibraryCollection &entry : collections)
+        std::replace(entry.items.begin(), entry.items.end(), oldName, newName);
+    moveKey(sources, oldName, newName);
+    moveKey(descriptions, oldName, newName);
+}
+
+LibraryCollection *LibraryMeta::collection(const QUuid &id)
+{
+    const auto found = std::find_if(collections.begin(), collections.end(),
+                                    [&id](const LibraryCollection &entry) { return entry.id == id; });
+    return found == collections.end() ? nullptr : &*found;
+}
+
+QJsonObject LibraryMeta::toJson() const
+{
+    QJsonArray list;
+    for (const LibraryCollection &entry : collections) {
+        list.append(QJsonObject{{QStringLiteral("id"), entry.id.toString(QUuid::WithoutBraces).toUpper()},
+                                {QStringLiteral("name"), entry.name},
+                                {QStringLiteral("items"), QJsonArray::fromStringList(entry.items)}});
+    }
+    return {{QStringLiteral("collections"), list},
+            {QStringLiteral("sources"), toObject(sources)},
+            {QStringLiteral("descriptions"), toObject(descriptions)}};
+}
+
+std::optional<LibraryMeta> LibraryMeta::fromJson(const QJsonObject &object)
+{
+    const auto list = Json::array(object, "collections");
+    const auto sources = toTexts(Json::object(object, "sources"));
+    const auto descriptions = toTexts(Json::object(object, "descriptions"));
+    if (!list || !sources || !descriptions)
+        return std::nullopt;
+    LibraryMeta meta{{}, *sources, *descriptions};
+    for (const QJsonValue &value : *list) {
+        const auto collection = toCollection(value);
+        if (!collection)
+            return std::nullopt;
+        meta.collections.append(*collection);
+    }
+    return meta;
+}
