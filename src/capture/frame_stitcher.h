@@ -1,0 +1,49 @@
+#pragma once
+
+#include "capture/row_signatures.h"
+
+#include <QImage>
+#include <QList>
+#include <optional>
+
+// Turns a series of same-sized pictures of a scrolling region into one tall picture. It knows neither how far
+// the content was scrolled nor what program shows it: rows are compared exactly, fixed headers and footers
+// are found. All numbers are rows of image pixels. One thread at a time.
+class FrameStitcher {
+public:
+    struct Frame {
+        QImage image;
+        RowSignatures rows;
+    };
+
+    // How a frame continues the one before it.
+    struct Step {
+        int footer = 0; // rows at the bottom that stood still
+        int shift = 0;  // rows that the content between header and footer moved up
+        int header = 0; // rows at the top that stood still
+
+        bool operator==(const Step &) const = default;
+    };
+
+    // Keeps the frame if it moved on from the last kept one; the first is always kept. A frame that didn't
+    // move, scrolled back or has another size is dropped, and the next one is compared with the same kept
+    // frame.
+    bool add(const QImage &image);
+
+    const QList<Frame> &frames() const { return m_frames; }
+    // steps()[i] leads from frames()[i] to frames()[i + 1].
+    const QList<Step> &steps() const { return m_steps; }
+
+    // All kept frames as one picture: the height of a frame plus all shifts. A single frame is given as it
+    // is. Nothing when there are no frames, or when the picture would not fit in memory.
+    std::optional<QImage> result() const;
+
+    // How `next` continues `previous`, pictures of equal height; nothing when it doesn't, or when too little
+    // of them could be compared. A moving region of 17 rows, 12 rows of overlap and 6 rows that are not of
+    // one colour are the least; more than 85% of those must be found again.
+    static std::optional<Step> match(const RowSignatures &previous, const RowSignatures &next);
+
+private:
+    QList<Frame> m_frames;
+    QList<Step> m_steps;
+};

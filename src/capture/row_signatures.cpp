@@ -1,0 +1,111 @@
+#include "capture/row_signatures.h"
+
+#include <QColorSpace>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr int scrollBarColumns = 48;
+constexpr int leastColumns = 4;
+
+// The hash of a row never leaves the process, so it need not be a published one; it has to tell rows apart.
+// Two pixels are taken at a step of xor, odd multiplication and xor-shift. Each is a bijection of the state
+// and of the pixels, so rows that differ in a single step never collide; others do with a chance of about
+// 2^-64.
+constexpr quint64 seed = 0xcbf29ce484222325;
+constexpr quint64 multiplier = 0x9e3779b97f4a7c15;
+constexpr quint64 colorsOfTwo = 0x00ffffff00ffffff;
+constexpr quint32 colorsOfOne = 0x00ffffff;
+
+quint64 mixed(quint64 state, quint64 pixels)
+{
+    state = (state ^ pixels) * multiplier;
+    return state ^ (state >> 32);
+}
+
+// Each row is a serial chain of multiplications; several rows side by side keep the multiplier busy.
+template <int Lanes>
+void hashRows(const QImage &image, int firstRow, int columns, quint64 *hashes)
+{
+    std::array<const uchar *, Lanes> row;
+    std::array<quint64, Lanes> state;
+    for (int lane = 0; lane < Lanes; ++lane) {
+        row[lane] = image.constScanLine(firstRow + lane);
+        state[lane] = seed;
+    }
+    for (int x = 0; x + 1 < columns; x += 2) {
+        for (int lane = 0; lane < Lanes; ++lane) {
+            quint64 pixels;
+            std::memcpy(&pixels, row[lane] + qsizetype(x) * 4, sizeof pixels);
+            state[lane] = mixed(state[lane], pixels & colorsOfTwo);
+        }
+    }
+    for (int lane = 0; lane < Lanes; ++lane) {
+        if (columns % 2 == 1) {
+            quint32 pixel;
+            std::memcpy(&pixel, row[lane] + qsizetype(columns - 1) * 4, sizeof pixel);
+            state[lane] = mixed(state[lane], pixel & colorsOfOne);
+        }
+        hashes[firstRow + lane] = state[lane];
+    }
+}
+
+bool isUniform(const quint32 *row, int columns)
+{
+    constexpr int block = 64; // long enough to run in vectors, short enough to stop early
+    for (int start = 0; start < columns; start += block) {
+        const int end = std::min(columns, start + block);
+        quint32 differing = 0;
+        for (int x = start; x < end; ++x)
+            differing |= row[x] ^ row[0];
+        if (differing & colorsOfOne)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int RowSignatures::comparedColumns(int width)
+{
+    return std::min(width, std::max(width, scrollBarColumns + leastColumns) - scrollBarColumns);
+}
+
+QImage RowSignatures::comparable(const QImage &image)
+{
+    QImage pixels = image;
+    const QColorSpace sRgb(QColorSpace::SRgb);
+    if (pixels.colorSpace().isValid() && pixels.colorSpace() != sRgb)
+        pixels = pixels.convertedToColorSpace(sRgb);
+    if (pixels.format() == QImage::Format_RGB32 || pixels.format() == QImage::Format_ARGB32_Premultiplied)
+        return pixels;
+    return pixels.convertToFormat(pixels.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                           : QImage::Format_RGB32);
+}
+
+std::optional<RowSignatures> RowSignatures::of(const QImage &image)
+{
+    RowSignatures signatures;
+    if (image.width() == 0 || image.height() == 0)
+        return signatures;
+    const QImage pixels = comparable(image);
+    if (pixels.isNull())
+        return {};
+
+    const int columns = comparedColumns(pixels.width());
+    const int height = pixels.height();
+    signatures.hashes.resize(height);
+    signatures.uniform.resize(height);
+
+    constexpr int lanes = 4; // a step takes five cycles, the multiplier starts one a cycle
+    int y = 0;
+    for (; y + lanes <= height; y += lanes)
+        hashRows<lanes>(pixels, y, columns, signatures.hashes.data());
+    for (; y < height; ++y)
+        hashRows<1>(pixels, y, columns, signatures.hashes.data());
+    for (y = 0; y < height; ++y)
+        signatures.uniform[y] =
+            isUniform(reinterpret_cast<const quint32 *>(pixels.constScanLine(y)), columns);
+    return signatures;
+}
