@@ -1,0 +1,53 @@
+#include "artwork/fonts.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <cmath>
+
+namespace Fonts {
+
+namespace {
+
+const QString emojiFamily = "Noto Color Emoji";
+
+// The best family first; the system's own stands behind each, as the fall-back the designs promise.
+QStringList families(Design design)
+{
+    switch (design) {
+    case Design::System:
+        return {"Inter", emojiFamily, "Noto Sans", "DejaVu Sans"};
+    case Design::Rounded:
+        return {"Quicksand", "Inter", emojiFamily, "Noto Sans"};
+    case Design::Serif:
+        return {"Noto Serif", "DejaVu Serif", "Inter", emojiFamily};
+    case Design::Mono:
+        return {"JetBrains Mono", "DejaVu Sans Mono", "Inter", emojiFamily};
+    case Design::Marker:
+        return {"Yusei Magic", "Comic Neue", "Inter", emojiFamily};
+    }
+    return {};
+}
+
+QFont make(const QStringList &families, double pixelSize, QFont::Weight weight)
+{
+    QFont font;
+    font.setFamilies(families);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
+    font.setWeight(weight);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+} // namespace
+
+QFont font(Design design, double pixelSize, QFont::Weight weight)
+{
+    return make(families(design), pixelSize, weight);
+}
+
+QFont emoji(double pixelSize)
+{
+    return make({emojiFamily, "Inter", "Noto Sans"}, pixelSize, QFont::Bold);
+}
+
+} // namespace Fonts
