@@ -22,12 +22,22 @@ enum class ExitStatus {
     NothingFound = 3, // done, but nothing was found
 };
 
-// What a command works with. Everything heavy is made at its first use, so that a command pays only for what it
-// needs: no display is opened for one that touches no screen.
+// Which kind of application object a body needs; it is made just before the body runs.
+enum class Needs {
+    Core,    // no pictures of text, no clipboard: starts fastest
+    Fonts,   // draws text, without any display
+    Display, // the clipboard or windows of a real display
+};
+
+// What a command works with. Everything heavy is made at its first use, so that a command pays only for what
+// it needs: no display is opened for one that touches no screen.
 class CommandContext {
 public:
-    CommandContext();
+    CommandContext(int argc, char **argv);
     ~CommandContext();
+
+    // Called by setBody just before the body.
+    void startApplication(Needs needs);
 
     Platform &platform();
     AppSettings &settings();
@@ -41,20 +51,14 @@ public:
     // Results go to standard output, one line each.
     static void print(const QString &line);
     static void print(const QJsonDocument &document);
-    // Messages go to standard error. Also sets `status`.
+    // Messages go to standard error, a sentence a line. The first two also set `status`.
     void fail(const Error &error);
-    void warn(const QString &sentence);
+    void wrongCall(const QString &sentence);
+    static void warn(const QString &sentence);
 
 private:
     struct Parts;
     std::unique_ptr<Parts> m_parts;
-};
-
-// Which kind of application object a body needs; it is made just before the body runs.
-enum class Needs {
-    Core,    // no pictures of text, no clipboard: starts fastest
-    Fonts,   // draws text, without any display
-    Display, // the clipboard or windows of a real display
 };
 
 // Gives `command` its body, run once after parsing.

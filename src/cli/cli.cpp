@@ -1,0 +1,76 @@
+#include "cli/cli.h"
+
+#include "cli/command.h"
+#include "settings/app_settings.h"
+
+#include <CLI/CLI.hpp>
+#include <QStringList>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr std::array kGroups{addCaptureCommands,     addScrollingCommands, addRenderCommand,
+                             addRecognitionCommands, addOnlineCommands,    addLibraryCommands};
+
+// Filling the whole tree of commands costs time; a capture needs only its own group.
+void addCommands(CLI::App &app, CommandContext &context)
+{
+    for (const auto group : kGroups)
+        group(app, context);
+}
+
+void describe(CLI::App &app, CommandContext &context, std::string &library)
+{
+    app.description("Capture what is on the screen, mark it up, keep it and share it.");
+    app.set_version_flag("--version", "lumenpost " LUMENPOST_VERSION);
+    app.set_help_all_flag("--help-all", "Show the help of every command");
+    app.add_option("--library", library, "Use this folder as the save folder, for this call alone")
+        ->envname("LUMENPOST_LIBRARY")
+        ->type_name("DIR");
+    app.footer("Exit status: 0 done, 1 failed, 2 wrong words in the call, 3 done but nothing was found.");
+    app.parse_complete_callback(
+        [&context, &library] { context.libraryFolder = QString::fromStdString(library); });
+    app.require_subcommand(1);
+    app.fallthrough();
+}
+
+} // namespace
+
+bool isCommandLineCall(int argc, char **argv)
+{
+    static constexpr std::array words{
+        "capture", "displays",        "windows", "scroll", "stitch",     "render",
+        "text",    "boxes",           "faces",   "redact", "describe",   "upload",
+        "library", "clipboard-owner", "--help",  "-h",     "--help-all", "--version",
+    };
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--library") == 0) {
+            ++i; // and its folder
+            continue;
+        }
+        if (std::strncmp(argv[i], "--library=", 10) == 0)
+            continue;
+        return std::any_of(words.begin(), words.end(),
+                           [&](const char *word) { return std::strcmp(word, argv[i]) == 0; });
+    }
+    return false;
+}
+
+int runCommandLine(int argc, char **argv)
+{
+    CommandContext context(argc, argv);
+    CLI::App app;
+    std::string library;
+    describe(app, context, library);
+    addCommands(app, context);
+    try {
+        app.parse(argc, argv);
+        return static_cast<int>(context.status);
+    } catch (const CLI::Success &wanted) {
+        return app.exit(wanted); // help and version
+    } catch (const CLI::ParseError &wrong) {
+        app.exit(wrong);
+        return static_cast<int>(ExitStatus::WrongCall);
+    }
+}

@@ -1,0 +1,141 @@
+#include "cli/command.h"
+
+#include "base/clock.h"
+#include "base/log.h"
+#include "base/notice.h"
+#include "library/library.h"
+#include "platform/login_item.h"
+#include "platform/paths.h"
+#include "platform/platform.h"
+#include "platform/secrets.h"
+#include "platform/session/make_platform.h"
+#include "platform/trash.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "settings/defaults.h"
+
+#include <QGuiApplication>
+#include <cstdio>
+
+struct CommandContext::Parts {
+    int argc;
+    char **argv;
+    std::unique_ptr<QCoreApplication> application;
+    std::unique_ptr<Platform> platform;
+    Clock clock;
+    NoticeBoard notices;
+    std::unique_ptr<Defaults> defaults;
+    std::unique_ptr<AppSettings> settings;
+    std::unique_ptr<CaptureSettings> captureSettings;
+    std::unique_ptr<Library> library;
+};
+
+CommandContext::CommandContext(int argc, char **argv) : m_parts(std::make_unique<Parts>())
+{
+    m_parts->argc = argc;
+    m_parts->argv = argv;
+}
+
+CommandContext::~CommandContext()
+{
+    Log::flush();
+}
+
+void CommandContext::startApplication(Needs needs)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LUMENPOST_VERSION));
+    switch (needs) {
+    case Needs::Core:
+        m_parts->application = std::make_unique<QCoreApplication>(m_parts->argc, m_parts->argv);
+        break;
+    case Needs::Fonts:
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        [[fallthrough]];
+    case Needs::Display:
+        m_parts->application = std::make_unique<QGuiApplication>(m_parts->argc, m_parts->argv);
+        break;
+    }
+}
+
+Platform &CommandContext::platform()
+{
+    if (!m_parts->platform) {
+        m_parts->platform = std::make_unique<Platform>(makePlatform());
+        Log::setDirectory(m_parts->platform->paths->state());
+    }
+    return *m_parts->platform;
+}
+
+AppSettings &CommandContext::settings()
+{
+    if (!m_parts->settings) {
+        Platform &machine = platform();
+        m_parts->defaults =
+            std::make_unique<Defaults>(machine.paths->config() + QStringLiteral("/defaults.json"));
+        m_parts->settings = std::make_unique<AppSettings>(
+            *m_parts->defaults, *machine.secrets, *machine.loginItem, *machine.paths, m_parts->notices);
+        if (!libraryFolder.isEmpty())
+            m_parts->settings->overrideSaveFolder(libraryFolder);
+    }
+    return *m_parts->settings;
+}
+
+CaptureSettings &CommandContext::captureSettings()
+{
+    if (!m_parts->captureSettings) {
+        settings();
+        m_parts->captureSettings = std::make_unique<CaptureSettings>(*m_parts->defaults);
+    }
+    return *m_parts->captureSettings;
+}
+
+Library &CommandContext::library()
+{
+    if (!m_parts->library)
+        m_parts->library = std::make_unique<Library>(settings(), *platform().trash, m_parts->clock);
+    return *m_parts->library;
+}
+
+NoticeBoard &CommandContext::notices()
+{
+    return m_parts->notices;
+}
+
+void CommandContext::print(const QString &line)
+{
+    const QByteArray bytes = line.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
+}
+
+void CommandContext::print(const QJsonDocument &document)
+{
+    print(QString::fromUtf8(document.toJson(QJsonDocument::Compact)));
+}
+
+void CommandContext::fail(const Error &error)
+{
+    warn(error.message);
+    status = ExitStatus::Failed;
+}
+
+void CommandContext::wrongCall(const QString &sentence)
+{
+    warn(sentence);
+    status = ExitStatus::WrongCall;
+}
+
+void CommandContext::warn(const QString &sentence)
+{
+    std::fflush(stdout);
+    const QByteArray bytes = "lumenpost: " + sentence.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body)
+{
+    command->callback([&context, needs, body = std::move(body)] {
+        context.startApplication(needs);
+        body();
+    });
+}

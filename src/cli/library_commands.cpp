@@ -1,0 +1,187 @@
+#include "cli/command.h"
+
+#include "library/library.h"
+#include "library/library_filter.h"
+
+#include <CLI/CLI.hpp>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+// A bare name means a file of the Library; anything else is a path as the shell understands it.
+QString libraryPath(Library &library, const std::string &word)
+{
+    const QString text = QString::fromStdString(word);
+    if (!text.contains(QLatin1Char('/'))) {
+        const QString inLibrary = QDir(library.folder()).filePath(text);
+        if (QFileInfo(inLibrary).isFile())
+            return inLibrary;
+    }
+    return QFileInfo(text).absoluteFilePath();
+}
+
+// The path of a file that lies in the Library, or a failure told to the user.
+std::optional<QString> existingPath(CommandContext &context, const std::string &word)
+{
+    const QString path = libraryPath(context.library(), word);
+    if (!QFileInfo(path).isFile()) {
+        context.fail({Error::Kind::NotFound,
+                      QStringLiteral("There is no file %1.").arg(QString::fromStdString(word)),
+                      {}});
+        return std::nullopt;
+    }
+    if (!context.library().contains(path)) {
+        context.fail({Error::Kind::Invalid,
+                      QStringLiteral("%1 is not in the Library.").arg(QFileInfo(path).fileName()),
+                      {}});
+        return std::nullopt;
+    }
+    return path;
+}
+
+QJsonObject describe(Library &library, const LibraryItem &item)
+{
+    const QString name = QFileInfo(item.path).fileName();
+    QJsonArray collections;
+    for (const LibraryCollection &collection : library.meta().collections) {
+        if (collection.items.contains(name))
+            collections.append(collection.name);
+    }
+    const QString source = library.meta().sources.value(name);
+    return {
+        {QStringLiteral("path"), item.path},
+        {QStringLiteral("date"), item.date.toUTC().toString(Qt::ISODateWithMs)},
+        {QStringLiteral("bytes"), item.bytes},
+        {QStringLiteral("favorite"), library.isFavorite(item.path)},
+        {QStringLiteral("source"), source.isEmpty() ? QJsonValue() : QJsonValue(source)},
+        {QStringLiteral("collections"), collections},
+    };
+}
+
+void list(CommandContext &context, LibraryFilter filter, LibrarySort sort, bool json)
+{
+    Library &library = context.library();
+    const QDateTime now = QDateTime::currentDateTime();
+    QList<LibraryItem> items;
+    for (const QString &path : library.items()) {
+        const LibraryItem item = library.item(path);
+        if (matches(library, item, filter, now))
+            items.append(item);
+    }
+    sortItems(items, sort);
+    QJsonArray array;
+    for (const LibraryItem &item : items) {
+        if (json)
+            array.append(describe(library, item));
+        else
+            CommandContext::print(item.path);
+    }
+    if (json)
+        CommandContext::print(QJsonDocument(array));
+}
+
+void addList(CLI::App *group, CommandContext &context)
+{
+    struct Arguments {
+        std::string filter = "all";
+        std::string sort = "newest";
+        bool json = false;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = group->add_subcommand("list", "List the files of the Library");
+    command->add_option("--filter", arguments->filter, "all, images, videos, favorites, today, week or month")
+        ->check([](const std::string &word) {
+            return libraryFilter(QString::fromStdString(word)) ? std::string()
+                                                               : "there is no filter \"" + word + "\"";
+        });
+    command->add_option("--sort", arguments->sort, "newest, oldest, name or size")
+        ->check([](const std::string &word) {
+            return librarySort(QString::fromStdString(word)) ? std::string()
+                                                             : "there is no order \"" + word + "\"";
+        });
+    command->add_flag("--json", arguments->json,
+                      "One JSON array with date, bytes, favorite, source and collections");
+    setBody(command, context, Needs::Core, [&context, arguments] {
+        list(context, *libraryFilter(QString::fromStdString(arguments->filter)),
+             *librarySort(QString::fromStdString(arguments->sort)), arguments->json);
+    });
+}
+
+void addAdd(CLI::App *group, CommandContext &context)
+{
+    const auto files = std::make_shared<std::vector<std::string>>();
+    CLI::App *command = group->add_subcommand("add", "Copy files into the Library");
+    command->add_option("FILE", *files, "Images and films")->required();
+    setBody(command, context, Needs::Core, [&context, files] {
+        for (const std::string &file : *files) {
+            const auto path =
+                context.library().importFile(QFileInfo(QString::fromStdString(file)).absoluteFilePath());
+            if (path)
+                CommandContext::print(*path);
+            else
+                context.fail(path.error());
+        }
+    });
+}
+
+void addRename(CLI::App *group, CommandContext &context)
+{
+    struct Arguments {
+        std::string file;
+        std::string name;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = group->add_subcommand("rename", "Give a file another name; its extension stays");
+    command->add_option("FILE", arguments->file)->required();
+    command->add_option("NAME", arguments->name)->required();
+    setBody(command, context, Needs::Core, [&context, arguments] {
+        const auto path = existingPath(context, arguments->file);
+        if (!path)
+            return;
+        const QString name = QString::fromStdString(arguments->name);
+        if (const auto renamed = context.library().rename(*path, name))
+            CommandContext::print(*renamed);
+        else
+            context.fail(
+                {Error::Kind::Failed,
+                 QStringLiteral("%1 could not be renamed to \"%2\".").arg(QFileInfo(*path).fileName(), name),
+                 {}});
+    });
+}
+
+void addTrash(CLI::App *group, CommandContext &context)
+{
+    const auto files = std::make_shared<std::vector<std::string>>();
+    CLI::App *command = group->add_subcommand("trash", "Move files of the Library to the Trash");
+    command->add_option("FILE", *files)->required();
+    setBody(command, context, Needs::Core, [&context, files] {
+        for (const std::string &file : *files) {
+            const auto path = existingPath(context, file);
+            if (!path)
+                continue;
+            context.library().remove(*path);
+            if (QFileInfo::exists(*path))
+                context.fail(
+                    {Error::Kind::Failed,
+                     QStringLiteral("%1 could not be moved to the Trash.").arg(QFileInfo(*path).fileName()),
+                     {}});
+            else
+                CommandContext::print(*path);
+        }
+    });
+}
+
+} // namespace
+
+void addLibraryCommands(CLI::App &app, CommandContext &context)
+{
+    CLI::App *group = app.add_subcommand("library", "The files of the Library");
+    group->require_subcommand(1);
+    addList(group, context);
+    addAdd(group, context);
+    addRename(group, context);
+    addTrash(group, context);
+}
