@@ -1,0 +1,1 @@
+#include "platform/desktop_appearance.h"

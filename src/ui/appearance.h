@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+class DesktopAppearance;
+class FocusRing;
+class QApplication;
+class ThemeStyle;
+
+// Gives the application its style, font and colours, and follows the desktop's wish for light or dark.
+//
+// LUMENPOST_THEME=light|dark overrides the desktop. Without either, the palette that the platform gave
+// decides.
+class Appearance : public QObject {
+    Q_OBJECT
+public:
+    // `desktop` may be null.
+    explicit Appearance(QApplication &application, DesktopAppearance *desktop = nullptr);
+    ~Appearance() override;
+
+    bool isDark() const { return m_dark; }
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void follow();
+    void apply(bool dark);
+
+    QApplication &m_application;
+    DesktopAppearance *m_desktop;
+    ThemeStyle *m_style;
+    std::unique_ptr<FocusRing> m_ring;
+    bool m_paletteIsDark;
+    bool m_dark;
+};

@@ -1,0 +1,624 @@
+#include "ui/controls.h"
+
+#include "ui/symbol.h"
+#include "ui/theme_style.h"
+
+#include <QAccessible>
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int symbolGap = 6;
+constexpr int arrowSize = 8;
+constexpr qreal disabledOpacity = 0.4;
+
+// The look of a plain control's background for the pointer and the keyboard.
+QColor washFor(const QAbstractButton &button, const Theme::Tokens &t)
+{
+    if (!button.isEnabled())
+        return button.isChecked() ? t.accentWash : QColor(Qt::transparent);
+    if (button.isChecked())
+        return button.underMouse() ? t.accentHover : t.accentWash;
+    if (button.isDown())
+        return t.pressed;
+    return button.underMouse() ? t.hover : QColor(Qt::transparent);
+}
+
+} // namespace
+
+// MARK: BarButton
+
+BarButton::BarButton(const QString &symbol, const QString &text, Label label, QWidget *parent)
+    : QAbstractButton(parent), m_symbol(symbol), m_label(label)
+{
+    setText(text);
+    setAccessibleName(text);
+    setFocusPolicy(Qt::TabFocus);
+    setFont(Theme::font(label == Label::Under ? 11.0 : 12.0, QFont::Medium));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void BarButton::setSymbol(const QString &symbol)
+{
+    m_symbol = symbol;
+    update();
+}
+
+void BarButton::setMenu(QMenu *menu)
+{
+    m_menu = menu;
+    menu->setParent(this, menu->windowFlags());
+    connect(this, &QAbstractButton::clicked, this, &BarButton::openMenu);
+    connect(menu, &QMenu::aboutToHide, this, [this] { setDown(false); });
+    updateGeometry();
+}
+
+void BarButton::openMenu()
+{
+    Q_EMIT menuAboutToOpen();
+    m_menu->popup(mapToGlobal(QPoint(0, height() + Theme::Space::unit)));
+    setDown(true);
+    if (hasFocus() && !m_menu->actions().isEmpty())
+        m_menu->setActiveAction(m_menu->actions().constFirst());
+}
+
+void BarButton::setSwatch(const QColor &color)
+{
+    m_swatch = color;
+    update();
+}
+
+QSize BarButton::sizeHint() const
+{
+    const QFontMetrics metrics(font());
+    const int words = metrics.horizontalAdvance(text());
+    const int arrow = m_menu ? arrowSize + 4 : 0;
+    switch (m_label) {
+    case Label::None:
+        return {Theme::Size::barButton + arrow, Theme::Size::barButton};
+    case Label::Beside:
+        return {(m_symbol.isEmpty() ? 0 : Theme::Size::barIcon + symbolGap) + words + arrow + 20,
+                Theme::Size::barButton};
+    case Label::Under:
+        return {qMax(words, Theme::Size::barIcon) + arrow + 12, 46};
+    }
+    return {};
+}
+
+void BarButton::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(washFor(*this, t));
+    painter.drawRoundedRect(rect(), Theme::Radius::control, Theme::Radius::control);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const QColor ink = isChecked() ? t.accentText : t.text;
+    const QColor words = isChecked() ? t.accentText : m_label == Label::Under ? t.secondary : t.text;
+    const int arrow = m_menu ? arrowSize + 4 : 0;
+
+    QRectF icon(0, 0, Theme::Size::barIcon, Theme::Size::barIcon);
+    QRectF label;
+    switch (m_label) {
+    case Label::None:
+        icon.moveCenter(QPointF((width() - arrow) / 2.0, height() / 2.0));
+        break;
+    case Label::Beside:
+        icon.moveCenter(QPointF(10 + icon.width() / 2, height() / 2.0));
+        label = QRectF(m_symbol.isEmpty() ? 10 : icon.right() + symbolGap, 0, width(), height());
+        break;
+    case Label::Under:
+        icon.moveCenter(QPointF((width() - arrow) / 2.0, 16));
+        label = QRectF(0, 27, width(), 15);
+        break;
+    }
+    icon.moveTopLeft(QPointF(std::round(icon.left()), std::round(icon.top())));
+    if (m_swatch.isValid()) {
+        painter.setBrush(m_swatch);
+        painter.setPen(QPen(t.hairline, 1));
+        painter.drawEllipse(icon.adjusted(1.5, 1.5, -1.5, -1.5));
+    } else {
+        drawSymbol(painter, icon, m_symbol, ink);
+    }
+    if (m_label != Label::None) {
+        painter.setFont(font());
+        painter.setPen(words);
+        painter.drawText(
+            label, Qt::AlignVCenter | (m_label == Label::Under ? Qt::AlignHCenter : Qt::AlignLeft), text());
+    }
+    if (m_menu) {
+        QRectF place(0, 0, arrowSize, arrowSize);
+        place.moveCenter(m_label == Label::Under
+                             ? QPointF(icon.right() + 7, icon.center().y())
+                             : QPointF(width() - 6 - arrowSize / 2.0, height() / 2.0 + 0.5));
+        drawSymbol(painter, place, "chevron.down", t.secondary);
+    }
+}
+
+void BarButton::keyPressEvent(QKeyEvent *event)
+{
+    if (m_menu && event->key() == Qt::Key_Down)
+        return openMenu();
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        return click();
+    QAbstractButton::keyPressEvent(event);
+}
+
+void BarButton::enterEvent(QEnterEvent *event)
+{
+    update();
+    QAbstractButton::enterEvent(event);
+}
+
+void BarButton::leaveEvent(QEvent *event)
+{
+    update();
+    QAbstractButton::leaveEvent(event);
+}
+
+// MARK: Hairline
+
+Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent), m_orientation(orientation)
+{
+    if (orientation == Qt::Vertical)
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    else
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QSize Hairline::sizeHint() const
+{
+    return m_orientation == Qt::Vertical ? QSize(1, 20) : QSize(20, 1);
+}
+
+void Hairline::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Theme::tokens(this).hairline);
+}
+
+// MARK: SegmentedPicker
+
+SegmentedPicker::SegmentedPicker(QWidget *parent) : QWidget(parent)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setMouseTracking(true);
+    setFont(Theme::font(Theme::Type::Control, QFont::Medium));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_slide.setEasingCurve(Theme::Motion::ease());
+    connect(&m_slide, &QVariantAnimation::valueChanged, this, [this] { update(); });
+}
+
+void SegmentedPicker::setSegments(const QList<Segment> &segments)
+{
+    m_segments = segments;
+    m_current = qBound(0, m_current, qMax(0, static_cast<int>(segments.size()) - 1));
+    m_slide.stop();
+    updateGeometry();
+    update();
+}
+
+void SegmentedPicker::setCurrent(int index)
+{
+    if (index == m_current)
+        return;
+    m_slide.stop();
+    m_current = index;
+    if (index >= 0 && index < m_segments.size())
+        setAccessibleDescription(m_segments[index].text);
+    update();
+}
+
+void SegmentedPicker::setStretches(bool stretches)
+{
+    m_stretches = stretches;
+    setSizePolicy(stretches ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    updateGeometry();
+}
+
+int SegmentedPicker::naturalWidth(const Segment &segment) const
+{
+    int width = 16;
+    if (!segment.symbol.isEmpty())
+        width += Theme::Size::rowIcon;
+    if (segment.showsText) {
+        width += QFontMetrics(font()).horizontalAdvance(segment.text);
+        if (!segment.symbol.isEmpty())
+            width += symbolGap;
+    }
+    return width;
+}
+
+QSize SegmentedPicker::sizeHint() const
+{
+    int width = 4, widest = 0;
+    for (const Segment &segment : m_segments) {
+        width += naturalWidth(segment);
+        widest = qMax(widest, naturalWidth(segment));
+    }
+    if (m_stretches)
+        width = 4 + widest * static_cast<int>(m_segments.size());
+    return {width, Theme::Size::target};
+}
+
+QRect SegmentedPicker::segmentRect(int index) const
+{
+    if (m_stretches && !m_segments.isEmpty()) {
+        const int inner = width() - 4, count = static_cast<int>(m_segments.size());
+        const int left = 2 + inner * index / count;
+        return {left, 2, 2 + inner * (index + 1) / count - left, height() - 4};
+    }
+    int left = 2;
+    for (int i = 0; i < index; ++i)
+        left += naturalWidth(m_segments[i]);
+    return {left, 2, naturalWidth(m_segments.value(index)), height() - 4};
+}
+
+void SegmentedPicker::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(t.track);
+    painter.drawRoundedRect(rect(), Theme::Radius::control, Theme::Radius::control);
+    if (m_current >= 0 && m_current < m_segments.size()) {
+        const QRectF selection = m_slide.state() == QAbstractAnimation::Running
+                                     ? m_slide.currentValue().toRectF()
+                                     : QRectF(segmentRect(m_current));
+        painter.setBrush(t.dark ? QColor(0x4A4A54) : t.surface);
+        painter.setPen(QPen(t.hairline, 1));
+        painter.drawRoundedRect(selection.adjusted(0.5, 0.5, -0.5, -0.5), Theme::Radius::control - 1.5,
+                                Theme::Radius::control - 1.5);
+    }
+    painter.setFont(font());
+    for (int i = 0; i < m_segments.size(); ++i) {
+        const Segment &segment = m_segments[i];
+        const QRect place = segmentRect(i);
+        const QColor ink = i == m_current ? t.text : i == m_hovered ? t.text : t.secondary;
+        int left = place.left() + (place.width() - naturalWidth(segment)) / 2 + 8;
+        if (!segment.symbol.isEmpty()) {
+            drawSymbol(painter,
+                       QRectF(left, place.center().y() - Theme::Size::rowIcon / 2 + 1, Theme::Size::rowIcon,
+                              Theme::Size::rowIcon),
+                       segment.symbol, ink);
+            left += Theme::Size::rowIcon + symbolGap;
+        }
+        if (segment.showsText) {
+            painter.setPen(ink);
+            painter.drawText(QRect(left, place.top(), place.right() - left + 1, place.height()),
+                             Qt::AlignVCenter | Qt::AlignLeft, segment.text);
+        }
+    }
+}
+
+int SegmentedPicker::segmentAt(const QPoint &position) const
+{
+    for (int i = 0; i < m_segments.size(); ++i) {
+        if (segmentRect(i).adjusted(0, -2, 0, 2).contains(position))
+            return i;
+    }
+    return -1;
+}
+
+void SegmentedPicker::choose(int index)
+{
+    if (index < 0 || index >= m_segments.size() || index == m_current)
+        return;
+    const QRectF from = segmentRect(m_current);
+    setCurrent(index);
+    if (const int duration = motionDuration(this, Theme::Motion::press)) {
+        m_slide.setDuration(duration);
+        m_slide.setStartValue(from);
+        m_slide.setEndValue(QRectF(segmentRect(index)));
+        m_slide.start();
+    }
+    Q_EMIT chosen(index);
+}
+
+void SegmentedPicker::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        choose(segmentAt(event->position().toPoint()));
+}
+
+void SegmentedPicker::mouseMoveEvent(QMouseEvent *event)
+{
+    if (const int over = segmentAt(event->position().toPoint()); over != std::exchange(m_hovered, over))
+        update();
+}
+
+void SegmentedPicker::leaveEvent(QEvent *)
+{
+    m_hovered = -1;
+    update();
+}
+
+void SegmentedPicker::keyPressEvent(QKeyEvent *event)
+{
+    const int last = static_cast<int>(m_segments.size()) - 1;
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        return choose(qMax(0, m_current - 1));
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        return choose(qMin(last, m_current + 1));
+    case Qt::Key_Home:
+        return choose(0);
+    case Qt::Key_End:
+        return choose(last);
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+bool SegmentedPicker::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        // A segment that shows its symbol alone tells its name.
+        const int over = segmentAt(static_cast<QHelpEvent *>(event)->pos());
+        setToolTip(over >= 0 && !m_segments[over].showsText ? m_segments[over].text : QString());
+    }
+    return QWidget::event(event);
+}
+
+// MARK: Chip
+
+Chip::Chip(const QString &text, const QString &symbol, QWidget *parent)
+    : QAbstractButton(parent), m_symbol(symbol)
+{
+    setText(text);
+    setCheckable(true);
+    setFocusPolicy(Qt::TabFocus);
+    setFont(Theme::font(Theme::Type::Control, QFont::Medium));
+    setProperty("focusRadius", Theme::Size::target / 2.0);
+}
+
+QSize Chip::sizeHint() const
+{
+    return {QFontMetrics(font()).horizontalAdvance(text()) + 24 + Theme::Size::rowIcon + symbolGap,
+            Theme::Size::target};
+}
+
+void Chip::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const qreal radius = height() / 2.0;
+    const QRectF body(rect());
+    QColor fill = isChecked() ? t.accentWash : t.track;
+    if (underMouse())
+        fill = isChecked() ? t.accentHover : t.pressed;
+    painter.setBrush(fill);
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(body, radius, radius);
+    const QColor ink = isChecked() ? t.accentText : t.text;
+    const QRectF icon(12, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
+                      Theme::Size::rowIcon);
+    drawSymbol(painter, icon, isChecked() ? QStringLiteral("checkmark") : m_symbol, ink);
+    painter.setPen(ink);
+    painter.setFont(font());
+    const int left = static_cast<int>(icon.right()) + symbolGap;
+    const QRect words(left, 0, width() - left - 8, height());
+    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
+                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
+}
+
+// MARK: Swatch
+
+Swatch::Swatch(const QColor &color, const QString &name, QWidget *parent)
+    : QAbstractButton(parent), m_color(color)
+{
+    setText(name);
+    setAccessibleName(name);
+    setCheckable(true);
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setProperty("focusRadius", Theme::Size::target / 2.0 - Theme::Size::focusRing);
+    setProperty("focusRect", QRect(2, 2, Theme::Size::target - 4, Theme::Size::target - 4));
+}
+
+void Swatch::setColor(const QColor &color)
+{
+    m_color = color;
+    update();
+}
+
+void Swatch::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPointF center = QRectF(rect()).center();
+    const qreal radius = (isChecked()    ? Theme::Size::swatch - 4
+                          : underMouse() ? Theme::Size::swatch
+                                         : Theme::Size::swatch - 2) /
+                         2.0;
+    painter.setBrush(m_color);
+    QColor edge = t.text; // keeps black visible on dark and white on light
+    edge.setAlphaF(t.dark ? 0.35f : 0.22f);
+    painter.setPen(QPen(edge, 1));
+    painter.drawEllipse(center, radius - 0.5, radius - 0.5);
+    if (isChecked()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(t.dark ? t.accentText : t.accent, 2));
+        painter.drawEllipse(center, Theme::Size::swatch / 2.0 + 1, Theme::Size::swatch / 2.0 + 1);
+    }
+}
+
+// MARK: ValueSlider
+
+ValueSlider::ValueSlider(const QString &name, int minimum, int maximum, QWidget *parent)
+    : QWidget(parent), m_name(name), m_slider(new QSlider(Qt::Horizontal, this))
+{
+    m_slider->setRange(minimum, maximum);
+    m_slider->setFocusPolicy(Qt::TabFocus);
+    m_slider->setAccessibleName(name);
+    setFocusProxy(m_slider);
+    setFont(Theme::font(Theme::Type::Control));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(m_slider, &QSlider::valueChanged, this, [this](int value) {
+        update();
+        Q_EMIT changed(value);
+    });
+}
+
+void ValueSlider::setName(const QString &name)
+{
+    m_name = name;
+    m_slider->setAccessibleName(name);
+    updateGeometry();
+    resizeEvent(nullptr);
+    update();
+}
+
+void ValueSlider::setValue(int value)
+{
+    const QSignalBlocker blocker(m_slider);
+    m_slider->setValue(value);
+    m_slider->update();
+    update();
+}
+
+void ValueSlider::setFormat(std::function<QString(int)> format)
+{
+    m_format = std::move(format);
+    updateGeometry();
+    update();
+}
+
+int ValueSlider::nameWidth() const
+{
+    return m_name.isEmpty() ? 0 : QFontMetrics(font()).horizontalAdvance(m_name) + Theme::Space::inside;
+}
+
+int ValueSlider::valueWidth() const
+{
+    const QString widest = m_format ? m_format(m_slider->maximum()) : QString::number(m_slider->maximum());
+    return qCeil(Theme::tabularWidth(font(), widest)) + Theme::Space::inside;
+}
+
+QSize ValueSlider::sizeHint() const
+{
+    return {nameWidth() + 110 + valueWidth(), Theme::Size::target};
+}
+
+void ValueSlider::resizeEvent(QResizeEvent *)
+{
+    m_slider->setGeometry(nameWidth(), (height() - 20) / 2, width() - nameWidth() - valueWidth(), 20);
+}
+
+void ValueSlider::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setFont(font());
+    painter.setPen(t.secondary);
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft, m_name);
+    painter.setPen(t.text);
+    Theme::drawTabular(painter, rect(), Qt::AlignRight,
+                       m_format ? m_format(value()) : QString::number(value()));
+}
+
+// MARK: NumberLabel
+
+NumberLabel::NumberLabel(QWidget *parent) : QWidget(parent)
+{
+    setFont(Theme::font(Theme::Type::Control));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void NumberLabel::setText(const QString &text)
+{
+    if (std::exchange(m_text, text) == text)
+        return;
+    setAccessibleName(text);
+    updateGeometry();
+    update();
+}
+
+QSize NumberLabel::sizeHint() const
+{
+    return {qCeil(Theme::tabularWidth(font(), m_text)), QFontMetrics(font()).height()};
+}
+
+void NumberLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setFont(font());
+    painter.setPen(m_color.isValid() ? m_color : Theme::tokens(this).secondary);
+    Theme::drawTabular(painter, rect(), m_alignment, m_text);
+}
+
+// MARK: Spinner
+
+Spinner::Spinner(int size, QWidget *parent) : QWidget(parent), m_size(size)
+{
+    setFixedSize(size, size);
+    m_turn.setStartValue(0);
+    m_turn.setEndValue(360);
+    m_turn.setDuration(900);
+    m_turn.setLoopCount(-1);
+    connect(&m_turn, &QVariantAnimation::valueChanged, this, [this] { update(); });
+}
+
+void Spinner::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF circle = QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5);
+    painter.setPen(QPen(t.track, 2));
+    painter.drawEllipse(circle);
+    painter.setPen(QPen(t.dark ? t.accentText : t.accent, 2, Qt::SolidLine, Qt::RoundCap));
+    painter.drawArc(circle, -m_turn.currentValue().toInt() * 16, 100 * 16);
+}
+
+void Spinner::showEvent(QShowEvent *)
+{
+    if (motionDuration(this, 1))
+        m_turn.start();
+}
+
+void Spinner::hideEvent(QHideEvent *)
+{
+    m_turn.stop();
+}
+
+// MARK: EmptyState
+
+EmptyState::EmptyState(const QString &symbol, const QString &title, const QString &text, QWidget *parent)
+    : QWidget(parent)
+{
+    auto *icon = new SymbolLabel(symbol, 48);
+    icon->setColor(Theme::tokens(this).disabled);
+    auto *heading = new QLabel(title);
+    heading->setFont(Theme::font(Theme::Type::Title, QFont::DemiBold));
+    auto *line = new QLabel(text);
+    line->setWordWrap(true);
+    line->setAlignment(Qt::AlignHCenter);
+    line->setForegroundRole(QPalette::PlaceholderText);
+    auto *column = new QVBoxLayout(this);
+    column->setSpacing(Theme::Space::inside);
+    column->addStretch();
+    column->addWidget(icon, 0, Qt::AlignHCenter);
+    column->addSpacing(Theme::Space::unit);
+    column->addWidget(heading, 0, Qt::AlignHCenter);
+    column->addWidget(line);
+    column->addStretch();
+}

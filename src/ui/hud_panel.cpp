@@ -1,0 +1,94 @@
+#include "ui/hud_panel.h"
+
+#include "ui/floating.h"
+#include "ui/theme.h"
+
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+void HUDState::setMessage(const QString &message)
+{
+    if (std::exchange(m_message, message) != message)
+        Q_EMIT changed();
+}
+void HUDState::setFrames(int frames)
+{
+    if (std::exchange(m_frames, frames) != frames)
+        Q_EMIT changed();
+}
+void HUDState::setElapsed(double elapsed)
+{
+    if (std::exchange(m_elapsed, elapsed) != elapsed)
+        Q_EMIT changed();
+}
+void HUDState::setDrawing(bool drawing)
+{
+    if (std::exchange(m_drawing, drawing) != drawing)
+        Q_EMIT changed();
+}
+
+QPointF hudPosition(const QRectF &rect, const QRectF &visible, const QSizeF &size)
+{
+    constexpr qreal gap = 12;
+    constexpr qreal inset = 8;
+    constexpr qreal fromBottom = 40;
+
+    qreal top = rect.bottom() + gap;
+    const bool fillsTheScreen = rect.top() <= visible.top() && rect.bottom() >= visible.bottom();
+    if (top + size.height() > visible.bottom() - inset)
+        top = fillsTheScreen ? visible.top() - size.height()
+                             : qMax(rect.top() - gap - size.height(), visible.top() + inset);
+    if (top < visible.top())
+        top = visible.bottom() - fromBottom - size.height();
+
+    qreal left = qMax(rect.center().x() - size.width() / 2, visible.left() + inset);
+    left = qMin(left, visible.right() - size.width() - inset);
+    return {left, top};
+}
+
+std::unique_ptr<HUDPanel> HUDPanel::make(const QRectF &rect, const QRectF &visible, QWidget *content)
+{
+    std::unique_ptr<HUDPanel> panel(new HUDPanel(content));
+    panel->placeNear(rect, visible);
+    return panel;
+}
+
+HUDPanel::HUDPanel(QWidget *content)
+{
+    Floating::prepare(this);
+    Floating::useDarkPalette(this);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Theme::Space::group, Theme::Space::inside, Theme::Space::group,
+                               Theme::Space::inside);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(content);
+}
+
+HUDPanel::~HUDPanel() = default;
+
+void HUDPanel::placeNear(const QRectF &rect, const QRectF &visible)
+{
+    adjustSize();
+    move(hudPosition(rect, visible, size()).toPoint());
+}
+
+void HUDPanel::paintEvent(QPaintEvent *)
+{
+    Floating::paintMaterial(this, Theme::Radius::panel);
+}
+
+void HUDPanel::mousePressEvent(QMouseEvent *event)
+{
+    m_grip = event->globalPosition().toPoint() - pos();
+}
+
+void HUDPanel::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons() & Qt::LeftButton)
+        move(event->globalPosition().toPoint() - m_grip);
+}
+
+void HUDPanel::resizeEvent(QResizeEvent *)
+{
+    Floating::applyShape(this, Theme::Radius::panel);
+}

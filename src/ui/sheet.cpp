@@ -1,0 +1,210 @@
+#include "ui/sheet.h"
+
+#include "ui/symbol.h"
+#include "ui/theme.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+class Sheet::Card : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const auto &t = Theme::tokens(this);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(t.raised);
+        painter.setPen(QPen(t.raisedEdge, 1));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::Radius::panel,
+                                Theme::Radius::panel);
+    }
+};
+
+Sheet::Sheet(QWidget *over, const QString &symbol, const QString &title)
+    : QWidget(over->window()), m_card(new Card(this)), m_content(new QVBoxLayout), m_buttons(new QHBoxLayout)
+{
+    setAccessibleName(title);
+    setFocusPolicy(Qt::StrongFocus);
+    setProperty("focusRadius", -1.0);
+    hide();
+
+    auto *heading = new QLabel(title);
+    heading->setFont(Theme::font(Theme::Type::Title, QFont::DemiBold));
+    heading->setWordWrap(true);
+    auto *icon = new SymbolLabel(symbol, 20);
+    icon->setColor(Theme::tokens(this).accentText);
+    auto *top = new QHBoxLayout;
+    top->setSpacing(Theme::Space::inside);
+    if (symbol.isEmpty())
+        delete icon;
+    else
+        top->addWidget(icon, 0, Qt::AlignTop);
+    top->addWidget(heading, 1);
+
+    m_content->setSpacing(Theme::Space::inside);
+    m_buttons->setSpacing(Theme::Space::inside);
+    m_buttons->addStretch();
+
+    auto *column = new QVBoxLayout(m_card);
+    column->setContentsMargins(20, 20, 20, Theme::Space::margin);
+    column->setSpacing(Theme::Space::group);
+    column->addLayout(top);
+    column->addLayout(m_content, 1);
+    column->addSpacing(Theme::Space::unit);
+    column->addLayout(m_buttons);
+    setCardWidth(420);
+    window()->installEventFilter(this);
+}
+
+Sheet::~Sheet() = default;
+
+void Sheet::setCardWidth(int width)
+{
+    m_card->setFixedWidth(width);
+}
+
+void Sheet::addText(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    m_content->addWidget(label);
+}
+
+QPushButton *Sheet::insertButton(const QString &title)
+{
+    auto *button = new QPushButton(title);
+    button->setAutoDefault(false);
+    // Connected first, so the sheet is gone before the button's own action opens another.
+    connect(button, &QPushButton::clicked, this, &Sheet::close);
+    m_buttons->addWidget(button);
+    return button;
+}
+
+QPushButton *Sheet::addButton(const QString &title)
+{
+    return insertButton(title);
+}
+
+QPushButton *Sheet::addPrimaryButton(const QString &title)
+{
+    m_primary = insertButton(title);
+    m_primary->setDefault(true);
+    return m_primary;
+}
+
+QPushButton *Sheet::addCancelButton(const QString &title)
+{
+    m_cancel = insertButton(title);
+    return m_cancel;
+}
+
+void Sheet::open()
+{
+    m_before = window()->focusWidget();
+    setGeometry(parentWidget()->rect());
+    m_card->adjustSize();
+    if (m_card->hasHeightForWidth())
+        m_card->resize(m_card->width(), m_card->heightForWidth(m_card->width()));
+    m_card->move((width() - m_card->width()) / 2, qMax(0, (height() - m_card->height()) / 2));
+    raise();
+    show();
+    // The content's own field first, otherwise the primary button.
+    for (QWidget *child : m_card->findChildren<QWidget *>()) {
+        if (child->isVisible() && (child->focusPolicy() & Qt::TabFocus) &&
+            !qobject_cast<QPushButton *>(child))
+            return child->setFocus(Qt::PopupFocusReason);
+    }
+    if (m_primary)
+        m_primary->setFocus(Qt::PopupFocusReason);
+    else
+        setFocus(Qt::PopupFocusReason);
+}
+
+void Sheet::close()
+{
+    if (isHidden())
+        return;
+    hide();
+    if (m_before)
+        m_before->setFocus(Qt::PopupFocusReason);
+    Q_EMIT closed();
+    deleteLater();
+}
+
+void Sheet::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Theme::dim());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    // A soft shadow as a stack of growing, fading outlines.
+    const auto &t = Theme::tokens(this);
+    constexpr int steps = 14;
+    const QRectF card = QRectF(m_card->geometry()).translated(0, t.raisedShadowOffset / 2.0);
+    QColor shade = t.raisedShadow;
+    shade.setAlphaF(shade.alphaF() / steps);
+    painter.setBrush(shade);
+    for (int i = 1; i <= steps; ++i) {
+        const qreal grow = i * t.raisedShadowBlur / (2.0 * steps);
+        painter.drawRoundedRect(card.adjusted(-grow, -grow, grow, grow), Theme::Radius::panel + grow,
+                                Theme::Radius::panel + grow);
+    }
+}
+
+void Sheet::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        return m_cancel ? m_cancel->click() : close();
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (auto *button = qobject_cast<QPushButton *>(window()->focusWidget());
+            button && button != m_primary)
+            return button->click();
+        if (m_primary && m_primary->isEnabled())
+            m_primary->click();
+        return;
+    default:
+        event->accept(); // the window behind is out of reach
+    }
+}
+
+void Sheet::mousePressEvent(QMouseEvent *event)
+{
+    event->accept();
+}
+
+bool Sheet::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize && watched == window()) {
+        setGeometry(parentWidget()->rect());
+        m_card->move((width() - m_card->width()) / 2, qMax(0, (height() - m_card->height()) / 2));
+    }
+    if (event->type() == QEvent::ShortcutOverride && isVisible())
+        event->accept();
+    return QWidget::eventFilter(watched, event);
+}
+
+bool Sheet::focusNextPrevChild(bool next)
+{
+    QList<QWidget *> stops;
+    for (QWidget *child : m_card->findChildren<QWidget *>()) {
+        if (child->isVisible() && child->isEnabled() && (child->focusPolicy() & Qt::TabFocus))
+            stops += child;
+    }
+    if (stops.isEmpty())
+        return true;
+    const auto at = stops.indexOf(window()->focusWidget());
+    const auto count = stops.size();
+    const auto to = at < 0 ? (next ? 0 : count - 1) : (at + (next ? 1 : -1) + count) % count;
+    stops[to]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}

@@ -1,0 +1,187 @@
+#include "ui/appearance.h"
+#include "ui/controls.h"
+#include "ui/sheet.h"
+#include "ui/tips.h"
+#include "ui/toast.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gmock/gmock.h>
+
+namespace {
+
+struct Window : QWidget {
+    Window()
+    {
+        resize(600, 400);
+        show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(this));
+        activateWindow();
+    }
+};
+
+QWidget *visibleRing(QWidget &window)
+{
+    for (QWidget *child : window.findChildren<QWidget *>()) {
+        if (child->isVisible() && child->testAttribute(Qt::WA_TransparentForMouseEvents) &&
+            child->testAttribute(Qt::WA_NoSystemBackground))
+            return child;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TEST(SegmentedPicker, IsOperatedByArrowKeysAndTellsEveryChoiceOnce)
+{
+    Window window;
+    SegmentedPicker picker(&window);
+    picker.setSegments({{"One", {}}, {"Two", {}}, {"Three", {}}});
+    picker.resize(picker.sizeHint());
+    picker.show();
+    QSignalSpy chosen(&picker, &SegmentedPicker::chosen);
+    QTest::keyClick(&picker, Qt::Key_Right);
+    QTest::keyClick(&picker, Qt::Key_End);
+    QTest::keyClick(&picker, Qt::Key_Right);
+    QTest::mouseClick(&picker, Qt::LeftButton, {}, picker.segmentRect(0).center());
+    ASSERT_EQ(chosen.count(), 3);
+    EXPECT_EQ(chosen[1][0].toInt(), 2);
+    EXPECT_EQ(picker.current(), 0);
+}
+
+TEST(BarButton, OpensItsMenuByPointerAndByKey)
+{
+    Window window;
+    BarButton button("photo", "Effects", BarButton::Label::Beside, &window);
+    auto *menu = new QMenu;
+    menu->addAction("Border");
+    button.setMenu(menu);
+    button.show();
+    QSignalSpy asked(&button, &BarButton::menuAboutToOpen);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_TRUE(menu->isVisible());
+    menu->close();
+    QTest::keyClick(&button, Qt::Key_Return);
+    EXPECT_TRUE(menu->isVisible());
+    menu->close();
+    EXPECT_EQ(asked.count(), 2);
+}
+
+TEST(FocusRing, AppearsForTheKeyboardAndGoesForThePointer)
+{
+    Appearance appearance(*qApp);
+    Window window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *first = new QPushButton("First");
+    auto *second = new QPushButton("Second");
+    layout->addWidget(first);
+    layout->addWidget(second);
+    QApplication::processEvents();
+    first->setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(visibleRing(window), nullptr);
+    QTest::keyClick(first, Qt::Key_Tab);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second->hasFocus() && visibleRing(window); }));
+    EXPECT_EQ(visibleRing(window)->geometry(), second->geometry().adjusted(-4, -4, 4, 4));
+    QTest::mouseClick(first, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !visibleRing(window); }));
+}
+
+TEST(Sheet, AnswersReturnAndEscAndGivesTheFocusBack)
+{
+    Window window;
+    QLineEdit field(&window);
+    field.show();
+    field.setFocus();
+    int done = 0, given = 0;
+    const auto makeSheet = [&] {
+        auto *sheet = new Sheet(&window, {}, "Something went wrong");
+        QObject::connect(sheet->addCancelButton("Cancel"), &QPushButton::clicked, sheet, [&] { ++given; });
+        QObject::connect(sheet->addPrimaryButton("OK"), &QPushButton::clicked, sheet, [&] { ++done; });
+        sheet->open();
+        return QPointer<Sheet>(sheet);
+    };
+    auto sheet = makeSheet();
+    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(done, 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return sheet.isNull(); }));
+    EXPECT_EQ(window.focusWidget(), &field);
+
+    sheet = makeSheet();
+    QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(given, 1);
+    EXPECT_EQ(done, 1);
+}
+
+TEST(Sheet, KeepsTheTabKeyInside)
+{
+    Window window;
+    QLineEdit field(&window);
+    field.show();
+    Sheet *sheet = new Sheet(&window, {}, "Save Style Preset");
+    auto *name = new QLineEdit;
+    sheet->content()->addWidget(name);
+    sheet->addCancelButton("Cancel");
+    sheet->addPrimaryButton("Save");
+    sheet->open();
+    EXPECT_EQ(window.focusWidget(), name);
+    for (int i = 0; i < 7; ++i) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        ASSERT_TRUE(sheet->isAncestorOf(window.focusWidget()));
+    }
+}
+
+TEST(ToastPresenter, KeepsAToastForTwoSecondsThenFadesIt)
+{
+    NoticeBoard board;
+    ToastPresenter presenter(board);
+    QElapsedTimer timer;
+    timer.start();
+    board.post("Saved shot.png", "checkmark.circle.fill");
+    board.post("Image copied to clipboard", "checkmark.circle.fill");
+    EXPECT_EQ(presenter.count(), 2);
+    QWidget *toast = nullptr;
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == "toast")
+            toast = widget;
+    }
+    ASSERT_NE(toast, nullptr);
+    EXPECT_TRUE(toast->windowFlags() & Qt::WindowDoesNotAcceptFocus);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return toast->windowOpacity() < 1; }, 4000));
+    EXPECT_GE(timer.elapsed(), 2200);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presenter.count() == 0; }, 2000));
+    EXPECT_GE(timer.elapsed(), 2490);
+}
+
+TEST(TipCenter, ShowsAfterAWhileAndHidesForAnyKey)
+{
+    TipCenter tips(nullptr);
+    Window window;
+    QPushButton button("Undo", &window);
+    button.resize(80, 30);
+    button.show();
+    tips.attach(&button, {"Undo", "Take the last change back.", "⌘Z"});
+    EXPECT_EQ(button.accessibleDescription(), "Take the last change back. (Ctrl+Z)");
+    QElapsedTimer timer;
+    timer.start();
+    QEnterEvent enter({5, 5}, {5, 5}, button.mapToGlobal(QPointF(5, 5)));
+    QApplication::sendEvent(&button, &enter);
+    EXPECT_FALSE(tips.isShown());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tips.isShown(); }, 2000));
+    EXPECT_GE(timer.elapsed(), 449);
+    QTest::keyClick(&button, Qt::Key_A);
+    EXPECT_FALSE(tips.isShown());
+
+    // Warm: the next one comes at once.
+    timer.restart();
+    QApplication::sendEvent(&button, &enter);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tips.isShown(); }, 2000));
+    EXPECT_LT(timer.elapsed(), 400);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&button, &leave);
+    EXPECT_FALSE(tips.isShown());
+}
