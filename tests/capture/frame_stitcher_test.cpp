@@ -1,55 +1,15 @@
 #include "capture/frame_stitcher.h"
+#include "capture/page_picture.h"
 
 #include <QColorSpace>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPainter>
-#include <QRandomGenerator>
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr int width = 100;
-
-// A page whose every row is different and of more than one colour, except where it is made blank.
-class Page {
-public:
-    explicit Page(int height, quint32 seed = 1) : m_image(width, height, QImage::Format_RGB32)
-    {
-        QRandomGenerator random(seed);
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x)
-                m_image.setPixel(x, y, random.generate() | 0xff000000);
-        }
-    }
-    Page &blank(int top, int bottom)
-    {
-        QPainter(&m_image).fillRect(0, top, width, bottom - top, Qt::white);
-        return *this;
-    }
-    // Makes the rows down to `bottom` repeat the `period` rows from `top`.
-    Page &repeat(int top, int bottom, int period)
-    {
-        for (int y = top + period; y < bottom; ++y)
-            std::copy_n(m_image.constScanLine(y - period), m_image.bytesPerLine(), m_image.scanLine(y));
-        return *this;
-    }
-    const QImage &image() const { return m_image; }
-    QImage rows(int top, int height) const { return m_image.copy(0, top, width, height); }
-
-private:
-    QImage m_image;
-};
-
-// What a window of `height` rows shows of the page at `offset`, between a fixed header and a fixed footer.
-QImage frameOf(const Page &page, int offset, int height, const QImage &header = {}, const QImage &footer = {})
-{
-    QImage frame = page.rows(offset, height);
-    QPainter painter(&frame);
-    painter.drawImage(0, 0, header);
-    painter.drawImage(0, height - footer.height(), footer);
-    return frame;
-}
+constexpr int width = Page::width;
 
 QImage stacked(const QList<QImage> &parts)
 {
@@ -75,31 +35,6 @@ int shiftOf(const QImage &previous, const QImage &next)
 {
     const auto step = matchOf(previous, next);
     return step ? step->shift : 0;
-}
-
-testing::AssertionResult sameRows(const QImage &actual, const QImage &expected, int firstColumn,
-                                  int endColumn, int animatedFrom = 0, int animatedTo = 0)
-{
-    if (actual.size() != expected.size()) {
-        return testing::AssertionFailure() << actual.width() << "x" << actual.height() << " instead of "
-                                           << expected.width() << "x" << expected.height();
-    }
-    for (int y = 0; y < actual.height(); ++y) {
-        if (y >= animatedFrom && y < animatedTo)
-            continue;
-        for (int x = firstColumn; x < endColumn; ++x) {
-            if (actual.pixel(x, y) != expected.pixel(x, y))
-                return testing::AssertionFailure() << "row " << y << " differs at column " << x;
-        }
-    }
-    return testing::AssertionSuccess();
-}
-
-testing::AssertionResult sameRows(const std::optional<QImage> &actual, const QImage &expected)
-{
-    if (!actual)
-        return testing::AssertionFailure() << "no picture";
-    return sameRows(*actual, expected, 0, expected.width());
 }
 
 } // namespace
@@ -165,15 +100,15 @@ TEST(FrameStitcher, KeepsOnlyFramesThatMovedOn)
     const Page page(600);
     FrameStitcher stitcher;
     EXPECT_FALSE(stitcher.result());
-    const QImage first = frameOf(page, 100, 200);
+    const QImage first = page.frame(100, 200);
     EXPECT_TRUE(stitcher.add(first));
     EXPECT_EQ(*stitcher.result(), first);
     EXPECT_FALSE(stitcher.add(first)) << "did not move";
-    EXPECT_FALSE(stitcher.add(frameOf(page, 60, 200))) << "scrolled back";
-    EXPECT_FALSE(stitcher.add(frameOf(page, 150, 201))) << "another height";
-    EXPECT_FALSE(stitcher.add(frameOf(page, 150, 200).copy(0, 0, width - 1, 200))) << "another width";
-    EXPECT_FALSE(stitcher.add(frameOf(page, 400, 200))) << "nothing in common";
-    EXPECT_TRUE(stitcher.add(frameOf(page, 150, 200)));
+    EXPECT_FALSE(stitcher.add(page.frame(60, 200))) << "scrolled back";
+    EXPECT_FALSE(stitcher.add(page.frame(150, 201))) << "another height";
+    EXPECT_FALSE(stitcher.add(page.frame(150, 200).copy(0, 0, width - 1, 200))) << "another width";
+    EXPECT_FALSE(stitcher.add(page.frame(400, 200))) << "nothing in common";
+    EXPECT_TRUE(stitcher.add(page.frame(150, 200)));
     EXPECT_EQ(stitcher.frames().size(), 2);
     EXPECT_EQ(stitcher.steps(), (QList<FrameStitcher::Step>{{.footer = 0, .shift = 50}}));
     EXPECT_TRUE(sameRows(stitcher.result(), page.rows(100, 250)));
@@ -182,9 +117,9 @@ TEST(FrameStitcher, KeepsOnlyFramesThatMovedOn)
 TEST(FrameStitcher, IgnoresAScrollBarThatMovesByItself)
 {
     const Page page(300);
-    QImage next = frameOf(page, 0, 200);
+    QImage next = page.frame(0, 200);
     QPainter(&next).fillRect(width - 48, 20, 48, 90, Qt::gray);
-    EXPECT_FALSE(matchOf(frameOf(page, 0, 200), next));
+    EXPECT_FALSE(matchOf(page.frame(0, 200), next));
 }
 
 TEST(FrameStitcher, DrawsAHeaderAndAFooterOnce)
@@ -194,7 +129,7 @@ TEST(FrameStitcher, DrawsAHeaderAndAFooterOnce)
     const QImage footer = Page(21, 3).image();
     FrameStitcher stitcher;
     for (const int offset : {0, 90, 220, 221, 300, 420})
-        EXPECT_TRUE(stitcher.add(frameOf(page, offset, 240, header, footer)));
+        EXPECT_TRUE(stitcher.add(page.frame(offset, 240, header, footer)));
     for (const FrameStitcher::Step &step : stitcher.steps()) {
         EXPECT_EQ(step.header, 30);
         EXPECT_EQ(step.footer, 21);
@@ -210,7 +145,7 @@ TEST(FrameStitcher, NeitherDoublesNorLosesRowsWhereFootersAreTallByChance)
     const QImage footer = Page(15, 3).image();
     FrameStitcher stitcher;
     for (const int offset : {0, 10, 40, 110, 230, 290, 340, 350, 430})
-        EXPECT_TRUE(stitcher.add(frameOf(page, offset, 240, {}, footer))) << offset;
+        EXPECT_TRUE(stitcher.add(page.frame(offset, 240, {}, footer))) << offset;
     QList<int> footers;
     for (const FrameStitcher::Step &step : stitcher.steps())
         footers.append(step.footer);
@@ -228,7 +163,7 @@ TEST(FrameStitcher, TakesRowsFromTheFrameBeforeWhenTheHeaderHidesThem)
     const QImage header = Page(40, 2).image();
     FrameStitcher stitcher;
     for (const int offset : {0, 20, 130})
-        EXPECT_TRUE(stitcher.add(frameOf(page, offset, 240, header))) << offset;
+        EXPECT_TRUE(stitcher.add(page.frame(offset, 240, header))) << offset;
     ASSERT_GT(stitcher.steps()[0].footer, 240 - 40 - 110);
     EXPECT_TRUE(sameRows(stitcher.result(), stacked({header, page.rows(40, 200 + 130)})));
 }
@@ -238,15 +173,15 @@ TEST(FrameStitcher, NeedsAMovingRegionOfSeventeenRows)
     const QImage header = Page(100, 2).image();
     const Page page(200);
     // Without any row alike by chance the region under the header is what moves.
-    EXPECT_EQ(shiftOf(frameOf(page, 0, 116, header), frameOf(page, 2, 116, header)), 0);
-    EXPECT_EQ(shiftOf(frameOf(page, 0, 117, header), frameOf(page, 2, 117, header)), 2);
+    EXPECT_EQ(shiftOf(page.frame(0, 116, header), page.frame(2, 116, header)), 0);
+    EXPECT_EQ(shiftOf(page.frame(0, 117, header), page.frame(2, 117, header)), 2);
 }
 
 TEST(FrameStitcher, NeedsTwelveRowsOfOverlap)
 {
     const Page page(200);
-    EXPECT_EQ(shiftOf(frameOf(page, 0, 60), frameOf(page, 48, 60)), 48);
-    EXPECT_EQ(shiftOf(frameOf(page, 0, 60), frameOf(page, 49, 60)), 0);
+    EXPECT_EQ(shiftOf(page.frame(0, 60), page.frame(48, 60)), 48);
+    EXPECT_EQ(shiftOf(page.frame(0, 60), page.frame(49, 60)), 0);
 }
 
 TEST(FrameStitcher, NeedsSixRowsThatAreNotBlank)
@@ -256,7 +191,7 @@ TEST(FrameStitcher, NeedsSixRowsThatAreNotBlank)
         page.blank(0, 40).blank(40 + 4 * lines, 200);
         for (int line = 0; line < lines; ++line)
             page.blank(41 + 4 * line, 44 + 4 * line);
-        EXPECT_EQ(shiftOf(frameOf(page, 0, 90), frameOf(page, 20, 90)), lines == 6 ? 20 : 0) << lines;
+        EXPECT_EQ(shiftOf(page.frame(0, 90), page.frame(20, 90)), lines == 6 ? 20 : 0) << lines;
     }
 }
 
@@ -264,9 +199,9 @@ TEST(FrameStitcher, BearsSomeSpoiledRowsButNotFifteenInAHundred)
 {
     // A hundred rows compared at the right shift of 20.
     const Page page(300);
-    const QImage first = frameOf(page, 0, 120);
+    const QImage first = page.frame(0, 120);
     for (const int spoiled : {14, 15}) {
-        QImage next = frameOf(page, 20, 120);
+        QImage next = page.frame(20, 120);
         for (int i = 0; i < spoiled; ++i)
             next.setPixel(0, 1 + i * 6, 0xff123456);
         EXPECT_EQ(shiftOf(first, next), spoiled == 14 ? 20 : 0) << spoiled;
@@ -289,8 +224,8 @@ TEST(FrameStitcher, TakesTheSmallestOfEquallyGoodShifts)
 TEST(FrameStitcher, JoinsPicturesOfEveryFormat)
 {
     const Page page(400);
-    const QImage first = frameOf(page, 0, 200).convertToFormat(QImage::Format_RGB888);
-    const QImage next = frameOf(page, 70, 200).convertToFormat(QImage::Format_RGBA8888);
+    const QImage first = page.frame(0, 200).convertToFormat(QImage::Format_RGB888);
+    const QImage next = page.frame(70, 200).convertToFormat(QImage::Format_RGBA8888);
     FrameStitcher stitcher;
     EXPECT_TRUE(stitcher.add(first));
     EXPECT_TRUE(stitcher.add(next));

@@ -1,0 +1,290 @@
+#include "capture/scrolling_session.h"
+
+#include "platform/permissions.h"
+#include "platform/pointer_control.h"
+#include "platform/screen_pictures.h"
+
+#include <QtMath>
+
+namespace {
+
+constexpr int unchangedAtTheEnd = 3;
+constexpr double stepOfHeight = 0.55; // leaves an overlap of about 45 percent
+constexpr double leastStep = 40;      // points
+
+// Milliseconds.
+constexpr int aimPause = 60;     // until the window under the pointer knows that it is there
+constexpr int byHandPause = 300; // between two shots
+constexpr int sampleGap = 50;
+constexpr int quietTime = 100;    // without movement counts as standing still
+constexpr int ordinaryWait = 380; // for movement that has not been seen yet
+constexpr int longestWait = 1000; // for a page that never stands still
+constexpr int handCheck = 100;
+constexpr int handRest = 300;
+
+constexpr double nearlyAll = 0.9;  // of the expected shift
+constexpr double handDistance = 4; // points; less is rounding
+constexpr int timesToRegain = 2;
+
+} // namespace
+
+ScrollingCaptureSession::ScrollingCaptureSession(Ports ports, const Screen &screen, const QRectF &rect,
+                                                 QObject *parent)
+    : QObject(parent), m_ports(std::move(ports)), m_screen(screen), m_rect(rect)
+{}
+
+QFuture<Result<std::optional<QImage>>> ScrollingCaptureSession::run()
+{
+    Q_ASSERT(m_state == State::Ready);
+    m_promise.start();
+    m_automatic = m_ports.pointer.canScroll();
+    if (m_automatic) {
+        m_message = tr("Auto-scrolling…");
+    } else {
+        // A grant takes effect at the next session; this one goes on by hand.
+        m_ports.permissions.request(Permission::Accessibility);
+        m_message = tr("Scroll the area slowly");
+    }
+    Q_EMIT changed();
+    m_window = windowAtTarget();
+    m_state = State::FirstShot;
+    shoot(&ScrollingCaptureSession::takeFirstShot);
+    return m_promise.future();
+}
+
+void ScrollingCaptureSession::stop()
+{
+    if (m_stopped)
+        return;
+    m_stopped = true;
+    switch (m_state) {
+    case State::YieldingToHand:
+    case State::Aiming:
+    case State::Settling:
+    case State::ByHand:
+        compose();
+        break;
+    case State::Ready:
+    case State::FirstShot:
+    case State::Turning:
+    case State::Shooting:
+    case State::Composing:
+    case State::Finished:
+        break; // read when what is under way comes back
+    }
+}
+
+void ScrollingCaptureSession::pauseFor(int milliseconds, void (ScrollingCaptureSession::*then)())
+{
+    const State state = m_state;
+    whenDone(m_ports.pause(milliseconds), this, [this, then, state](const Result<void> &) {
+        if (m_state == state) // else stopped meanwhile
+            (this->*then)();
+    });
+}
+
+void ScrollingCaptureSession::shoot(void (ScrollingCaptureSession::*then)(const QImage &))
+{
+    const State state = m_state;
+    whenDone(m_ports.pictures.region(m_screen, m_rect, Pointer::Hidden), this,
+             [this, then, state](const Result<QImage> &shot) {
+                 if (m_state != state)
+                     return;
+                 if (!shot) {
+                     Q_EMIT shootingEnded();
+                     finish(std::unexpected(shot.error()));
+                     return;
+                 }
+                 (this->*then)(*shot);
+             });
+}
+
+void ScrollingCaptureSession::takeFirstShot(const QImage &shot)
+{
+    m_plan.emplace(shot.height(),
+                   std::floor(std::max(m_rect.height() * stepOfHeight, leastStep)) * m_screen.scale);
+    addShot(shot);
+}
+
+void ScrollingCaptureSession::nextStep()
+{
+    if (m_stopped || m_frames >= m_maxFrames || (m_automatic && m_unchanged >= unchangedAtTheEnd)) {
+        compose();
+        return;
+    }
+    if (m_automatic) {
+        scrollOnce();
+        return;
+    }
+    m_state = State::ByHand;
+    pauseFor(byHandPause, &ScrollingCaptureSession::shootByHand);
+}
+
+void ScrollingCaptureSession::shootByHand()
+{
+    m_state = State::Shooting;
+    shoot(&ScrollingCaptureSession::addShot);
+}
+
+std::optional<quint32> ScrollingCaptureSession::windowAtTarget() const
+{
+    for (const ListedWindow &window : m_ports.screens.windows()) {
+        if (window.layer == 0 && window.frame.contains(target()))
+            return window.id;
+    }
+    return {};
+}
+
+bool ScrollingCaptureSession::isOnScreen(quint32 window) const
+{
+    const QList<ListedWindow> windows = m_ports.screens.windows();
+    return std::any_of(windows.cbegin(), windows.cend(),
+                       [window](const ListedWindow &listed) { return listed.id == window; });
+}
+
+QPointF ScrollingCaptureSession::target() const
+{
+    return m_screen.frame().topLeft() + m_rect.center();
+}
+
+void ScrollingCaptureSession::scrollOnce()
+{
+    // Turning the wheel over whatever lay under a closed window would do anything but scroll.
+    if (m_window && !isOnScreen(*m_window)) {
+        compose();
+        return;
+    }
+    const QPointF hand = m_ports.pointer.position();
+    const bool movedAway = m_aimedAt && QLineF(hand, *m_aimedAt).length() > handDistance;
+    if (m_held || (movedAway && m_handRested < handRest)) {
+        m_handRested = hand == m_handAt ? m_handRested + handCheck : 0;
+        m_handAt = hand;
+        m_state = State::YieldingToHand;
+        pauseFor(handCheck, &ScrollingCaptureSession::scrollOnce);
+        return;
+    }
+    const bool isThere = m_aimedAt && !movedAway;
+    m_handRested = 0;
+    m_ports.pointer.warp(target());
+    m_aimedAt = m_ports.pointer.position(); // as the screen's pixels round it
+    m_state = State::Aiming;
+    if (isThere)
+        startTurning();
+    else
+        pauseFor(aimPause, &ScrollingCaptureSession::startTurning);
+}
+
+void ScrollingCaptureSession::startTurning()
+{
+    m_clicks = 0;
+    m_regained = 0;
+    turn(m_plan->clicks());
+}
+
+void ScrollingCaptureSession::turn(int clicks)
+{
+    m_clicks += clicks;
+    m_state = State::Turning;
+    // A wheel that can't be turned leaves the picture unchanged, and that ends the session soon enough.
+    whenDone(m_ports.pointer.wheel(clicks), this, [this](const Result<void> &) {
+        m_stillness = {};
+        m_settling = 0;
+        if (m_stopped)
+            compose();
+        else
+            settle();
+    });
+}
+
+void ScrollingCaptureSession::settle()
+{
+    m_state = State::Settling;
+    pauseFor(sampleGap, &ScrollingCaptureSession::takeSample);
+}
+
+void ScrollingCaptureSession::takeSample()
+{
+    m_settling += sampleGap;
+    shoot(&ScrollingCaptureSession::judgeSample);
+}
+
+void ScrollingCaptureSession::judgeSample(const QImage &sample)
+{
+    std::optional<RowSignatures> rows = RowSignatures::of(sample);
+    if (!rows) {
+        addShot(sample);
+        return;
+    }
+    const RowSignatures &before = m_stitcher->frames().last().rows;
+    const std::optional<FrameStitcher::Step> step = FrameStitcher::match(before, *rows);
+    const bool moved = !Stillness::isSamePlace(before, *rows);
+    m_stillness.addSample(std::move(*rows), sampleGap);
+    if (!hasComeToRest(step))
+        settle();
+    else if (step)
+        useStep(sample, *step);
+    else if (moved && m_clicks > 1 && m_regained < timesToRegain)
+        regainOverlap();
+    else
+        addShot(sample);
+}
+
+bool ScrollingCaptureSession::hasComeToRest(const std::optional<FrameStitcher::Step> &step) const
+{
+    if (m_settling >= longestWait)
+        return true;
+    if (m_stillness.quietFor() < quietTime)
+        return false;
+    if (m_settling >= ordinaryWait)
+        return true;
+    // Sooner only when all the movement that was asked for has been seen.
+    const std::optional<double> expected = m_plan->expectedShift(m_clicks);
+    return step && expected && step->shift >= nearlyAll * *expected;
+}
+
+void ScrollingCaptureSession::useStep(const QImage &sample, const FrameStitcher::Step &step)
+{
+    const bool wasFirstClick = !m_plan->hasLearned();
+    m_plan->learn(step, m_clicks);
+    if (const int more = wasFirstClick ? m_plan->clicksAfter(step.shift) : 0; more > 0)
+        turn(more);
+    else
+        addShot(sample);
+}
+
+void ScrollingCaptureSession::regainOverlap()
+{
+    m_plan->tooMany(m_clicks);
+    ++m_regained;
+    const int back = (m_clicks + 1) / 2;
+    turn(-back);
+}
+
+void ScrollingCaptureSession::addShot(const QImage &shot)
+{
+    if (m_stitcher->add(shot)) {
+        m_frames = int(m_stitcher->frames().size());
+        m_unchanged = 0;
+        Q_EMIT changed();
+    } else {
+        ++m_unchanged;
+    }
+    nextStep();
+}
+
+void ScrollingCaptureSession::compose()
+{
+    m_state = State::Composing;
+    Q_EMIT shootingEnded();
+    whenDone(runInBackground([stitcher = std::shared_ptr<const FrameStitcher>(m_stitcher)] {
+                 return stitcher->result();
+             }),
+             this, [this](const std::optional<QImage> &image) { finish(image); });
+}
+
+void ScrollingCaptureSession::finish(Result<std::optional<QImage>> result)
+{
+    m_state = State::Finished;
+    m_promise.addResult(std::move(result));
+    m_promise.finish();
+}

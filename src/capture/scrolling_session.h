@@ -1,0 +1,123 @@
+#pragma once
+
+#include "base/async.h"
+#include "base/result.h"
+#include "capture/frame_stitcher.h"
+#include "capture/stillness.h"
+#include "capture/wheel_plan.h"
+#include "platform/screens.h"
+
+#include <QFuture>
+#include <QImage>
+#include <QObject>
+#include <QPromise>
+#include <QRectF>
+#include <functional>
+#include <optional>
+
+class Permissions;
+class PointerControl;
+class ScreenPictures;
+
+// One scrolling capture of a rectangle on one screen: shoots it again and again while its content scrolls,
+// and joins the shots into one tall picture. Scrolls by itself where the session allows it, otherwise the
+// user does.
+//
+// While the user moves the pointer away, to reach the "Done" button for instance, the scrolling rests.
+class ScrollingCaptureSession : public QObject {
+    Q_OBJECT
+public:
+    struct Ports {
+        Screens &screens;
+        ScreenPictures &pictures;
+        PointerControl &pointer;
+        Permissions &permissions;
+        // How time passes; tests make it pass at once.
+        std::function<QFuture<Result<void>>(int milliseconds)> pause = delayed;
+    };
+    static constexpr int mostFrames = 80;
+
+    // `rect` in points from the screen's top left.
+    ScrollingCaptureSession(Ports ports, const Screen &screen, const QRectF &rect, QObject *parent = nullptr);
+
+    // Ends the session after so many kept frames, at most 80. Before run().
+    void setMaxFrames(int frames) { m_maxFrames = std::clamp(frames, 1, mostFrames); }
+
+    // Once. The tall picture; nothing when there is nothing to deliver; or why a shot could not be taken, and
+    // then what was taken so far is lost. Cancelled when the session is destroyed before its end.
+    QFuture<Result<std::optional<QImage>>> run();
+    // At any moment; the result is what was taken until then.
+    void stop();
+    // While held, no step is begun: the pointer rests on the session's own panel.
+    void setHeld(bool held) { m_held = held; }
+
+    const QRectF &rect() const { return m_rect; }
+    const Screen &screen() const { return m_screen; }
+    const QString &message() const { return m_message; }
+    int frames() const { return m_frames; }
+    const QList<FrameStitcher::Step> &steps() const { return m_stitcher->steps(); }
+
+Q_SIGNALS:
+    void changed();       // message or frames
+    void shootingEnded(); // no further shot: borders and panels may go, the result follows
+
+private:
+    enum class State {
+        Ready,
+        FirstShot,
+        YieldingToHand, // the user moved the pointer: wait until it rests
+        Aiming,         // the pointer was put into the region
+        Turning,        // the wheel
+        Settling,       // waiting for the content to stand still, sample by sample
+        ByHand,         // waiting for the user's scrolling
+        Shooting,
+        Composing,
+        Finished,
+    };
+
+    void takeFirstShot(const QImage &shot);
+    void nextStep();
+    void shootByHand();
+    void scrollOnce();
+    void startTurning();
+    void turn(int clicks);
+    void settle();
+    void takeSample();
+    void judgeSample(const QImage &sample);
+    bool hasComeToRest(const std::optional<FrameStitcher::Step> &step) const;
+    void useStep(const QImage &sample, const FrameStitcher::Step &step);
+    void regainOverlap();
+    void addShot(const QImage &shot);
+    void compose();
+    void finish(Result<std::optional<QImage>> result);
+
+    void pauseFor(int milliseconds, void (ScrollingCaptureSession::*then)());
+    void shoot(void (ScrollingCaptureSession::*then)(const QImage &));
+    QPointF target() const;
+    std::optional<quint32> windowAtTarget() const;
+    bool isOnScreen(quint32 window) const;
+
+    Ports m_ports;
+    Screen m_screen;
+    QRectF m_rect;
+    int m_maxFrames = mostFrames;
+    QPromise<Result<std::optional<QImage>>> m_promise;
+    std::shared_ptr<FrameStitcher> m_stitcher = std::make_shared<FrameStitcher>();
+    State m_state = State::Ready;
+    QString m_message;
+    int m_frames = 0;
+    bool m_automatic = false;
+    bool m_stopped = false;
+    bool m_held = false;
+    int m_unchanged = 0;
+
+    std::optional<quint32> m_window; // what scrolls; nothing when the desktop itself was chosen
+    std::optional<WheelPlan> m_plan;
+    Stillness m_stillness;
+    int m_clicks = 0;   // turned in this step
+    int m_settling = 0; // milliseconds since the last click
+    int m_regained = 0; // times that this step was turned back
+    std::optional<QPointF> m_aimedAt;
+    QPointF m_handAt;
+    int m_handRested = 0; // milliseconds
+};

@@ -1,0 +1,365 @@
+#include "capture/page_picture.h"
+#include "capture/scrolling_session.h"
+#include "platform/permissions.h"
+#include "platform/pointer_control.h"
+#include "platform/screen_pictures.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// A desktop with one window that shows a page, and time that passes only while the session pauses.
+class ScrollingWindow : public Screens, public ScreenPictures, public PointerControl, public Permissions {
+public:
+    explicit ScrollingWindow(Page page, int height) : page(std::move(page)), height(height) {}
+
+    Page page;
+    int height; // of the window, in points
+    double scale = 1;
+    QImage header;
+    QImage footer;
+    int pixelsPerClick = 50;
+    double pixelsPerMillisecond = 1e9; // of the animation
+    bool scrollsByWheel = true;
+    bool isOpen = true;
+    std::function<void()> atPause;  // what happens meanwhile
+    std::optional<Error> shotError; // of every shot after the first
+
+    // What the session did.
+    double offset = 0;
+    double pending = 0; // still to be scrolled by the animation
+    int shots = 0;
+    int milliseconds = 0;
+    QList<int> turns;
+    QList<QPointF> warps;
+    QList<Permission> requested;
+    QPointF pointer{5, 5};
+
+    ScrollingCaptureSession::Ports ports()
+    {
+        return {*this, *this, *this, *this, [this](int time) {
+                    milliseconds += time;
+                    const double step =
+                        std::clamp(pending, -time * pixelsPerMillisecond, time * pixelsPerMillisecond);
+                    pending -= step;
+                    offset = std::clamp(offset + step, 0.0, double(page.image().height()) - height * scale);
+                    if (atPause)
+                        atPause();
+                    return readyFuture(Result<void>{});
+                }};
+    }
+    Screen screen() const
+    {
+        return {.id = 1, .name = {}, .native = {200, 100, 800, 2000}, .scale = scale, .isPrimary = true};
+    }
+    QRectF region() const { return {10, 20, Page::width / scale, double(height)}; }
+
+    QList<Screen> screens() const override { return {screen()}; }
+    QList<ListedWindow> windows() const override
+    {
+        if (!isOpen)
+            return {};
+        ListedWindow window;
+        window.id = 7;
+        window.frame = region().translated(screen().frame().topLeft());
+        return {window};
+    }
+
+    ScreenPictures::Capabilities capabilities() const override { return {}; }
+    QFuture<Result<QImage>> display(const Screen &, Pointer) override
+    {
+        return readyFuture(Result<QImage>(fail("no")));
+    }
+    QFuture<Result<QImage>> window(quint32, Pointer) override
+    {
+        return readyFuture(Result<QImage>(fail("no")));
+    }
+    QFuture<Result<QImage>> region(const Screen &on, const QRectF &rect, Pointer shown) override
+    {
+        EXPECT_EQ(on, screen());
+        EXPECT_EQ(rect, region());
+        EXPECT_EQ(shown, Pointer::Hidden);
+        if (shots++ > 0 && shotError)
+            return readyFuture(Result<QImage>(std::unexpected(*shotError)));
+        return readyFuture(Result<QImage>(picture()));
+    }
+    QImage picture() const { return page.frame(int(offset), int(height * scale), header, footer); }
+
+    QPointF position() const override { return pointer; }
+    void warp(QPointF point) override
+    {
+        pointer = point;
+        warps.append(point);
+    }
+    bool canScroll() const override { return scrollsByWheel; }
+    QFuture<Result<void>> wheel(int clicks) override
+    {
+        turns.append(clicks);
+        pending += clicks * pixelsPerClick;
+        return readyFuture(Result<void>{});
+    }
+
+    PermissionStatus status(Permission) const override { return PermissionStatus::Granted; }
+    void request(Permission permission) override { requested.append(permission); }
+    void openSettings(Permission) override {}
+};
+
+class ScrollingSession : public testing::Test {
+protected:
+    std::optional<QImage> run(ScrollingWindow &window, int maxFrames = 80)
+    {
+        session = std::make_unique<ScrollingCaptureSession>(window.ports(), window.screen(), window.region());
+        session->setMaxFrames(maxFrames);
+        QObject::connect(session.get(), &ScrollingCaptureSession::shootingEnded, session.get(),
+                         [this] { ++ends; });
+        const QFuture<Result<std::optional<QImage>>> future = session->run();
+        Result<std::optional<QImage>> result;
+        QEventLoop loop;
+        whenDone(future, &loop, [&](const Result<std::optional<QImage>> &outcome) {
+            result = outcome;
+            loop.quit();
+        });
+        loop.exec();
+        EXPECT_EQ(ends, 1);
+        if (!result) {
+            error = result.error();
+            return {};
+        }
+        return *result;
+    }
+
+    std::unique_ptr<ScrollingCaptureSession> session;
+    std::optional<Error> error;
+    int ends = 0;
+};
+
+QImage whole(const ScrollingWindow &window)
+{
+    QImage image = window.page.image();
+    QPainter painter(&image);
+    painter.drawImage(0, 0, window.header);
+    painter.drawImage(0, image.height() - window.footer.height(), window.footer);
+    return image;
+}
+
+} // namespace
+
+TEST(WheelPlan, AsksForOneClickUntilItKnowsWhatAClickDoes)
+{
+    WheelPlan plan(400, 220);
+    EXPECT_EQ(plan.clicks(), 1);
+    EXPECT_FALSE(plan.expectedShift(1));
+    plan.learn({.shift = 50}, 1);
+    EXPECT_EQ(plan.clicks(), 4);
+    EXPECT_EQ(plan.clicksAfter(50), 3);
+    EXPECT_EQ(plan.expectedShift(4), 200);
+    plan.learn({.shift = 20}, 4); // the page's end
+    EXPECT_EQ(plan.clicks(), 4);
+}
+
+TEST(WheelPlan, KeepsAnOverlapBetweenATallHeaderAndFooter)
+{
+    WheelPlan plan(400, 220);
+    plan.learn({.footer = 100, .shift = 20, .header = 100}, 1);
+    EXPECT_EQ(plan.clicks(), 8); // 80% of the 200 rows that move
+    plan.tooMany(8);
+    EXPECT_EQ(plan.clicks(), 4);
+    EXPECT_EQ(WheelPlan(60, 40).clicks(), 1);
+}
+
+TEST_F(ScrollingSession, GivesTheWholePageWithItsHeaderAndFooterOnce)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.header = Page(40, 2).image();
+    window.footer = Page(24, 3).image();
+    EXPECT_TRUE(sameRows(run(window), whole(window)));
+    EXPECT_EQ(session->message(), "Auto-scrolling…");
+    EXPECT_EQ(session->frames(), session->steps().size() + 1);
+    // The middle of the region, in the desktop's points.
+    EXPECT_EQ(window.warps.first(), QPointF(200 + 10 + 50, 100 + 20 + 200));
+    EXPECT_TRUE(window.requested.isEmpty());
+}
+
+TEST_F(ScrollingSession, LearnsFromTheFirstClickHowFarOneGoes)
+{
+    for (const int pixels : {17, 46, 85, 120, 210}) {
+        ScrollingWindow window(Page(3000), 400);
+        window.pixelsPerClick = pixels;
+        ends = 0;
+        EXPECT_TRUE(sameRows(run(window), whole(window))) << pixels;
+        EXPECT_EQ(window.turns.first(), 1);
+        const int stepPixels = window.turns.last() * pixels;
+        EXPECT_LE(std::abs(stepPixels - 220), std::max(pixels / 2, 0)) << pixels; // 55% of 400
+        // The first click is the beginning of the first step, not a step of its own.
+        EXPECT_GT(session->steps().first().shift, 220 - pixels) << pixels;
+    }
+}
+
+TEST_F(ScrollingSession, ScrollsShortRegionsByAtLeastFortyPoints)
+{
+    // In the lowest the stitcher's twelve rows of overlap come first.
+    for (const auto &[height, distance] : {std::pair{60, 40}, {75, 41}, {100, 55}, {50, 38}}) {
+        ScrollingWindow window(Page(400), height);
+        window.pixelsPerClick = 1;
+        ends = 0;
+        EXPECT_TRUE(sameRows(run(window), whole(window))) << height;
+        EXPECT_EQ(window.turns.last(), distance) << height;
+    }
+    ScrollingWindow sharp(Page(900), 100);
+    sharp.scale = 2;
+    sharp.pixelsPerClick = 10;
+    ends = 0;
+    EXPECT_TRUE(sameRows(run(sharp), whole(sharp)));
+    EXPECT_EQ(sharp.turns.last() * 10, 110);
+}
+
+TEST_F(ScrollingSession, WaitsForAnAnimatedPageToStandStill)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.pixelsPerClick = 120;
+    window.pixelsPerMillisecond = 0.6; // 120 pixels take 200 ms, a step 400
+    EXPECT_TRUE(sameRows(run(window), whole(window)));
+    for (const FrameStitcher::Step &step : session->steps().first(session->steps().size() - 1))
+        EXPECT_EQ(step.shift, 240);
+}
+
+TEST_F(ScrollingSession, ComesQuicklyThroughAPageThatMovesAtOnce)
+{
+    ScrollingWindow window(Page(8000), 400);
+    run(window);
+    EXPECT_LT(window.milliseconds, session->frames() * 220 + 3 * 500);
+}
+
+TEST_F(ScrollingSession, GoesBackWhenTheOverlapWasLost)
+{
+    // A page that suddenly scrolls four times as far.
+    ScrollingWindow window(Page(3000), 400);
+    window.atPause = [&] {
+        if (window.offset > 800)
+            window.pixelsPerClick = 200;
+    };
+    EXPECT_TRUE(sameRows(run(window), whole(window)));
+    EXPECT_TRUE(
+        std::any_of(window.turns.cbegin(), window.turns.cend(), [](int clicks) { return clicks < 0; }));
+}
+
+TEST_F(ScrollingSession, EndsAfterThreeUnchangedShotsOfAShortPage)
+{
+    ScrollingWindow window(Page(400), 400);
+    EXPECT_EQ(run(window), window.page.image());
+    EXPECT_EQ(session->frames(), 1);
+    EXPECT_EQ(window.turns, (QList<int>{1, 1, 1}));
+}
+
+TEST_F(ScrollingSession, EndsAtTheLimitOfFrames)
+{
+    ScrollingWindow window(Page(30000), 200);
+    EXPECT_TRUE(run(window));
+    EXPECT_EQ(session->frames(), 80);
+    ends = 0;
+    window.offset = 0;
+    EXPECT_TRUE(run(window, 3));
+    EXPECT_EQ(session->frames(), 3);
+}
+
+TEST_F(ScrollingSession, StopsAtOnceWithTheFirstShot)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.atPause = [&] { session->stop(); };
+    EXPECT_EQ(run(window), window.page.rows(0, 400));
+    EXPECT_EQ(window.shots, 1);
+    EXPECT_TRUE(window.turns.isEmpty());
+}
+
+TEST_F(ScrollingSession, KeepsShootingByHandUntilDone)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.scrollsByWheel = false;
+    window.pixelsPerMillisecond = 0.5;
+    int pauses = 0;
+    window.atPause = [&] {
+        ++pauses;
+        EXPECT_EQ(session->message(), "Scroll the area slowly");
+        if (pauses == 10) // after ten shots of a page that stands still
+            window.pending = 700;
+        if (pauses == 20)
+            session->stop();
+    };
+    EXPECT_TRUE(sameRows(run(window), window.page.rows(0, 400 + 700)));
+    EXPECT_EQ(window.shots, 20);
+    EXPECT_EQ(window.milliseconds, 20 * 300);
+    EXPECT_TRUE(window.turns.isEmpty());
+    EXPECT_TRUE(window.warps.isEmpty());
+    EXPECT_EQ(window.requested, QList<Permission>{Permission::Accessibility});
+}
+
+TEST_F(ScrollingSession, LetsTheHandReachTheDoneButton)
+{
+    ScrollingWindow window(Page(30000), 400);
+    int pauses = 0;
+    qsizetype turnsThen = 0;
+    window.atPause = [&] {
+        ++pauses;
+        if (pauses == 40) {
+            window.pointer = {300, 900}; // on the way to the panel
+            turnsThen = window.turns.size();
+        }
+        if (pauses > 40 && pauses < 43)
+            window.pointer += QPointF(0, 20);
+        if (pauses == 43)
+            session->setHeld(true);
+        if (pauses == 100)
+            session->stop();
+    };
+    EXPECT_TRUE(run(window));
+    EXPECT_LE(window.turns.size(), turnsThen + 1);
+    EXPECT_EQ(window.pointer, QPointF(300, 940));
+}
+
+TEST_F(ScrollingSession, GoesOnWhenTheHandRestsElsewhere)
+{
+    ScrollingWindow window(Page(3000), 400);
+    int pauses = 0;
+    window.atPause = [&] {
+        if (++pauses == 10)
+            window.pointer = {300, 900};
+    };
+    EXPECT_TRUE(sameRows(run(window), whole(window)));
+}
+
+TEST_F(ScrollingSession, GivesWhatItHasWhenTheWindowIsClosed)
+{
+    ScrollingWindow window(Page(3000), 400);
+    qsizetype turnsThen = 0;
+    window.atPause = [&] {
+        if (window.offset > 1000 && window.isOpen) {
+            window.isOpen = false;
+            turnsThen = window.turns.size();
+        }
+    };
+    const auto picture = run(window);
+    ASSERT_TRUE(picture);
+    EXPECT_TRUE(sameRows(picture, window.page.rows(0, picture->height())));
+    EXPECT_GT(picture->height(), 1000);
+    EXPECT_EQ(window.turns.size(), turnsThen) << "turned the wheel over something else";
+}
+
+TEST_F(ScrollingSession, PassesTheErrorOfAShotOn)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.shotError = Error{Error::Kind::NotFound, "That screen is gone.", {}};
+    EXPECT_FALSE(run(window));
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->message, "That screen is gone.");
+}
+
+TEST_F(ScrollingSession, IsCancelledByItsOwnersDeath)
+{
+    ScrollingWindow window(Page(3000), 400);
+    session = std::make_unique<ScrollingCaptureSession>(window.ports(), window.screen(), window.region());
+    auto future = session->run();
+    session.reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return future.isFinished(); }, 2000));
+    EXPECT_EQ(future.resultCount(), 0);
+}
