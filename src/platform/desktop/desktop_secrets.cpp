@@ -1,0 +1,108 @@
+#include "platform/desktop/desktop_secrets.h"
+
+#include "base/json.h"
+#include "base/log.h"
+#include "platform/desktop/secret_service.h"
+
+#include <QDBusConnection>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonObject>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// The file is one object: services, each an object of accounts and values.
+QJsonObject readSecrets(const QString &path)
+{
+    const auto document = Json::readFile(path);
+    return document ? document->object() : QJsonObject();
+}
+
+// Never readable for anyone else, not for a moment: the file is made with its mode and renamed into place.
+Result<void> writePrivately(const QString &path, const QByteArray &bytes)
+{
+    const auto failed = [&path] {
+        return fail(QStringLiteral("The password could not be stored in “%1”.").arg(path),
+                    QString::fromLocal8Bit(std::strerror(errno)));
+    };
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    const QByteArray target = QFile::encodeName(path);
+    const QByteArray temporary = target + ".new";
+    unlink(temporary.constData());
+    const int file =
+        ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file < 0)
+        return failed();
+    const bool isWritten =
+        ::write(file, bytes.constData(), std::size_t(bytes.size())) == bytes.size() && fsync(file) == 0;
+    ::close(file);
+    if (!isWritten || std::rename(temporary.constData(), target.constData()) != 0) {
+        const auto error = failed();
+        unlink(temporary.constData());
+        return error;
+    }
+    return {};
+}
+
+} // namespace
+
+DesktopSecrets::DesktopSecrets(const QString &configFolder)
+    : DesktopSecrets(configFolder, [] { return SecretService::connect(QDBusConnection::sessionBus()); })
+{}
+
+DesktopSecrets::DesktopSecrets(const QString &configFolder, Connect connect)
+    : m_file(configFolder + QStringLiteral("/secrets.json")), m_connect(std::move(connect))
+{}
+
+std::optional<QString> DesktopSecrets::get(const QString &account, const QString &service) const
+{
+    // The file first: it costs nothing, and holds only what the service did not take.
+    if (auto kept = fromFile(account, service))
+        return kept;
+    const auto keeper = m_connect();
+    return keeper ? keeper->get(account, service) : std::nullopt;
+}
+
+Result<void> DesktopSecrets::set(const QString &value, const QString &account, const QString &service)
+{
+    auto keeper = m_connect();
+    if (value.isEmpty()) {
+        const Result<void> removed = keeper ? keeper->remove(account, service) : Result<void>{};
+        const Result<void> forgotten = toFile({}, account, service);
+        return removed ? forgotten : removed;
+    }
+    if (keeper) {
+        if (keeper->set(value, account, service))
+            return toFile({}, account, service); // an older copy would win
+    }
+    const Result<void> stored = toFile(value, account, service);
+    if (stored && !m_hasTold) {
+        Log::info(QStringLiteral(
+                      "No secret service took the password: it is kept in %1, readable for this user only")
+                      .arg(m_file));
+        m_hasTold = true;
+    }
+    return stored;
+}
+
+std::optional<QString> DesktopSecrets::fromFile(const QString &account, const QString &service) const
+{
+    return Json::string(readSecrets(m_file)[service].toObject(), account.toUtf8().constData());
+}
+
+Result<void> DesktopSecrets::toFile(const QString &value, const QString &account, const QString &service)
+{
+    QJsonObject secrets = readSecrets(m_file);
+    QJsonObject accounts = secrets[service].toObject();
+    if (value.isEmpty() && !accounts.contains(account))
+        return {};
+    if (value.isEmpty())
+        accounts.remove(account);
+    else
+        accounts[account] = value;
+    secrets[service] = accounts;
+    return writePrivately(m_file, QJsonDocument(secrets).toJson(QJsonDocument::Compact));
+}

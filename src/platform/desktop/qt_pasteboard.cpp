@@ -1,0 +1,83 @@
+#include "platform/desktop/qt_pasteboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+namespace {
+
+QClipboard *clipboard()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) ? QGuiApplication::clipboard()
+                                                                         : nullptr;
+}
+
+// The content that is there, or an empty one.
+const QMimeData &content()
+{
+    static const QMimeData nothing;
+    const QClipboard *board = clipboard();
+    const QMimeData *data = board ? board->mimeData() : nullptr;
+    return data ? *data : nothing;
+}
+
+void setContent(std::unique_ptr<QMimeData> data)
+{
+    if (QClipboard *board = clipboard())
+        board->setMimeData(data.release());
+}
+
+} // namespace
+
+void QtPasteboard::clear()
+{
+    if (QClipboard *board = clipboard())
+        board->clear();
+}
+
+void QtPasteboard::setFlavors(const QList<Flavor> &flavors)
+{
+    auto data = std::make_unique<QMimeData>();
+    for (const auto &[type, bytes] : flavors)
+        data->setData(type, bytes);
+    setContent(std::move(data));
+}
+
+void QtPasteboard::setText(const QString &text)
+{
+    auto data = std::make_unique<QMimeData>();
+    data->setText(text);
+    setContent(std::move(data));
+}
+
+void QtPasteboard::setFile(const QUrl &file)
+{
+    auto data = std::make_unique<QMimeData>();
+    data->setUrls({file});
+    setContent(std::move(data));
+}
+
+bool QtPasteboard::has(const QString &mimeType) const
+{
+    return content().hasFormat(mimeType);
+}
+
+QByteArray QtPasteboard::data(const QString &mimeType) const
+{
+    return content().data(mimeType);
+}
+
+QString QtPasteboard::text() const
+{
+    return content().text();
+}
+
+bool QtPasteboard::hasImage() const
+{
+    return content().hasImage();
+}
+
+QImage QtPasteboard::image() const
+{
+    return qvariant_cast<QImage>(content().imageData());
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/screen_pictures.h"
+
+// No screen and no window.
+class NullScreens : public Screens {
+public:
+    QList<Screen> screens() const override { return {}; }
+    QList<ListedWindow> windows() const override { return {}; }
+};
+
+// Answers every picture with `reason`, a sentence that the user can act on.
+class NullScreenPictures : public ScreenPictures {
+public:
+    explicit NullScreenPictures(QString reason);
+    Capabilities capabilities() const override;
+    QFuture<Result<QImage>> display(const Screen &screen, Pointer pointer) override;
+    QFuture<Result<QImage>> region(const Screen &screen, const QRectF &region, Pointer pointer) override;
+    QFuture<Result<QImage>> window(quint32 id, Pointer pointer) override;
+
+private:
+    QFuture<Result<QImage>> refusal() const;
+
+    QString m_reason;
+};

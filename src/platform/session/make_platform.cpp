@@ -1,0 +1,77 @@
+#include "platform/session/make_platform.h"
+
+#include "platform/desktop/desktop_login_item.h"
+#include "platform/desktop/desktop_opener.h"
+#include "platform/desktop/desktop_paths.h"
+#include "platform/desktop/desktop_permissions.h"
+#include "platform/desktop/desktop_secrets.h"
+#include "platform/desktop/desktop_sounds.h"
+#include "platform/desktop/desktop_trash.h"
+#include "platform/desktop/qt_pasteboard.h"
+#include "platform/null/null_desktop.h"
+#include "platform/null/null_input.h"
+#include "platform/null/null_recognition.h"
+#include "platform/null/null_screens.h"
+#include "platform/session/session_kind.h"
+#include "platform/x11/x11_hot_keys.h"
+#include "platform/x11/x11_pointer_control.h"
+#include "platform/x11/x11_screen_pictures.h"
+#include "platform/x11/x11_screens.h"
+#include "platform/x11/x11_workspace.h"
+
+namespace {
+
+void addX11(Platform &platform)
+{
+    platform.screens = std::make_unique<X11Screens>();
+    platform.pictures = std::make_unique<X11ScreenPictures>();
+    platform.pointer = std::make_unique<X11PointerControl>(*platform.screens);
+    platform.hotKeys = std::make_unique<X11HotKeys>();
+    platform.workspace =
+        std::make_unique<X11Workspace>(X11Workspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
+    platform.pasteboard = std::make_unique<QtPasteboard>();
+}
+
+void addNothing(Platform &platform)
+{
+    const QString reason = whyNoScreen();
+    platform.screens = std::make_unique<NullScreens>();
+    platform.pictures = std::make_unique<NullScreenPictures>(reason);
+    platform.pointer = std::make_unique<NullPointerControl>(reason);
+    platform.hotKeys = std::make_unique<NullHotKeys>(reason);
+    platform.workspace = std::make_unique<NullWorkspace>(reason);
+    platform.pasteboard = std::make_unique<NullPasteboard>();
+}
+
+void addDesktop(Platform &platform, bool hasScreen)
+{
+    platform.paths = std::make_unique<DesktopPaths>();
+    platform.trash = std::make_unique<DesktopTrash>();
+    platform.secrets = std::make_unique<DesktopSecrets>(platform.paths->config());
+    platform.loginItem = std::make_unique<DesktopLoginItem>();
+    platform.sounds = std::make_unique<DesktopSounds>();
+    platform.permissions = std::make_unique<DesktopPermissions>(hasScreen);
+}
+
+} // namespace
+
+Platform makePlatform()
+{
+    Platform platform;
+    const SessionKind kind = sessionKind();
+    addDesktop(platform, kind == SessionKind::X11);
+    switch (kind) {
+    case SessionKind::X11:
+        addX11(platform);
+        break;
+    case SessionKind::None:
+        addNothing(platform);
+        break;
+    }
+    platform.text = std::make_unique<NullTextEngine>(
+        QStringLiteral("Text recognition is not installed: install Lumenpost's recognition module."));
+    platform.faces = std::make_unique<NullFaceEngine>(
+        QStringLiteral("Face recognition is not installed: install Lumenpost's recognition module."));
+    platform.http = std::make_unique<NullHttp>(QStringLiteral("There is no network in this build."));
+    return platform;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QtGlobal>
+#include <optional>
+
+// Where a key of the program's own numbering (letters, digits and signs of the US layout) is on an X
+// keyboard.
+struct X11Key {
+    quint32 keysym = 0;  // what the key writes; found in the user's layout
+    quint8 position = 0; // where the key is on a US keyboard; for layouts that don't write it
+};
+
+std::optional<X11Key> x11Key(int keyCode);

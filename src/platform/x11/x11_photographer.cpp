@@ -1,0 +1,262 @@
+#include "platform/x11/x11_photographer.h"
+
+#include "platform/x11/x11_compositor.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_image_reader.h"
+#include "platform/x11/x11_screens.h"
+
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QThread>
+#include <xcb/composite.h>
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+#include <xcb/xfixes.h>
+
+namespace {
+
+// How far a compositing manager's shadow may reach out of a window of ours.
+constexpr int kShadowReach = 40;
+// How long windows may take to repaint what the server has begun to keep of them.
+constexpr int kRepaintTime = 80;
+constexpr int kLongestRepaintTime = 400;
+constexpr int kBetweenSamples = 20;
+
+// Holds the server still: nothing is drawn, moved or opened by anyone else.
+class ServerGrab {
+public:
+    explicit ServerGrab(xcb_connection_t *xcb) : m_xcb(xcb) { xcb_grab_server(xcb); }
+    ~ServerGrab()
+    {
+        xcb_ungrab_server(m_xcb);
+        xcb_flush(m_xcb);
+    }
+    ServerGrab(const ServerGrab &) = delete;
+    ServerGrab &operator=(const ServerGrab &) = delete;
+
+private:
+    xcb_connection_t *m_xcb;
+};
+
+void paste(QImage &onto, const QImage &part, QPoint at, const QRegion &only)
+{
+    QPainter painter(&onto);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.setClipRegion(only);
+    painter.drawImage(at, part);
+}
+
+bool hasTransparency(const QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(line[x]) != 255)
+                return true;
+        }
+    }
+    return false;
+}
+
+std::unexpected<Error> windowGone()
+{
+    return fail(Error::Kind::NotFound, QStringLiteral("That window is no longer available."));
+}
+
+} // namespace
+
+Result<std::unique_ptr<X11Photographer>> X11Photographer::open()
+{
+    auto connection = X11Connection::open(X11Extension::Shm | X11Extension::XFixes | X11Extension::Composite |
+                                          X11Extension::Render | X11Extension::Res | X11Extension::Shape);
+    if (!connection)
+        return std::unexpected(connection.error());
+    std::unique_ptr<X11Photographer> photographer(new X11Photographer);
+    photographer->m_connection = std::move(*connection);
+    photographer->m_reader = std::make_unique<X11ImageReader>(*photographer->m_connection);
+    photographer->m_compositor = std::make_unique<X11Compositor>(*photographer->m_connection);
+    return photographer;
+}
+
+X11Photographer::X11Photographer() = default;
+X11Photographer::~X11Photographer() = default;
+
+bool X11Photographer::isBroken() const
+{
+    return m_connection->isBroken();
+}
+
+void X11Photographer::trim()
+{
+    m_reader->trim();
+}
+
+Result<QImage> X11Photographer::area(const QRect &rect, Pointer pointer)
+{
+    const QRect inside = rect.intersected(m_connection->rootRect());
+    if (inside.isEmpty())
+        return fail(Error::Kind::Invalid, QStringLiteral("The region lies outside the screen."));
+    Result<QImage> image = areaInside(inside);
+    if (!image)
+        return image;
+    if (inside != rect) {
+        QImage whole(rect.size(), QImage::Format_RGB32);
+        if (whole.isNull())
+            return fail(Error::Kind::Invalid, QStringLiteral("The region is too large."));
+        whole.fill(Qt::black);
+        paste(whole, *image, inside.topLeft() - rect.topLeft(), QRect(QPoint(), rect.size()));
+        image = whole;
+    }
+    if (pointer == Pointer::Shown)
+        paintPointer(*image, rect.topLeft());
+    return image;
+}
+
+Result<QImage> X11Photographer::areaInside(const QRect &rect)
+{
+    const bool canCompose = m_connection->has(X11Extension::Composite) &&
+                            m_connection->has(X11Extension::Render) &&
+                            m_connection->has(X11Extension::XFixes);
+    QElapsedTimer sinceKept;
+    QImage lastSample;
+    while (true) {
+        bool mustKeep = false;
+        {
+            const ServerGrab grab(m_connection->xcb());
+            const X11Survey survey = X11Survey::take(*m_connection);
+            if (survey.root.isEmpty())
+                return fail(QStringLiteral("The display has gone away."));
+            const QRect target = rect.intersected(survey.root);
+            if (target != rect) // the screen has just become smaller
+                return fail(QStringLiteral("The screen changed while its picture was taken: try again."));
+            const QRegion covered = survey.own.intersected(rect);
+            const int reach = survey.isComposited ? kShadowReach : 0;
+            QRegion ours;
+            for (const QRect &each : survey.own)
+                ours += each.adjusted(-reach, -reach, reach, reach);
+            ours &= rect;
+            if (ours.isEmpty() || !canCompose)
+                return m_reader->read(m_connection->root(), rect);
+            if (!survey.isComposited && !m_keepsContents) {
+                mustKeep = true;
+            } else {
+                const QRect under = ours.boundingRect();
+                const quint32 pixmap = m_compositor->paint(survey, under);
+                if (pixmap == 0 && !m_keepsContents) {
+                    mustKeep = true; // a window that the compositing manager leaves alone
+                } else if (pixmap == 0) {
+                    return fail(
+                        QStringLiteral("The screen could not be read without Lumenpost's own windows."));
+                } else {
+                    Result<QImage> part = m_reader->read(pixmap, QRect(QPoint(), under.size()));
+                    m_compositor->release(pixmap);
+                    if (!part)
+                        return part;
+                    const bool isSettled = !sinceKept.isValid() ||
+                                           sinceKept.hasExpired(kLongestRepaintTime) ||
+                                           (sinceKept.hasExpired(kRepaintTime) && *part == lastSample);
+                    if (isSettled) {
+                        Result<QImage> whole = m_reader->read(m_connection->root(), rect);
+                        if (whole)
+                            paste(*whole, *part, under.topLeft() - rect.topLeft(),
+                                  ours.translated(-rect.topLeft()));
+                        return whole;
+                    }
+                    lastSample = *part;
+                }
+            }
+        }
+        if (mustKeep) {
+            keepContents();
+            sinceKept.start();
+        }
+        QThread::msleep(kBetweenSamples);
+    }
+}
+
+// Without a compositing manager nobody keeps what windows show under other windows. From now on the server
+// does; it asks the windows to paint those parts, which takes them a moment.
+void X11Photographer::keepContents()
+{
+    xcb_composite_redirect_subwindows(m_connection->xcb(), m_connection->root(),
+                                      XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    xcb_flush(m_connection->xcb());
+    m_keepsContents = true;
+}
+
+Result<QImage> X11Photographer::window(quint32 id, Pointer pointer)
+{
+    QRect frame;
+    Result<QImage> image = windowOnce(id, frame);
+    if (!image && image.error().kind == Error::Kind::Unavailable && !m_keepsContents &&
+        m_connection->has(X11Extension::Composite)) {
+        keepContents();
+        QElapsedTimer sinceKept;
+        sinceKept.start();
+        QImage lastSample;
+        do {
+            QThread::msleep(kBetweenSamples);
+            lastSample = image ? *image : QImage();
+            image = windowOnce(id, frame);
+        } while (image && !sinceKept.hasExpired(kLongestRepaintTime) &&
+                 !(sinceKept.hasExpired(kRepaintTime) && *image == lastSample));
+    }
+    if (image && pointer == Pointer::Shown)
+        paintPointer(*image, frame.topLeft());
+    return image;
+}
+
+// Error::Kind::Unavailable when the contents aren't kept yet.
+Result<QImage> X11Photographer::windowOnce(quint32 id, QRect &frame)
+{
+    xcb_connection_t *xcb = m_connection->xcb();
+    const ServerGrab grab(xcb);
+    const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, id), nullptr));
+    if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE ||
+        attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT || id == m_connection->root() ||
+        X11OwnClients::ask(*m_connection).owns(id))
+        return windowGone();
+    frame = X11Desktop::visibleFrame(*m_connection, id);
+    const quint32 top = X11Survey::topLevelOf(*m_connection, id);
+    const XcbOwned<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, top), nullptr));
+    if (frame.isEmpty() || top == 0 || !geometry)
+        return windowGone();
+    const QRect outer(geometry->x, geometry->y, geometry->width + 2 * geometry->border_width,
+                      geometry->height + 2 * geometry->border_width);
+    const QRect crop = frame.intersected(outer).translated(-outer.topLeft());
+    if (crop.isEmpty())
+        return windowGone();
+    if (!m_connection->has(X11Extension::Composite))
+        return m_reader->read(m_connection->root(), frame.intersected(m_connection->rootRect()));
+
+    const quint32 pixmap = xcb_generate_id(xcb);
+    const XcbOwned<xcb_generic_error_t> unkept(
+        xcb_request_check(xcb, xcb_composite_name_window_pixmap_checked(xcb, top, pixmap)));
+    if (unkept)
+        return fail(Error::Kind::Unavailable,
+                    QStringLiteral("The window's picture is not kept by this display."));
+    Result<QImage> image = m_reader->read(pixmap, crop);
+    xcb_free_pixmap(xcb, pixmap);
+    frame = crop.translated(outer.topLeft());
+    if (image && image->format() != QImage::Format_RGB32 && !hasTransparency(*image))
+        image->reinterpretAsFormat(QImage::Format_RGB32);
+    return image;
+}
+
+void X11Photographer::paintPointer(QImage &image, QPoint origin) const
+{
+    if (!m_connection->has(X11Extension::XFixes))
+        return;
+    xcb_connection_t *xcb = m_connection->xcb();
+    const XcbOwned<xcb_xfixes_get_cursor_image_reply_t> cursor(
+        xcb_xfixes_get_cursor_image_reply(xcb, xcb_xfixes_get_cursor_image(xcb), nullptr));
+    if (!cursor || cursor->width == 0 || cursor->height == 0)
+        return;
+    const QImage picture(
+        reinterpret_cast<const uchar *>(xcb_xfixes_get_cursor_image_cursor_image(cursor.get())),
+        cursor->width, cursor->height, cursor->width * 4, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    painter.drawImage(QPoint(cursor->x - cursor->xhot, cursor->y - cursor->yhot) - origin, picture);
+}

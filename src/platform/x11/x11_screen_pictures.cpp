@@ -1,0 +1,88 @@
+#include "platform/x11/x11_screen_pictures.h"
+
+#include "platform/x11/x11_photographer.h"
+
+#include <QtConcurrentRun>
+#include <cmath>
+
+namespace {
+
+// Sizes are truncated; this much of a pixel is the error of a computed scale, not a missing part.
+constexpr double kPixelNoise = 1e-6;
+constexpr int kLongestSide = 32767; // the protocol counts in 16 bits
+
+} // namespace
+
+X11ScreenPictures::X11ScreenPictures()
+{
+    m_worker.setMaxThreadCount(1);
+}
+
+X11ScreenPictures::~X11ScreenPictures()
+{
+    m_worker.clear();
+    m_worker.waitForDone();
+}
+
+ScreenPictures::Capabilities X11ScreenPictures::capabilities() const
+{
+    return {.displays = true, .windows = true, .excludesOwn = true, .reason = {}};
+}
+
+Result<X11Photographer *> X11ScreenPictures::photographer()
+{
+    if (m_photographer && m_photographer->isBroken())
+        m_photographer.reset();
+    if (!m_photographer) {
+        auto opened = X11Photographer::open();
+        if (!opened)
+            return std::unexpected(opened.error());
+        m_photographer = std::move(*opened);
+    }
+    return m_photographer.get();
+}
+
+template <typename Work>
+QFuture<Result<QImage>> X11ScreenPictures::take(Work work)
+{
+    return QtConcurrent::run(&m_worker, [this, work = std::move(work)]() -> Result<QImage> {
+        const auto open = photographer();
+        if (!open)
+            return std::unexpected(open.error());
+        Result<QImage> image = work(**open);
+        if (!image && m_photographer->isBroken())
+            return fail(QStringLiteral("The display has gone away."), image.error().detail);
+        return image;
+    });
+}
+
+QFuture<Result<QImage>> X11ScreenPictures::display(const Screen &screen, Pointer pointer)
+{
+    return take([native = screen.native, pointer](X11Photographer &photographer) {
+        return photographer.area(native, pointer);
+    });
+}
+
+QFuture<Result<QImage>> X11ScreenPictures::region(const Screen &screen, const QRectF &region, Pointer pointer)
+{
+    const QRectF scaled(region.topLeft() * screen.scale, region.size() * screen.scale);
+    const double width = std::floor(scaled.width() + kPixelNoise);
+    const double height = std::floor(scaled.height() + kPixelNoise);
+    const bool isSound = width >= 1 && height >= 1 && width <= kLongestSide && height <= kLongestSide &&
+                         std::abs(scaled.x()) <= kLongestSide && std::abs(scaled.y()) <= kLongestSide;
+    if (!isSound) {
+        QPromise<Result<QImage>> refused;
+        refused.start();
+        refused.addResult(fail(Error::Kind::Invalid, QStringLiteral("The region is empty or too large.")));
+        refused.finish();
+        return refused.future();
+    }
+    const QRect native(screen.native.topLeft() + scaled.topLeft().toPoint(), QSize(int(width), int(height)));
+    return take(
+        [native, pointer](X11Photographer &photographer) { return photographer.area(native, pointer); });
+}
+
+QFuture<Result<QImage>> X11ScreenPictures::window(quint32 id, Pointer pointer)
+{
+    return take([id, pointer](X11Photographer &photographer) { return photographer.window(id, pointer); });
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/screen_pictures.h"
+
+#include <QThreadPool>
+#include <memory>
+
+class X11Photographer;
+
+// Pictures of an X server's screen. Every picture is taken on one worker thread, in the order it was asked
+// for.
+class X11ScreenPictures : public ScreenPictures {
+public:
+    X11ScreenPictures();
+    ~X11ScreenPictures() override;
+    Capabilities capabilities() const override;
+    QFuture<Result<QImage>> display(const Screen &screen, Pointer pointer) override;
+    QFuture<Result<QImage>> region(const Screen &screen, const QRectF &region, Pointer pointer) override;
+    QFuture<Result<QImage>> window(quint32 id, Pointer pointer) override;
+
+private:
+    template <typename Work>
+    QFuture<Result<QImage>> take(Work work);
+    Result<X11Photographer *> photographer();
+
+    std::unique_ptr<X11Photographer> m_photographer; // worker thread only
+    QThreadPool m_worker;
+};
