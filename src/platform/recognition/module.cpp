@@ -1,0 +1,7 @@
+#include "platform/recognition/tesseract_engine.h"
+
+// The two entries of the loadable module.
+extern "C" Q_DECL_EXPORT TextEngine *lumenpost_text_engine()
+{
+    return new TesseractEngine;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "base/result.h"
+#include "platform/recognition/line_finder.h"
+#include "platform/text_engine.h"
+
+#include <memory>
+#include <optional>
+
+// Reads single lines of text with one set of language data. One thread at a time.
+class TesseractReader {
+public:
+    // `languages` as Tesseract joins them, such as "deu+eng".
+    static Result<std::unique_ptr<TesseractReader>> open(const QString &dataFolder, const QString &languages);
+    ~TesseractReader();
+
+    // The text of one region of a picture's ink; boxes are pixels of the picture with the origin at the top left.
+    // Nothing when there is no text.
+    std::optional<RecognizedLine> read(const QImage &ink, const TextRegion &region);
+
+private:
+    struct Parts;
+    explicit TesseractReader(std::unique_ptr<Parts> parts);
+    std::unique_ptr<Parts> m_parts;
+};
