@@ -1,5 +1,5 @@
-// Figures of reading over a folder of pages with their truth: how many words are found and how many of the found
-// are right, by page, and the time each took.
+// Figures of reading over a folder of pages with their truth: how many words are found and how many of the
+// found are right, by page, and the time each took.
 //
 //     bench_recognition FOLDER…
 //
@@ -90,8 +90,8 @@ int main(int argc, char **argv)
             recalls += recall;
             precisions += precision;
             ++pages;
-            std::printf("%-24s recall %.3f precision %.3f  %.2f s of one core\n", qUtf8Printable(name), recall,
-                        precision, seconds);
+            std::printf("%-24s recall %.3f precision %.3f  %.2f s of one core\n", qUtf8Printable(name),
+                        recall, precision, seconds);
             if (qEnvironmentVariableIsSet("WRONG")) {
                 QStringList missed;
                 for (auto it = left.begin(); it != left.end(); ++it)

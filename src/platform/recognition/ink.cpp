@@ -43,8 +43,9 @@ int distance(const cv::Vec3b &pixel, const cv::Vec3b &low, const cv::Vec3b &high
 void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
 {
     cv::Mat small;
-    cv::resize(pixels, small, cv::Size((pixels.cols + Shrink - 1) / Shrink, (pixels.rows + Shrink - 1) / Shrink), 0,
-               0, cv::INTER_NEAREST);
+    cv::resize(pixels, small,
+               cv::Size((pixels.cols + Shrink - 1) / Shrink, (pixels.rows + Shrink - 1) / Shrink), 0, 0,
+               cv::INTER_NEAREST);
     cv::medianBlur(small, small, MedianWindow);
     cv::Mat low;
     cv::Mat high;

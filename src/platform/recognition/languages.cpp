@@ -9,18 +9,20 @@ namespace {
 const QHash<QString, QString> &namesByCode()
 {
     static const QHash<QString, QString> names{
-        {"af", "afr"}, {"am", "amh"}, {"ar", "ara"}, {"as", "asm"}, {"az", "aze"}, {"be", "bel"}, {"bg", "bul"},
-        {"bn", "ben"}, {"br", "bre"}, {"bs", "bos"}, {"ca", "cat"}, {"cs", "ces"}, {"cy", "cym"}, {"da", "dan"},
-        {"de", "deu"}, {"el", "ell"}, {"en", "eng"}, {"eo", "epo"}, {"es", "spa"}, {"et", "est"}, {"eu", "eus"},
-        {"fa", "fas"}, {"fi", "fin"}, {"fo", "fao"}, {"fr", "fra"}, {"ga", "gle"}, {"gd", "gla"}, {"gl", "glg"},
-        {"gu", "guj"}, {"he", "heb"}, {"hi", "hin"}, {"hr", "hrv"}, {"hu", "hun"}, {"hy", "hye"}, {"id", "ind"},
-        {"is", "isl"}, {"it", "ita"}, {"ja", "jpn"}, {"ka", "kat"}, {"kk", "kaz"}, {"km", "khm"}, {"kn", "kan"},
-        {"ko", "kor"}, {"ky", "kir"}, {"la", "lat"}, {"lb", "ltz"}, {"lo", "lao"}, {"lt", "lit"}, {"lv", "lav"},
-        {"mk", "mkd"}, {"ml", "mal"}, {"mn", "mon"}, {"mr", "mar"}, {"ms", "msa"}, {"mt", "mlt"}, {"my", "mya"},
-        {"nb", "nor"}, {"ne", "nep"}, {"nl", "nld"}, {"nn", "nor"}, {"no", "nor"}, {"oc", "oci"}, {"or", "ori"},
-        {"pa", "pan"}, {"pl", "pol"}, {"pt", "por"}, {"ro", "ron"}, {"ru", "rus"}, {"si", "sin"}, {"sk", "slk"},
-        {"sl", "slv"}, {"sq", "sqi"}, {"sr", "srp"}, {"sv", "swe"}, {"sw", "swa"}, {"ta", "tam"}, {"te", "tel"},
-        {"th", "tha"}, {"tr", "tur"}, {"uk", "ukr"}, {"ur", "urd"}, {"uz", "uzb"}, {"vi", "vie"}, {"yi", "yid"},
+        {"af", "afr"}, {"am", "amh"}, {"ar", "ara"}, {"as", "asm"}, {"az", "aze"}, {"be", "bel"},
+        {"bg", "bul"}, {"bn", "ben"}, {"br", "bre"}, {"bs", "bos"}, {"ca", "cat"}, {"cs", "ces"},
+        {"cy", "cym"}, {"da", "dan"}, {"de", "deu"}, {"el", "ell"}, {"en", "eng"}, {"eo", "epo"},
+        {"es", "spa"}, {"et", "est"}, {"eu", "eus"}, {"fa", "fas"}, {"fi", "fin"}, {"fo", "fao"},
+        {"fr", "fra"}, {"ga", "gle"}, {"gd", "gla"}, {"gl", "glg"}, {"gu", "guj"}, {"he", "heb"},
+        {"hi", "hin"}, {"hr", "hrv"}, {"hu", "hun"}, {"hy", "hye"}, {"id", "ind"}, {"is", "isl"},
+        {"it", "ita"}, {"ja", "jpn"}, {"ka", "kat"}, {"kk", "kaz"}, {"km", "khm"}, {"kn", "kan"},
+        {"ko", "kor"}, {"ky", "kir"}, {"la", "lat"}, {"lb", "ltz"}, {"lo", "lao"}, {"lt", "lit"},
+        {"lv", "lav"}, {"mk", "mkd"}, {"ml", "mal"}, {"mn", "mon"}, {"mr", "mar"}, {"ms", "msa"},
+        {"mt", "mlt"}, {"my", "mya"}, {"nb", "nor"}, {"ne", "nep"}, {"nl", "nld"}, {"nn", "nor"},
+        {"no", "nor"}, {"oc", "oci"}, {"or", "ori"}, {"pa", "pan"}, {"pl", "pol"}, {"pt", "por"},
+        {"ro", "ron"}, {"ru", "rus"}, {"si", "sin"}, {"sk", "slk"}, {"sl", "slv"}, {"sq", "sqi"},
+        {"sr", "srp"}, {"sv", "swe"}, {"sw", "swa"}, {"ta", "tam"}, {"te", "tel"}, {"th", "tha"},
+        {"tr", "tur"}, {"uk", "ukr"}, {"ur", "urd"}, {"uz", "uzb"}, {"vi", "vie"}, {"yi", "yid"},
     };
     return names;
 }
@@ -33,7 +35,8 @@ QStringList dataFolders()
     QStringList folders{QCoreApplication::applicationDirPath() + "/../share/lumenpost/tessdata"};
     for (const QString &root : {QString("/usr/local/share"), QString("/usr/share")}) {
         const QDir versions(root + "/tesseract-ocr");
-        for (const QString &version : versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed))
+        for (const QString &version :
+             versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed))
             folders.append(versions.filePath(version) + "/tessdata");
         folders.append(root + "/tessdata");
     }
@@ -79,6 +82,6 @@ Result<LanguageData> languageData(const QStringList &locales)
     }
     if (anything)
         return *anything;
-    return fail(Error::Kind::Unavailable,
-                "No language data for reading text is installed; the package tesseract-ocr-eng has the one for English.");
+    return fail(Error::Kind::Unavailable, "No language data for reading text is installed; the package "
+                                          "tesseract-ocr-eng has the one for English.");
 }

@@ -61,7 +61,8 @@ Components components(const QImage &ink)
         const int width = stats.at<int>(label, cv::CC_STAT_WIDTH);
         const int height = stats.at<int>(label, cv::CC_STAT_HEIGHT);
         const int area = stats.at<int>(label, cv::CC_STAT_AREA);
-        const QRect box(stats.at<int>(label, cv::CC_STAT_LEFT), stats.at<int>(label, cv::CC_STAT_TOP), width, height);
+        const QRect box(stats.at<int>(label, cv::CC_STAT_LEFT), stats.at<int>(label, cv::CC_STAT_TOP), width,
+                        height);
         const double filled = double(area) / (double(width) * height);
         if (height >= 30 && width <= 4) {
             found.uprights.push_back(box);
@@ -160,14 +161,16 @@ QList<TextRegion> findLines(const QImage &ink)
             if (a.box.isNull() || b.box.isNull())
                 continue;
             const int gap = b.box.left() - a.box.left() - a.box.width();
-            const int overlap = std::min(a.box.bottom(), b.box.bottom()) - std::max(a.box.top(), b.box.top()) + 1;
+            const int overlap =
+                std::min(a.box.bottom(), b.box.bottom()) - std::max(a.box.top(), b.box.top()) + 1;
             const int shorter = std::min(a.box.height(), b.box.height());
             const int reach = 3 * std::max(a.glyphHeight(), b.glyphHeight());
             if (gap > reach || overlap < 0.6 * shorter || gap < -shorter)
                 continue;
             const QRect between(a.box.right(), std::max(a.box.top(), b.box.top()), std::max(gap, 1), overlap);
             const bool ruled = std::ranges::any_of(found.uprights, [&](const QRect &rule) {
-                return rule.intersects(between) && rule.height() > 1.2 * std::max(a.box.height(), b.box.height());
+                return rule.intersects(between) &&
+                       rule.height() > 1.2 * std::max(a.box.height(), b.box.height());
             });
             if (ruled)
                 continue;

@@ -11,7 +11,7 @@ struct TextRegion {
     int strongest = 255; // ink of its letters
 };
 
-// Finds lines of text in a picture's ink: glyphs are its connected components, neighbours of alike size on one
-// level make a line. Rules, frames and pictures are left out; wide gaps and upright rules end a line, so that the
-// cells of a table stay apart. In reading order: by blocks from the top, left to right.
+// Finds lines of text in a picture's ink: glyphs are its connected components, neighbours of alike size on
+// one level make a line. Rules, frames and pictures are left out; wide gaps and upright rules end a line, so
+// that the cells of a table stay apart. In reading order: by blocks from the top, left to right.
 QList<TextRegion> findLines(const QImage &ink);

@@ -5,15 +5,16 @@
 #include "platform/recognition/languages.h"
 #include "platform/recognition/tesseract_reader.h"
 
+#include <QElapsedTimer>
 #include <QLibrary>
 #include <QThread>
-#include <QElapsedTimer>
 
 namespace {
 
-// Tesseract's threads within one picture spend most of their time waiting for each other, and on a busy machine
-// stretch a second to half a minute; pictures share the cores instead. Allowing no level of parallel regions is the
-// one limit that OpenMP takes at run time, for the calling thread: its environment was read when the program started.
+// Tesseract's threads within one picture spend most of their time waiting for each other, and on a busy
+// machine stretch a second to half a minute; pictures share the cores instead. Allowing no level of parallel
+// regions is the one limit that OpenMP takes at run time, for the calling thread: its environment was read
+// when the program started.
 void stayOnOneThread()
 {
     static const auto allowLevels =
@@ -31,12 +32,14 @@ TesseractEngine::TesseractEngine()
 
 TesseractEngine::~TesseractEngine() = default;
 
-QFuture<Result<QList<RecognizedLine>>> TesseractEngine::recognize(const QImage &image, const QStringList &languages)
+QFuture<Result<QList<RecognizedLine>>> TesseractEngine::recognize(const QImage &image,
+                                                                  const QStringList &languages)
 {
     return QtConcurrent::run(&m_threads, [this, image, languages] { return work(image, languages); });
 }
 
-Result<std::unique_ptr<TesseractReader>> TesseractEngine::takeReader(const QString &folder, const QString &languages)
+Result<std::unique_ptr<TesseractReader>> TesseractEngine::takeReader(const QString &folder,
+                                                                     const QString &languages)
 {
     {
         const std::lock_guard lock(m_mutex);
@@ -59,11 +62,12 @@ Result<QList<RecognizedLine>> TesseractEngine::work(const QImage &image, const Q
     if (image.isNull())
         return lines;
     stayOnOneThread();
-    QElapsedTimer t; t.start();
+    QElapsedTimer t;
+    t.start();
     const QImage ink = inkOf(image);
     const auto t1 = t.elapsed();
     const auto regions = findLines(ink);
-    fprintf(stderr, "ink %d find %d n %d\n", int(t1), int(t.elapsed()-t1), int(regions.size()));
+    fprintf(stderr, "ink %d find %d n %d\n", int(t1), int(t.elapsed() - t1), int(regions.size()));
     if (regions.isEmpty())
         return lines;
     auto reader = takeReader(data->folder, data->languages);

@@ -7,13 +7,14 @@
 
 class TesseractReader;
 
-// Tesseract behind line finding of our own. Pictures are read on worker threads, one a thread; readers and their
-// language data are kept for the next picture.
+// Tesseract behind line finding of our own. Pictures are read on worker threads, one a thread; readers and
+// their language data are kept for the next picture.
 class TesseractEngine : public TextEngine {
 public:
     TesseractEngine();
     ~TesseractEngine() override;
-    QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image, const QStringList &languages) override;
+    QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
+                                                     const QStringList &languages) override;
 
 private:
     struct IdleReader {

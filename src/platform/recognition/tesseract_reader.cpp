@@ -22,15 +22,16 @@ struct TesseractReader::Parts {
 TesseractReader::TesseractReader(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
 TesseractReader::~TesseractReader() = default;
 
-Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &dataFolder, const QString &languages)
+Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &dataFolder,
+                                                               const QString &languages)
 {
     auto parts = std::make_unique<Parts>();
     const std::vector<std::string> names{"debug_file", "tessedit_do_invert"};
     const std::vector<std::string> values{"/dev/null", "0"};
     if (parts->api.Init(QFile::encodeName(dataFolder).constData(), languages.toUtf8().constData(),
                         tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
-        return fail(Error::Kind::Unavailable, "The text recognition data for “" + languages + "” can't be read.",
-                    dataFolder);
+        return fail(Error::Kind::Unavailable,
+                    "The text recognition data for “" + languages + "” can't be read.", dataFolder);
     parts->api.SetPageSegMode(tesseract::PageSegMode(int(knob("K_PSM", 7))));
     return std::unique_ptr<TesseractReader>(new TesseractReader(std::move(parts)));
 }
@@ -42,7 +43,8 @@ std::optional<RecognizedLine> TesseractReader::read(const QImage &ink, const Tex
     const cv::Mat map(ink.height(), ink.width(), CV_8UC1, const_cast<uchar *>(ink.constBits()),
                       size_t(ink.bytesPerLine()));
     cv::Mat line;
-    map(cv::Rect(crop.x(), crop.y(), crop.width(), crop.height())).convertTo(line, CV_8U, 255.0 / region.strongest);
+    map(cv::Rect(crop.x(), crop.y(), crop.width(), crop.height()))
+        .convertTo(line, CV_8U, 255.0 / region.strongest);
     line = 255 - line;
     double scale = knob("K_TARGET", 24) / std::max(region.glyphHeight, 3);
     scale = std::clamp(scale, 0.25, 4.0);
@@ -78,8 +80,8 @@ std::optional<RecognizedLine> TesseractReader::read(const QImage &ink, const Tex
         int bottom = 0;
         symbols->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
         const QString symbol = QString::fromUtf8(text.get());
-        const QRectF box((left - margin) / scale + crop.x(), (top - margin) / scale + crop.y(), (right - left) / scale,
-                         (bottom - top) / scale);
+        const QRectF box((left - margin) / scale + crop.x(), (top - margin) / scale + crop.y(),
+                         (right - left) / scale, (bottom - top) / scale);
         result.text += symbol;
         for (qsizetype i = 0; i < symbol.size(); ++i)
             result.characters.append(box);

@@ -14,8 +14,8 @@ public:
     static Result<std::unique_ptr<TesseractReader>> open(const QString &dataFolder, const QString &languages);
     ~TesseractReader();
 
-    // The text of one region of a picture's ink; boxes are pixels of the picture with the origin at the top left.
-    // Nothing when there is no text.
+    // The text of one region of a picture's ink; boxes are pixels of the picture with the origin at the top
+    // left. Nothing when there is no text.
     std::optional<RecognizedLine> read(const QImage &ink, const TextRegion &region);
 
 private:

@@ -1,44 +1,27 @@
 #include "platform/session/recognition_loader.h"
 
 #include "base/async.h"
+#include "base/loadable.h"
 #include "platform/face_engine.h"
 #include "platform/text_engine.h"
 
-#include <QCoreApplication>
-#include <QLibrary>
 #include <mutex>
 
 namespace {
 
-// The module lies in the build's own "lib" folder, or where the program is installed.
-Result<QFunctionPointer> entry(const char *symbol)
-{
-    const QString name = "lumenpost-platform_recognition.so";
-    const QString beside = QCoreApplication::applicationDirPath();
-    QString reason;
-    for (const QString &folder : {beside + "/../lib", beside + "/../lib/lumenpost"}) {
-        QLibrary library(folder + "/" + name);
-        if (const auto function = library.resolve(symbol))
-            return function;
-        if (QFile::exists(library.fileName()))
-            reason = library.errorString();
-    }
-    return fail(Error::Kind::Unavailable, "The part of Lumenpost that reads pictures is missing; install it again.",
-                reason);
-}
-
 // One engine of the module, made when first asked for and kept.
-template <typename Engine> class Lazy {
+template <typename Engine>
+class Lazy {
 public:
     explicit Lazy(const char *symbol) : m_symbol(symbol) {}
     Result<Engine *> engine()
     {
         const std::lock_guard lock(m_mutex);
         if (!m_engine) {
-            const auto function = entry(m_symbol);
-            if (!function)
-                return std::unexpected(function.error());
-            m_engine.reset(reinterpret_cast<Engine *(*)()>(*function)());
+            const auto make = Loadable::function<Engine *(*)()>("platform_recognition", m_symbol);
+            if (!make)
+                return std::unexpected(make.error());
+            m_engine.reset((*make)());
         }
         return m_engine.get();
     }
@@ -51,7 +34,8 @@ private:
 
 class LazyTextEngine : public TextEngine {
 public:
-    QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image, const QStringList &languages) override
+    QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
+                                                     const QStringList &languages) override
     {
         const auto engine = m_lazy.engine();
         if (!engine)

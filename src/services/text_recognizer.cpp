@@ -1,0 +1,94 @@
+#include "services/text_recognizer.h"
+
+#include "platform/face_engine.h"
+#include "services/sensitive_text.h"
+
+#include <QLocale>
+
+namespace {
+
+// What a letter's box may lack of its ink, in pixels.
+constexpr double LetterBoxError = 2;
+
+template <typename From, typename Function>
+auto mapped(QFuture<Result<From>> future, Function function)
+{
+    using To = std::invoke_result_t<Function, const From &>;
+    return future.then(QtFuture::Launch::Sync,
+                       [function = std::move(function)](Result<From> result) -> Result<To> {
+                           if (!result)
+                               return std::unexpected(result.error());
+                           return function(*result);
+                       });
+}
+
+} // namespace
+
+QString textOf(const QList<RecognizedLine> &lines)
+{
+    QStringList texts;
+    for (const RecognizedLine &line : lines)
+        texts.append(line.text);
+    return texts.join('\n');
+}
+
+QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes which, QSize imageSize)
+{
+    QList<QRectF> boxes;
+    const double dx = LetterBoxError / std::max(imageSize.width(), 1);
+    const double dy = LetterBoxError / std::max(imageSize.height(), 1);
+    for (const RecognizedLine &line : lines) {
+        switch (which) {
+        case TextRecognizer::Boxes::AllText:
+            boxes.append(line.box);
+            break;
+        case TextRecognizer::Boxes::Sensitive:
+            for (const auto &match : SensitiveText::matchesInReadLine(line.text))
+                boxes.append(line.boxOf(match.start, match.length).adjusted(-dx, -dy, dx, dy));
+            break;
+        }
+    }
+    return boxes;
+}
+
+TextRecognizer::TextRecognizer(TextEngine &text, FaceEngine &faces, QStringList languages)
+    : m_text(text), m_faces(faces), m_languages(std::move(languages))
+{}
+
+QStringList TextRecognizer::userLanguages()
+{
+    QStringList languages{QLocale::system().name()};
+    languages += QLocale::system().uiLanguages();
+    languages.removeDuplicates();
+    return languages;
+}
+
+QFuture<Result<QList<RecognizedLine>>> TextRecognizer::lines(const QImage &image)
+{
+    return m_text.recognize(image, m_languages);
+}
+
+QFuture<Result<QString>> TextRecognizer::text(const QImage &image)
+{
+    return mapped(lines(image), textOf);
+}
+
+QFuture<Result<QList<QRectF>>> TextRecognizer::boxes(const QImage &image, Boxes which)
+{
+    return mapped(lines(image), [which, size = image.size()](const QList<RecognizedLine> &lines) {
+        return boxesOf(lines, which, size);
+    });
+}
+
+QFuture<Result<QList<QRectF>>> TextRecognizer::faces(const QImage &image)
+{
+    return mapped(m_faces.detect(image), [](const QList<QRectF> &faces) {
+        QList<QRectF> grown;
+        for (const QRectF &face : faces) {
+            const double dx = face.width() / 10;
+            const double dy = face.height() / 10;
+            grown.append(face.adjusted(-dx, -dy, dx, dy));
+        }
+        return grown;
+    });
+}
