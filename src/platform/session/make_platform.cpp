@@ -8,11 +8,14 @@
 #include "platform/desktop/desktop_sounds.h"
 #include "platform/desktop/desktop_trash.h"
 #include "platform/desktop/qt_pasteboard.h"
+#include "platform/face_engine.h"
+#include "platform/network/network_http.h"
 #include "platform/null/null_desktop.h"
 #include "platform/null/null_input.h"
-#include "platform/null/null_recognition.h"
 #include "platform/null/null_screens.h"
+#include "platform/session/recognition_loader.h"
 #include "platform/session/session_kind.h"
+#include "platform/text_engine.h"
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_pointer_control.h"
 #include "platform/x11/x11_screen_pictures.h"
@@ -68,10 +71,8 @@ Platform makePlatform()
         addNothing(platform);
         break;
     }
-    platform.text = std::make_unique<NullTextEngine>(
-        QStringLiteral("Text recognition is not installed: install Lumenpost's recognition module."));
-    platform.faces = std::make_unique<NullFaceEngine>(
-        QStringLiteral("Face recognition is not installed: install Lumenpost's recognition module."));
-    platform.http = std::make_unique<NullHttp>(QStringLiteral("There is no network in this build."));
+    platform.text = makeTextEngine();
+    platform.faces = makeFaceEngine();
+    platform.http = std::make_unique<NetworkHttp>();
     return platform;
 }
