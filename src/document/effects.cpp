@@ -1,0 +1,93 @@
+#include "document/effects.h"
+
+#include "document/shapes.h"
+#include "document/soft_shadow.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double borderWidth = 8;
+constexpr double cornerRadius = 24;
+constexpr int shadowMargin = 60;
+constexpr double shadowOffset = 12;
+constexpr double shadowBlur = 40;
+
+QColor rgb(double r, double g, double b)
+{
+    return QColor::fromRgbF(static_cast<float>(r), static_cast<float>(g), static_cast<float>(b));
+}
+
+} // namespace
+
+const QList<Effects::Backdrop> &Effects::backdrops()
+{
+    static const QList<Backdrop> list{
+        {"Indigo", rgb(0.34, 0.40, 0.98), rgb(0.66, 0.32, 0.96)},
+        {"Sunset", rgb(0.98, 0.45, 0.35), rgb(0.98, 0.76, 0.33)},
+        {"Ocean", rgb(0.10, 0.62, 0.85), rgb(0.22, 0.85, 0.70)},
+        {"Mint", rgb(0.62, 0.93, 0.75), rgb(0.85, 0.97, 0.65)},
+        {"Graphite", rgb(0.20, 0.20, 0.20), rgb(0.42, 0.42, 0.42)},
+    };
+    return list;
+}
+
+const Effects::Backdrop &Effects::backdropGradient(int style)
+{
+    return backdrops()[std::clamp(style, 0, static_cast<int>(backdrops().size()) - 1)];
+}
+
+QImage Effects::applied(const QImage &flattened) const
+{
+    if (isPlain() || flattened.isNull())
+        return flattened;
+    const double b = border ? borderWidth : 0;
+    const double w = flattened.width() + 2 * b;
+    const double h = flattened.height() + 2 * b;
+    const double m = backdrop ? std::floor(std::max(w, h) * 0.08) : shadow ? shadowMargin : 0;
+    QImage canvas(static_cast<int>(w + 2 * m), static_cast<int>(h + 2 * m),
+                  QImage::Format_ARGB32_Premultiplied);
+    if (canvas.isNull())
+        return flattened;
+
+    QPainter painter(&canvas);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (backdrop) {
+        const Backdrop &colors = backdropGradient(backdropStyle);
+        QLinearGradient gradient(0, 0, canvas.width(), canvas.height());
+        gradient.setColorAt(0, colors.first);
+        gradient.setColorAt(1, colors.second);
+        painter.fillRect(canvas.rect(), gradient);
+    } else {
+        painter.fillRect(canvas.rect(), Qt::transparent);
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setPen(Qt::NoPen);
+
+    const double r = rounded || backdrop ? cornerRadius : 0;
+    const QRectF frame(m, m, w, h);
+    const QPainterPath framePath = Shapes::roundedRect(frame, r, r);
+    if (shadow || backdrop) {
+        const SoftShadow cast{shadowBlur, QColor::fromRgbF(0, 0, 0, 0.45f), {0, shadowOffset}};
+        cast.paint(painter, frame, [&](QPainter &mask) { mask.fillPath(framePath, Qt::white); });
+        painter.fillPath(framePath, border ? borderColor : QColor(Qt::white));
+    }
+    if (border)
+        painter.fillPath(framePath, borderColor);
+
+    const double inner = std::max(r - b, 0.0);
+    const QRectF place = frame.adjusted(b, b, -b, -b);
+    if (inner <= 0) {
+        painter.drawImage(place.topLeft(), flattened);
+    } else {
+        QBrush picture(flattened);
+        picture.setTransform(QTransform::fromTranslate(place.x(), place.y()));
+        painter.fillPath(Shapes::roundedRect(place, inner, inner), picture);
+    }
+    painter.end();
+    return canvas;
+}

@@ -1,0 +1,247 @@
+#include "document/pixelation.h"
+
+#include <QRandomGenerator>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+// How far the noise moves a colour along the spread of its neighbourhood, in standard deviations. Enough to
+// drown what one letter changes in the mean, and within what the neighbourhood shows.
+constexpr double noiseReach = 0.5;
+// Means of busy neighbourhoods are rounded to this step, against who averages many copies.
+constexpr double coarseStep = 12;
+// Blocks are sampled at least this often along a side.
+constexpr int samplesPerSide = 12;
+
+// What one block holds: sums over its samples.
+struct Block {
+    std::array<double, 4> mean{};   // b, g, r, a, premultiplied
+    std::array<double, 3> spread{}; // covariance of each colour with the brightness
+    double variance = 0;            // of the brightness
+};
+
+struct Grid {
+    double side;
+    int columns;
+    int rows; // from the bottom
+    int width;
+    int height;
+
+    explicit Grid(const QSize &size)
+        : side(pixelationBlock(size)),
+          columns(std::max(1, static_cast<int>(std::ceil(size.width() / side - 1e-9)))),
+          rows(std::max(1, static_cast<int>(std::ceil(size.height() / side - 1e-9)))),
+          width(size.width()),
+          height(size.height())
+    {}
+    // First pixel whose middle lies in a column.
+    int left(int column) const { return edge(column, width); }
+    // The pixel rows of a block row, counted from the top.
+    int top(int row) const { return height - edge(row + 1, height); }
+    int bottom(int row) const { return height - edge(row, height); }
+
+private:
+    int edge(int index, int limit) const
+    {
+        return std::clamp(static_cast<int>(std::ceil(index * side - 0.5 - 1e-9)), 0, limit);
+    }
+};
+
+// SipHash-like mixing isn't needed for speed here, so the noise comes from ChaCha's quarter rounds (D. J.
+// Bernstein, ChaCha, 2008), which can't be run backwards without the key.
+class Noise {
+public:
+    Noise(const std::array<uint32_t, 8> &key, uint64_t picture) : m_key(key), m_picture(picture) {}
+
+    // Even over [-1, 1].
+    double at(uint32_t index) const
+    {
+        std::array<uint32_t, 16> s{0x61707865, 0x3320646e, 0x79622d32, 0x6b206574};
+        std::copy(m_key.begin(), m_key.end(), s.begin() + 4);
+        s[12] = index;
+        s[13] = static_cast<uint32_t>(m_picture);
+        s[14] = static_cast<uint32_t>(m_picture >> 32);
+        const std::array<uint32_t, 16> before = s;
+        for (int round = 0; round < 4; ++round) { // eight single rounds
+            quarter(s[0], s[4], s[8], s[12]);
+            quarter(s[1], s[5], s[9], s[13]);
+            quarter(s[2], s[6], s[10], s[14]);
+            quarter(s[3], s[7], s[11], s[15]);
+            quarter(s[0], s[5], s[10], s[15]);
+            quarter(s[1], s[6], s[11], s[12]);
+            quarter(s[2], s[7], s[8], s[13]);
+            quarter(s[3], s[4], s[9], s[14]);
+        }
+        return (s[0] + before[0]) / 2147483647.5 - 1;
+    }
+
+private:
+    static void quarter(uint32_t &a, uint32_t &b, uint32_t &c, uint32_t &d)
+    {
+        const auto turn = [](uint32_t v, int by) { return (v << by) | (v >> (32 - by)); };
+        a += b;
+        d = turn(d ^ a, 16);
+        c += d;
+        b = turn(b ^ c, 12);
+        a += b;
+        d = turn(d ^ a, 8);
+        c += d;
+        b = turn(b ^ c, 7);
+    }
+
+    std::array<uint32_t, 8> m_key;
+    uint64_t m_picture;
+};
+
+const std::array<uint32_t, 8> &keyOfThisRun()
+{
+    static const std::array<uint32_t, 8> key = [] {
+        std::array<uint32_t, 8> words;
+        QRandomGenerator::system()->fillRange(words.data(), words.size());
+        return words;
+    }();
+    return key;
+}
+
+Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, int stepY)
+{
+    std::array<int64_t, 4> sum{};
+    std::array<int64_t, 3> product{};
+    int64_t squares = 0;
+    int64_t lights = 0;
+    int64_t count = 0;
+    for (int y = y0; y < y1; y += stepY) {
+        const uchar *line = image.constScanLine(y);
+        std::array<int, 4> s{};
+        std::array<int, 3> p{};
+        int sq = 0;
+        int li = 0;
+        for (int x = x0; x < x1; x += stepX) {
+            const uchar *px = line + 4 * static_cast<qsizetype>(x);
+            const int light = (px[0] + 2 * px[1] + px[2]) >> 2;
+            for (int c = 0; c < 3; ++c) {
+                s[c] += px[c];
+                p[c] += px[c] * light;
+            }
+            s[3] += px[3];
+            sq += light * light;
+            li += light;
+            ++count;
+        }
+        for (int c = 0; c < 4; ++c)
+            sum[c] += s[c];
+        for (int c = 0; c < 3; ++c)
+            product[c] += p[c];
+        squares += sq;
+        lights += li;
+    }
+    Block block;
+    if (count == 0)
+        return block;
+    const double n = static_cast<double>(count);
+    const double light = lights / n;
+    for (int c = 0; c < 4; ++c)
+        block.mean[c] = sum[c] / n;
+    for (int c = 0; c < 3; ++c)
+        block.spread[c] = product[c] / n - block.mean[c] * light;
+    block.variance = std::max(0.0, squares / n - light * light);
+    return block;
+}
+
+// What nobody else can know of a picture, from all that was measured in it.
+uint64_t fingerprint(const std::vector<Block> &blocks)
+{
+    uint64_t hash = 14695981039346656037ull; // FNV-1a
+    const auto *bytes = reinterpret_cast<const unsigned char *>(blocks.data());
+    for (size_t i = 0; i < blocks.size() * sizeof(Block); ++i)
+        hash = (hash ^ bytes[i]) * 1099511628211ull;
+    return hash;
+}
+
+// Five by five blocks around one, weighted 1 2 3 2 1 both ways; beyond the edges the outermost blocks go on.
+Block neighbourhood(const std::vector<Block> &blocks, const Grid &grid, int column, int row)
+{
+    Block result;
+    for (int dy = -2; dy <= 2; ++dy) {
+        for (int dx = -2; dx <= 2; ++dx) {
+            const double weight = (3 - std::abs(dx)) * (3 - std::abs(dy)) / 81.0;
+            const Block &block =
+                blocks[static_cast<size_t>(std::clamp(row + dy, 0, grid.rows - 1)) * grid.columns +
+                       std::clamp(column + dx, 0, grid.columns - 1)];
+            for (int c = 0; c < 4; ++c)
+                result.mean[c] += weight * block.mean[c];
+            for (int c = 0; c < 3; ++c)
+                result.spread[c] += weight * block.spread[c];
+            result.variance += weight * block.variance;
+        }
+    }
+    return result;
+}
+
+QRgb colorOf(const Block &around, double noise)
+{
+    const double deviation = std::sqrt(around.variance);
+    const double step = coarseStep * std::min(1.0, deviation / coarseStep);
+    const double alpha = around.mean[3];
+    std::array<int, 3> channels;
+    for (int c = 0; c < 3; ++c) {
+        double value = around.mean[c];
+        if (step > 1)
+            value = std::round(value / step) * step;
+        if (deviation > 0.5)
+            value += noise * noiseReach * around.spread[c] / deviation;
+        channels[c] = static_cast<int>(std::lround(std::clamp(value, 0.0, alpha)));
+    }
+    return qRgba(channels[2], channels[1], channels[0], static_cast<int>(std::lround(alpha)));
+}
+
+} // namespace
+
+double pixelationBlock(const QSize &size)
+{
+    return std::max(std::max(size.width(), size.height()) / 90.0, 8.0);
+}
+
+QImage pixelated(const QImage &image)
+{
+    QImage source = image;
+    if (source.format() != QImage::Format_RGB32 && source.format() != QImage::Format_ARGB32_Premultiplied)
+        source = source.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage result(source.size(), source.format());
+    if (source.isNull() || result.isNull())
+        return image;
+
+    const Grid grid(source.size());
+    const int sampling = std::max(1, static_cast<int>(grid.side / samplesPerSide));
+    std::vector<Block> blocks(static_cast<size_t>(grid.columns) * grid.rows);
+    for (int row = 0; row < grid.rows; ++row) {
+        for (int column = 0; column < grid.columns; ++column)
+            blocks[static_cast<size_t>(row) * grid.columns + column] =
+                measure(source, grid.left(column), grid.left(column + 1), grid.top(row), grid.bottom(row),
+                        sampling, sampling);
+    }
+
+    const Noise noise(keyOfThisRun(), fingerprint(blocks));
+    for (int row = 0; row < grid.rows; ++row) {
+        const int top = grid.top(row);
+        const int bottom = grid.bottom(row);
+        if (top >= bottom)
+            continue;
+        auto *first = reinterpret_cast<QRgb *>(result.scanLine(top));
+        for (int column = 0; column < grid.columns; ++column) {
+            const auto index = static_cast<uint32_t>(row * grid.columns + column);
+            QRgb color = colorOf(neighbourhood(blocks, grid, column, row), noise.at(index));
+            if (source.format() == QImage::Format_RGB32)
+                color |= 0xff000000;
+            std::fill(first + grid.left(column), first + grid.left(column + 1), color);
+        }
+        for (int y = top + 1; y < bottom; ++y)
+            std::memcpy(result.scanLine(y), first, static_cast<size_t>(grid.width) * 4);
+    }
+    return result;
+}

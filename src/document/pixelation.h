@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QImage>
+
+// The pixelated copy of a picture: blocks of max(longer side / 90, 8) pixels on a grid anchored at the bottom
+// left, each of one colour.
+//
+// A mosaic of plain averages can be undone: guess a text, pixelate the guess, compare. Here a block's colour
+// says next to nothing about what lies under it alone. It is the mean of five by five blocks around, weighted
+// towards the middle and rounded to coarse steps, moved along the neighbourhood's own range of colours by
+// noise that nobody can repeat: its key is made when the program starts, mixed with the whole picture, and
+// never leaves the process. Where a neighbourhood is flat there is nothing to hide, and the colour stays
+// exact.
+//
+// The same picture gives the same copy within one run of the program, so undo and redo don't flicker.
+QImage pixelated(const QImage &image);
+
+// The side of a block, unrounded.
+double pixelationBlock(const QSize &size);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QPointF>
+#include <QRectF>
+#include <functional>
+
+class QPainter;
+
+// A shape's blurred shadow. `blur` is the distance over which it fades, in the painter's coordinates: twice
+// the standard deviation of the Gaussian.
+struct SoftShadow {
+    double blur = 0;
+    QColor color;
+    QPointF offset;
+
+    // Paints the shadow of what `shape` paints inside `bounds` (painter's coordinates). Only `shape`'s
+    // opacity counts. Nothing beyond the painter's clip is computed.
+    void paint(QPainter &painter, const QRectF &bounds, const std::function<void(QPainter &)> &shape) const;
+
+    // How far the shadow reaches beyond the shape, without the offset.
+    double reach() const { return blur * 1.5 + 1; }
+};
+
+// Blurs an alpha mask (Format_Alpha8) in place by a Gaussian of `sigma` pixels; outside the mask nothing is
+// covered.
+void blurMask(QImage &mask, double sigma);
+
+// The part of its plane that the painter can still change, in its own coordinates.
+QRectF visibleRect(const QPainter &painter);

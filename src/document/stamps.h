@@ -1,0 +1,8 @@
+#pragma once
+
+#include "document/annotation.h"
+
+class QPainter;
+
+// Draws a stamp by the prefix of its value: a symbol, an emoji or a key-cap. Any other value paints nothing.
+void drawStamp(const Annotation &annotation, QPainter &painter);
