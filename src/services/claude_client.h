@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/result.h"
+#include "document/ai_result.h"
 
 #include <QFuture>
 #include <QImage>
@@ -38,11 +39,4 @@ public:
 private:
     Http &m_http;
     const AppSettings &m_settings;
-};
-
-// What an action gave, to be shown.
-struct AIResult {
-    QUuid id = QUuid::createUuid();
-    QString title;
-    QString text;
 };
