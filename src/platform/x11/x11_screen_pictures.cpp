@@ -1,5 +1,6 @@
 #include "platform/x11/x11_screen_pictures.h"
 
+#include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_photographer.h"
 
 #include <QtConcurrentRun>
@@ -26,7 +27,22 @@ X11ScreenPictures::~X11ScreenPictures()
 
 ScreenPictures::Capabilities X11ScreenPictures::capabilities() const
 {
-    return {.displays = true, .windows = true, .excludesOwn = true, .reason = {}};
+    const auto probe =
+        X11Connection::open(X11Extension::Composite | X11Extension::Render | X11Extension::XFixes);
+    if (!probe)
+        return {.displays = false, .windows = false, .excludesOwn = false, .reason = probe.error().message};
+    Capabilities able{.displays = true,
+                      .windows = (*probe)->has(X11Extension::Composite),
+                      .excludesOwn = false,
+                      .reason = {}};
+    able.excludesOwn =
+        able.windows && (*probe)->has(X11Extension::Render) && (*probe)->has(X11Extension::XFixes);
+    if (!able.excludesOwn) {
+        able.reason =
+            QStringLiteral("This X server lacks an extension (Composite, Render or XFixes): what lies over a "
+                           "window, Lumenpost's own windows too, is in its picture.");
+    }
+    return able;
 }
 
 Result<X11Photographer *> X11ScreenPictures::photographer()

@@ -1,0 +1,112 @@
+#include "capture/screen_capturer.h"
+
+#include "base/async.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+namespace {
+
+constexpr double kSmallestWindow = 40; // in points; utility windows are smaller
+
+Result<QList<DisplaySnapshot>> collected(const QList<Screen> &screens,
+                                         const QList<QFuture<Result<QImage>>> &pictures)
+{
+    QList<DisplaySnapshot> snapshots;
+    for (qsizetype i = 0; i < pictures.size(); ++i) {
+        if (pictures[i].resultCount() == 0)
+            return cancelled();
+        const Result<QImage> picture = pictures[i].result();
+        if (picture)
+            snapshots.append({screens[i], *picture});
+        else if (picture.error().kind != Error::Kind::NotFound) // a display that has just been unplugged
+            return std::unexpected(picture.error());
+    }
+    if (snapshots.isEmpty())
+        return std::unexpected(captureError(CaptureError::NoDisplays));
+    return snapshots;
+}
+
+Result<QImage> windowPicture(const QFuture<Result<QImage>> &picture)
+{
+    if (picture.resultCount() == 0)
+        return cancelled();
+    Result<QImage> result = picture.result();
+    if (!result && result.error().kind == Error::Kind::NotFound)
+        return std::unexpected(captureError(CaptureError::WindowNotFound));
+    return result;
+}
+
+} // namespace
+
+Error captureError(CaptureError error)
+{
+    switch (error) {
+    case CaptureError::WindowNotFound:
+        return {Error::Kind::NotFound, QStringLiteral("That window is no longer available."), {}};
+    case CaptureError::NoDisplays:
+        break;
+    }
+    return {Error::Kind::Unavailable,
+            QStringLiteral("No displays could be captured. Check Screen Recording permission."),
+            {}};
+}
+
+ScreenCapturer::ScreenCapturer(const Screens &screens, ScreenPictures &pictures)
+    : m_screens(screens), m_pictures(pictures)
+{}
+
+QList<WindowInfo> ScreenCapturer::onScreenWindows() const
+{
+    QList<WindowInfo> windows;
+    for (const ListedWindow &window : m_screens.windows()) {
+        const bool isOrdinary = window.layer == 0 && window.pid != QCoreApplication::applicationPid();
+        const bool isTiny =
+            window.frame.width() <= kSmallestWindow || window.frame.height() <= kSmallestWindow;
+        if (isOrdinary && !isTiny)
+            windows.append({window.id, window.frame, window.owner});
+    }
+    return windows;
+}
+
+QFuture<Result<QList<DisplaySnapshot>>> ScreenCapturer::captureAllDisplays(Pointer pointer)
+{
+    using Snapshots = Result<QList<DisplaySnapshot>>;
+    const QList<Screen> screens = m_screens.screens();
+    if (screens.isEmpty()) {
+        Error error = captureError(CaptureError::NoDisplays);
+        const QString reason = m_pictures.capabilities().reason;
+        if (!reason.isEmpty())
+            error.message = reason;
+        return readyFuture<Snapshots>(std::unexpected(error));
+    }
+    QList<QFuture<Result<QImage>>> pictures;
+    for (const Screen &screen : screens)
+        pictures.append(m_pictures.display(screen, pointer));
+    return QtFuture::whenAll(pictures.begin(), pictures.end())
+        .then([screens](const QList<QFuture<Result<QImage>>> &finished) {
+            return collected(screens, finished);
+        });
+}
+
+QFuture<Result<QImage>> ScreenCapturer::captureWindow(quint32 id, Pointer pointer)
+{
+    return m_pictures.window(id, pointer).then([](const QFuture<Result<QImage>> &picture) {
+        return windowPicture(picture);
+    });
+}
+
+Result<Screen> ScreenCapturer::displayFilter(const Screen &screen) const
+{
+    const QList<Screen> screens = m_screens.screens();
+    const auto found = std::find_if(screens.begin(), screens.end(),
+                                    [&screen](const Screen &each) { return each.id == screen.id; });
+    if (found == screens.end())
+        return std::unexpected(captureError(CaptureError::NoDisplays));
+    return *found;
+}
+
+QFuture<Result<QImage>> ScreenCapturer::captureRegion(const QRectF &rect, const Screen &display)
+{
+    return m_pictures.region(display, rect, Pointer::Hidden);
+}

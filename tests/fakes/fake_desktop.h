@@ -1,0 +1,191 @@
+#pragma once
+
+#include "platform/login_item.h"
+#include "platform/pasteboard.h"
+#include "platform/paths.h"
+#include "platform/permissions.h"
+#include "platform/secrets.h"
+#include "platform/sounds.h"
+#include "platform/trash.h"
+#include "platform/workspace.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+
+// Well-known folders under one folder of the test.
+class FakePaths : public Paths {
+public:
+    explicit FakePaths(QString folder) : m_folder(std::move(folder)) {}
+    QString home() const override { return m_folder; }
+    QString pictures() const override { return m_folder + QStringLiteral("/Pictures"); }
+    QString desktop() const override { return m_folder + QStringLiteral("/Desktop"); }
+    QString temporary() const override { return m_folder + QStringLiteral("/tmp"); }
+    QString config() const override { return m_folder + QStringLiteral("/config"); }
+    QString state() const override { return m_folder + QStringLiteral("/state"); }
+    QString cache() const override { return m_folder + QStringLiteral("/cache"); }
+
+private:
+    QString m_folder;
+};
+
+// Moves files into a folder of the test, or refuses.
+class FakeTrash : public Trash {
+public:
+    explicit FakeTrash(QString folder) : m_folder(std::move(folder)) {}
+    Result<QString> moveToTrash(const QString &path) override
+    {
+        if (!QFileInfo::exists(path))
+            return fail(Error::Kind::NotFound, QStringLiteral("No such file."));
+        if (refuses)
+            return fail(QStringLiteral("The Trash refuses."));
+        QDir().mkpath(m_folder);
+        const QString target =
+            QStringLiteral("%1/%2 %3").arg(m_folder).arg(++m_count).arg(QFileInfo(path).fileName());
+        if (!QFile::rename(path, target))
+            return fail(QStringLiteral("The Trash is broken."));
+        trashed.append(path);
+        return target;
+    }
+
+    bool refuses = false;
+    QStringList trashed; // where the files were
+
+private:
+    QString m_folder;
+    int m_count = 0;
+};
+
+class FakeSecrets : public Secrets {
+public:
+    std::optional<QString> get(const QString &account, const QString &service) const override
+    {
+        const auto found = items.constFind({account, service});
+        return found == items.constEnd() ? std::nullopt : std::optional(*found);
+    }
+    Result<void> set(const QString &value, const QString &account, const QString &service) override
+    {
+        if (value.isEmpty())
+            items.remove({account, service});
+        else
+            items.insert({account, service}, value);
+        return {};
+    }
+
+    QHash<std::pair<QString, QString>, QString> items; // by account and service
+};
+
+class FakeLoginItem : public LoginItem {
+public:
+    bool isEnabled() const override { return enabled; }
+    Result<void> setEnabled(bool wanted) override
+    {
+        if (failure)
+            return std::unexpected(*failure);
+        enabled = wanted;
+        return {};
+    }
+
+    bool enabled = false;
+    std::optional<Error> failure;
+};
+
+class FakeSounds : public Sounds {
+public:
+    void shutter() override { ++shutters; }
+    void beep() override { ++beeps; }
+
+    int shutters = 0;
+    int beeps = 0;
+};
+
+class FakePermissions : public Permissions {
+public:
+    PermissionStatus status(Permission permission) const override
+    {
+        return statuses.value(permission, PermissionStatus::Granted);
+    }
+    void request(Permission permission) override { requested.append(permission); }
+    void openSettings(Permission permission) override { opened.append(permission); }
+
+    QHash<Permission, PermissionStatus> statuses; // granted when missing
+    QList<Permission> requested;
+    QList<Permission> opened;
+};
+
+class FakePasteboard : public Pasteboard {
+public:
+    void clear() override { flavors.clear(); }
+    void setFlavors(const QList<Flavor> &wanted) override { flavors = wanted; }
+    void setText(const QString &text) override { flavors = {{kText, text.toUtf8()}}; }
+    void setFile(const QUrl &file) override { flavors = {{kFiles, file.toEncoded() + "\r\n"}}; }
+    bool has(const QString &mimeType) const override { return find(mimeType) != nullptr; }
+    QByteArray data(const QString &mimeType) const override
+    {
+        const Flavor *found = find(mimeType);
+        return found ? found->second : QByteArray();
+    }
+    QString text() const override { return QString::fromUtf8(data(kText)); }
+    bool hasImage() const override { return !image().isNull(); }
+    QImage image() const override
+    {
+        for (const Flavor &flavor : flavors) {
+            if (flavor.first.startsWith(QLatin1String("image/")))
+                return QImage::fromData(flavor.second);
+        }
+        return {};
+    }
+
+    QList<Flavor> flavors;
+
+private:
+    const Flavor *find(const QString &mimeType) const
+    {
+        for (const Flavor &flavor : flavors) {
+            if (flavor.first == mimeType)
+                return &flavor;
+        }
+        return nullptr;
+    }
+
+    inline static const QString kText = QStringLiteral("text/plain");
+    inline static const QString kFiles = QStringLiteral("text/uri-list");
+};
+
+class FakeWorkspace : public Workspace {
+public:
+    std::optional<Application> frontmost() const override { return front; }
+    Result<void> open(const QUrl &url) override
+    {
+        opened.append(url);
+        return {};
+    }
+    Result<void> reveal(const QString &path) override
+    {
+        if (!QFileInfo::exists(path))
+            return fail(Error::Kind::NotFound, QStringLiteral("No such file."));
+        revealed.append(path);
+        return {};
+    }
+    void rememberActiveWindow() override { remembered = front; }
+    void restoreActiveWindow() override
+    {
+        ++restored;
+        if (remembered && remembered != front)
+            activate(*remembered);
+    }
+
+    // As if the user had gone to that program.
+    void activate(const Application &application)
+    {
+        front = application;
+        Q_EMIT activated(application);
+    }
+
+    std::optional<Application> front;
+    std::optional<Application> remembered;
+    QList<QUrl> opened;
+    QStringList revealed;
+    int restored = 0;
+};
