@@ -1,8 +1,8 @@
 #include "document/png_encoder.h"
 
-#include <QList>
+#include "base/parallel.h"
+
 #include <QThread>
-#include <QtConcurrentMap>
 #include <QtEndian>
 #include <algorithm>
 #include <array>
@@ -63,26 +63,26 @@ public:
 
     QByteArray encode() const
     {
-        QList<Strip> strips = cut();
+        std::vector<Strip> strips = cut();
         const Filter filter = bestFilter();
-        QtConcurrent::blockingMap(strips, [this, filter](Strip &strip) { compress(strip, filter); });
+        inParallel(static_cast<int>(strips.size()), [&](int i) { compress(strips[i], filter); });
         return join(strips);
     }
 
 private:
-    QList<Strip> cut() const
+    std::vector<Strip> cut() const
     {
         // A strip shorter than this compresses noticeably worse: each starts with an empty window.
         constexpr int kMinimumRows = 64;
         const int wanted =
             std::max(1, std::min(QThread::idealThreadCount(), m_image.height() / kMinimumRows));
-        QList<Strip> strips;
+        std::vector<Strip> strips;
         for (int i = 0; i < wanted; ++i) {
             Strip strip;
             strip.from = static_cast<int>(qint64(m_image.height()) * i / wanted);
             strip.to = static_cast<int>(qint64(m_image.height()) * (i + 1) / wanted);
             strip.isLast = i + 1 == wanted;
-            strips.append(strip);
+            strips.push_back(strip);
         }
         return strips;
     }
@@ -197,7 +197,7 @@ private:
         put(static_cast<quint32>(crc));
     }
 
-    QByteArray join(const QList<Strip> &strips) const
+    QByteArray join(const std::vector<Strip> &strips) const
     {
         QByteArray header(13, 0);
         qToBigEndian<quint32>(m_image.width(), header.data());

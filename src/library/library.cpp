@@ -1,5 +1,6 @@
 #include "library/library.h"
 
+#include "base/async.h"
 #include "base/free_name.h"
 #include "base/log.h"
 #include "document/image_files.h"
@@ -115,7 +116,7 @@ QString Library::newURL(const QString &prefix, const QString &extension)
 {
     ensureDirectory();
     const QString stamp = QLocale().toString(m_clock.now(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
-    return freeFilePath(folder(), prefix + QLatin1Char(' ') + stamp, extension);
+    return freePath(prefix + QLatin1Char(' ') + stamp, extension);
 }
 
 std::optional<QString> Library::save(const QImage &image)
@@ -127,6 +128,32 @@ std::optional<QString> Library::save(const QImage &image)
     }
     Q_EMIT changed();
     return path;
+}
+
+QFuture<Result<QString>> Library::saveInBackground(const QImage &image)
+{
+    const QString path = newURL(QStringLiteral("Capture"), rawValue(m_settings.imageFormat()));
+    m_beingWritten.insert(path);
+    auto promise = std::make_shared<QPromise<Result<QString>>>();
+    promise->start();
+    const auto written = runInBackground([image, path] { return ImageFiles::write(image, path); });
+    whenDone(written, this, [this, path, promise](const Result<void> &result) {
+        m_beingWritten.remove(path);
+        if (result) {
+            promise->addResult(Result<QString>(path));
+            Q_EMIT changed();
+        } else {
+            Log::error(QStringLiteral("A capture could not be saved"), result.error());
+            promise->addResult(Result<QString>(std::unexpected(result.error())));
+        }
+        promise->finish();
+    });
+    return promise->future();
+}
+
+QString Library::freePath(const QString &stem, const QString &extension) const
+{
+    return freeFilePath(folder(), stem, extension, m_beingWritten);
 }
 
 void Library::noteSaved(const QString &path)
@@ -151,7 +178,7 @@ Result<QString> Library::importFile(const QString &path)
     if (contains(path))
         return info.absoluteFilePath();
     ensureDirectory();
-    const QString target = freeFilePath(folder(), baseName(path), info.suffix());
+    const QString target = freePath(baseName(path), info.suffix());
     QFile file(path);
     if (!file.copy(target))
         return fail(QStringLiteral("Couldn't copy %1 into the Library: %2.")
@@ -181,7 +208,7 @@ std::optional<QString> Library::rename(const QString &path, const QString &name)
     const QString clean = cleanName(name);
     if (clean.isEmpty())
         return std::nullopt;
-    const QString target = freeFilePath(folder(), clean, QFileInfo(path).suffix());
+    const QString target = freePath(clean, QFileInfo(path).suffix());
     if (!QFile::rename(path, target))
         return std::nullopt;
     const QString oldName = QFileInfo(path).fileName();

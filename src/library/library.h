@@ -5,6 +5,7 @@
 #include "library/library_meta.h"
 
 #include <QDateTime>
+#include <QFuture>
 #include <QHash>
 #include <QImage>
 #include <QObject>
@@ -51,6 +52,9 @@ public:
     QString newURL(const QString &prefix, const QString &extension);
     // Writes a capture in the configured format.
     std::optional<QString> save(const QImage &image);
+    // The same with encoding and writing on a worker thread. The name is taken at once: another capture of the
+    // same second gets the next one.
+    QFuture<Result<QString>> saveInBackground(const QImage &image);
     // The number of files copied in.
     int importFiles(const QStringList &paths);
     // The same for one file: its new path, or its own when it lies in the Library already.
@@ -105,9 +109,12 @@ private:
     void saveFavorites() const;
     void dropCaches();
 
+    QString freePath(const QString &stem, const QString &extension) const;
+
     AppSettings &m_settings;
     Trash &m_trash;
     const Clock &m_clock;
+    QSet<QString> m_beingWritten; // names that a worker fills
     // Read at first need; the empty value stands for a file that is missing or can't be read.
     mutable std::optional<QHash<QString, QString>> m_textIndex;
     mutable std::optional<QSet<QString>> m_favoriteNames;

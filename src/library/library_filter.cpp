@@ -73,7 +73,8 @@ bool matches(const Library &library, const LibraryItem &item, LibraryFilter filt
 
 void sortItems(QList<LibraryItem> &items, LibrarySort sort)
 {
-    QCollator collator;
+    // The C locale knows no numbers in names.
+    QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     const auto before = [&](const LibraryItem &a, const LibraryItem &b) {

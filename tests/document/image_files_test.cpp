@@ -1,0 +1,204 @@
+#include "document/image_files.h"
+#include "support/temporary_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Text-like strokes, a gradient and flat areas, so that every row filter has its turn.
+QImage sample(int width, int height, QImage::Format format)
+{
+    QImage image(width, height, format);
+    image.fill(format == QImage::Format_ARGB32_Premultiplied ? QColor(0, 0, 0, 0) : QColor(250, 250, 252));
+    QPainter painter(&image);
+    QLinearGradient gradient(0, 0, width, height);
+    gradient.setColorAt(0, QColor(90, 70, 250));
+    gradient.setColorAt(1, QColor(250, 170, 60, 128));
+    painter.fillRect(width / 4, height / 4, width / 2, height / 2, gradient);
+    for (int i = 0; i < height; i += 7)
+        painter.fillRect((i * 37) % width, i, width / 9, 2, QColor(i % 255, 30, 60));
+    return image;
+}
+
+double difference(const QImage &a, const QImage &b)
+{
+    double total = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor one = a.pixelColor(x, y);
+            const QColor other = b.pixelColor(x, y);
+            total += std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
+                     std::abs(one.blue() - other.blue());
+        }
+    }
+    return total / (3.0 * a.width() * a.height());
+}
+
+void put(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+TEST(ImageFiles, WritesPngThatEveryReaderTakesBitForBit)
+{
+    const TemporaryFolder folder;
+    for (const QSize size : {QSize(1, 1), QSize(3, 700), QSize(641, 387), QSize(2000, 1)}) {
+        for (const auto format : {QImage::Format_RGB32, QImage::Format_ARGB32_Premultiplied}) {
+            const QImage image = sample(size.width(), size.height(), format);
+            const QString path = folder.path("a.png");
+            ASSERT_TRUE(ImageFiles::write(image, path));
+            EXPECT_EQ(ImageFiles::pixelSize(path), size);
+            const auto read = ImageFiles::read(path);
+            ASSERT_TRUE(read) << read.error().message.toStdString();
+            EXPECT_EQ(read->convertToFormat(QImage::Format_RGBA8888),
+                      image.convertToFormat(QImage::Format_RGBA8888));
+        }
+    }
+}
+
+TEST(ImageFiles, WritesOpaquePicturesWithoutAlphaAndNoMetadata)
+{
+    const QImage opaque =
+        sample(120, 90, QImage::Format_RGB32).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QByteArray png = ImageFiles::encode(opaque, ImageFiles::Type::Png);
+    EXPECT_EQ(png.at(25), 2); // colour type: three channels
+    for (const char *chunk : {"tEXt", "iTXt", "zTXt", "tIME", "eXIf", "pHYs"})
+        EXPECT_FALSE(png.contains(chunk)) << chunk;
+}
+
+TEST(ImageFiles, KeepsLossyFormatsCloseToThePicture)
+{
+    const TemporaryFolder folder;
+    const QImage image = sample(640, 400, QImage::Format_RGB32);
+    for (const char *name : {"a.jpg", "b.heic", "c.JPEG"}) {
+        ASSERT_TRUE(ImageFiles::write(image, folder.path(name))) << name;
+        const auto read = ImageFiles::read(folder.path(name));
+        ASSERT_TRUE(read) << name;
+        ASSERT_EQ(read->size(), image.size());
+        EXPECT_LT(difference(*read, image), 2.0) << name;
+        EXPECT_EQ(ImageFiles::pixelSize(folder.path(name)), image.size());
+    }
+    const QByteArray tiff = ImageFiles::encode(image, ImageFiles::Type::Tiff);
+    EXPECT_EQ(ImageFiles::decode(tiff)->convertToFormat(QImage::Format_RGB32), image);
+    EXPECT_LT(tiff.size(), image.sizeInBytes() / 2);
+}
+
+TEST(ImageFiles, ChoosesTheTypeByTheExtension)
+{
+    EXPECT_EQ(ImageFiles::type("a.JPEG"), ImageFiles::Type::Jpeg);
+    EXPECT_EQ(ImageFiles::type("a.heic"), ImageFiles::Type::Heic);
+    for (const char *name : {"a.gif", "a.tiff", "a"})
+        EXPECT_EQ(ImageFiles::type(name), ImageFiles::Type::Png) << name;
+}
+
+TEST(ImageFiles, BoundsJpegDataByItsLongerEdgeAndNeverEnlarges)
+{
+    const QImage image = sample(3000, 1500, QImage::Format_RGB32);
+    EXPECT_EQ(ImageFiles::decode(ImageFiles::jpegData(image, 1500, 0.8))->size(), QSize(1500, 750));
+    EXPECT_EQ(ImageFiles::decode(ImageFiles::jpegData(image, 4000, 0.8))->size(), QSize(3000, 1500));
+    EXPECT_GT(ImageFiles::jpegData(image, 1500, 0.95).size(), ImageFiles::jpegData(image, 1500, 0.3).size());
+    EXPECT_TRUE(ImageFiles::jpegData(QImage(), 100, 0.8).isEmpty());
+}
+
+TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
+{
+    const TemporaryFolder folder;
+    const QImage image = sample(200, 200, QImage::Format_RGB32);
+    const QByteArray png = ImageFiles::encode(image, ImageFiles::Type::Png);
+    const QByteArray jpeg = ImageFiles::encode(image, ImageFiles::Type::Jpeg);
+    put(folder.path("cut.png"), png.left(png.size() / 2));
+    put(folder.path("cut.jpg"), jpeg.left(jpeg.size() / 2));
+    put(folder.path("text.png"), "this is no picture");
+    put(folder.path("empty.png"), "");
+    QByteArray flipped = png;
+    for (qsizetype i = 60; i < flipped.size() - 20; i += 11)
+        flipped[i] = static_cast<char>(flipped[i] ^ 0x5a);
+    put(folder.path("broken.png"), flipped);
+
+    const auto sentence = [&](const char *name) {
+        return ImageFiles::read(folder.path(name)).error().message;
+    };
+    EXPECT_EQ(sentence("cut.png"), "cut.png is cut off: its end is missing.");
+    EXPECT_EQ(sentence("cut.jpg"), "cut.jpg is cut off: its end is missing.");
+    EXPECT_EQ(sentence("text.png"), "text.png is not a picture that Lumenpost can read.");
+    EXPECT_EQ(sentence("empty.png"), "empty.png is empty.");
+    EXPECT_EQ(sentence("broken.png"), "broken.png is damaged.");
+    EXPECT_EQ(sentence("gone.png"), "There is no file gone.png.");
+    EXPECT_FALSE(ImageFiles::thumbnail(folder.path("broken.png"), 100));
+    EXPECT_FALSE(ImageFiles::cachedThumbnail(folder.path("broken.png"), 100));
+    EXPECT_FALSE(QDir(folder.path(".lumenpost/thumbs")).exists());
+}
+
+TEST(ImageFiles, LeavesTheOldFileWhenTheNewOneCannotBeWritten)
+{
+    const QImage image = sample(20, 20, QImage::Format_RGB32);
+    const auto written = ImageFiles::write(image, "/dev/full/a.png");
+    ASSERT_FALSE(written);
+    EXPECT_TRUE(written.error().message.startsWith("Couldn't write a.png: "));
+}
+
+TEST(ImageFiles, SharesThumbnailsOfOneSizeBucket)
+{
+    const TemporaryFolder folder;
+    const QString path = folder.path("a.png");
+    ASSERT_TRUE(ImageFiles::write(sample(800, 400, QImage::Format_RGB32), path));
+    EXPECT_EQ(ImageFiles::cachedThumbnail(path, 220)->size(), QSize(256, 128));
+    EXPECT_EQ(ImageFiles::cachedThumbnail(path, 250)->size(), QSize(256, 128));
+    EXPECT_EQ(QDir(folder.path(".lumenpost/thumbs")).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(ImageFiles::cachedThumbnail(path, 257)->size(), QSize(512, 256));
+    EXPECT_EQ(QDir(folder.path(".lumenpost/thumbs")).entryList(QDir::Files).size(), 2);
+    // A stored thumbnail is what comes back, not a fresh one.
+    put(ImageFiles::cacheURL(path, 512),
+        ImageFiles::encode(sample(5, 5, QImage::Format_RGB32), ImageFiles::Type::Jpeg));
+    EXPECT_EQ(ImageFiles::cachedThumbnail(path, 400)->size(), QSize(5, 5));
+}
+
+TEST(ImageFiles, NamesAThumbnailByWhatIdentifiesTheFile)
+{
+    const TemporaryFolder folder;
+    const QString path = folder.path("a.png");
+    put(path, QByteArray(1000, 'x'));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::fromMSecsSinceEpoch(1700000000900), QFile::FileModificationTime));
+    file.close();
+    // The first 12 bytes of the SHA-256 of "a.png|1000|1700000000|256".
+    EXPECT_EQ(ImageFiles::cacheURL(path, 256), folder.path(".lumenpost/thumbs/e1cb36c0d306706d79a39fb9.jpg"));
+}
+
+TEST(ImageFiles, SurvivesTheOddFilesOfOtherReaders)
+{
+    const QDir root("/usr/libexec/installed-tests/gdk-pixbuf");
+    if (!root.exists())
+        GTEST_SKIP() << "gdk-pixbuf-tests is not installed";
+    int read = 0;
+    int refused = 0;
+    QStringList folders{root.path()};
+    while (!folders.isEmpty()) {
+        const QDir folder(folders.takeFirst());
+        for (const QFileInfo &info : folder.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot)) {
+            if (info.isDir()) {
+                folders.append(info.filePath());
+                continue;
+            }
+            const auto image = ImageFiles::read(info.filePath());
+            image ? ++read : ++refused;
+            if (image) {
+                EXPECT_FALSE(image->isNull());
+            } else {
+                EXPECT_TRUE(image.error().message.endsWith('.')) << info.fileName().toStdString();
+            }
+            std::ignore = ImageFiles::pixelSize(info.filePath());
+        }
+    }
+    EXPECT_GT(read, 10);
+    EXPECT_GT(refused, 5);
+}

@@ -1,0 +1,271 @@
+#include "base/notice.h"
+#include "document/image_files.h"
+#include "fakes/desktop_fakes.h"
+#include "library/library.h"
+#include "library/library_filter.h"
+#include "settings/app_settings.h"
+#include "settings/defaults.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+class LibraryTest : public testing::Test {
+protected:
+    LibraryTest()
+    {
+        m_settings.setSaveFolder(m_home.path("Shots"));
+        restart();
+    }
+    // The same folder seen by a fresh process.
+    void restart() { m_library = std::make_unique<Library>(m_settings, m_trash, m_clock); }
+
+    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name); }
+    QString put(const QString &name, const QByteArray &bytes = "x", int ageSeconds = 0)
+    {
+        const QString path = inFolder(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
+        file.write(bytes);
+        file.flush();
+        EXPECT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-ageSeconds), QFile::FileModificationTime));
+        return path;
+    }
+    QJsonDocument hidden(const QString &name) const
+    {
+        QFile file(inFolder(".lumenpost/" + name));
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
+    }
+    QStringList names() const
+    {
+        QStringList names;
+        for (const QString &path : m_library->items())
+            names.append(QFileInfo(path).fileName());
+        return names;
+    }
+
+    TemporaryFolder m_home;
+    FakePaths m_paths{m_home.path()};
+    FakeSecrets m_secrets;
+    FakeLoginItem m_loginItem;
+    NoticeBoard m_notices;
+    Defaults m_defaults{{}};
+    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
+    FakeTrash m_trash{m_home.path("Trash")};
+    FakeClock m_clock;
+    std::unique_ptr<Library> m_library;
+};
+
+QImage smallPicture()
+{
+    QImage image(8, 6, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    return image;
+}
+
+} // namespace
+
+TEST_F(LibraryTest, ListsPicturesAndFilmsOfTheTopLevelNewestFirst)
+{
+    EXPECT_TRUE(names().isEmpty());
+    put("old.png", "x", 300);
+    put("PHOTO.JPG", "x", 100);
+    put("film.mov", "x", 200);
+    put("notes.txt");
+    put(".hidden.png");
+    put("folder/inner.png");
+    EXPECT_EQ(names(), (QStringList{"PHOTO.JPG", "film.mov", "old.png"}));
+}
+
+TEST_F(LibraryTest, NamesCapturesOfOneSecondApartEvenWhileTheyAreWritten)
+{
+    QSignalSpy changed(m_library.get(), &Library::changed);
+    const auto first = m_library->saveInBackground(smallPicture());
+    const auto second = m_library->saveInBackground(smallPicture());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return first.isFinished() && second.isFinished(); }));
+    EXPECT_EQ(QFileInfo(first.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07.png");
+    EXPECT_EQ(QFileInfo(second.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07 2.png");
+    EXPECT_EQ(changed.count(), 2);
+    m_settings.setImageFormat(ImageFormat::Jpg);
+    EXPECT_EQ(m_library->save(smallPicture()), inFolder("Capture 2026-03-14 at 09.41.07.jpg"));
+    EXPECT_EQ(ImageFiles::read(first.result().value())->pixel(3, 3), smallPicture().pixel(3, 3));
+}
+
+TEST_F(LibraryTest, GivesNothingAndNoNewsWhenACaptureCannotBeWritten)
+{
+    put("a.png");
+    m_settings.setSaveFolder("/proc/nowhere");
+    QSignalSpy changed(m_library.get(), &Library::changed);
+    EXPECT_FALSE(m_library->save(smallPicture()));
+    const auto later = m_library->saveInBackground(smallPicture());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return later.isFinished(); }));
+    EXPECT_FALSE(later.result());
+    EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(LibraryTest, CopiesOnlyForeignFilesOfItsKindsIn)
+{
+    const QString own = put("own.png");
+    QSignalSpy imported(m_library.get(), &Library::imported);
+    QDir().mkpath(m_home.path("elsewhere"));
+    for (const char *name : {"own.png", "Clip.MOV", "letter.pdf"}) {
+        QFile file(m_home.path(QString("elsewhere/") + name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("y");
+    }
+    const int count =
+        m_library->importFiles({own, m_home.path("elsewhere/own.png"), m_home.path("elsewhere/Clip.MOV"),
+                                m_home.path("elsewhere/letter.pdf"), m_home.path("elsewhere/gone.png")});
+    EXPECT_EQ(count, 2);
+    EXPECT_TRUE(QFile::exists(inFolder("own 2.png")));
+    EXPECT_TRUE(QFile::exists(inFolder("Clip.MOV")));
+    EXPECT_EQ(imported.count(), 1);
+    EXPECT_EQ(m_library->importFiles({own}), 0);
+    EXPECT_EQ(m_library->importFile(m_home.path("elsewhere/letter.pdf")).error().message,
+              "letter.pdf is neither an image nor a film of the Library.");
+}
+
+TEST_F(LibraryTest, CarriesEverythingKnownOfAFileToItsNewName)
+{
+    const QString path = put("Shot.png");
+    put("Taken.png");
+    put(".lumenpost/projects/Shot/base.png");
+    put(".lumenpost/versions/Shot/1/Shot.png");
+    m_library->setFavorite(path, true);
+    m_library->setIndexedText(path, "hello");
+    m_library->setSource(path, "Terminal");
+    const QUuid id = m_library->createCollection("Work");
+    m_library->add({inFolder("Taken.png"), path}, id);
+    QSignalSpy renamed(m_library.get(), &Library::renamed);
+
+    const auto target = m_library->rename(path, " Ta/ke:n ");
+    ASSERT_EQ(target, inFolder("Taken 2.png"));
+    EXPECT_EQ(renamed.count(), 1);
+    EXPECT_EQ(renamed.first().at(1).toString(), *target);
+    EXPECT_TRUE(QFile::exists(inFolder(".lumenpost/projects/Taken 2/base.png")));
+    EXPECT_TRUE(QFile::exists(inFolder(".lumenpost/versions/Taken 2/1/Shot.png")));
+    restart();
+    EXPECT_TRUE(m_library->isFavorite(*target));
+    EXPECT_FALSE(m_library->isFavorite(path));
+    EXPECT_EQ(m_library->text(*target), "hello");
+    EXPECT_EQ(m_library->meta().sources.value("Taken 2.png"), "Terminal");
+    EXPECT_EQ(m_library->meta().collections.first().items, (QStringList{"Taken.png", "Taken 2.png"}));
+}
+
+TEST_F(LibraryTest, RefusesANameWithNothingLeft)
+{
+    const QString path = put("Shot.png");
+    EXPECT_FALSE(m_library->rename(path, "  "));
+    EXPECT_FALSE(m_library->rename(path, "///"));
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_EQ(m_library->rename(path, "a/b:c"), inFolder("abc.png"));
+    EXPECT_EQ(m_library->rename(inFolder("abc.png"), "abc"), inFolder("abc 2.png"));
+}
+
+TEST_F(LibraryTest, ForgetsADeletedFileWholly)
+{
+    const QString path = put("Shot.png");
+    put(".lumenpost/projects/Shot/base.png");
+    m_library->setFavorite(path, true);
+    const QUuid first = m_library->createCollection("A");
+    const QUuid second = m_library->createCollection("B");
+    m_library->add({path, path}, first);
+    m_library->add({path}, second);
+    EXPECT_EQ(m_library->meta().collections.first().items, QStringList{"Shot.png"});
+
+    m_library->remove(path);
+    EXPECT_TRUE(QFile::exists(m_home.path("Trash/Shot.png")));
+    EXPECT_FALSE(QFile::exists(inFolder(".lumenpost/projects/Shot")));
+    EXPECT_FALSE(m_library->isInAnyCollection(path));
+    EXPECT_TRUE(hidden("favorites.json").array().isEmpty());
+    EXPECT_TRUE(hidden("text-index.json").isObject());
+    EXPECT_EQ(hidden("library.json").object().value("collections").toArray().size(), 2);
+}
+
+TEST_F(LibraryTest, NeverWritesOneFoldersMetadataIntoAnother)
+{
+    const QString path = put("Shot.png");
+    m_library->setFavorite(path, true);
+    m_library->setSource(path, "Terminal");
+    QDir().mkpath(m_home.path("Other/.lumenpost"));
+    QFile other(m_home.path("Other/.lumenpost/favorites.json"));
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    other.write("[\"kept.png\"]");
+    other.close();
+
+    m_settings.setSaveFolder(m_home.path("Other"));
+    EXPECT_TRUE(m_library->meta().sources.isEmpty());
+    m_library->setFavorite(m_home.path("Other/new.png"), true);
+    m_settings.setSaveFolder(m_home.path("Shots"));
+    EXPECT_TRUE(m_library->isFavorite(path));
+    EXPECT_EQ(m_library->meta().sources.value("Shot.png"), "Terminal");
+    m_settings.setSaveFolder(m_home.path("Other"));
+    EXPECT_TRUE(m_library->isFavorite(m_home.path("Other/kept.png")));
+    EXPECT_FALSE(m_library->isFavorite(path));
+}
+
+TEST_F(LibraryTest, CountsAnUnreadableFileAsEmptyAndReplacesIt)
+{
+    put(".lumenpost/library.json", R"({"collections": [], "sources": {"a.png": "X"}})");
+    put(".lumenpost/favorites.json", "[1, 2");
+    EXPECT_TRUE(m_library->meta().sources.isEmpty());
+    m_library->setSource(inFolder("b.png"), "Y");
+    EXPECT_EQ(hidden("library.json").object().value("sources").toObject().keys(), QStringList{"b.png"});
+    m_library->setFavorite(inFolder("c.png"), true);
+    EXPECT_EQ(hidden("favorites.json").array(), QJsonArray{"c.png"});
+}
+
+TEST_F(LibraryTest, JoinsRecognisedTextAndDescription)
+{
+    const QString path = put("a.png");
+    EXPECT_FALSE(m_library->text(path));
+    m_library->updateMeta([](LibraryMeta &meta) { meta.descriptions.insert("a.png", "A lake"); });
+    EXPECT_EQ(m_library->text(path), "A lake");
+    m_library->setIndexedText(path, "");
+    EXPECT_EQ(m_library->text(path), "\nA lake");
+}
+
+TEST_F(LibraryTest, SeesPlaceholdersOfEvictedFiles)
+{
+    put(".a.png.icloud");
+    put(".b.png.ICLOUD");
+    put("c.icloud");
+    EXPECT_EQ(m_library->cloudPlaceholders(), QStringList{"a.png"});
+    EXPECT_FALSE(m_library->isInICloud());
+}
+
+TEST_F(LibraryTest, FiltersAndSortsAsPeopleCount)
+{
+    put("Shot 10.png", "xxx", 40);
+    put("shot 2.png", "xx", 8 * 86400);
+    put("Film.gif", "x", 40 * 86400);
+    m_library->setFavorite(inFolder("shot 2.png"), true);
+    const auto shown = [this](LibraryFilter filter, LibrarySort sort) {
+        QList<LibraryItem> items;
+        for (const QString &path : m_library->items()) {
+            if (matches(*m_library, m_library->item(path), filter, QDateTime::currentDateTime()))
+                items.append(m_library->item(path));
+        }
+        sortItems(items, sort);
+        QStringList result;
+        for (const LibraryItem &item : items)
+            result.append(QFileInfo(item.path).completeBaseName());
+        return result;
+    };
+    EXPECT_EQ(shown(LibraryFilter::All, LibrarySort::Name), (QStringList{"Film", "shot 2", "Shot 10"}));
+    EXPECT_EQ(shown(LibraryFilter::Images, LibrarySort::Oldest), (QStringList{"shot 2", "Shot 10"}));
+    EXPECT_EQ(shown(LibraryFilter::Videos, LibrarySort::Newest), QStringList{"Film"});
+    EXPECT_EQ(shown(LibraryFilter::Favorites, LibrarySort::Newest), QStringList{"shot 2"});
+    EXPECT_EQ(shown(LibraryFilter::Month, LibrarySort::Size), (QStringList{"Shot 10", "shot 2"}));
+    EXPECT_EQ(shown(LibraryFilter::Week, LibrarySort::Newest), QStringList{"Shot 10"});
+}

@@ -1,0 +1,175 @@
+#include "base/notice.h"
+#include "fakes/desktop_fakes.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "settings/defaults.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <gtest/gtest.h>
+
+namespace {
+
+class AppSettingsTest : public testing::Test {
+protected:
+    QString file() const { return m_home.path("config/defaults.json"); }
+    void store(const QByteArray &json)
+    {
+        QDir().mkpath(m_home.path("config"));
+        QFile stored(file());
+        ASSERT_TRUE(stored.open(QIODevice::WriteOnly));
+        stored.write(json);
+    }
+    QJsonObject stored() const
+    {
+        QFile read(file());
+        return read.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(read.readAll()).object()
+                                              : QJsonObject();
+    }
+    // A fresh process on the same files.
+    AppSettings &start()
+    {
+        m_settings.reset();
+        m_defaults = std::make_unique<Defaults>(file());
+        m_settings = std::make_unique<AppSettings>(*m_defaults, m_secrets, m_loginItem, m_paths, m_notices);
+        return *m_settings;
+    }
+
+    TemporaryFolder m_home;
+    FakePaths m_paths{m_home.path()};
+    FakeSecrets m_secrets;
+    FakeLoginItem m_loginItem;
+    NoticeBoard m_notices;
+    std::unique_ptr<Defaults> m_defaults;
+    std::unique_ptr<AppSettings> m_settings;
+};
+
+} // namespace
+
+TEST_F(AppSettingsTest, StartFromTheirDefaultsWhenNothingIsStored)
+{
+    AppSettings &settings = start();
+    EXPECT_TRUE(settings.showTips());
+    EXPECT_TRUE(settings.showInDock());
+    EXPECT_TRUE(settings.shutterSound());
+    EXPECT_FALSE(settings.backdropForWindows());
+    EXPECT_EQ(settings.imageFormat(), ImageFormat::Png);
+    EXPECT_EQ(settings.autoDeleteDays(), 0);
+    EXPECT_EQ(settings.saveFolder(), m_home.path("Pictures/Lumenpost"));
+    EXPECT_EQ(settings.hotkey(HotKeyAction::FullScreen).display(), "⌃⇧F");
+
+    const CaptureSettings capture(*m_defaults);
+    EXPECT_EQ(capture.mode(), CaptureMode::AllInOne);
+    EXPECT_EQ(capture.current(), CaptureOptions{});
+    EXPECT_TRUE(capture.isOn(CaptureSettings::Switch::StepsAutoRedact));
+}
+
+TEST_F(AppSettingsTest, TakeTheDefaultForAValueOfAWrongType)
+{
+    store(R"({"showTips": "no", "shutterSound": 0, "imageFormat": 3, "autoDeleteDays": "x", "saveFolder": 5,
+              "hotkeys": "{\"fullScreen\": {\"keyCode\": \"F\"}}", "captureMode": "hologram", "recordSystemAudio": 0,
+              "copyToClipboard": "yes"})");
+    AppSettings &settings = start();
+    EXPECT_TRUE(settings.showTips());
+    EXPECT_TRUE(settings.shutterSound());
+    EXPECT_EQ(settings.imageFormat(), ImageFormat::Png);
+    EXPECT_EQ(settings.autoDeleteDays(), 0);
+    EXPECT_EQ(settings.saveFolder(), settings.defaultFolder());
+    EXPECT_EQ(settings.hotkey(HotKeyAction::FullScreen).keyCode, 3);
+    const CaptureSettings capture(*m_defaults);
+    EXPECT_EQ(capture.mode(), CaptureMode::AllInOne);
+    EXPECT_TRUE(capture.current().systemAudio);
+    EXPECT_FALSE(capture.current().clipboard);
+}
+
+TEST_F(AppSettingsTest, KeepKnownShortcutsBesideAnUnknownOne)
+{
+    store(R"({"hotkeys": "{\"teleport\":{\"keyCode\":1,\"carbonModifiers\":256},)"
+          R"(\"library\":{\"keyCode\":40,\"carbonModifiers\":768}}"})");
+    AppSettings &settings = start();
+    EXPECT_EQ(settings.hotkey(HotKeyAction::Library).display(), "⇧⌘K");
+    EXPECT_EQ(settings.hotkey(HotKeyAction::Capture).display(), "⌃⇧C");
+    settings.resetHotkeys();
+    EXPECT_EQ(start().hotkey(HotKeyAction::Library).display(), "⌃⇧L");
+}
+
+TEST_F(AppSettingsTest, LastFromOneRunToTheNext)
+{
+    AppSettings &first = start();
+    first.setSaveFolder(m_home.path("Shots/"));
+    first.setImageFormat(ImageFormat::Heic);
+    first.setShutterSound(false);
+    first.setHotkeys({{HotKeyAction::Steps, KeyCombo{122, KeyCombo::Option}}});
+    CaptureSettings(*m_defaults).setMode(CaptureMode::Text);
+    EXPECT_EQ(stored().value("saveFolder").toString(), m_home.path("Shots"));
+    EXPECT_EQ(stored().value("imageFormat").toString(), "heic");
+
+    AppSettings &second = start();
+    EXPECT_EQ(second.saveFolder(), m_home.path("Shots"));
+    EXPECT_EQ(second.imageFormat(), ImageFormat::Heic);
+    EXPECT_FALSE(second.shutterSound());
+    EXPECT_EQ(second.hotkey(HotKeyAction::Steps).display(), "⌥F1");
+    EXPECT_EQ(CaptureSettings(*m_defaults).mode(), CaptureMode::Text);
+}
+
+TEST_F(AppSettingsTest, PutABrokenFileAsideBeforeReplacingIt)
+{
+    store("{\"showTips\": fal");
+    start().setShowTips(false);
+    EXPECT_EQ(stored().value("showTips"), false);
+    QFile kept(file() + ".broken");
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), "{\"showTips\": fal");
+}
+
+TEST_F(AppSettingsTest, KeepTheKeyWithTheSecretsAlone)
+{
+    start().setApiKey("sk-secret");
+    EXPECT_EQ(m_secrets.items.value("com.oakfenrow.lumenpost/anthropic-api-key"), "sk-secret");
+    EXPECT_FALSE(QJsonDocument(stored()).toJson().contains("sk-secret"));
+    EXPECT_EQ(start().apiKey(), "sk-secret");
+    const int reads = m_secrets.reads;
+    EXPECT_EQ(m_settings->apiKey(), "sk-secret");
+    EXPECT_EQ(m_secrets.reads, reads);
+    m_settings->setApiKey({});
+    EXPECT_TRUE(m_secrets.items.isEmpty());
+}
+
+TEST_F(AppSettingsTest, TellWhenTheLoginItemCannotBeChanged)
+{
+    AppSettings &settings = start();
+    QList<Notice> seen;
+    QObject::connect(&m_notices, &NoticeBoard::posted, &m_notices,
+                     [&](const Notice &notice) { seen.append(notice); });
+    m_loginItem.failure = Error{Error::Kind::Failed, "the folder is read-only", {}};
+    settings.setLaunchAtLogin(true);
+    const Notice expected{"Couldn't change login item: the folder is read-only",
+                          "exclamationmark.triangle.fill"};
+    EXPECT_EQ(seen, QList<Notice>{expected});
+    EXPECT_TRUE(settings.launchAtLogin());
+}
+
+TEST(CaptureOptions, NeedAllTenKeys)
+{
+    CaptureOptions options;
+    options.webcam = true;
+    options.editor = false;
+    QJsonObject object = options.toJson();
+    EXPECT_EQ(object.size(), 10);
+    EXPECT_EQ(CaptureOptions::fromJson(object), options);
+    object.insert("backdrop", 1);
+    EXPECT_FALSE(CaptureOptions::fromJson(object));
+    object = options.toJson();
+    object.remove("webcam");
+    EXPECT_FALSE(CaptureOptions::fromJson(object));
+}
+
+TEST(KeyCombo, ShowsModifiersInOneOrderAndUnknownKeysByNumber)
+{
+    const int all = KeyCombo::Command | KeyCombo::Control | KeyCombo::Option | KeyCombo::Shift;
+    EXPECT_EQ((KeyCombo{49, all}).display(), "⌃⌥⇧⌘Space");
+    EXPECT_EQ((KeyCombo{200, KeyCombo::Shift}).display(), "⇧Key200");
+    EXPECT_EQ((KeyCombo{42, KeyCombo::Command}).display(), "⌘\\");
+}
