@@ -25,9 +25,8 @@ TEST(AtomicFile, LeavesTheOldFileWhenTheNewOneCannotBeFilled)
         return false;
     });
     EXPECT_FALSE(failed);
-    const auto replaced = AtomicFile::replace(folder.path("a.json"), [](const QString &) -> Result<void> {
-        return fail("The encoder gave up.");
-    });
+    const auto replaced = AtomicFile::replace(
+        folder.path("a.json"), [](const QString &) -> Result<void> { return fail("The encoder gave up."); });
     EXPECT_EQ(replaced.error().message, "The encoder gave up.");
     EXPECT_EQ(contents(folder.path("a.json")), "old");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"a.json"});

@@ -44,8 +44,9 @@ TEST(Log, WritesOneLineWithTimeLevelAndText)
     Log::setDirectory(folder.path());
     Log::error("Capture failed", Error{Error::Kind::NotFound, "That window is no longer available.", {}});
     Log::flush();
-    EXPECT_TRUE(QRegularExpression("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\dZ \\[ERROR\\] Capture failed: That window is "
-                                   "no longer available\\.\n$")
+    EXPECT_TRUE(QRegularExpression(
+                    "^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\dZ \\[ERROR\\] Capture failed: That window is "
+                    "no longer available\\.\n$")
                     .match(contents(folder.path("lumenpost.log")))
                     .hasMatch());
 }

@@ -1,0 +1,198 @@
+#include "app/app_delegate.h"
+
+#include "base/log.h"
+#include "capture/screen_capturer.h"
+#include "library/library.h"
+#include "platform/hot_keys.h"
+#include "platform/login_item.h"
+#include "platform/pasteboard.h"
+#include "platform/paths.h"
+#include "platform/permissions.h"
+#include "platform/pointer_control.h"
+#include "platform/screen_pictures.h"
+#include "platform/screens.h"
+#include "platform/secrets.h"
+#include "platform/session/make_platform.h"
+#include "platform/sounds.h"
+#include "platform/trash.h"
+#include "platform/workspace.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "settings/defaults.h"
+#include "ui/appearance.h"
+#include "ui/toast.h"
+
+#include <QApplication>
+#include <QProcess>
+
+AppDelegate::AppDelegate(QApplication &application) : m_application(application), m_platform(makePlatform())
+{
+    Log::setDirectory(m_platform.paths->state());
+}
+
+AppDelegate::~AppDelegate() = default;
+
+bool AppDelegate::launch(const QStringList &arguments)
+{
+    if (m_instance.handOver(arguments))
+        return false;
+    if (const auto listening = m_instance.listen(); !listening)
+        Log::error(QStringLiteral("One running instance can't be kept"), listening.error());
+    connect(&m_instance, &SingleInstance::received, this, &AppDelegate::openArguments);
+
+    const bool crashedLastTime = Log::startSession();
+    connect(&m_application, &QCoreApplication::aboutToQuit, this, [] { Log::endSession(); });
+
+    m_defaults = std::make_unique<Defaults>(m_platform.paths->config() + QStringLiteral("/defaults.json"));
+    m_prefs = std::make_unique<AppSettings>(*m_defaults, *m_platform.secrets, *m_platform.loginItem,
+                                            *m_platform.paths, m_notices);
+    m_settings = std::make_unique<CaptureSettings>(*m_defaults);
+    m_library = std::make_unique<Library>(*m_prefs, *m_platform.trash, m_clock);
+    m_library->ensureDirectory();
+    m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
+    m_captures = std::make_unique<CaptureFlow>(
+        CaptureFlow::Parts{*m_capturer, *m_platform.pointer, *m_platform.workspace, *m_platform.pasteboard,
+                           *m_platform.sounds, *m_library, *m_prefs, *m_settings, m_notices, m_clock});
+    connect(m_captures.get(), &CaptureFlow::failed, this, [this](const Error &error) {
+        m_alerts.showCaptureError(
+            error, [this] { relaunch(); },
+            [this] { m_platform.permissions->openSettings(Permission::ScreenRecording); });
+    });
+
+    // First what a waiting user needs: the shortcuts. The tray and the look follow.
+    m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs);
+    connect(m_shortcuts.get(), &Shortcuts::performed, this, &AppDelegate::perform);
+    m_shortcuts->registerHotkeys();
+    Log::info(QStringLiteral("Ready for shortcuts"));
+
+    m_appearance = std::make_unique<Appearance>(m_application);
+    m_toasts = std::make_unique<ToastPresenter>(m_notices);
+    buildStatusItem();
+    followActiveApplication();
+    if (crashedLastTime)
+        m_notices.post(
+            QStringLiteral(
+                "Lumenpost didn't quit normally last time — Settings › Help can make a diagnostics file"),
+            QStringLiteral("exclamationmark.triangle.fill"));
+    if (!arguments.isEmpty())
+        openArguments(arguments);
+    return true;
+}
+
+void AppDelegate::buildStatusItem()
+{
+    StatusItem::Actions actions;
+    actions.perform = [this](HotKeyAction action) { perform(action); };
+    actions.isAvailable = [this](HotKeyAction action) { return isAvailable(action); };
+    actions.quit = [] { QCoreApplication::quit(); };
+    actions.bringDialogForward = [this] {
+        m_captures->clearStuckCapture();
+        return m_alerts.bringForward();
+    };
+    m_statusItem = std::make_unique<StatusItem>(std::move(actions), *m_prefs, *m_settings);
+    connect(m_captures.get(), &CaptureFlow::countdown, m_statusItem.get(), &StatusItem::setCountdown);
+    m_statusItem->show();
+}
+
+void AppDelegate::followActiveApplication()
+{
+    if (const auto name = m_captures->frontmostAppName())
+        m_captures->setLastOtherApp(*name);
+    connect(m_platform.workspace.get(), &Workspace::activated, this,
+            [this](const Workspace::Application &application) {
+                if (application.pid != QCoreApplication::applicationPid())
+                    m_captures->setLastOtherApp(application.name);
+            });
+}
+
+bool AppDelegate::isAvailable(HotKeyAction action) const
+{
+    switch (action) {
+    case HotKeyAction::Capture:
+    case HotKeyAction::FullScreen:
+    case HotKeyAction::Delayed:
+    case HotKeyAction::Library:
+        return true;
+    case HotKeyAction::GrabText:
+    case HotKeyAction::Scrolling:
+    case HotKeyAction::Record:
+    case HotKeyAction::Steps:
+    case HotKeyAction::PinLast:
+        return false;
+    }
+    Q_UNREACHABLE();
+}
+
+void AppDelegate::perform(HotKeyAction action)
+{
+    using Intent = CaptureFlow::Intent;
+    switch (action) {
+    case HotKeyAction::Capture:
+        captureWithCurrentMode();
+        break;
+    case HotKeyAction::FullScreen:
+        m_captures->captureFullScreen(0);
+        break;
+    case HotKeyAction::Delayed:
+        m_captures->startCapture(Intent::Capture, 3);
+        break;
+    case HotKeyAction::GrabText:
+        m_captures->startCapture(Intent::GrabText, 0);
+        break;
+    case HotKeyAction::Scrolling:
+        m_captures->startCapture(Intent::Scrolling, 0);
+        break;
+    case HotKeyAction::Library:
+        showLibrary();
+        break;
+    case HotKeyAction::Record:
+    case HotKeyAction::Steps:
+    case HotKeyAction::PinLast:
+        break;
+    }
+}
+
+void AppDelegate::captureWithCurrentMode()
+{
+    using Intent = CaptureFlow::Intent;
+    // The panel's delay; the shortcut for a delayed capture has three seconds of its own.
+    const int delay = m_settings->isOn(CaptureSettings::Switch::Delay) ? 5 : 0;
+    switch (m_settings->mode()) {
+    case CaptureMode::AllInOne:
+        m_captures->startCapture(Intent::Capture, delay);
+        break;
+    case CaptureMode::Screen:
+        m_captures->captureFullScreen(delay);
+        break;
+    case CaptureMode::Scrolling:
+        m_captures->startCapture(Intent::Scrolling, delay);
+        break;
+    case CaptureMode::Text:
+        m_captures->startCapture(Intent::GrabText, delay);
+        break;
+    case CaptureMode::Video:
+    case CaptureMode::Steps:
+        break;
+    }
+}
+
+void AppDelegate::showLibrary()
+{
+    m_library->ensureDirectory();
+    if (const auto opened = m_platform.workspace->open(QUrl::fromLocalFile(m_library->folder())); !opened)
+        m_notices.post(opened.error().message, QStringLiteral("exclamationmark.triangle.fill"));
+}
+
+void AppDelegate::openArguments(const QStringList &arguments)
+{
+    if (arguments.isEmpty())
+        showLibrary();
+}
+
+void AppDelegate::relaunch()
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    QProcess::startDetached(QStringLiteral("/bin/sh"),
+                            {QStringLiteral("-c"), QStringLiteral("sleep 1; exec \"$0\""), program});
+    QCoreApplication::quit();
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "settings/hot_key_action.h"
+
+#include <QHash>
+#include <QObject>
+#include <functional>
+
+class AppSettings;
+class HotKeys;
+
+// Keeps the system-wide shortcuts registered as the settings name them. While a shortcut field listens none
+// is active, so that the keys typed reach the field. A combination that another program has taken is left
+// out.
+class Shortcuts : public QObject {
+    Q_OBJECT
+public:
+    Shortcuts(HotKeys &hotKeys, AppSettings &prefs, QObject *parent = nullptr);
+
+    void registerHotkeys();
+
+Q_SIGNALS:
+    void performed(HotKeyAction action);
+
+private:
+    void dispatch(quint32 id);
+
+    HotKeys &m_hotKeys;
+    AppSettings &m_prefs;
+    QHash<quint32, std::function<void()>> m_handlers;
+    quint32 m_nextID = 1; // never reused in a run
+};
