@@ -1,0 +1,47 @@
+#include "capture/ui/overlay_window.h"
+
+#include "capture/ui/overlay_view.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace {
+
+// Both sides keep a screen's native origin, so it tells which is which.
+QScreen *screenOf(const Screen &screen)
+{
+    for (QScreen *candidate : QGuiApplication::screens()) {
+        if (candidate->geometry().topLeft() == screen.native.topLeft())
+            return candidate;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+OverlayWindow::OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayController &controller)
+{
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                   Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    m_view = new OverlayView(snapshot, controller, this);
+    setFocusProxy(m_view);
+    if (QScreen *screen = screenOf(snapshot.screen)) {
+        setScreen(screen);
+        setGeometry(screen->geometry());
+    } else {
+        setGeometry(snapshot.screen.frame().toRect());
+    }
+}
+
+void OverlayWindow::makeKey()
+{
+    activateWindow();
+    m_view->setFocus();
+}
+
+void OverlayWindow::resizeEvent(QResizeEvent *)
+{
+    m_view->setGeometry(rect());
+}

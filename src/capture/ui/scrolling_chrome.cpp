@@ -1,0 +1,107 @@
+#include "capture/ui/scrolling_chrome.h"
+
+#include "base/colors.h"
+#include "capture/scrolling_session.h"
+#include "capture/ui/region_frame_window.h"
+#include "ui/controls.h"
+#include "ui/theme.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+
+namespace {
+
+// The part of the screen that panels of the desktop leave free.
+QRectF visibleFrame(const Screen &screen)
+{
+    for (const QScreen *candidate : QGuiApplication::screens()) {
+        if (candidate->geometry().topLeft() == screen.native.topLeft())
+            return candidate->availableGeometry();
+    }
+    return screen.frame();
+}
+
+} // namespace
+
+QString ScrollHUDView::frameCount(int frames)
+{
+    return QStringLiteral("%1 frame%2").arg(frames).arg(frames == 1 ? QString() : QStringLiteral("s"));
+}
+
+ScrollHUDView::ScrollHUDView(const HUDState &state, std::function<void()> done, QWidget *parent)
+    : QWidget(parent), m_state(state), m_message(new QLabel), m_frames(new NumberLabel)
+{
+    m_message->setFont(Theme::font(Theme::Type::Body, QFont::Medium));
+    m_frames->setFont(Theme::font(Theme::Type::Body));
+    m_frames->setColor(Theme::onMaterialSecondary());
+    auto *button = new QPushButton(tr("Done"));
+    button->setFocusPolicy(Qt::NoFocus); // the keyboard stays with the program that is captured
+    button->setDefault(true);
+    connect(button, &QPushButton::clicked, this, std::move(done));
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(Theme::Space::margin, Theme::Space::inside, Theme::Space::inside,
+                            Theme::Space::inside);
+    row->setSpacing(Theme::Space::group);
+    row->addWidget(m_message);
+    row->addWidget(m_frames);
+    row->addWidget(button);
+    // The count grows without moving the button away from under the pointer.
+    m_frames->setMinimumWidth(int(std::ceil(Theme::tabularWidth(m_frames->font(), frameCount(88)))));
+    connect(&state, &HUDState::changed, this, &ScrollHUDView::refresh);
+    refresh();
+}
+
+void ScrollHUDView::refresh()
+{
+    m_message->setText(m_state.message());
+    m_frames->setText(frameCount(m_state.frames()));
+}
+
+ScrollingChrome::ScrollingChrome(ScrollingCaptureSession &session, QObject *parent)
+    : QObject(parent), m_session(session)
+{
+    connect(&session, &ScrollingCaptureSession::changed, this, &ScrollingChrome::refresh);
+    connect(&session, &ScrollingCaptureSession::shootingEnded, this, &ScrollingChrome::hide);
+}
+
+ScrollingChrome::~ScrollingChrome() = default;
+
+void ScrollingChrome::show()
+{
+    refresh();
+    const QRectF region = m_session.rect().translated(m_session.screen().frame().topLeft());
+    m_frameWindow = std::make_unique<RegionFrameWindow>(region, brandColor());
+    m_hud = HUDPanel::make(region, visibleFrame(m_session.screen()),
+                           new ScrollHUDView(m_state, [this] { m_session.stop(); }));
+    m_hud->installEventFilter(this);
+    m_frameWindow->show();
+    m_hud->show();
+}
+
+bool ScrollingChrome::eventFilter(QObject *watched, QEvent *event)
+{
+    // The pointer must be able to rest on the panel: a step would take it back into the region.
+    if (watched == m_hud.get() && (event->type() == QEvent::Enter || event->type() == QEvent::Leave))
+        m_session.setHeld(event->type() == QEvent::Enter);
+    return QObject::eventFilter(watched, event);
+}
+
+void ScrollingChrome::refresh()
+{
+    m_state.setMessage(m_session.message());
+    m_state.setFrames(m_session.frames());
+}
+
+void ScrollingChrome::hide()
+{
+    m_session.setHeld(false);
+    if (m_frameWindow)
+        m_frameWindow->hide();
+    if (m_hud)
+        m_hud->hide();
+}

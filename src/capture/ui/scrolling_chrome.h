@@ -1,0 +1,55 @@
+#pragma once
+
+#include "ui/hud_panel.h"
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class NumberLabel;
+class QLabel;
+class RegionFrameWindow;
+class ScrollingCaptureSession;
+
+// The row in the floating panel of a scrolling capture: what goes on, how many frames, and "Done".
+class ScrollHUDView : public QWidget {
+    Q_OBJECT
+public:
+    ScrollHUDView(const HUDState &state, std::function<void()> done, QWidget *parent = nullptr);
+
+    // "1 frame", "12 frames".
+    static QString frameCount(int frames);
+
+private:
+    void refresh();
+
+    const HUDState &m_state;
+    QLabel *m_message;
+    NumberLabel *m_frames;
+};
+
+// The border and the panel of a running session: shown as long as it shoots. Neither gets into the shots.
+class ScrollingChrome : public QObject {
+    Q_OBJECT
+public:
+    // `session` must outlive it.
+    explicit ScrollingChrome(ScrollingCaptureSession &session, QObject *parent = nullptr);
+    ~ScrollingChrome() override;
+
+    void show();
+
+    RegionFrameWindow &frameWindow() { return *m_frameWindow; }
+    HUDPanel &hud() { return *m_hud; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void refresh();
+    void hide();
+
+    ScrollingCaptureSession &m_session;
+    HUDState m_state;
+    std::unique_ptr<RegionFrameWindow> m_frameWindow;
+    std::unique_ptr<HUDPanel> m_hud;
+};
