@@ -7,6 +7,7 @@
 
 #include "base/json.h"
 #include "platform/session/recognition_loader.h"
+#include "platform/face_engine.h"
 #include "platform/text_engine.h"
 
 #include <QCoreApplication>
@@ -43,6 +44,49 @@ double processorSeconds()
            double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
+double sharedPart(const QRectF &a, const QRectF &b)
+{
+    const QRectF both = a & b;
+    const double shared = both.width() * both.height();
+    return shared / (a.width() * a.height() + b.width() * b.height() - shared);
+}
+
+void countFaces(FaceEngine &engine, const QString &name, const QImage &image, const QJsonObject &truth)
+{
+    QElapsedTimer timer;
+    timer.start();
+    const double before = processorSeconds();
+    const auto boxes = engine.detect(image).takeResult();
+    if (!boxes) {
+        std::printf("%s %s\n", qUtf8Printable(boxes.error().message), qUtf8Printable(boxes.error().detail));
+        return;
+    }
+    const auto elapsed = timer.elapsed();
+    const auto pixels = [&](const QRectF &box) {
+        return QRectF(box.x() * image.width(), (1 - box.bottom()) * image.height(), box.width() * image.width(),
+                      box.height() * image.height());
+    };
+    if (qEnvironmentVariableIsSet("VERBOSE"))
+        for (const QRectF &box : *boxes)
+            std::printf("  %.0f %.0f %.0f %.0f\n", pixels(box).x(), pixels(box).y(), pixels(box).width(), pixels(box).height());
+    int demanded = 0;
+    int hits = 0;
+    QList<QRectF> left = *boxes;
+    for (const QJsonValue &face : truth["faces"].toArray()) {
+        const QJsonArray r = face["rect"].toArray();
+        const QRectF rect(r[0].toDouble(), r[1].toDouble(), r[2].toDouble(), r[3].toDouble());
+        const bool optional = face["optional"].toBool();
+        demanded += !optional;
+        const auto found = std::ranges::find_if(left, [&](const QRectF &box) { return sharedPart(pixels(box), rect) > 0.3; });
+        if (found == left.end())
+            continue;
+        hits += !optional;
+        left.erase(found);
+    }
+    std::printf("%-24s %d of %d faces, %d false, %lld ms, %.2f s of a core\n", qUtf8Printable(name), hits, demanded,
+                int(left.size()), static_cast<long long>(elapsed), processorSeconds() - before);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -50,6 +94,7 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     const bool verbose = qEnvironmentVariableIsSet("VERBOSE");
     const auto engine = makeTextEngine();
+    const auto faces = makeFaceEngine();
     for (const QString &folder : application.arguments().mid(1)) {
         double recalls = 0;
         double precisions = 0;
@@ -60,6 +105,10 @@ int main(int argc, char **argv)
             const QImage image(picture);
             if (!truth || image.isNull())
                 continue;
+            if (truth->object().contains("faces")) {
+                countFaces(*faces, name, image, truth->object());
+                continue;
+            }
             const double before = processorSeconds();
             const auto lines = engine->recognize(image, {"en_US"}).takeResult();
             const double seconds = processorSeconds() - before;
