@@ -6,8 +6,8 @@
 // A page is NAME.png with NAME.json: either "lines" with "text", or "words" with "text".
 
 #include "base/json.h"
-#include "platform/session/recognition_loader.h"
 #include "platform/face_engine.h"
+#include "platform/session/recognition_loader.h"
 #include "platform/text_engine.h"
 
 #include <QCoreApplication>
@@ -63,12 +63,13 @@ void countFaces(FaceEngine &engine, const QString &name, const QImage &image, co
     }
     const auto elapsed = timer.elapsed();
     const auto pixels = [&](const QRectF &box) {
-        return QRectF(box.x() * image.width(), (1 - box.bottom()) * image.height(), box.width() * image.width(),
-                      box.height() * image.height());
+        return QRectF(box.x() * image.width(), (1 - box.bottom()) * image.height(),
+                      box.width() * image.width(), box.height() * image.height());
     };
     if (qEnvironmentVariableIsSet("VERBOSE"))
         for (const QRectF &box : *boxes)
-            std::printf("  %.0f %.0f %.0f %.0f\n", pixels(box).x(), pixels(box).y(), pixels(box).width(), pixels(box).height());
+            std::printf("  %.0f %.0f %.0f %.0f\n", pixels(box).x(), pixels(box).y(), pixels(box).width(),
+                        pixels(box).height());
     int demanded = 0;
     int hits = 0;
     QList<QRectF> left = *boxes;
@@ -77,14 +78,15 @@ void countFaces(FaceEngine &engine, const QString &name, const QImage &image, co
         const QRectF rect(r[0].toDouble(), r[1].toDouble(), r[2].toDouble(), r[3].toDouble());
         const bool optional = face["optional"].toBool();
         demanded += !optional;
-        const auto found = std::ranges::find_if(left, [&](const QRectF &box) { return sharedPart(pixels(box), rect) > 0.3; });
+        const auto found = std::ranges::find_if(
+            left, [&](const QRectF &box) { return sharedPart(pixels(box), rect) > 0.3; });
         if (found == left.end())
             continue;
         hits += !optional;
         left.erase(found);
     }
-    std::printf("%-24s %d of %d faces, %d false, %lld ms, %.2f s of a core\n", qUtf8Printable(name), hits, demanded,
-                int(left.size()), static_cast<long long>(elapsed), processorSeconds() - before);
+    std::printf("%-24s %d of %d faces, %d false, %lld ms, %.2f s of a core\n", qUtf8Printable(name), hits,
+                demanded, int(left.size()), static_cast<long long>(elapsed), processorSeconds() - before);
 }
 
 } // namespace

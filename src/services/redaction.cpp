@@ -12,9 +12,12 @@ constexpr double GrowY = 3;
 QFuture<Result<QList<QRectF>>> boxes(TextRecognizer &recognizer, const QImage &image, Redaction::Mode mode)
 {
     switch (mode) {
-    case Redaction::Mode::AllText: return recognizer.boxes(image, TextRecognizer::Boxes::AllText);
-    case Redaction::Mode::Sensitive: return recognizer.boxes(image, TextRecognizer::Boxes::Sensitive);
-    case Redaction::Mode::Faces: return recognizer.faces(image);
+    case Redaction::Mode::AllText:
+        return recognizer.boxes(image, TextRecognizer::Boxes::AllText);
+    case Redaction::Mode::Sensitive:
+        return recognizer.boxes(image, TextRecognizer::Boxes::Sensitive);
+    case Redaction::Mode::Faces:
+        return recognizer.faces(image);
     }
     Q_UNREACHABLE();
 }
@@ -45,16 +48,25 @@ QFuture<Result<QList<QRectF>>> Redaction::find(TextRecognizer &recognizer, const
               });
 }
 
+QRect Redaction::coveredPixels(const QRectF &rect, QSize imageSize)
+{
+    return rect.toAlignedRect().intersected(QRect(QPoint(), imageSize));
+}
+
 QImage Redaction::hidden(const QImage &image, const QList<QRectF> &rects)
 {
     if (rects.isEmpty())
         return image;
     QList<Annotation> blurs;
     for (const QRectF &rect : rects) {
+        // Whole pixels: a soft edge would let some of what is hidden through.
+        const QRectF covered = coveredPixels(rect, image.size());
+        if (covered.isEmpty())
+            continue;
         Annotation blur;
         blur.kind = ToolKind::Blur;
-        blur.start = rect.topLeft();
-        blur.end = rect.bottomRight();
+        blur.start = covered.topLeft();
+        blur.end = covered.bottomRight();
         blurs.append(blur);
     }
     return Renderer::flattened(image, Renderer::pixelated(image), blurs);

@@ -17,8 +17,8 @@ constexpr double CandidateScore = 0.5;
 constexpr std::array ConfirmingSides{2.2, 3.2, 4.5};
 constexpr double ConfirmedScore = 0.6; // at least twice
 constexpr double SureScore = 0.75;     // at least once
-constexpr double SmallestFace = 24;    // pixels; below, badges and buttons look like faces and faces like nobody
-constexpr double SameFace = 0.3;       // shared part of two boxes
+constexpr double SmallestFace = 24; // pixels; below, badges and buttons look like faces and faces like nobody
+constexpr double SameFace = 0.3;    // shared part of two boxes
 
 constexpr int BlockSize = 16;
 constexpr int PhotoColors = 72; // text in one colour on another has far fewer in a block, a photograph more
@@ -135,7 +135,8 @@ public:
         for (const auto &[cells, anchors] : {std::pair(16, 2), std::pair(8, 6)}) {
             // OpenCV gives the outputs names of its own; their sizes tell them apart.
             const auto sized = [&outputs, count = size_t(cells * cells * anchors)](size_t numbers) {
-                const auto found = std::ranges::find(outputs, count * numbers, [](const cv::Mat &m) { return m.total(); });
+                const auto found =
+                    std::ranges::find(outputs, count * numbers, [](const cv::Mat &m) { return m.total(); });
                 if (found == outputs.end())
                     CV_Error(cv::Error::StsBadSize, "the model has other outputs");
                 return *found;
@@ -146,10 +147,10 @@ public:
     }
 
 private:
-    // One layer of anchors: `cells` in a row, `anchors` a cell; each gives a score (a logit) and 16 numbers, of which
-    // the first four are the box's centre, relative to the cell's, and its size, in input pixels.
-    static void decode(const cv::Mat &scores, const cv::Mat &boxes, int cells, int anchors, const cv::Rect &square,
-                       double least, std::vector<Face> &faces)
+    // One layer of anchors: `cells` in a row, `anchors` a cell; each gives a score (a logit) and 16 numbers,
+    // of which the first four are the box's centre, relative to the cell's, and its size, in input pixels.
+    static void decode(const cv::Mat &scores, const cv::Mat &boxes, int cells, int anchors,
+                       const cv::Rect &square, double least, std::vector<Face> &faces)
     {
         const auto *score = scores.ptr<float>();
         const auto *box = boxes.ptr<float>();
@@ -173,7 +174,8 @@ private:
 namespace {
 
 // Looks closer at a find, with less around it; nothing when the looks disagree.
-template <typename Net> std::optional<Face> confirmed(Net &net, const cv::Mat &pixels, const Face &find)
+template <typename Net>
+std::optional<Face> confirmed(Net &net, const cv::Mat &pixels, const Face &find)
 {
     std::vector<Face> looks;
     for (const double side : ConfirmingSides) {
@@ -234,7 +236,8 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
         for (int side = InputSize;; side *= 2) {
             for (const cv::Rect &tile : tiles(pixels.size(), side))
                 if (holdsPhoto(photo, tile))
-                    std::ranges::copy(m_net->facesIn(pixels, tile, CandidateScore), std::back_inserter(finds));
+                    std::ranges::copy(m_net->facesIn(pixels, tile, CandidateScore),
+                                      std::back_inserter(finds));
             if (side >= longest)
                 break;
         }
@@ -250,7 +253,8 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
         return boxes;
     } catch (const cv::Exception &exception) {
         m_net.reset();
-        return fail(Error::Kind::Unavailable, "The model for finding faces can't be used; install Lumenpost again.",
+        return fail(Error::Kind::Unavailable,
+                    "The model for finding faces can't be used; install Lumenpost again.",
                     QString::fromStdString(exception.what()));
     }
 }

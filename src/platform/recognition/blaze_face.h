@@ -8,8 +8,8 @@
 #include <mutex>
 
 // BlazeFace, the full-range model with an input of 256×256 pixels, run by OpenCV. The picture is searched in
-// overlapping tiles of several sizes; each find must be confirmed by closer looks. Tiles that hold no photograph are
-// not looked at, so that pages of text cost next to nothing.
+// overlapping tiles of several sizes; each find must be confirmed by closer looks. Tiles that hold no
+// photograph are not looked at, so that pages of text cost next to nothing.
 //
 // Model: Bazarevsky et al., "BlazeFace: Sub-millisecond Neural Face Detection on Mobile GPUs", 2019.
 class BlazeFace : public FaceEngine {
