@@ -119,9 +119,14 @@ QString Library::newURL(const QString &prefix, const QString &extension)
     return freePath(prefix + QLatin1Char(' ') + stamp, extension);
 }
 
+QString Library::newCaptureURL()
+{
+    return newURL(QStringLiteral("Capture"), rawValue(m_settings.imageFormat()));
+}
+
 std::optional<QString> Library::save(const QImage &image)
 {
-    const QString path = newURL(QStringLiteral("Capture"), rawValue(m_settings.imageFormat()));
+    const QString path = newCaptureURL();
     if (const auto written = ImageFiles::write(image, path); !written) {
         Log::error(QStringLiteral("A capture could not be saved"), written.error());
         return std::nullopt;
@@ -132,7 +137,7 @@ std::optional<QString> Library::save(const QImage &image)
 
 QFuture<Result<QString>> Library::saveInBackground(const QImage &image)
 {
-    const QString path = newURL(QStringLiteral("Capture"), rawValue(m_settings.imageFormat()));
+    const QString path = newCaptureURL();
     m_beingWritten.insert(path);
     auto promise = std::make_shared<QPromise<Result<QString>>>();
     promise->start();

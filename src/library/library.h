@@ -50,6 +50,8 @@ public:
     LibraryItem item(const QString &path) const;
     // A free name in the folder, with the present time in it; nothing is written.
     QString newURL(const QString &prefix, const QString &extension);
+    // The same for a capture, in the configured format.
+    QString newCaptureURL();
     // Writes a capture in the configured format.
     std::optional<QString> save(const QImage &image);
     // The same with encoding and writing on a worker thread. The name is taken at once: another capture of the

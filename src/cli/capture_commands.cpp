@@ -1,0 +1,270 @@
+#include "cli/command.h"
+
+#include "capture/screen_capturer.h"
+#include "cli/clipboard_owner.h"
+#include "cli/rectangle.h"
+#include "document/image_files.h"
+#include "library/library.h"
+#include "platform/platform.h"
+#include "platform/pointer_control.h"
+#include "platform/screen_pictures.h"
+#include "platform/screens.h"
+#include "platform/workspace.h"
+
+#include <CLI/CLI.hpp>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPainter>
+#include <QThread>
+
+namespace {
+
+// What the three kinds of capture share.
+struct CaptureArguments {
+    bool cursor = false;
+    bool clipboard = false;
+    double delay = 0;
+    std::string output;
+
+    Pointer pointer() const { return cursor ? Pointer::Shown : Pointer::Hidden; }
+};
+
+void addShared(CLI::App *command, CaptureArguments &arguments)
+{
+    command->add_flag("--cursor", arguments.cursor, "Include the pointer");
+    command->add_option("--delay", arguments.delay, "Wait this many seconds first")
+        ->type_name("S")
+        ->check(CLI::Range(0.0, 3600.0));
+    command->add_flag("--clipboard", arguments.clipboard, "Also copy it to the clipboard");
+    command->add_option("--output", arguments.output, "Write this file instead of a new one in the Library")
+        ->type_name("FILE");
+}
+
+void deliver(CommandContext &context, const QImage &image, const CaptureArguments &arguments)
+{
+    QString path;
+    if (!arguments.output.empty()) {
+        path = QFileInfo(QString::fromStdString(arguments.output)).absoluteFilePath();
+        if (const auto written = ImageFiles::write(image, path); !written)
+            return context.fail(written.error());
+    } else {
+        Library &library = context.library();
+        const QString target = library.newCaptureURL();
+        if (const auto written = ImageFiles::write(image, target); !written)
+            return context.fail(written.error());
+        path = target;
+        if (const auto application = context.platform().workspace->frontmost();
+            application && !application->name.isEmpty())
+            library.setSource(path, application->name);
+    }
+    if (arguments.clipboard) {
+        if (const auto owned = ClipboardOwner::start(image); !owned)
+            context.fail(owned.error());
+    }
+    CommandContext::print(path);
+}
+
+// Takes the picture after the delay and delivers it.
+void capture(CommandContext &context, const CaptureArguments &arguments,
+             const std::function<Result<QImage>(ScreenCapturer &)> &take)
+{
+    if (arguments.delay > 0)
+        QThread::usleep(static_cast<unsigned long>(arguments.delay * 1e6));
+    ScreenCapturer capturer(*context.platform().screens, *context.platform().pictures);
+    const auto image = take(capturer);
+    if (!image) {
+        context.fail(image.error());
+        if (image.error().kind == Error::Kind::NotFound)
+            context.status = ExitStatus::NothingFound;
+        return;
+    }
+    deliver(context, *image, arguments);
+}
+
+// By its id, or counted from 0; without a number the display under the pointer.
+Result<Screen> chosenScreen(CommandContext &context, const std::optional<quint32> &number)
+{
+    const QList<Screen> screens = context.platform().screens->screens();
+    if (screens.isEmpty())
+        return std::unexpected(captureError(CaptureError::NoDisplays));
+    if (!number) {
+        if (screens.size() == 1)
+            return screens.first();
+        return *screenAt(screens, context.platform().pointer->position());
+    }
+    for (const Screen &screen : screens) {
+        if (screen.id == *number)
+            return screen;
+    }
+    if (*number < static_cast<quint32>(screens.size()))
+        return screens[*number];
+    return fail(Error::Kind::NotFound, QStringLiteral("There is no display %1.").arg(*number));
+}
+
+// A region may reach over several displays: each gives its part, at the sharpest of their scales.
+Result<QImage> regionPicture(CommandContext &context, const QRectF &region, Pointer pointer)
+{
+    QList<std::pair<Screen, QRectF>> parts;
+    double scale = 0;
+    for (const Screen &screen : context.platform().screens->screens()) {
+        const QRectF part = screen.frame().intersected(region);
+        if (part.isEmpty())
+            continue;
+        parts.append({screen, part});
+        scale = std::max(scale, screen.scale);
+    }
+    if (parts.isEmpty())
+        return fail(Error::Kind::NotFound, QStringLiteral("No display shows anything of that region."));
+    const auto take = [&](const std::pair<Screen, QRectF> &part) {
+        return context.platform()
+            .pictures->region(part.first, part.second.translated(-part.first.frame().topLeft()), pointer)
+            .result();
+    };
+    if (parts.size() == 1)
+        return take(parts.first());
+    QRectF united;
+    for (const auto &part : parts)
+        united = united.united(part.second);
+    QImage picture((united.size() * scale).toSize(), QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    for (const auto &part : parts) {
+        const auto image = take(part);
+        if (!image)
+            return image;
+        const QPointF corner = (part.second.topLeft() - united.topLeft()) * scale;
+        painter.drawImage(QRectF(corner, part.second.size() * scale), *image, QRectF(image->rect()));
+    }
+    return picture;
+}
+
+void addScreen(CLI::App *group, CommandContext &context)
+{
+    struct Arguments : CaptureArguments {
+        std::optional<quint32> display;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = group->add_subcommand("screen", "A whole display");
+    command
+        ->add_option("--display", arguments->display,
+                     "Its id, as `displays` lists it; else the one under the pointer")
+        ->type_name("N");
+    addShared(command, *arguments);
+    setBody(command, context, Needs::Core, [&context, arguments] {
+        capture(context, *arguments, [&](ScreenCapturer &) -> Result<QImage> {
+            const auto screen = chosenScreen(context, arguments->display);
+            if (!screen)
+                return std::unexpected(screen.error());
+            return context.platform().pictures->display(*screen, arguments->pointer()).result();
+        });
+    });
+}
+
+void addRegion(CLI::App *group, CommandContext &context)
+{
+    struct Arguments : CaptureArguments {
+        std::string region;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = group->add_subcommand("region", "A part of the desktop");
+    command->add_option("REGION", arguments->region, "X,Y,WxH in points from the top left")
+        ->required()
+        ->check(isRectangle);
+    addShared(command, *arguments);
+    setBody(command, context, Needs::Core, [&context, arguments] {
+        capture(context, *arguments, [&](ScreenCapturer &) {
+            return regionPicture(context, *parseRectangle(arguments->region), arguments->pointer());
+        });
+    });
+}
+
+void addWindow(CLI::App *group, CommandContext &context)
+{
+    struct Arguments : CaptureArguments {
+        quint32 window = 0;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = group->add_subcommand("window", "One window alone, also when it is covered");
+    command->add_option("ID", arguments->window, "Its id, as `windows` lists it")->required();
+    addShared(command, *arguments);
+    setBody(command, context, Needs::Core, [&context, arguments] {
+        capture(context, *arguments, [&](ScreenCapturer &capturer) {
+            return capturer.captureWindow(arguments->window, arguments->pointer()).result();
+        });
+    });
+}
+
+QJsonArray toJson(const QRectF &frame)
+{
+    return {frame.x(), frame.y(), frame.width(), frame.height()};
+}
+
+QString toText(const QRectF &frame)
+{
+    return QStringLiteral("%1,%2,%3x%4").arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height());
+}
+
+void addDisplays(CLI::App &app, CommandContext &context)
+{
+    const auto json = std::make_shared<bool>(false);
+    CLI::App *command = app.add_subcommand("displays", "List the displays that can be captured");
+    command->add_flag("--json", *json, "One JSON array");
+    setBody(command, context, Needs::Core, [&context, json] {
+        const QList<Screen> screens = context.platform().screens->screens();
+        if (screens.isEmpty())
+            return context.fail(captureError(CaptureError::NoDisplays));
+        QJsonArray array;
+        for (const Screen &screen : screens) {
+            array.append(QJsonObject{{QStringLiteral("id"), qint64(screen.id)},
+                                     {QStringLiteral("frame"), toJson(screen.frame())},
+                                     {QStringLiteral("scale"), screen.scale}});
+            if (!*json)
+                CommandContext::print(QStringLiteral("%1\t%2\t@%3x\t")
+                                          .arg(screen.id)
+                                          .arg(toText(screen.frame()))
+                                          .arg(screen.scale) +
+                                      screen.name);
+        }
+        if (*json)
+            CommandContext::print(QJsonDocument(array));
+    });
+}
+
+void addWindows(CLI::App &app, CommandContext &context)
+{
+    const auto json = std::make_shared<bool>(false);
+    CLI::App *command = app.add_subcommand("windows", "List the windows that can be captured, front to back");
+    command->add_flag("--json", *json, "One JSON array");
+    setBody(command, context, Needs::Core, [&context, json] {
+        if (context.platform().screens->screens().isEmpty())
+            return context.fail(captureError(CaptureError::NoDisplays));
+        const ScreenCapturer capturer(*context.platform().screens, *context.platform().pictures);
+        QJsonArray array;
+        for (const WindowInfo &window : capturer.onScreenWindows()) {
+            array.append(QJsonObject{{QStringLiteral("id"), qint64(window.id)},
+                                     {QStringLiteral("frame"), toJson(window.frame)},
+                                     {QStringLiteral("owner"), window.owner}});
+            if (!*json)
+                CommandContext::print(QStringLiteral("%1\t%2\t").arg(window.id).arg(toText(window.frame)) +
+                                      window.owner);
+        }
+        if (*json)
+            CommandContext::print(QJsonDocument(array));
+    });
+}
+
+} // namespace
+
+void addCaptureCommands(CLI::App &app, CommandContext &context)
+{
+    CLI::App *group = app.add_subcommand("capture", "Take a picture of the screen");
+    group->require_subcommand(1);
+    addScreen(group, context);
+    addRegion(group, context);
+    addWindow(group, context);
+    addDisplays(app, context);
+    addWindows(app, context);
+    ClipboardOwner::addCommand(app, context);
+}
