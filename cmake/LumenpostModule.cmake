@@ -23,7 +23,9 @@ function(lumenpost_module)
         add_library(${M_NAME} STATIC ${sources} ${headers})
     endif()
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
-    set_target_properties(${M_NAME} PROPERTIES LUMENPOST_FOLDER "${folder}" LUMENPOST_HEADERS "${headers}")
+    # A header that the glob finds later must be given to moc as well: without this its run isn't repeated.
+    set_target_properties(${M_NAME} PROPERTIES LUMENPOST_FOLDER "${folder}" LUMENPOST_HEADERS "${headers}"
+        AUTOGEN_TARGET_DEPENDS "${headers}")
     _lumenpost_setup(${M_NAME} ${folder})
 endfunction()
 

@@ -10,8 +10,10 @@
 
 namespace {
 
-constexpr std::array kGroups{addCaptureCommands,     addScrollingCommands, addRenderCommand,
-                             addRecognitionCommands, addOnlineCommands,    addLibraryCommands};
+constexpr std::array kGroups{
+    addCaptureCommands,
+    addLibraryCommands,
+};
 
 // Filling the whole tree of commands costs time; a capture needs only its own group.
 void addCommands(CLI::App &app, CommandContext &context)
