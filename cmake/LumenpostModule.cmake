@@ -23,9 +23,17 @@ function(lumenpost_module)
         add_library(${M_NAME} STATIC ${sources} ${headers})
     endif()
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
-    # A header that the glob finds later must be given to moc as well: without this its run isn't repeated.
-    set_target_properties(${M_NAME} PROPERTIES LUMENPOST_FOLDER "${folder}" LUMENPOST_HEADERS "${headers}"
-        AUTOGEN_TARGET_DEPENDS "${headers}")
+    set_target_properties(${M_NAME} PROPERTIES LUMENPOST_FOLDER "${folder}" LUMENPOST_HEADERS "${headers}")
+    # A header that the glob finds later must go through moc as well; by itself its run isn't repeated for it.
+    set(known ${CMAKE_CURRENT_BINARY_DIR}/${M_NAME}_headers)
+    set(before)
+    if(EXISTS ${known})
+        file(READ ${known} before)
+    endif()
+    if(NOT before STREQUAL "${headers}")
+        file(WRITE ${known} "${headers}")
+        file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${M_NAME}_autogen/timestamp)
+    endif()
     _lumenpost_setup(${M_NAME} ${folder})
 endfunction()
 
