@@ -13,7 +13,7 @@ namespace {
 // How far the noise moves a colour along the spread of its neighbourhood, in standard deviations. Enough to
 // drown what one letter changes in the mean, and within what the neighbourhood shows.
 constexpr double noiseReach = 0.5;
-// Means of busy neighbourhoods are rounded to this step, against who averages many copies.
+// The brightness of busy neighbourhoods is rounded to this step, against who averages many copies.
 constexpr double coarseStep = 12;
 // Blocks are sampled at least this often along a side.
 constexpr int samplesPerSide = 12;
@@ -183,19 +183,35 @@ Block neighbourhood(const std::vector<Block> &blocks, const Grid &grid, int colu
     return result;
 }
 
+// Whether a block and the eight around it are all of one colour: nothing is hidden there.
+bool isFlat(const std::vector<Block> &blocks, const Grid &grid, int column, int row)
+{
+    const Block &middle = blocks[static_cast<size_t>(row) * grid.columns + column];
+    for (int y = std::max(row - 1, 0); y <= std::min(row + 1, grid.rows - 1); ++y) {
+        for (int x = std::max(column - 1, 0); x <= std::min(column + 1, grid.columns - 1); ++x) {
+            const Block &block = blocks[static_cast<size_t>(y) * grid.columns + x];
+            if (block.mean != middle.mean || block.variance > 0)
+                return false;
+        }
+    }
+    return true;
+}
+
 QRgb colorOf(const Block &around, double noise)
 {
+    // The colour only moves along the neighbourhood's own range: the line on which its colours change with
+    // their brightness. Rounding and noise say by how much.
     const double deviation = std::sqrt(around.variance);
-    const double step = coarseStep * std::min(1.0, deviation / coarseStep);
+    const double light = (around.mean[0] + 2 * around.mean[1] + around.mean[2]) / 4;
+    const double step = std::min(coarseStep, deviation);
+    double move = noise * noiseReach * deviation;
+    if (step > 1)
+        move += std::round(light / step) * step - light;
     const double alpha = around.mean[3];
     std::array<int, 3> channels;
     for (int c = 0; c < 3; ++c) {
-        double value = around.mean[c];
-        if (step > 1)
-            value = std::round(value / step) * step;
-        if (deviation > 0.5)
-            value += noise * noiseReach * around.spread[c] / deviation;
-        channels[c] = static_cast<int>(std::lround(std::clamp(value, 0.0, alpha)));
+        const double slope = around.variance > 0.25 ? around.spread[c] / around.variance : 0;
+        channels[c] = static_cast<int>(std::lround(std::clamp(around.mean[c] + move * slope, 0.0, alpha)));
     }
     return qRgba(channels[2], channels[1], channels[0], static_cast<int>(std::lround(alpha)));
 }
@@ -235,7 +251,9 @@ QImage pixelated(const QImage &image)
         auto *first = reinterpret_cast<QRgb *>(result.scanLine(top));
         for (int column = 0; column < grid.columns; ++column) {
             const auto index = static_cast<uint32_t>(row * grid.columns + column);
-            QRgb color = colorOf(neighbourhood(blocks, grid, column, row), noise.at(index));
+            QRgb color = isFlat(blocks, grid, column, row)
+                             ? colorOf(blocks[index], 0)
+                             : colorOf(neighbourhood(blocks, grid, column, row), noise.at(index));
             if (source.format() == QImage::Format_RGB32)
                 color |= 0xff000000;
             std::fill(first + grid.left(column), first + grid.left(column + 1), color);

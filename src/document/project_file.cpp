@@ -250,7 +250,7 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (!document.isObject())
-        return fail("The project is not readable: it is not one JSON object.", error.errorString());
+        return fail("This is no readable project, it is not one JSON object.", error.errorString());
     const QJsonObject object = document.object();
     const auto items = Json::array(object, "annotations");
     const auto border = Json::boolean(object, "border");
@@ -260,13 +260,13 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
     const auto backdrop = Json::boolean(object, "backdrop");
     const auto backdropStyle = Json::integer(object, "backdropStyle");
     if (!items || !border || !borderRGBA || !shadow || !rounded || !backdrop || !backdropStyle)
-        return fail("The project is not readable: a key is missing or has the wrong type.");
+        return fail("This is no readable project, a key is missing or has the wrong type.");
 
     ProjectFile project;
     for (const auto &value : *items) {
         const auto item = itemOf(value);
         if (!item)
-            return fail("The project is not readable: a key of an object is missing or has the wrong type.");
+            return fail("This is no readable project, a key of an object is missing or has the wrong type.");
         project.annotations.append(*item);
     }
     project.border = *border;
@@ -278,6 +278,19 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
     return project;
 }
 
+Result<ProjectFile> ProjectFile::readDescription(const QString &path)
+{
+    QFile file(path);
+    if (!file.exists())
+        return fail(Error::Kind::NotFound, "There is no file " + path + ".");
+    if (!file.open(QIODevice::ReadOnly))
+        return fail("Couldn't read " + path + ": " + file.errorString() + ".");
+    auto project = decoded(file.readAll());
+    if (!project)
+        return fail(path + ": " + project.error().message, project.error().detail);
+    return project;
+}
+
 Result<ProjectFile::Contents> ProjectFile::read(const QString &directory)
 {
     const QDir dir(directory);
@@ -286,10 +299,7 @@ Result<ProjectFile::Contents> ProjectFile::read(const QString &directory)
     auto base = ImageFiles::read(dir.filePath("base.png"));
     if (!base)
         return std::unexpected(base.error());
-    QFile file(dir.filePath("project.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        return fail("Couldn't read project.json: " + file.errorString() + ".");
-    auto project = decoded(file.readAll());
+    auto project = readDescription(dir.filePath("project.json"));
     if (!project)
         return std::unexpected(project.error());
     return Contents{*std::move(base), *std::move(project)};

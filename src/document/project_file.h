@@ -57,6 +57,8 @@ struct ProjectFile {
     QByteArray encoded() const;
     static Result<ProjectFile> decoded(const QByteArray &json);
 
+    // Reads a file of that form.
+    static Result<ProjectFile> readDescription(const QString &path);
     // Reads "project.json" and "base.png" of a directory.
     struct Contents;
     static Result<Contents> read(const QString &directory);

@@ -1,0 +1,66 @@
+#include "cli/command.h"
+
+#include "document/editor_document.h"
+#include "document/image_files.h"
+#include "document/project_file.h"
+
+#include <CLI/CLI.hpp>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+struct Call {
+    std::string subject; // a project's directory, or a picture when `project` names a file
+    std::string project;
+    std::string output;
+    bool flattened = false;
+};
+
+Result<ProjectFile::Contents> contents(const Call &call)
+{
+    const QString subject = QString::fromStdString(call.subject);
+    if (call.project.empty())
+        return ProjectFile::read(subject);
+    auto base = ImageFiles::read(subject);
+    if (!base)
+        return std::unexpected(base.error());
+    auto project = ProjectFile::readDescription(QString::fromStdString(call.project));
+    if (!project)
+        return std::unexpected(project.error());
+    return ProjectFile::Contents{*std::move(base), *std::move(project)};
+}
+
+void render(CommandContext &context, const Call &call)
+{
+    const auto read = contents(call);
+    if (!read)
+        return context.fail(read.error());
+    const EditorDocument document({read->base, read->project.objects(), read->project.effects(), {}});
+    const QString output = QFileInfo(QString::fromStdString(call.output)).absoluteFilePath();
+    const auto written =
+        ImageFiles::write(call.flattened ? document.flattened() : document.exported(), output);
+    if (!written)
+        return context.fail(written.error());
+    CommandContext::print(output);
+}
+
+} // namespace
+
+void addRenderCommand(CLI::App &app, CommandContext &context)
+{
+    const auto call = std::make_shared<Call>();
+    CLI::App *command = app.add_subcommand("render", "Draw a project's objects and effects");
+    command
+        ->add_option("subject", call->subject,
+                     "The project's directory; or, with --project, the picture under the objects")
+        ->type_name("PROJECT_DIR|IMAGE")
+        ->required();
+    command->add_option("--project", call->project, "The description of objects and effects (project.json)")
+        ->type_name("FILE");
+    command->add_option("--output", call->output, "Where the picture goes; its extension says the format")
+        ->type_name("FILE")
+        ->required();
+    command->add_flag("--flattened", call->flattened, "Leave out border, shadow, corners and backdrop");
+    setBody(command, context, Needs::Fonts, [&context, call] { render(context, *call); });
+}
