@@ -1,0 +1,782 @@
+#include "editor/canvas_interaction.h"
+
+#include "document/editor_document.h"
+#include "document/text_block.h"
+
+#include <QKeyEvent>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr double handleReach = 8;   // points
+constexpr double hitTolerance = 6;  // points
+constexpr double leastCrop = 8;     // image pixels
+constexpr double leastTextArea = 6; // image pixels
+constexpr double arrowStep = 1;
+constexpr double largeArrowStep = 10;
+constexpr double leastWidth = 2, mostWidth = 30;
+constexpr double panPerNotch = 10;  // points for a line of a wheel
+constexpr double linesPerNotch = 3; // as the toolkit scrolls lists
+constexpr double zoomPerPixel = 1.0 / 200;
+constexpr double zoomPerLine = 1.0 / 20;
+
+template <typename... Ts>
+struct Overloaded : Ts... {
+    using Ts::operator()...;
+};
+
+bool reshapesImage(ToolKind tool)
+{
+    return tool == ToolKind::Crop || tool == ToolKind::Cutout;
+}
+
+bool holdsText(ToolKind kind)
+{
+    return kind == ToolKind::Text || kind == ToolKind::Callout;
+}
+
+// What of the modifiers decides between a command and a plain key.
+Qt::KeyboardModifiers commandModifiers(Qt::KeyboardModifiers modifiers)
+{
+    return modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
+QRectF rectBetween(const QPointF &a, const QPointF &b)
+{
+    return QRectF(a, b).normalized();
+}
+
+QRect roundedOutwards(const QRectF &rect)
+{
+    return rect.toAlignedRect();
+}
+
+// The size of a callout that was clicked instead of drawn.
+QPointF defaultCallout(const QPointF &start, double imageWidth)
+{
+    const double width = std::max(imageWidth * 0.18, 220.0);
+    return start + QPointF(width, width * 0.45);
+}
+
+// The box of a stamp that was clicked instead of drawn, centred on the click.
+QRectF defaultStamp(const QPointF &center, const QString &value, const QSize &image)
+{
+    const double height = std::max(std::min(image.width(), image.height()) * 0.08, 48.0);
+    const bool wideKey = value.startsWith("key:") && value.size() - 4 >= 3;
+    const QSizeF size(wideKey ? height * 2.2 : height, height);
+    return {center - QPointF(size.width(), size.height()) / 2, size};
+}
+
+void normalize(Annotation &annotation)
+{
+    const QRectF rect = annotation.rect();
+    annotation.start = rect.topLeft();
+    annotation.end = rect.bottomRight();
+}
+
+AnnotationHandle oppositeEnd(AnnotationHandle handle)
+{
+    return handle == AnnotationHandle::Start ? AnnotationHandle::End : AnnotationHandle::Start;
+}
+
+std::optional<QPointF> handlePoint(const Annotation &annotation, AnnotationHandle wanted)
+{
+    for (const auto &[handle, point] : annotation.handles()) {
+        if (handle == wanted)
+            return point;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind)
+{
+    const QPointF d = b - a;
+    switch (kind) {
+    case ToolKind::Arrow:
+    case ToolKind::Line:
+    case ToolKind::Measure: {
+        constexpr double eighth = std::numbers::pi / 4;
+        const double angle = std::round(std::atan2(d.y(), d.x()) / eighth) * eighth;
+        const double length = std::hypot(d.x(), d.y());
+        return a + QPointF(std::cos(angle), std::sin(angle)) * length;
+    }
+    case ToolKind::Pen:
+        return b;
+    case ToolKind::Select:
+    case ToolKind::Rectangle:
+    case ToolKind::Ellipse:
+    case ToolKind::Highlight:
+    case ToolKind::Text:
+    case ToolKind::Callout:
+    case ToolKind::Step:
+    case ToolKind::Stamp:
+    case ToolKind::Blur:
+    case ToolKind::Spotlight:
+    case ToolKind::Magnify:
+    case ToolKind::Crop:
+    case ToolKind::Cutout:
+    case ToolKind::Image:
+        break;
+    }
+    const double side = std::max(std::abs(d.x()), std::abs(d.y()));
+    return a + QPointF(d.x() < 0 ? -side : side, d.y() < 0 ? -side : side);
+}
+
+// MARK: View
+
+void CanvasInteraction::setView(const QSizeF &size, double backing)
+{
+    m_viewSize = size;
+    m_backing = backing;
+}
+
+CanvasViewport CanvasInteraction::viewport() const
+{
+    CanvasViewport viewport;
+    viewport.view = m_viewSize;
+    viewport.image = m_document.base().size();
+    viewport.backing = m_backing;
+    viewport.backdrop = m_document.effects().backdrop;
+    viewport.zoom = m_document.zoom();
+    viewport.pan = m_pan;
+    return viewport;
+}
+
+void CanvasInteraction::setZoom(std::optional<double> zoom, std::optional<QPointF> around)
+{
+    CanvasViewport view = viewport();
+    view.setZoom(zoom, around.value_or(QPointF(m_viewSize.width() / 2, m_viewSize.height() / 2)));
+    m_pan = view.pan;
+    m_document.setZoom(view.zoom);
+    m_host.repaint();
+}
+
+void CanvasInteraction::panBy(const QPointF &delta)
+{
+    CanvasViewport view = viewport();
+    view.panBy(delta);
+    m_pan = view.pan;
+    m_host.repaint();
+}
+
+bool CanvasInteraction::scroll(const Scroll &scroll)
+{
+    const bool precise = !scroll.pixels.isNull();
+    QPointF delta = precise ? scroll.pixels : scroll.notches * linesPerNotch;
+    if (scroll.modifiers & Qt::ControlModifier) {
+        const double grow = delta.y() * (precise ? zoomPerPixel : zoomPerLine);
+        // A fast wheel can ask for less than nothing.
+        setZoom(std::max(1 + grow, 0.1) * viewport().displayZoom(), scroll.position);
+        return true;
+    }
+    if (!m_document.zoom())
+        return false;
+    if ((scroll.modifiers & Qt::ShiftModifier) && delta.x() == 0)
+        delta = {delta.y(), 0};
+    panBy(precise ? delta : delta * panPerNotch);
+    return true;
+}
+
+void CanvasInteraction::pinch(double magnification, const QPointF &position)
+{
+    setZoom((1 + magnification) * viewport().displayZoom(), position);
+}
+
+// MARK: Press, drag, release
+
+double CanvasInteraction::tolerance() const
+{
+    return hitTolerance / viewport().scale();
+}
+
+std::optional<Annotation> CanvasInteraction::object(const QUuid &id) const
+{
+    for (const Annotation &annotation : m_document.annotations()) {
+        if (annotation.id == id)
+            return annotation;
+    }
+    return std::nullopt;
+}
+
+std::optional<AnnotationHandle> CanvasInteraction::handleHit(const QPointF &viewPoint) const
+{
+    const auto selected = m_document.selected();
+    if (!selected)
+        return std::nullopt;
+    const CanvasViewport view = viewport();
+    for (const auto &[handle, point] : selected->handles()) {
+        const QPointF away = view.toView(point) - viewPoint;
+        if (std::hypot(away.x(), away.y()) <= handleReach)
+            return handle;
+    }
+    return std::nullopt;
+}
+
+QRectF CanvasInteraction::band(const QPointF &a, const QPointF &b) const
+{
+    const QRectF image = m_document.imageBounds();
+    const QRectF between = rectBetween(a, b);
+    const bool columns = m_document.toolStyle(ToolKind::Cutout) == 1;
+    const QRectF strip = columns ? QRectF(between.left(), 0, between.width(), image.height())
+                                 : QRectF(0, between.top(), image.width(), between.height());
+    return strip & image;
+}
+
+void CanvasInteraction::pickColor(const QPointF &point)
+{
+    if (const auto color = m_document.sampleColor(point)) {
+        m_document.setColor(*color);
+        m_host.notify("Picked " + color->name().toUpper(), "eyedropper");
+    }
+    m_document.setPickingColor(false);
+    m_host.updateCursor();
+}
+
+void CanvasInteraction::press(const Press &press)
+{
+    commitText();
+    const CanvasViewport view = viewport();
+    const QPointF point = view.toImage(press.position);
+    m_dragOrigin = point;
+    m_movedSinceDown = false;
+    m_mode = None{};
+
+    if (m_document.isPickingColor()) {
+        pickColor(point);
+    } else if (m_document.isSelectingText()) {
+        m_band = QRectF(point, QSizeF());
+        m_mode = SelectingText{};
+    } else if (m_spaceHeld) {
+        m_mode = Panning{press.position, view.origin()};
+        m_host.updateCursor();
+    } else if (!pressObject(press, point)) {
+        pressTool(point);
+    }
+    m_host.repaint();
+}
+
+// True when the press met the selection's handle or an object, which then takes it.
+bool CanvasInteraction::pressObject(const Press &press, const QPointF &point)
+{
+    const bool reshapes = reshapesImage(m_document.tool());
+    const auto selected = m_document.selected();
+    if (!reshapes && selected) {
+        if (const auto handle = handleHit(press.position)) {
+            m_mode = Resizing{*selected, *handle};
+            return true;
+        }
+    }
+    const auto hit = m_document.hitTest(point, tolerance());
+    if (press.clickCount == 2 && hit && holdsText(hit->kind)) {
+        m_document.setSelectedID(hit->id);
+        beginText(*hit);
+        return true;
+    }
+    if (reshapes || !hit)
+        return false;
+    const bool isSelected = selected && selected->id == hit->id;
+    if (m_document.tool() != ToolKind::Select && !isSelected)
+        return false;
+    if (!isSelected)
+        select(hit->id);
+    m_mode = Moving{*hit};
+    return true;
+}
+
+void CanvasInteraction::pressTool(const QPointF &point)
+{
+    switch (const ToolKind tool = m_document.tool()) {
+    case ToolKind::Select:
+        m_document.setSelectedID({});
+        break;
+    case ToolKind::Text:
+        beginText(point);
+        break;
+    case ToolKind::Step:
+        m_document.add(m_document.makeAnnotation(tool, point));
+        break;
+    case ToolKind::Crop:
+        m_band = QRectF(point, QSizeF());
+        m_mode = Cropping{};
+        break;
+    case ToolKind::Cutout:
+        m_band = band(point, point);
+        m_mode = Cutting{};
+        break;
+    case ToolKind::Arrow:
+    case ToolKind::Rectangle:
+    case ToolKind::Ellipse:
+    case ToolKind::Line:
+    case ToolKind::Pen:
+    case ToolKind::Highlight:
+    case ToolKind::Callout:
+    case ToolKind::Stamp:
+    case ToolKind::Blur:
+    case ToolKind::Spotlight:
+    case ToolKind::Magnify:
+    case ToolKind::Measure:
+    case ToolKind::Image:
+        m_document.setSelectedID({});
+        m_draft = m_document.makeAnnotation(tool, point);
+        m_mode = Drawing{};
+        break;
+    }
+}
+
+void CanvasInteraction::beforeFirstMove()
+{
+    if (!std::exchange(m_movedSinceDown, true))
+        m_document.pushUndo();
+}
+
+void CanvasInteraction::drag(const QPointF &position, Qt::KeyboardModifiers modifiers)
+{
+    if (!m_dragOrigin)
+        return;
+    const CanvasViewport view = viewport();
+    const QPointF point = view.toImage(position);
+    const QPointF origin = *m_dragOrigin;
+    const bool shift = modifiers & Qt::ShiftModifier;
+    std::visit(
+        Overloaded{
+            [](const None &) {},
+            [&](const Drawing &) {
+                if (!m_draft)
+                    return;
+                if (m_draft->kind == ToolKind::Pen)
+                    m_draft->points.append(point);
+                m_draft->end = shift ? constrained(m_draft->start, point, m_draft->kind) : point;
+            },
+            [&](const Cropping &) { m_band = rectBetween(origin, point) & m_document.imageBounds(); },
+            [&](const SelectingText &) { m_band = rectBetween(origin, point) & m_document.imageBounds(); },
+            [&](const Cutting &) { m_band = band(origin, point); },
+            [&](const Moving &move) {
+                beforeFirstMove();
+                Annotation moved = move.original;
+                moved.offset(point.x() - origin.x(), point.y() - origin.y());
+                m_document.replace(moved);
+            },
+            [&](const Resizing &resize) {
+                beforeFirstMove();
+                QPointF target = point;
+                if (shift &&
+                    (resize.handle == AnnotationHandle::Start || resize.handle == AnnotationHandle::End)) {
+                    if (const auto from = handlePoint(resize.original, oppositeEnd(resize.handle)))
+                        target = constrained(*from, point, resize.original.kind);
+                }
+                Annotation resized = resize.original;
+                resized.move(resize.handle, target);
+                m_document.replace(resized);
+            },
+            [&](const Panning &pan) {
+                CanvasViewport moved = view;
+                moved.panTo(pan.origin + (position - pan.press));
+                m_pan = moved.pan;
+            },
+        },
+        m_mode);
+    m_host.repaint();
+}
+
+void CanvasInteraction::release(const QPointF &)
+{
+    const DragMode mode = m_mode;
+    std::visit(Overloaded{
+                   [](const None &) {},
+                   [](const Moving &) {},
+                   [](const Resizing &) {},
+                   [this](const Drawing &) { finishDrawing(); },
+                   [this](const Cropping &) {
+                       if (m_band && m_band->width() > leastCrop && m_band->height() > leastCrop)
+                           m_document.applyCrop(*m_band);
+                   },
+                   [this](const Cutting &) {
+                       if (m_band)
+                           m_document.applyCutout(*m_band, m_document.toolStyle(ToolKind::Cutout) == 1);
+                   },
+                   [this](const SelectingText &) { finishTextSelection(); },
+                   [](const Panning &) {},
+               },
+               mode);
+    endDrag();
+}
+
+void CanvasInteraction::endDrag()
+{
+    m_band.reset();
+    m_draft.reset();
+    m_dragOrigin.reset();
+    m_mode = None{};
+    m_host.updateCursor();
+    m_host.repaint();
+}
+
+void CanvasInteraction::finishDrawing()
+{
+    if (!m_draft)
+        return;
+    Annotation drawn = *std::exchange(m_draft, std::nullopt);
+    const bool isCallout = drawn.kind == ToolKind::Callout;
+    const bool isStamp = drawn.kind == ToolKind::Stamp;
+    if (isCallout && !drawn.isMeaningful())
+        drawn.end = defaultCallout(drawn.start, m_document.base().width());
+    if (isStamp && !drawn.isMeaningful()) {
+        const QRectF box = defaultStamp(drawn.start, drawn.text, m_document.base().size());
+        drawn.start = box.topLeft();
+        drawn.end = box.bottomRight();
+    }
+    if (!drawn.isMeaningful())
+        return;
+    if (isCallout || isStamp)
+        normalize(drawn);
+    m_document.add(drawn);
+    if (isCallout)
+        beginText(drawn);
+}
+
+void CanvasInteraction::finishTextSelection()
+{
+    if (!m_document.isSelectingText())
+        return;
+    m_document.setSelectingText(false);
+    if (m_band && m_band->width() > leastTextArea && m_band->height() > leastTextArea)
+        m_host.copyText(roundedOutwards(*m_band) & m_document.imageBounds().toRect());
+}
+
+// MARK: Text
+
+void CanvasInteraction::beginText(const QPointF &point)
+{
+    commitText();
+    m_textTarget = point;
+    m_host.openTextField({});
+}
+
+void CanvasInteraction::beginText(const Annotation &annotation)
+{
+    commitText();
+    m_textTarget = annotation.id;
+    m_host.openTextField(annotation.text);
+    m_host.repaint();
+}
+
+void CanvasInteraction::editSelectedText()
+{
+    if (const auto selected = m_document.selected(); selected && holdsText(selected->kind))
+        beginText(*selected);
+}
+
+QUuid CanvasInteraction::editedObject() const
+{
+    const auto *id = m_textTarget ? std::get_if<QUuid>(&*m_textTarget) : nullptr;
+    return id ? *id : QUuid();
+}
+
+std::optional<InlineText> CanvasInteraction::inlineText() const
+{
+    if (!m_textTarget)
+        return std::nullopt;
+    const CanvasViewport view = viewport();
+    const double scale = view.scale();
+    InlineText field;
+    if (const QPointF *anchor = std::get_if<QPointF>(&*m_textTarget)) {
+        const double size = std::max(m_document.lineWidth() * 6, 14.0);
+        field.frame = QRectF(view.toView(*anchor), QSizeF(240, std::trunc(size * scale * 1.35)));
+        field.font = Fonts::font(designOf(m_document.textFont()), size * scale);
+        field.color = m_document.color();
+        field.placeholder = QStringLiteral("Type, then Return");
+        return field;
+    }
+    const auto edited = object(std::get<QUuid>(*m_textTarget));
+    if (!edited)
+        return std::nullopt;
+    const double size = edited->textSize();
+    const bool isCallout = edited->kind == ToolKind::Callout;
+    field.font = Fonts::font(designOf(edited->textFont()), size * scale * (isCallout ? 0.75 : 1));
+    if (isCallout) {
+        const double raw = edited->lineWidth * 6;
+        const double dx = raw < 14 ? 5.6 : raw * 0.4, dy = raw < 14 ? 4.2 : raw * 0.3;
+        field.frame = view.toView(edited->rect().adjusted(dx, dy, -dx, -dy));
+        field.color = Qt::black;
+        field.placeholder = QStringLiteral("Type your callout, then Return (⌥↩ for a new line)");
+        field.wraps = true;
+        field.centered = true;
+    } else {
+        const double width = std::max(edited->bounds().width() * scale + 40, 240.0);
+        field.frame = QRectF(view.toView(edited->start), QSizeF(width, std::trunc(size * scale * 1.35)));
+        field.color = edited->color;
+    }
+    return field;
+}
+
+void CanvasInteraction::commitText()
+{
+    if (!m_textTarget)
+        return;
+    const TextTarget target = *std::exchange(m_textTarget, std::nullopt);
+    const QString text = m_host.closeTextField().trimmed();
+    if (const QPointF *anchor = std::get_if<QPointF>(&target)) {
+        if (!text.isEmpty()) {
+            Annotation added = m_document.makeAnnotation(ToolKind::Text, *anchor);
+            added.text = text;
+            m_document.add(added);
+        }
+    } else if (auto edited = object(std::get<QUuid>(target))) {
+        if (edited->kind == ToolKind::Text && text.isEmpty()) {
+            m_document.setSelectedID(edited->id);
+            m_document.deleteSelected();
+        } else if (edited->text != text) {
+            m_document.pushUndo();
+            edited->text = text;
+            m_document.replace(*edited);
+        }
+    }
+    m_host.repaint();
+}
+
+// MARK: Keys
+
+bool CanvasInteraction::keyPress(const Key &key)
+{
+    if (commandKey(key))
+        return true;
+    const auto selected = m_document.selected();
+    switch (key.key) {
+    case Qt::Key_Space:
+        if (commandModifiers(key.modifiers))
+            return false;
+        if (!key.isRepeat) {
+            m_spaceHeld = true;
+            m_host.updateCursor();
+        }
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!selected || !holdsText(selected->kind))
+            return false;
+        beginText(*selected);
+        return true;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        if (commandModifiers(key.modifiers) || m_document.annotations().isEmpty())
+            return false;
+        selectNext(key.key == Qt::Key_Backtab || (key.modifiers & Qt::ShiftModifier));
+        return true;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        m_document.deleteSelected();
+        return true;
+    case Qt::Key_Escape:
+        escape();
+        return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return arrowKey(key);
+    default:
+        break;
+    }
+    if (commandModifiers(key.modifiers) || key.key < Qt::Key_A || key.key > Qt::Key_Z)
+        return false;
+    const auto tool = Tools::ofShortcut(QChar(key.key).toLower());
+    if (tool)
+        m_document.setTool(*tool);
+    return tool.has_value();
+}
+
+bool CanvasInteraction::commandKey(const Key &key)
+{
+    if (commandModifiers(key.modifiers) != Qt::ControlModifier)
+        return false;
+    switch (key.key) {
+    case Qt::Key_K:
+        m_document.setShowPalette(true);
+        return true;
+    case Qt::Key_D:
+        m_document.duplicateSelected();
+        return true;
+    case Qt::Key_BracketRight:
+        m_document.bringToFront();
+        return true;
+    case Qt::Key_BracketLeft:
+        m_document.sendToBack();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void CanvasInteraction::keyRelease(const Key &key)
+{
+    if (key.key == Qt::Key_Space && !key.isRepeat) {
+        m_spaceHeld = false;
+        m_host.updateCursor();
+    }
+}
+
+void CanvasInteraction::escape()
+{
+    m_document.setSelectedID({});
+    m_document.setPickingColor(false);
+    m_document.setSelectingText(false);
+    endDrag();
+}
+
+bool CanvasInteraction::arrowKey(const Key &key)
+{
+    auto selected = m_document.selected();
+    if (!selected)
+        return false;
+    const double step = key.modifiers & Qt::ShiftModifier ? largeArrowStep : arrowStep;
+    const double dx = key.key == Qt::Key_Left ? -step : key.key == Qt::Key_Right ? step : 0;
+    const double dy = key.key == Qt::Key_Up ? -step : key.key == Qt::Key_Down ? step : 0;
+    m_document.pushUndo();
+    if (!(key.modifiers & Qt::AltModifier)) {
+        selected->offset(dx, dy);
+    } else if (const auto corner = handlePoint(*selected, AnnotationHandle::BottomRight)) {
+        selected->move(AnnotationHandle::BottomRight, *corner + QPointF(dx, dy));
+    } else if (const auto end = handlePoint(*selected, AnnotationHandle::End)) {
+        selected->move(AnnotationHandle::End, *end + QPointF(dx, dy));
+    } else {
+        const double grow = key.key == Qt::Key_Right || key.key == Qt::Key_Up ? 1 : -1;
+        selected->lineWidth = std::clamp(selected->lineWidth + grow, leastWidth, mostWidth);
+    }
+    m_document.replace(*selected);
+    m_host.repaint();
+    return true;
+}
+
+// MARK: Commands
+
+void CanvasInteraction::select(const QUuid &id)
+{
+    if (const auto chosen = object(id)) {
+        m_document.adoptStyle(*chosen);
+        m_document.setSelectedID(id);
+    }
+}
+
+void CanvasInteraction::selectNext(bool backwards)
+{
+    const auto &objects = m_document.annotations();
+    const auto count = objects.size();
+    if (count == 0)
+        return;
+    qsizetype at = -1;
+    if (const auto selected = m_document.selected()) {
+        for (qsizetype i = 0; i < count; ++i) {
+            if (objects[i].id == selected->id)
+                at = i;
+        }
+    }
+    const qsizetype next = at < 0 ? (backwards ? count - 1 : 0) : (at + (backwards ? -1 : 1) + count) % count;
+    select(objects[next].id);
+    m_host.announceSelection();
+}
+
+void CanvasInteraction::selectForMenu(const QPointF &position)
+{
+    commitText();
+    const auto hit = m_document.hitTest(viewport().toImage(position), tolerance());
+    const auto selected = m_document.selected();
+    if (hit && !(selected && selected->id == hit->id))
+        select(hit->id);
+}
+
+void CanvasInteraction::cut()
+{
+    m_document.copySelected(m_pasteboard);
+    m_document.deleteSelected();
+}
+
+void CanvasInteraction::copy()
+{
+    m_document.copySelected(m_pasteboard);
+}
+
+void CanvasInteraction::paste()
+{
+    std::optional<QPointF> at;
+    if (const auto pointer = m_host.pointer())
+        at = viewport().toImage(*pointer);
+    m_document.paste(m_pasteboard, at);
+}
+
+void CanvasInteraction::duplicate()
+{
+    m_document.duplicateSelected();
+}
+
+void CanvasInteraction::startEyedropper()
+{
+    m_document.setPickingColor(true);
+    m_host.updateCursor();
+}
+
+void CanvasInteraction::startTextSelection()
+{
+    m_document.setSelectingText(true);
+    m_host.updateCursor();
+}
+
+void CanvasInteraction::dropImage(const QImage &image, const QPointF &position)
+{
+    m_document.addImageObject(image, viewport().toImage(position));
+}
+
+// MARK: Painting
+
+CanvasInteraction::BandKind CanvasInteraction::bandKind() const
+{
+    if (std::holds_alternative<SelectingText>(m_mode))
+        return BandKind::TextArea;
+    return std::holds_alternative<Cropping>(m_mode) ? BandKind::Crop : BandKind::Cutout;
+}
+
+QUuid CanvasInteraction::movingObject() const
+{
+    if (const auto *move = std::get_if<Moving>(&m_mode))
+        return m_movedSinceDown ? move->original.id : QUuid();
+    if (const auto *resize = std::get_if<Resizing>(&m_mode))
+        return m_movedSinceDown ? resize->original.id : QUuid();
+    return {};
+}
+
+CanvasInteraction::Cursor CanvasInteraction::cursor() const
+{
+    if (std::holds_alternative<Panning>(m_mode))
+        return Cursor::ClosedHand;
+    if (m_spaceHeld)
+        return Cursor::OpenHand;
+    if (m_document.isPickingColor() || m_document.isSelectingText())
+        return Cursor::Cross;
+    switch (m_document.tool()) {
+    case ToolKind::Cutout:
+        return m_document.toolStyle(ToolKind::Cutout) == 1 ? Cursor::ResizeColumns : Cursor::ResizeRows;
+    case ToolKind::Text:
+        return Cursor::Text;
+    case ToolKind::Select:
+        return Cursor::Arrow;
+    case ToolKind::Arrow:
+    case ToolKind::Rectangle:
+    case ToolKind::Ellipse:
+    case ToolKind::Line:
+    case ToolKind::Pen:
+    case ToolKind::Highlight:
+    case ToolKind::Callout:
+    case ToolKind::Step:
+    case ToolKind::Stamp:
+    case ToolKind::Blur:
+    case ToolKind::Spotlight:
+    case ToolKind::Magnify:
+    case ToolKind::Crop:
+    case ToolKind::Measure:
+    case ToolKind::Image:
+        return Cursor::Cross;
+    }
+    return Cursor::Arrow;
+}

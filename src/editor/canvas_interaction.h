@@ -1,0 +1,182 @@
+#pragma once
+
+#include "document/annotation.h"
+#include "editor/canvas_viewport.h"
+
+#include <QColor>
+#include <QFont>
+#include <QList>
+#include <QPointF>
+#include <QRect>
+#include <QRectF>
+#include <QString>
+#include <QUuid>
+#include <optional>
+#include <variant>
+
+class EditorDocument;
+class Pasteboard;
+
+// The editable field for typing a text object, in view coordinates.
+struct InlineText {
+    QRectF frame;
+    QFont font;
+    QColor color;
+    QString placeholder;
+    bool wraps = false; // inside a callout's box; otherwise the field grows with what is typed
+    bool centered = false;
+    bool operator==(const InlineText &) const = default;
+};
+
+// Turns pointer and key events on a canvas into operations on the document: presses, drags and releases,
+// zooming and panning, typing and arranging. Knows no window: the view around it is a host of a few calls, so
+// it can be driven event by event. Holds no objects but the one being drawn.
+//
+// Positions that come in are view coordinates in points, y down. Command is Ctrl, Option is Alt.
+class CanvasInteraction {
+public:
+    // What the machine asks of the view around it.
+    class Host {
+    public:
+        virtual ~Host() = default;
+        virtual void repaint() = 0;
+        virtual void updateCursor() = 0;
+        // Shows a field with `text` in it, selected in full. Closing gives what was typed.
+        virtual void openTextField(const QString &text) = 0;
+        virtual QString closeTextField() = 0;
+        // Recognises the text in a part of the finished picture and copies it.
+        virtual void copyText(const QRect &area) = 0;
+        virtual void notify(const QString &text, const QString &symbol) = 0;
+        // Tells assistive technology which object is selected now.
+        virtual void announceSelection() = 0;
+        // Where the pointer is; nothing when outside of the view.
+        virtual std::optional<QPointF> pointer() const = 0;
+    };
+
+    struct Press {
+        QPointF position;
+        Qt::KeyboardModifiers modifiers;
+        int clickCount = 1;
+    };
+    struct Key {
+        int key = 0;
+        Qt::KeyboardModifiers modifiers;
+        bool isRepeat = false;
+    };
+    // Of a wheel or touchpad. `pixels` when the device tells them, otherwise notches of a wheel, in
+    // fractions.
+    struct Scroll {
+        QPointF position;
+        QPointF pixels;
+        QPointF notches;
+        Qt::KeyboardModifiers modifiers;
+    };
+    enum class Cursor { Arrow, Cross, OpenHand, ClosedHand, Text, ResizeRows, ResizeColumns };
+    enum class BandKind { TextArea, Crop, Cutout };
+
+    CanvasInteraction(EditorDocument &document, Pasteboard &pasteboard, Host &host)
+        : m_document(document), m_pasteboard(pasteboard), m_host(host)
+    {}
+
+    // The view's size in points, and device pixels for a point.
+    void setView(const QSizeF &size, double backing);
+    CanvasViewport viewport() const;
+
+    void press(const Press &press);
+    void drag(const QPointF &position, Qt::KeyboardModifiers modifiers);
+    void release(const QPointF &position);
+    // False for what the canvas has no use for.
+    bool keyPress(const Key &key);
+    void keyRelease(const Key &key);
+    bool scroll(const Scroll &scroll);
+    // A pinch that grows the picture by `magnification`, 0 for none.
+    void pinch(double magnification, const QPointF &position);
+
+    void setZoom(std::optional<double> zoom, std::optional<QPointF> around = {});
+    void zoomBy(double factor) { setZoom(viewport().displayZoom() * factor); }
+    void panBy(const QPointF &delta);
+
+    // Text being typed.
+    bool isEditingText() const { return m_textTarget.has_value(); }
+    std::optional<InlineText> inlineText() const;
+    QUuid editedObject() const; // null while typing a new one
+    void commitText();
+    void editSelectedText();
+
+    // Commands
+    void cut();
+    void copy();
+    void paste();
+    void duplicate();
+    void startEyedropper();
+    void startTextSelection();
+    // Selects what lies under the pointer, for a context menu.
+    void selectForMenu(const QPointF &position);
+    void dropImage(const QImage &image, const QPointF &position);
+    void selectNext(bool backwards);
+    void select(const QUuid &id);
+
+    // What is painted over the document's objects.
+    const std::optional<Annotation> &draft() const { return m_draft; }
+    const std::optional<QRectF> &band() const { return m_band; }
+    BandKind bandKind() const;
+    // The object that follows the pointer now; null otherwise.
+    QUuid movingObject() const;
+    Cursor cursor() const;
+
+private:
+    struct None {};
+    struct Drawing {};
+    struct Cropping {};
+    struct Cutting {};
+    struct SelectingText {};
+    struct Moving {
+        Annotation original;
+    };
+    struct Resizing {
+        Annotation original;
+        AnnotationHandle handle;
+    };
+    struct Panning {
+        QPointF press;
+        QPointF origin;
+    };
+    using DragMode = std::variant<None, Drawing, Cropping, Cutting, SelectingText, Moving, Resizing, Panning>;
+    // What the open field is for: an object, or a new one at an image point.
+    using TextTarget = std::variant<QUuid, QPointF>;
+
+    void pickColor(const QPointF &point);
+    bool pressObject(const Press &press, const QPointF &point);
+    void pressTool(const QPointF &point);
+    void beginText(const QPointF &point);
+    void beginText(const Annotation &annotation);
+    void finishDrawing();
+    void finishTextSelection();
+    void beforeFirstMove();
+    QRectF band(const QPointF &a, const QPointF &b) const;
+    std::optional<AnnotationHandle> handleHit(const QPointF &viewPoint) const;
+    std::optional<Annotation> object(const QUuid &id) const;
+    double tolerance() const;
+    bool arrowKey(const Key &key);
+    bool commandKey(const Key &key);
+    void escape();
+    void endDrag();
+
+    EditorDocument &m_document;
+    Pasteboard &m_pasteboard;
+    Host &m_host;
+    QSizeF m_viewSize;
+    double m_backing = 2;
+    QPointF m_pan;
+    DragMode m_mode;
+    std::optional<Annotation> m_draft;
+    std::optional<QPointF> m_dragOrigin; // image point of the last press
+    bool m_movedSinceDown = false;
+    std::optional<QRectF> m_band; // image pixels
+    std::optional<TextTarget> m_textTarget;
+    bool m_spaceHeld = false;
+};
+
+// The Shift rule for a drag from `a` to `b`: lines keep their length and snap to 45 degrees, a pen is free,
+// all others become square.
+QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind);

@@ -1,0 +1,378 @@
+#include "editor/canvas_painter.h"
+
+#include "base/colors.h"
+#include "document/editor_document.h"
+#include "document/renderer.h"
+#include "document/soft_shadow.h"
+#include "ui/theme.h"
+
+#include <QHash>
+#include <QPainter>
+#include <QPainterPath>
+#include <cmath>
+
+namespace {
+
+constexpr double cornerRadius = 24;    // image pixels, with rounded corners or a backdrop
+constexpr double borderWidth = 16;     // image pixels, half of it over the picture
+constexpr double sharpAbove = 1.5;     // device pixels for an image pixel, from where pixels stay square
+constexpr double backdropShare = 0.08; // of the longer side
+constexpr double selectionOutset = 4;
+constexpr double handleSide = 9;
+constexpr double chromeReach = 10; // selection outline and handles around the bounds, with their strokes
+constexpr double chromeWidth = 1.5;
+
+const QColor systemBlue(0, 122, 255);
+const QColor systemRed(255, 59, 48);
+
+QRectF outset(const QRectF &rect, double by)
+{
+    return rect.adjusted(-by, -by, by, by);
+}
+
+QPen dashed(const QColor &color, double width, double on, double off)
+{
+    QPen pen(color, width);
+    pen.setDashPattern({on / width, off / width});
+    pen.setCapStyle(Qt::FlatCap);
+    return pen;
+}
+
+bool sameStage(const CanvasPainter::Scene &a, const CanvasPainter::Scene &b)
+{
+    const auto &v = a.viewport, &w = b.viewport;
+    return a.base.cacheKey() == b.base.cacheKey() && a.effects == b.effects && v.view == w.view &&
+           v.backing == w.backing && v.scale() == w.scale() && v.origin() == w.origin();
+}
+
+QString bandLabel(const CanvasPainter::Scene &scene)
+{
+    const auto pixels = [](double value) { return QString::number(qRound(value)); };
+    switch (scene.bandKind) {
+    case CanvasInteraction::BandKind::TextArea:
+        return QStringLiteral("Copy text in this area");
+    case CanvasInteraction::BandKind::Crop:
+        return QStringLiteral("%1 × %2").arg(pixels(scene.band->width()), pixels(scene.band->height()));
+    case CanvasInteraction::BandKind::Cutout:
+        return QStringLiteral("Remove %1 px")
+            .arg(pixels(scene.cutsColumns ? scene.band->width() : scene.band->height()));
+    }
+    return {};
+}
+
+} // namespace
+
+CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
+                                              const CanvasInteraction &interaction)
+{
+    Scene scene;
+    scene.viewport = interaction.viewport();
+    scene.base = document.base();
+    scene.effects = document.effects();
+    const QUuid edited = interaction.editedObject();
+    scene.objects = document.annotations();
+    if (!edited.isNull())
+        scene.objects.removeIf([&edited](const Annotation &a) { return a.id == edited; });
+    scene.draft = interaction.draft();
+    const auto isBlur = [](const Annotation &a) { return a.kind == ToolKind::Blur; };
+    if ((scene.draft && isBlur(*scene.draft)) ||
+        std::any_of(scene.objects.begin(), scene.objects.end(), isBlur))
+        scene.pixelated = document.pixelated();
+    // Dimming lies under all objects, also while it is being drawn.
+    if (scene.draft && scene.draft->kind == ToolKind::Spotlight)
+        scene.objects.append(*std::exchange(scene.draft, std::nullopt));
+    scene.selected = document.selected();
+    if (scene.selected && scene.selected->id == edited)
+        scene.selected.reset();
+    scene.band = interaction.band();
+    scene.bandKind = interaction.bandKind();
+    scene.cutsColumns = document.toolStyle(ToolKind::Cutout) == 1;
+    return scene;
+}
+
+// Whole device pixels, so that a picture at 100 percent is not smeared over two.
+QTransform CanvasPainter::imageToView() const
+{
+    const CanvasViewport &view = m_scene.viewport;
+    const QPointF origin = view.origin();
+    const auto snapped = [&view](double value) { return std::round(value * view.backing) / view.backing; };
+    const double scale = view.scale();
+    return QTransform::fromTranslate(snapped(origin.x()), snapped(origin.y())).scale(scale, scale);
+}
+
+QRectF CanvasPainter::painted(const Annotation &annotation) const
+{
+    return outset(imageToView().mapRect(Renderer::paintedRect(annotation)), 2);
+}
+
+QRegion CanvasPainter::update(const Scene &scene)
+{
+    const QRegion overlayBefore = overlayRegion();
+    const bool stageStays = !m_layer.isNull() && sameStage(m_scene, scene);
+    const QList<Annotation> before = std::exchange(m_scene, scene).objects;
+    const QRect whole(QPoint(), scene.viewport.view.toSize());
+    if (!stageStays) {
+        renderStage();
+        renderObjects(whole);
+        return whole;
+    }
+    const QRegion changed = changedObjects(before, scene.objects) & whole;
+    if (!changed.isEmpty())
+        renderObjects(changed);
+    return (changed | overlayBefore | overlayRegion()) & whole;
+}
+
+QRegion CanvasPainter::changedObjects(const QList<Annotation> &before, const QList<Annotation> &after) const
+{
+    if (before == after)
+        return {};
+    QHash<QUuid, std::pair<const Annotation *, qsizetype>> old;
+    for (qsizetype i = 0; i < before.size(); ++i)
+        old.insert(before[i].id, {&before[i], i});
+    QRegion region;
+    const auto touch = [&](const Annotation &annotation) {
+        // A spotlight dims all that lies outside of it.
+        if (annotation.kind == ToolKind::Spotlight)
+            region |= QRect(QPoint(), m_scene.viewport.view.toSize());
+        else
+            region |= painted(annotation).toAlignedRect();
+    };
+    qsizetype last = -1;
+    for (const Annotation &annotation : after) {
+        const auto known = old.find(annotation.id);
+        if (known == old.end()) {
+            touch(annotation);
+            continue;
+        }
+        const auto [previous, index] = *known;
+        if (!(*previous == annotation)) {
+            touch(*previous);
+            touch(annotation);
+        } else if (index < last) {
+            touch(annotation); // changed places with another
+        }
+        last = std::max(last, index);
+        old.erase(known);
+    }
+    for (const auto &[previous, index] : old)
+        touch(*previous);
+    return region;
+}
+
+QRegion CanvasPainter::overlayRegion() const
+{
+    QRegion region;
+    if (m_scene.draft)
+        region |= painted(*m_scene.draft).toAlignedRect();
+    if (m_scene.selected) {
+        QRectF rect = m_scene.selected->bounds();
+        for (const auto &[handle, point] : m_scene.selected->handles())
+            rect |= QRectF(point, QSizeF(0.01, 0.01));
+        region |= outset(imageToView().mapRect(rect), chromeReach).toAlignedRect();
+    }
+    if (m_scene.band) // the crop band darkens all around it; labels hang below
+        region |= QRect(QPoint(), m_scene.viewport.view.toSize());
+    return region;
+}
+
+// MARK: Layers
+
+void CanvasPainter::renderStage()
+{
+    const CanvasViewport &view = m_scene.viewport;
+    const QSize pixels = (view.view * view.backing).toSize().expandedTo({1, 1});
+    if (m_stage.size() != pixels)
+        m_stage = QImage(pixels, QImage::Format_RGB32);
+    m_stage.setDevicePixelRatio(view.backing);
+    QPainter painter(&m_stage);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawStage(painter);
+}
+
+void CanvasPainter::drawStage(QPainter &painter)
+{
+    const QTransform toView = imageToView();
+    const double s = m_scene.viewport.scale();
+    const Effects &effects = m_scene.effects;
+    painter.fillRect(QRectF(QPointF(), m_scene.viewport.view), Theme::canvasSurround());
+
+    const QRectF frame = toView.mapRect(QRectF(m_scene.base.rect()));
+    const double radius = effects.rounded || effects.backdrop ? cornerRadius * s : 0;
+    QPainterPath framePath;
+    framePath.addRoundedRect(frame, radius, radius);
+
+    if (effects.backdrop) {
+        const double grow =
+            std::trunc(std::max(m_scene.base.width(), m_scene.base.height()) * backdropShare) * s;
+        const QRectF around = outset(frame, grow);
+        const auto &colors = Effects::backdropGradient(effects.backdropStyle);
+        QLinearGradient gradient(around.topLeft(), around.bottomRight());
+        gradient.setColorAt(0, colors.first);
+        gradient.setColorAt(1, colors.second);
+        painter.fillRect(around, gradient);
+    }
+    const bool lifted = effects.shadow || effects.backdrop;
+    const SoftShadow shadow{lifted ? 30.0 : 14.0, QColor::fromRgbF(0, 0, 0, lifted ? 0.7f : 0.45f), {0, 6}};
+    shadow.paint(painter, frame, [&](QPainter &mask) { mask.fillPath(framePath, Qt::black); });
+    painter.fillPath(framePath, QColor::fromRgbF(0.3f, 0.3f, 0.3f));
+
+    painter.save();
+    if (radius > 0)
+        painter.setClipPath(framePath);
+    drawBase(painter);
+    painter.restore();
+}
+
+void CanvasPainter::drawBase(QPainter &painter)
+{
+    const CanvasViewport &view = m_scene.viewport;
+    const double zoom = view.displayZoom();
+    const QRectF frame = imageToView().mapRect(QRectF(m_scene.base.rect()));
+    if (zoom >= 1) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom > 1 && zoom <= sharpAbove);
+        painter.drawImage(frame, m_scene.base);
+        return;
+    }
+    // Reduced once with every pixel counted, then only copied while it is pushed about.
+    const QSize size = (QSizeF(m_scene.base.size()) * zoom).toSize().expandedTo({1, 1});
+    if (m_scaledKey != m_scene.base.cacheKey() || m_scaled.size() != size) {
+        m_scaled = m_scene.base.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        m_scaledKey = m_scene.base.cacheKey();
+    }
+    painter.drawImage(frame, m_scaled);
+}
+
+void CanvasPainter::renderObjects(const QRegion &region)
+{
+    if (m_layer.size() != m_stage.size())
+        m_layer = QImage(m_stage.size(), QImage::Format_RGB32);
+    m_layer.setDevicePixelRatio(m_stage.devicePixelRatio());
+    const Effects &effects = m_scene.effects;
+    const QTransform toView = imageToView();
+    const QRectF image(m_scene.base.rect());
+    const double s = m_scene.viewport.scale();
+
+    QPainter painter(&m_layer);
+    painter.setClipRegion(region);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPointF(), m_stage);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.save();
+    const QRectF frame = toView.mapRect(image);
+    const double radius = effects.rounded || effects.backdrop ? cornerRadius * s : 0;
+    if (radius > 0) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath clip;
+        clip.addRoundedRect(frame, radius, radius);
+        painter.setClipPath(clip, Qt::IntersectClip);
+    } else {
+        painter.setClipRect(frame, Qt::IntersectClip);
+    }
+    painter.setTransform(toView, true);
+    Renderer::drawSpotlights(image.size(), m_scene.objects, painter);
+    for (const Annotation &annotation : m_scene.objects)
+        Renderer::drawObject(annotation, m_scene.base, m_scene.pixelated, painter);
+    painter.restore();
+
+    if (effects.border) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(effects.borderColor, borderWidth * s, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+        painter.drawRoundedRect(frame, radius, radius);
+    }
+}
+
+// MARK: Painting
+
+void CanvasPainter::paint(QPainter &painter) const
+{
+    painter.drawImage(QPointF(), m_layer);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_scene.draft) {
+        painter.save();
+        painter.setClipRect(imageToView().mapRect(QRectF(m_scene.base.rect())), Qt::IntersectClip);
+        painter.setTransform(imageToView(), true);
+        Renderer::drawObject(*m_scene.draft, m_scene.base, m_scene.pixelated, painter);
+        painter.restore();
+    }
+    if (m_scene.band) {
+        drawBand(painter);
+        drawBandOutline(painter);
+    }
+    if (m_scene.selected)
+        drawSelection(painter);
+}
+
+void CanvasPainter::drawBand(QPainter &painter) const
+{
+    const QRectF band = imageToView().mapRect(*m_scene.band);
+    switch (m_scene.bandKind) {
+    case CanvasInteraction::BandKind::TextArea: {
+        QColor fill = systemBlue;
+        fill.setAlphaF(0.2f);
+        painter.fillRect(band, fill);
+        break;
+    }
+    case CanvasInteraction::BandKind::Crop: {
+        QPainterPath outside;
+        outside.setFillRule(Qt::OddEvenFill);
+        outside.addRect(imageToView().mapRect(QRectF(m_scene.base.rect())));
+        outside.addRect(band);
+        painter.fillPath(outside, QColor::fromRgbF(0, 0, 0, 0.55f));
+        break;
+    }
+    case CanvasInteraction::BandKind::Cutout: {
+        QColor fill = systemRed;
+        fill.setAlphaF(0.3f);
+        painter.fillRect(band, fill);
+        break;
+    }
+    }
+}
+
+void CanvasPainter::drawBandOutline(QPainter &painter) const
+{
+    const QRectF band = imageToView().mapRect(*m_scene.band);
+    const bool crop = m_scene.bandKind == CanvasInteraction::BandKind::Crop;
+    painter.setPen(crop ? QPen(Qt::white, chromeWidth) : dashed(systemRed, chromeWidth, 6, 4));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(band);
+    drawLabel(painter, {band.left() + 4, band.bottom() + 6}, bandLabel(m_scene));
+}
+
+void CanvasPainter::drawLabel(QPainter &painter, const QPointF &topLeft, const QString &text) const
+{
+    const QFont font = Theme::font(Theme::Type::Caption, QFont::DemiBold);
+    const QFontMetricsF metrics(font);
+    QRectF pill(topLeft, QSizeF(Theme::tabularWidth(font, text) + 10, metrics.height() + 4));
+    // Under a band that reaches the lower edge there is no room.
+    const QSizeF view = m_scene.viewport.view;
+    pill.moveTop(std::min(pill.top(), view.height() - pill.height() - 4));
+    pill.moveLeft(std::clamp(pill.left(), 4.0, std::max(4.0, view.width() - pill.width() - 4)));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.75f));
+    painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
+    painter.setPen(Qt::white);
+    painter.setFont(font);
+    Theme::drawTabular(painter, pill.adjusted(5, 2, -5, -2), Qt::AlignLeft, text);
+}
+
+void CanvasPainter::drawSelection(QPainter &painter) const
+{
+    const QTransform toView = imageToView();
+    const QColor accent = brandColor();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(dashed(accent, chromeWidth, 4, 3));
+    painter.drawRect(outset(toView.mapRect(m_scene.selected->bounds()), selectionOutset));
+    painter.setPen(QPen(accent, chromeWidth));
+    for (const auto &[handle, point] : m_scene.selected->handles()) {
+        QRectF knob(0, 0, handleSide, handleSide);
+        knob.moveCenter(toView.map(point));
+        painter.setBrush(handle == AnnotationHandle::Tail ? accent : QColor(Qt::white));
+        const bool round = handle == AnnotationHandle::Start || handle == AnnotationHandle::End ||
+                           handle == AnnotationHandle::Tail;
+        if (round)
+            painter.drawEllipse(knob);
+        else
+            painter.drawRect(knob);
+    }
+}

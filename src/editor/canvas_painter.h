@@ -1,0 +1,62 @@
+#pragma once
+
+#include "document/annotation.h"
+#include "document/effects.h"
+#include "editor/canvas_interaction.h"
+#include "editor/canvas_viewport.h"
+
+#include <QImage>
+#include <QList>
+#include <QRegion>
+#include <QUuid>
+#include <optional>
+
+class EditorDocument;
+class QPainter;
+
+// Paints the canvas. The picture with its objects is kept as it looks in the view and brought up to date only
+// where it changed; what lies over it (the object being drawn, bands, the selection) is painted anew each
+// time.
+class CanvasPainter {
+public:
+    // All that the look of the canvas depends on, taken at one moment.
+    struct Scene {
+        CanvasViewport viewport;
+        QImage base;
+        QImage pixelated;
+        Effects effects;
+        QList<Annotation> objects; // without the one whose text is being typed
+        std::optional<Annotation> draft;
+        std::optional<Annotation> selected; // none while its text is being typed
+        std::optional<QRectF> band;         // image pixels
+        CanvasInteraction::BandKind bandKind = CanvasInteraction::BandKind::Crop;
+        bool cutsColumns = false;
+
+        static Scene of(const EditorDocument &document, const CanvasInteraction &interaction);
+    };
+
+    // Takes the scene over and tells what part of the view has to be painted, in points.
+    QRegion update(const Scene &scene);
+    // Within the painter's clip.
+    void paint(QPainter &painter) const;
+
+private:
+    void renderStage();
+    void renderObjects(const QRegion &region); // device pixels
+    QRegion changedObjects(const QList<Annotation> &before, const QList<Annotation> &after) const;
+    QRegion overlayRegion() const;
+    QRectF painted(const Annotation &annotation) const; // view coordinates
+    QTransform imageToView() const;
+    void drawStage(QPainter &painter);
+    void drawBase(QPainter &painter);
+    void drawBand(QPainter &painter) const;
+    void drawBandOutline(QPainter &painter) const;
+    void drawSelection(QPainter &painter) const;
+    void drawLabel(QPainter &painter, const QPointF &topLeft, const QString &text) const;
+
+    Scene m_scene;
+    QImage m_stage;  // surround, backdrop, shadow and picture, in device pixels
+    QImage m_layer;  // the same with all objects
+    QImage m_scaled; // the picture reduced to its size in the view
+    qint64 m_scaledKey = 0;
+};

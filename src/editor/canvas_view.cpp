@@ -1,0 +1,394 @@
+#include "editor/canvas_view.h"
+
+#include "base/async.h"
+#include "base/notice.h"
+#include "document/editor_document.h"
+#include "document/image_files.h"
+#include "editor/canvas_accessibility.h"
+#include "editor/inline_text_field.h"
+#include "platform/pasteboard.h"
+#include "ui/symbol.h"
+
+#include <QAccessible>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QPinchGesture>
+
+namespace {
+
+// A file among the dropped ones that looks like a picture; its content decides later.
+QString droppedPicture(const QMimeData *data)
+{
+    for (const QUrl &url : data->urls()) {
+        if (url.isLocalFile() && !QImageReader(url.toLocalFile()).format().isEmpty())
+            return url.toLocalFile();
+        if (url.isLocalFile() && url.fileName().toLower().endsWith(".heic"))
+            return url.toLocalFile();
+    }
+    return {};
+}
+
+Qt::CursorShape shapeOf(CanvasInteraction::Cursor cursor)
+{
+    switch (cursor) {
+    case CanvasInteraction::Cursor::Arrow:
+        return Qt::ArrowCursor;
+    case CanvasInteraction::Cursor::Cross:
+        return Qt::CrossCursor;
+    case CanvasInteraction::Cursor::OpenHand:
+        return Qt::OpenHandCursor;
+    case CanvasInteraction::Cursor::ClosedHand:
+        return Qt::ClosedHandCursor;
+    case CanvasInteraction::Cursor::Text:
+        return Qt::IBeamCursor;
+    case CanvasInteraction::Cursor::ResizeRows:
+        return Qt::SizeVerCursor;
+    case CanvasInteraction::Cursor::ResizeColumns:
+        return Qt::SizeHorCursor;
+    }
+    return Qt::ArrowCursor;
+}
+
+} // namespace
+
+CanvasView::CanvasView(EditorDocument &document, Pasteboard &pasteboard, NoticeBoard &notices,
+                       QWidget *parent)
+    : QWidget(parent),
+      m_document(document),
+      m_pasteboard(pasteboard),
+      m_notices(notices),
+      m_interaction(document, pasteboard, *this)
+{
+    installCanvasAccessibility();
+    setObjectName("canvas");
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setAcceptDrops(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+    grabGesture(Qt::PinchGesture);
+    connect(&document, &EditorDocument::changed, this, [this](EditorDocument::Field field) {
+        repaint();
+        if (field == EditorDocument::Field::Tool || field == EditorDocument::Field::Mode ||
+            field == EditorDocument::Field::Style)
+            updateCursor();
+        if (field == EditorDocument::Field::Annotations && QAccessible::isActive()) {
+            QAccessibleEvent event(this, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&event);
+        }
+    });
+    updateCursor();
+}
+
+CanvasView::~CanvasView() = default;
+
+QString CanvasView::accessibleLabel() const
+{
+    const auto count = m_document.annotations().size();
+    QString label = QStringLiteral("Capture, %1 by %2 pixels, %3 object%4")
+                        .arg(m_document.base().width())
+                        .arg(m_document.base().height())
+                        .arg(count)
+                        .arg(count == 1 ? "" : "s");
+    if (count > 0)
+        label += ". Tab moves between objects.";
+    return label;
+}
+
+// MARK: Painting
+
+void CanvasView::repaint()
+{
+    if (!std::exchange(m_isStale, true))
+        QMetaObject::invokeMethod(this, &CanvasView::synchronize, Qt::QueuedConnection);
+}
+
+void CanvasView::synchronize()
+{
+    if (!m_isStale)
+        return;
+    m_isStale = false;
+    m_interaction.setView(size(), devicePixelRatioF());
+    update(m_painter.update(CanvasPainter::Scene::of(m_document, m_interaction)));
+    if (m_textField) {
+        if (const auto look = m_interaction.inlineText())
+            m_textField->setLook(*look);
+    }
+    reportZoom();
+}
+
+void CanvasView::reportZoom()
+{
+    const double zoom = m_interaction.viewport().displayZoom();
+    if (std::abs(zoom - m_document.displayZoom()) > 0.001)
+        QMetaObject::invokeMethod(
+            this, [this, zoom] { m_document.setDisplayZoom(zoom); }, Qt::QueuedConnection);
+}
+
+void CanvasView::paintEvent(QPaintEvent *)
+{
+    if (m_interaction.viewport().backing != devicePixelRatioF())
+        m_isStale = true;
+    synchronize();
+    QPainter painter(this);
+    m_painter.paint(painter);
+}
+
+void CanvasView::resizeEvent(QResizeEvent *)
+{
+    m_isStale = true;
+    synchronize();
+}
+
+// MARK: Events
+
+bool CanvasView::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress: {
+        // Before the toolkit moves the focus.
+        auto *key = static_cast<QKeyEvent *>(event);
+        if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) &&
+            m_interaction.keyPress({key->key(), key->modifiers(), key->isAutoRepeat()})) {
+            key->accept();
+            return true;
+        }
+        break;
+    }
+    case QEvent::NativeGesture: {
+        auto *gesture = static_cast<QNativeGestureEvent *>(event);
+        if (gesture->gestureType() == Qt::ZoomNativeGesture) {
+            m_interaction.pinch(gesture->value(), gesture->position());
+            return true;
+        }
+        break;
+    }
+    case QEvent::Gesture:
+        if (auto *pinch = static_cast<QPinchGesture *>(
+                static_cast<QGestureEvent *>(event)->gesture(Qt::PinchGesture))) {
+            m_interaction.pinch(pinch->scaleFactor() - 1, mapFromGlobal(pinch->centerPoint()));
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void CanvasView::press(QMouseEvent *event, int clickCount)
+{
+    if (event->button() == Qt::MiddleButton) {
+        // The middle button pushes the picture about, as the space key with the left one does.
+        m_interaction.keyPress({Qt::Key_Space, {}, false});
+        m_interaction.press({event->position(), {}, 1});
+        m_interaction.keyRelease({Qt::Key_Space, {}, false});
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+    setFocus(Qt::MouseFocusReason);
+    m_interaction.press({event->position(), event->modifiers(), clickCount});
+}
+
+void CanvasView::mousePressEvent(QMouseEvent *event)
+{
+    press(event, 1);
+}
+
+void CanvasView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    press(event, 2);
+}
+
+void CanvasView::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons() & (Qt::LeftButton | Qt::MiddleButton))
+        m_interaction.drag(event->position(), event->modifiers());
+}
+
+void CanvasView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton || event->button() == Qt::MiddleButton)
+        m_interaction.release(event->position());
+}
+
+void CanvasView::wheelEvent(QWheelEvent *event)
+{
+    // The toolkit turns a wheel sideways for Alt, which the canvas doesn't want.
+    const bool used = m_interaction.scroll({event->position(), QPointF(event->pixelDelta()),
+                                            QPointF(event->angleDelta()) / 120.0, event->modifiers()});
+    event->setAccepted(used);
+}
+
+void CanvasView::keyPressEvent(QKeyEvent *event)
+{
+    if (!m_interaction.keyPress({event->key(), event->modifiers(), event->isAutoRepeat()}))
+        QWidget::keyPressEvent(event);
+}
+
+void CanvasView::keyReleaseEvent(QKeyEvent *event)
+{
+    m_interaction.keyRelease({event->key(), event->modifiers(), event->isAutoRepeat()});
+    QWidget::keyReleaseEvent(event);
+}
+
+void CanvasView::focusOutEvent(QFocusEvent *event)
+{
+    // Its release will go elsewhere.
+    m_interaction.keyRelease({Qt::Key_Space, {}, false});
+    QWidget::focusOutEvent(event);
+}
+
+// MARK: Menu
+
+bool CanvasView::canPaste() const
+{
+    return m_pasteboard.has(EditorDocument::objectPasteboardType) || m_pasteboard.hasImage();
+}
+
+QMenu *CanvasView::makeContextMenu()
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto item = [this, menu](const char *title, const char *symbol, const char *shortcut, auto action) {
+        QAction *made =
+            menu->addAction(symbolIcon(symbol), QString::fromUtf8(title) + '\t' + shortcut, this, action);
+        return made;
+    };
+    const auto selected = m_document.selected();
+    const auto paste = [this, &item] {
+        item("Paste", "doc.on.clipboard", "Ctrl+V", [this] {
+            m_interaction.paste();
+        })->setEnabled(canPaste());
+    };
+    if (!selected) {
+        paste();
+        item("Pick Color from Image", "eyedropper", "", [this] { m_interaction.startEyedropper(); });
+        return menu;
+    }
+    if (selected->kind == ToolKind::Text || selected->kind == ToolKind::Callout) {
+        item("Edit Text", "character.cursor.ibeam", "Return", [this] { m_interaction.editSelectedText(); });
+        menu->addSeparator();
+    }
+    item("Cut", "scissors", "Ctrl+X", [this] { m_interaction.cut(); });
+    item("Copy", "doc.on.doc", "Ctrl+C", [this] { m_interaction.copy(); });
+    paste();
+    item("Duplicate", "plus.square.on.square", "Ctrl+D", [this] { m_interaction.duplicate(); });
+    menu->addSeparator();
+    item("Bring to Front", "square.3.layers.3d.top.filled", "Ctrl+]", [this] { m_document.bringToFront(); });
+    item("Send to Back", "square.3.layers.3d.bottom.filled", "Ctrl+[", [this] { m_document.sendToBack(); });
+    menu->addSeparator();
+    item("Delete", "trash", "Del", [this] { m_document.deleteSelected(); });
+    return menu;
+}
+
+void CanvasView::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() == QContextMenuEvent::Mouse)
+        m_interaction.selectForMenu(event->pos());
+    QPoint at = event->globalPos();
+    if (const auto selected = m_document.selected();
+        selected && event->reason() == QContextMenuEvent::Keyboard)
+        at = mapToGlobal(m_interaction.viewport().toView(selected->bounds()).center().toPoint());
+    makeContextMenu()->popup(at);
+}
+
+// MARK: Drops
+
+void CanvasView::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasImage() || !droppedPicture(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void CanvasView::dropEvent(QDropEvent *event)
+{
+    const QPointF position = event->position();
+    const QString file = droppedPicture(event->mimeData());
+    if (!file.isEmpty()) {
+        event->acceptProposedAction();
+        whenDone(runInBackground([file] { return ImageFiles::read(file); }), this,
+                 [this, position](const Result<QImage> &image) {
+                     if (image)
+                         m_interaction.dropImage(*image, position);
+                 });
+        return;
+    }
+    const QImage image = event->mimeData()->imageData().value<QImage>();
+    if (image.isNull())
+        return;
+    event->acceptProposedAction();
+    m_interaction.dropImage(image, position);
+}
+
+// MARK: Host
+
+void CanvasView::updateCursor()
+{
+    setCursor(shapeOf(m_interaction.cursor()));
+}
+
+void CanvasView::openTextField(const QString &text)
+{
+    m_interaction.setView(size(), devicePixelRatioF());
+    m_textField = new InlineTextField(text, this);
+    if (const auto look = m_interaction.inlineText())
+        m_textField->setLook(*look);
+    connect(m_textField, &InlineTextField::finished, this, [this] { m_interaction.commitText(); });
+    m_textField->show();
+    m_textField->setFocus(Qt::OtherFocusReason);
+    repaint();
+}
+
+QString CanvasView::closeTextField()
+{
+    if (!m_textField)
+        return {};
+    const QString text = m_textField->toPlainText();
+    InlineTextField *field = std::exchange(m_textField, nullptr);
+    field->disconnect(this);
+    const bool hadFocus = field->hasFocus();
+    field->hide();
+    field->deleteLater();
+    if (hadFocus)
+        setFocus(Qt::OtherFocusReason);
+    return text;
+}
+
+void CanvasView::copyText(const QRect &area)
+{
+    Q_EMIT textAreaChosen(area);
+}
+
+void CanvasView::notify(const QString &text, const QString &symbol)
+{
+    m_notices.post(text, symbol);
+}
+
+void CanvasView::announceSelection()
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleInterface *canvas = QAccessible::queryAccessibleInterface(this);
+    QAccessibleInterface *child = canvas ? canvas->focusChild() : nullptr;
+    if (!child)
+        return;
+    QAccessibleEvent event(child, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
+}
+
+std::optional<QPointF> CanvasView::pointer() const
+{
+    const QPointF position = mapFromGlobal(QPointF(QCursor::pos()));
+    if (!QRectF(rect()).contains(position))
+        return std::nullopt;
+    return position;
+}

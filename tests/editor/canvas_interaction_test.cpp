@@ -1,0 +1,438 @@
+#include "canvas_fixture.h"
+
+TEST_F(CanvasTest, DrawsEachDraggedToolFromPressToRelease)
+{
+    for (ToolKind tool :
+         {ToolKind::Arrow, ToolKind::Rectangle, ToolKind::Ellipse, ToolKind::Line, ToolKind::Highlight,
+          ToolKind::Blur, ToolKind::Spotlight, ToolKind::Magnify, ToolKind::Measure}) {
+        use(tool);
+        stroke({100, 100}, {240, 180});
+        const Annotation drawn = objects().last();
+        EXPECT_EQ(drawn.kind, tool);
+        EXPECT_EQ(drawn.start, QPointF(100, 100));
+        EXPECT_EQ(drawn.end, QPointF(240, 180));
+        EXPECT_EQ(document.selectedID(), drawn.id);
+        document.deleteSelected();
+    }
+}
+
+TEST_F(CanvasTest, APenKeepsEveryPointAndIgnoresShift)
+{
+    use(ToolKind::Pen);
+    press(10, 10);
+    drag(20, 30, Qt::ShiftModifier);
+    drag(50, 35, Qt::ShiftModifier);
+    release(50, 35);
+    EXPECT_EQ(only().points, (QList<QPointF>{{10, 10}, {20, 30}, {50, 35}}));
+}
+
+TEST_F(CanvasTest, ShiftSnapsLinesToEighthsAndBoxesToSquares)
+{
+    EXPECT_EQ(constrained({0, 0}, {-30, 10}, ToolKind::Rectangle), QPointF(-30, 30));
+    EXPECT_EQ(constrained({5, 5}, {5, -15}, ToolKind::Ellipse), QPointF(25, -15))
+        << "zero counts as positive";
+    const QPointF flat = constrained({0, 0}, {100, 9}, ToolKind::Arrow);
+    EXPECT_NEAR(flat.x(), std::hypot(100, 9), 1e-9) << "the length stays";
+    EXPECT_NEAR(flat.y(), 0, 1e-9);
+    const QPointF slant = constrained({0, 0}, {-10, -11}, ToolKind::Measure);
+    EXPECT_NEAR(slant.x(), slant.y(), 1e-9);
+
+    use(ToolKind::Rectangle);
+    stroke({100, 100}, {160, 220}, Qt::ShiftModifier);
+    EXPECT_EQ(only().end, QPointF(220, 220));
+}
+
+TEST_F(CanvasTest, DropsWhatIsTooSmallInSilence)
+{
+    for (ToolKind tool : {ToolKind::Arrow, ToolKind::Rectangle, ToolKind::Pen, ToolKind::Blur}) {
+        use(tool);
+        click(50, 50);
+    }
+    EXPECT_TRUE(objects().isEmpty());
+    EXPECT_FALSE(document.canUndo());
+}
+
+TEST_F(CanvasTest, AClickWithTheCalloutToolMakesABubbleAndOpensItsText)
+{
+    use(ToolKind::Callout);
+    click(100, 100);
+    EXPECT_EQ(only().rect(), QRectF(100, 100, 220, 99)) << "18 percent of the width, but at least 220";
+    EXPECT_TRUE(fieldIsOpen);
+    EXPECT_EQ(canvas.editedObject(), only().id);
+    typed = "  Look here \n";
+    click(700, 500);
+    EXPECT_EQ(objects().first().text, "Look here");
+    EXPECT_FALSE(fieldIsOpen && canvas.editedObject() == objects().first().id);
+}
+
+TEST_F(CanvasTest, AClickWithTheStampToolCentresAStampOnIt)
+{
+    use(ToolKind::Stamp);
+    click(300, 300);
+    EXPECT_EQ(only().rect(), QRectF(276, 276, 48, 48)) << "8 percent of the shorter side";
+    document.deleteSelected();
+    document.setStampValue("key:Space");
+    click(300, 300);
+    EXPECT_EQ(only().rect().size(), QSizeF(48 * 2.2, 48));
+    EXPECT_EQ(only().rect().center(), QPointF(300, 300));
+}
+
+TEST_F(CanvasTest, AStepIsPlacedByThePressAlone)
+{
+    use(ToolKind::Step);
+    press(40, 50);
+    EXPECT_EQ(only().number, 1);
+    release(40, 50);
+    click(140, 50);
+    EXPECT_EQ(objects().last().number, 2);
+}
+
+TEST_F(CanvasTest, MovesFromWhereTheObjectWasAsOneUndoStep)
+{
+    const Annotation box = addBox({100, 100, 80, 60});
+    use(ToolKind::Select);
+    press(150, 140);
+    drag(151, 141);
+    drag(170, 150);
+    release(170, 150);
+    EXPECT_EQ(only().start, QPointF(120, 110));
+    document.undo();
+    EXPECT_EQ(only().start, box.start);
+}
+
+TEST_F(CanvasTest, AClickOnAnObjectPushesNothing)
+{
+    addBox({100, 100, 80, 60});
+    use(ToolKind::Select);
+    click(150, 140);
+    EXPECT_EQ(undoSteps(), 1) << "the adding alone";
+}
+
+TEST_F(CanvasTest, OtherToolsMoveOnlyTheSelectedObject)
+{
+    const Annotation box = addBox({100, 100, 80, 60});
+    use(ToolKind::Arrow);
+    press(150, 140); // it is selected, having been added last
+    drag(160, 150);
+    release(160, 150);
+    EXPECT_EQ(only().start, box.start + QPointF(10, 10));
+
+    document.setSelectedID({});
+    stroke({150, 140}, {300, 300});
+    EXPECT_EQ(objects().size(), 2) << "an arrow begins on the box instead";
+}
+
+TEST_F(CanvasTest, HandlesOfTheSelectionResizeIt)
+{
+    addBox({100, 100, 80, 60});
+    use(ToolKind::Rectangle);
+    stroke({180, 160}, {220, 210});
+    EXPECT_EQ(only().rect(), QRectF(100, 100, 120, 110));
+    // From up to 8 points away, and no farther.
+    stroke({220 + 5, 210 + 5}, {230, 220});
+    EXPECT_EQ(only().rect(), QRectF(100, 100, 130, 120));
+    EXPECT_EQ(undoSteps(), 3);
+}
+
+TEST_F(CanvasTest, ShiftOnALinesEndSnapsFromItsOtherEnd)
+{
+    use(ToolKind::Line);
+    stroke({100, 100}, {200, 100});
+    press(200, 100);
+    drag(203, 190, Qt::ShiftModifier);
+    release(203, 190);
+    EXPECT_NEAR(only().end.x(), only().end.y(), 1e-6);
+    EXPECT_EQ(only().start, QPointF(100, 100));
+}
+
+TEST_F(CanvasTest, TheCropToolTakesNoNoticeOfHandles)
+{
+    addBox({100, 100, 80, 60});
+    use(ToolKind::Crop);
+    stroke({100, 100}, {300, 250});
+    EXPECT_EQ(document.base().size(), QSize(200, 150));
+    document.undo();
+    EXPECT_EQ(document.base().size(), QSize(width, height));
+    EXPECT_EQ(only().rect(), QRectF(100, 100, 80, 60));
+}
+
+TEST_F(CanvasTest, DropsANarrowCropBand)
+{
+    use(ToolKind::Crop);
+    stroke({100, 100}, {107, 500});
+    EXPECT_EQ(document.base().size(), QSize(width, height));
+    EXPECT_FALSE(document.canUndo());
+    stroke({-50, -50}, {9, 9});
+    EXPECT_EQ(document.base().size(), QSize(9, 9)) << "the band is cut to the picture";
+}
+
+TEST_F(CanvasTest, CutsOutRowsOrColumnsByTheToolsStyle)
+{
+    use(ToolKind::Cutout);
+    press(100, 100);
+    drag(400, 160);
+    EXPECT_EQ(canvas.band(), QRectF(0, 100, width, 60));
+    release(400, 160);
+    EXPECT_EQ(document.base().size(), QSize(width, height - 60));
+
+    document.setStyle(1, ToolKind::Cutout);
+    press(300, 10);
+    drag(200, 400);
+    EXPECT_EQ(canvas.band(), QRectF(200, 0, 100, height - 60));
+    release(200, 400);
+    EXPECT_EQ(document.base().size(), QSize(width - 100, height - 60));
+}
+
+TEST_F(CanvasTest, ThePressCommitsAnOpenText)
+{
+    use(ToolKind::Text);
+    click(50, 60);
+    ASSERT_TRUE(fieldIsOpen);
+    EXPECT_TRUE(canvas.editedObject().isNull());
+    typed = "Hello";
+    press(300, 300);
+    EXPECT_EQ(only().text, "Hello");
+    EXPECT_EQ(only().start, QPointF(50, 60));
+    release(300, 300);
+    typed = "   ";
+    canvas.commitText();
+    EXPECT_EQ(objects().size(), 1) << "an empty text makes no object";
+}
+
+TEST_F(CanvasTest, AnEmptiedTextGoesAndAnEmptiedCalloutStays)
+{
+    use(ToolKind::Text);
+    click(50, 60);
+    typed = "Hello";
+    canvas.commitText();
+    use(ToolKind::Select);
+    doubleClick(60, 70);
+    ASSERT_TRUE(fieldIsOpen);
+    EXPECT_EQ(typed, "Hello");
+    typed = "";
+    canvas.commitText();
+    EXPECT_TRUE(objects().isEmpty());
+    document.undo();
+    EXPECT_EQ(only().text, "Hello") << "one step brings it back";
+
+    use(ToolKind::Callout);
+    stroke({200, 200}, {400, 300});
+    typed = "";
+    canvas.commitText();
+    EXPECT_EQ(objects().size(), 2);
+}
+
+TEST_F(CanvasTest, AnUnchangedTextIsNoUndoStep)
+{
+    use(ToolKind::Text);
+    click(50, 60);
+    typed = "Hello";
+    canvas.commitText();
+    key(Qt::Key_Return);
+    ASSERT_TRUE(fieldIsOpen);
+    canvas.commitText();
+    EXPECT_EQ(undoSteps(), 1);
+}
+
+TEST_F(CanvasTest, PlacesTheTextFieldOverItsObject)
+{
+    use(ToolKind::Text);
+    document.setLineWidth(5);
+    click(50, 60);
+    const auto field = canvas.inlineText();
+    ASSERT_TRUE(field);
+    EXPECT_EQ(field->frame, QRectF(at(50, 60), QSizeF(240, 40))) << "30 pixels of type, 1.35 high";
+    EXPECT_EQ(field->placeholder, "Type, then Return");
+    canvas.commitText();
+
+    use(ToolKind::Callout);
+    stroke({200, 200}, {400, 300});
+    const auto bubble = canvas.inlineText();
+    ASSERT_TRUE(bubble);
+    EXPECT_EQ(bubble->frame, QRectF(at(212, 209), QSizeF(176, 82))) << "inset by 0.4 and 0.3 of the type";
+    EXPECT_EQ(bubble->placeholder, "Type your callout, then Return (⌥↩ for a new line)");
+}
+
+TEST_F(CanvasTest, KeysPickToolsAndCommands)
+{
+    EXPECT_TRUE(key(Qt::Key_B));
+    EXPECT_EQ(document.tool(), ToolKind::Blur);
+    EXPECT_FALSE(key(Qt::Key_A, Qt::ControlModifier));
+    EXPECT_EQ(document.tool(), ToolKind::Blur);
+    EXPECT_FALSE(key(Qt::Key_Z));
+    EXPECT_TRUE(key(Qt::Key_K, Qt::ControlModifier));
+    EXPECT_TRUE(document.showPalette());
+
+    const Annotation first = addBox({0, 0, 50, 50});
+    addBox({100, 0, 50, 50});
+    key(Qt::Key_BracketLeft, Qt::ControlModifier);
+    EXPECT_EQ(objects().last().id, first.id);
+    key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(objects().last().start, QPointF(124, 24));
+    key(Qt::Key_Delete);
+    key(Qt::Key_BracketRight, Qt::ControlModifier);
+    EXPECT_EQ(objects().size(), 2);
+}
+
+TEST_F(CanvasTest, ArrowKeysMoveAndWithAltResize)
+{
+    addBox({100, 100, 80, 60});
+    key(Qt::Key_Right);
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(only().rect(), QRectF(101, 90, 80, 60));
+    key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(only().rect(), QRectF(101, 90, 81, 60));
+    EXPECT_EQ(undoSteps(), 4) << "one for each key";
+
+    use(ToolKind::Step);
+    click(300, 300);
+    for (int i = 0; i < 40; ++i)
+        key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(only().lineWidth, 30);
+    document.setSelectedID({});
+    EXPECT_FALSE(key(Qt::Key_Right));
+}
+
+TEST_F(CanvasTest, TabGoesThroughTheObjectsInBothDirections)
+{
+    EXPECT_FALSE(key(Qt::Key_Tab)) << "without objects the key belongs to the window";
+    const Annotation first = addBox({0, 0, 50, 50});
+    const Annotation second = addBox({100, 0, 50, 50});
+    document.setSelectedID({});
+    key(Qt::Key_Tab);
+    EXPECT_EQ(document.selectedID(), first.id);
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(document.selectedID(), first.id);
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(document.selectedID(), second.id);
+    document.setSelectedID({});
+    key(Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(document.selectedID(), second.id);
+    EXPECT_EQ(announcements, 5);
+}
+
+TEST_F(CanvasTest, TheEyedropperTakesOnePixelAndEnds)
+{
+    addBox({100, 100, 80, 60});
+    canvas.startEyedropper();
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::Cross);
+    click(10, 20);
+    EXPECT_EQ(only().color, QColor(0x12, 0xab, 0xef)) << "the selected object takes it too";
+    EXPECT_EQ(notices, QList<Notice>({{"Picked #12ABEF", "eyedropper"}}));
+    EXPECT_FALSE(document.isPickingColor());
+    canvas.startEyedropper();
+    click(-20, -20);
+    EXPECT_EQ(notices.size(), 1);
+    EXPECT_FALSE(document.isPickingColor());
+}
+
+TEST_F(CanvasTest, AskedForTextItHandsOverTheAreaInWholePixels)
+{
+    canvas.startTextSelection();
+    stroke({100.4, 50.6}, {200.2, 90.9});
+    EXPECT_EQ(textAreas, QList<QRect>{QRect(100, 50, 101, 41)});
+    EXPECT_FALSE(document.isSelectingText());
+
+    canvas.startTextSelection();
+    stroke({100, 50}, {106, 90});
+    EXPECT_EQ(textAreas.size(), 1) << "too narrow";
+
+    canvas.startTextSelection();
+    press(100, 50);
+    drag(300, 200);
+    key(Qt::Key_Escape);
+    drag(310, 210);
+    release(310, 210);
+    EXPECT_EQ(textAreas.size(), 1);
+    EXPECT_FALSE(document.isSelectingText());
+}
+
+TEST_F(CanvasTest, EscapeEndsADragWithoutATrace)
+{
+    use(ToolKind::Crop);
+    press(100, 100);
+    drag(300, 300);
+    key(Qt::Key_Escape);
+    drag(320, 320);
+    release(320, 320);
+    EXPECT_EQ(document.base().size(), QSize(width, height));
+}
+
+TEST_F(CanvasTest, SpaceAndDragPushThePictureOnlyWhenItIsZoomed)
+{
+    canvas.setZoom(4);
+    const QPointF before = canvas.viewport().origin();
+    key(Qt::Key_Space);
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::OpenHand);
+    canvas.press({{100, 100}, {}, 1});
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::ClosedHand);
+    canvas.drag({130, 90}, {});
+    canvas.release({130, 90});
+    canvas.keyRelease({Qt::Key_Space, {}, false});
+    EXPECT_EQ(canvas.viewport().origin(), before + QPointF(30, -10));
+    EXPECT_TRUE(objects().isEmpty());
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::Cross);
+}
+
+TEST_F(CanvasTest, WheelsZoomWithCtrlAndPanWithout)
+{
+    using Scroll = CanvasInteraction::Scroll;
+    EXPECT_FALSE(canvas.scroll(Scroll{{10, 10}, {}, {0, 1}, {}})) << "fitting passes the event on";
+    EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {0, 20}, {}, Qt::ControlModifier}));
+    EXPECT_NEAR(*document.zoom(), 1.1, 1e-9);
+    canvas.setZoom(4);
+    const QPointF origin = canvas.viewport().origin();
+    EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {3, -4}, {}, {}}));
+    EXPECT_EQ(canvas.viewport().origin(), origin + QPointF(3, -4));
+    // A fraction of a notch, as from a high-resolution wheel.
+    EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {}, {0, 0.25}, {}}));
+    EXPECT_EQ(canvas.viewport().origin(), origin + QPointF(3, 3.5));
+    EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {}, {0, -1000}, Qt::ControlModifier}));
+    EXPECT_GT(*document.zoom(), 0);
+}
+
+TEST_F(CanvasTest, PinchesZoomAroundThePointer)
+{
+    canvas.setZoom(2);
+    const QPointF anchor(200, 150);
+    const QPointF under = canvas.viewport().toImage(anchor);
+    canvas.pinch(0.5, anchor);
+    EXPECT_DOUBLE_EQ(*document.zoom(), 3);
+    EXPECT_NEAR(canvas.viewport().toImage(anchor).x(), under.x(), 1e-6);
+}
+
+TEST_F(CanvasTest, PastesWhereThePointerIsAndCutsWhatIsSelected)
+{
+    addBox({100, 100, 80, 60});
+    canvas.cut();
+    EXPECT_TRUE(objects().isEmpty());
+    pointerPosition = at(400, 300);
+    canvas.paste();
+    EXPECT_EQ(only().rect().center(), QPointF(400, 300));
+    pointerPosition.reset();
+    canvas.paste();
+    EXPECT_EQ(objects().size(), 2);
+}
+
+TEST_F(CanvasTest, AMenuSelectsWhatLiesUnderThePointer)
+{
+    const Annotation box = addBox({100, 100, 80, 60});
+    document.setSelectedID({});
+    canvas.selectForMenu(at(140, 130));
+    EXPECT_EQ(document.selectedID(), box.id);
+    canvas.selectForMenu(at(700, 500));
+    EXPECT_EQ(document.selectedID(), box.id) << "a menu beside it keeps the selection";
+}
+
+TEST_F(CanvasTest, CursorsFollowTheTool)
+{
+    use(ToolKind::Select);
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::Arrow);
+    use(ToolKind::Text);
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::Text);
+    use(ToolKind::Cutout);
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::ResizeRows);
+    document.setStyle(1, ToolKind::Cutout);
+    EXPECT_EQ(canvas.cursor(), CanvasInteraction::Cursor::ResizeColumns);
+}
