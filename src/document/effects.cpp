@@ -53,8 +53,19 @@ QImage Effects::applied(const QImage &flattened) const
     if (canvas.isNull())
         return flattened;
 
+    const double r = rounded || backdrop ? cornerRadius : 0;
+    const QRectF frame(m, m, w, h);
+    const QPainterPath framePath = Shapes::roundedRect(frame, r, r);
+    const bool castsShadow = shadow || backdrop;
+    const QColor frameColor = border ? borderColor : QColor(Qt::white);
+    // What an opaque frame covers anyway needs no ground.
+    const bool opaqueFrame = castsShadow && frameColor.alpha() == 255;
+    const QRect covered = opaqueFrame ? frame.adjusted(r, r, -r, -r).toRect() & canvas.rect() : QRect();
+
     QPainter painter(&canvas);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setClipRegion(QRegion(canvas.rect()) - covered);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     if (backdrop) {
         const Backdrop &colors = backdropGradient(backdropStyle);
@@ -66,17 +77,15 @@ QImage Effects::applied(const QImage &flattened) const
         painter.fillRect(canvas.rect(), Qt::transparent);
     }
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setPen(Qt::NoPen);
-
-    const double r = rounded || backdrop ? cornerRadius : 0;
-    const QRectF frame(m, m, w, h);
-    const QPainterPath framePath = Shapes::roundedRect(frame, r, r);
-    if (shadow || backdrop) {
+    if (castsShadow) {
         const SoftShadow cast{shadowBlur, QColor::fromRgbF(0, 0, 0, 0.45f), {0, shadowOffset}};
-        cast.paint(painter, frame, [&](QPainter &mask) { mask.fillPath(framePath, Qt::white); });
-        painter.fillPath(framePath, border ? borderColor : QColor(Qt::white));
+        cast.paintFrame(painter, frame, r,
+                        opaqueFrame ? SoftShadow::Inside::LeftOut : SoftShadow::Inside::Painted);
     }
-    if (border)
+    painter.setClipping(false);
+    if (castsShadow)
+        painter.fillPath(framePath, frameColor);
+    if (border && !opaqueFrame) // a second coat of an opaque colour only hardens its edge
         painter.fillPath(framePath, borderColor);
 
     const double inner = std::max(r - b, 0.0);

@@ -19,6 +19,8 @@ namespace {
 // Far beyond any picture; keeps numbers from a broken project out of the rasteriser's reach.
 constexpr double farthest = 1e6;
 constexpr double widestLine = 1000;
+// Below this scale a picture is averaged rather than interpolated.
+constexpr double smallestInterpolated = 0.75;
 
 const SoftShadow commonShadow{4, QColor::fromRgbF(0, 0, 0, 0.4f), {}};
 
@@ -385,27 +387,43 @@ void draw(const QImage &base, const QImage &pixelated, const QList<Annotation> &
 void drawBase(const QImage &base, QPainter &painter)
 {
     painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRectF(QPointF(), QSizeF(base.size())), base);
+    const QTransform device = painter.deviceTransform();
+    const QRectF whole(QPointF(), QSizeF(base.size()));
+    if (device.type() <= QTransform::TxScale && std::max(device.m11(), device.m22()) < smallestInterpolated) {
+        // Interpolation between neighbours alone would skip rows; every pixel has its share in a smaller
+        // picture.
+        const QRect target = device.mapRect(whole).toAlignedRect();
+        painter.setWorldTransform(device.inverted() * painter.worldTransform());
+        painter.drawImage(target.topLeft(),
+                          base.scaled(target.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    } else {
+        // From the double on, the pixels themselves are what one wants to see.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, device.m11() < 2 || device.m22() < 2);
+        painter.drawImage(whole, base);
+    }
     painter.restore();
 }
 
 void drawSpotlights(const QSizeF &imageSize, const QList<Annotation> &annotations, QPainter &painter)
 {
+    const QRectF whole(QPointF(), imageSize);
     QPainterPath path;
+    path.addRect(whole);
+    bool any = false;
     for (const Annotation &annotation : annotations) {
         if (annotation.kind != ToolKind::Spotlight)
             continue;
-        if (const auto spotlight = drawable(annotation))
+        if (const auto spotlight = drawable(annotation)) {
+            any = true;
             path.addPath(Shapes::roundedRect(spotlight->rect(), 16, 16));
+        }
     }
-    if (path.isEmpty())
+    if (!any)
         return;
-    path.addRect(QRectF(QPointF(), imageSize));
     path.setFillRule(Qt::OddEvenFill);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRect(QRectF(QPointF(), imageSize), Qt::IntersectClip);
+    painter.setClipRect(whole, Qt::IntersectClip);
     painter.fillPath(path, QColor::fromRgbF(0, 0, 0, 0.6f));
     painter.restore();
 }

@@ -2,6 +2,7 @@
 
 #include <QPaintDevice>
 #include <QPainter>
+#include <QPainterPath>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -289,5 +290,60 @@ void SoftShadow::paint(QPainter &painter, const QRectF &bounds,
                               tinted(out, QRect(QPoint(0, 0), tile.rect.size()), color));
         }
     }
+    painter.restore();
+}
+
+void SoftShadow::paintFrame(QPainter &painter, const QRectF &frame, double radius, Inside inside) const
+{
+    const auto rounded = [radius](const QRectF &rect) {
+        QPainterPath path;
+        path.addRoundedRect(rect, radius, radius);
+        return path;
+    };
+    // From here on inwards the blur sees neither the corner nor the far side.
+    const int soft = static_cast<int>(std::ceil(blur * 1.5)) + 2;
+    const int corner = soft * 2 + static_cast<int>(std::ceil(radius)) + 1;
+    const bool whole =
+        frame == QRectF(frame.toAlignedRect()) && painter.deviceTransform().type() <= QTransform::TxTranslate;
+    if (!whole || frame.width() < 2 * corner || frame.height() < 2 * corner) {
+        const QPainterPath path = rounded(frame);
+        paint(painter, frame, [&](QPainter &mask) { mask.fillPath(path, Qt::white); });
+        return;
+    }
+
+    // A small frame with the same corners, one pixel of each edge between them.
+    const int side = 2 * corner + 1;
+    QImage mask(side, side, QImage::Format_Alpha8);
+    mask.fill(0);
+    {
+        QPainter masking(&mask);
+        masking.setRenderHint(QPainter::Antialiasing);
+        masking.fillPath(rounded(QRectF(soft, soft, side - 2 * soft, side - 2 * soft)), Qt::white);
+    }
+    blurMask(mask, blur / 2);
+    const QImage small = tinted(mask, mask.rect(), color);
+
+    const QRectF outer = frame.translated(offset).adjusted(-soft, -soft, soft, soft);
+    const double w = outer.width() - 2 * corner;
+    const double h = outer.height() - 2 * corner;
+    const double right = outer.left() + corner + w;
+    const double bottom = outer.top() + corner + h;
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    const auto piece = [&](double x, double y, double width, double height, int fromX, int fromY, int fromW,
+                           int fromH) {
+        painter.drawImage(QRectF(x, y, width, height), small.copy(fromX, fromY, fromW, fromH));
+    };
+    const int far = corner + 1;
+    piece(outer.left(), outer.top(), corner, corner, 0, 0, corner, corner);
+    piece(right, outer.top(), corner, corner, far, 0, corner, corner);
+    piece(outer.left(), bottom, corner, corner, 0, far, corner, corner);
+    piece(right, bottom, corner, corner, far, far, corner, corner);
+    piece(outer.left() + corner, outer.top(), w, corner, corner, 0, 1, corner);
+    piece(outer.left() + corner, bottom, w, corner, corner, far, 1, corner);
+    piece(outer.left(), outer.top() + corner, corner, h, 0, corner, corner, 1);
+    piece(right, outer.top() + corner, corner, h, far, corner, corner, 1);
+    if (inside == Inside::Painted)
+        painter.fillRect(QRectF(outer.left() + corner, outer.top() + corner, w, h), color);
     painter.restore();
 }

@@ -19,6 +19,12 @@ struct SoftShadow {
     // opacity counts. Nothing beyond the painter's clip is computed.
     void paint(QPainter &painter, const QRectF &bounds, const std::function<void(QPainter &)> &shape) const;
 
+    // The same for a rounded rectangle of `radius`, cheap for a large one: only corners and edges are
+    // computed, and stretched between. `inside` says whether the part that the rectangle itself covers is
+    // painted too.
+    enum class Inside { Painted, LeftOut };
+    void paintFrame(QPainter &painter, const QRectF &frame, double radius, Inside inside) const;
+
     // How far the shadow reaches beyond the shape, without the offset.
     double reach() const { return blur * 1.5 + 1; }
 };

@@ -1,0 +1,215 @@
+// What must keep up with the hand, and what a user waits for: a 4K picture with a hundred objects of every
+// kind.
+//
+//     cmake --build build/release --target bench_document && build/release/bench/bench_document
+
+#include "document/editor_document.h"
+#include "document/layer_cache.h"
+#include "document/renderer.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+namespace {
+
+constexpr QSize size4K(3840, 2160);
+
+// Something like a page: flat areas, lines of small text, pictures.
+QImage page()
+{
+    QImage image(size4K, QImage::Format_RGB32);
+    image.fill(QColor(246, 247, 250));
+    QPainter painter(&image);
+    QFont font("Inter");
+    font.setPixelSize(26);
+    painter.setFont(font);
+    painter.fillRect(0, 0, 520, 2160, QColor(32, 34, 46));
+    for (int y = 40; y < 2160; y += 44)
+        painter.drawText(560, y,
+                         "The quick brown fox jumps over the lazy dog 0123456789, account 4417 2290 1183, "
+                         "phone +44 20 7946 0812, mara@example.org");
+    for (int i = 0; i < 12; ++i)
+        painter.fillRect(2400 + 110 * i, 1400 - 60 * i, 80, 200 + 60 * i, QColor::fromHsv(i * 30, 160, 220));
+    return image;
+}
+
+QList<Annotation> mixedObjects(int count)
+{
+    QRandomGenerator random(7);
+    const auto within = [&](double low, double high) { return low + random.generateDouble() * (high - low); };
+    QImage picture(400, 300, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(QColor(90, 160, 120));
+    const QList kinds{ToolKind::Arrow,   ToolKind::Rectangle, ToolKind::Ellipse, ToolKind::Line,
+                      ToolKind::Pen,     ToolKind::Highlight, ToolKind::Text,    ToolKind::Callout,
+                      ToolKind::Step,    ToolKind::Stamp,     ToolKind::Blur,    ToolKind::Spotlight,
+                      ToolKind::Magnify, ToolKind::Measure,   ToolKind::Image};
+    QList<Annotation> objects;
+    for (int i = 0; i < count; ++i) {
+        Annotation a;
+        a.id = QUuid::createUuid();
+        a.kind = kinds[i % kinds.size()];
+        a.start = {within(0, 3200), within(0, 1800)};
+        a.end = a.start + QPointF(within(150, 600), within(80, 350));
+        a.color = QColor::fromHsv(i * 37 % 360, 220, 230);
+        a.lineWidth = within(3, 14);
+        const int styles = static_cast<int>(Tools::styles(a.kind).size());
+        a.style = styles ? i / static_cast<int>(kinds.size()) % styles : 0;
+        a.font = i % 5;
+        a.number = i;
+        if (a.kind == ToolKind::Text || a.kind == ToolKind::Callout)
+            a.text = "Look here, this matters";
+        if (a.kind == ToolKind::Stamp)
+            a.text = QStringList{"sym:checkmark.circle.fill", "emoji:🎉", "key:⌘"}[i % 3];
+        if (a.kind == ToolKind::Pen) {
+            for (int k = 0; k < 200; ++k)
+                a.points.append(a.start + QPointF(k * 2, 60 * std::sin(k * 0.1)));
+        }
+        if (a.kind == ToolKind::Image)
+            a.image = picture;
+        objects.append(a);
+    }
+    return objects;
+}
+
+EditorDocument::Source source()
+{
+    Effects effects;
+    effects.border = effects.shadow = effects.rounded = effects.backdrop = true;
+    return {page(), mixedObjects(100), effects, {}};
+}
+
+} // namespace
+
+static void Pixelated(benchmark::State &state)
+{
+    const QImage base = page();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Renderer::pixelated(base));
+}
+BENCHMARK(Pixelated)->Unit(benchmark::kMillisecond);
+
+static void Flattened(benchmark::State &state)
+{
+    const EditorDocument document(source());
+    document.pixelated();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(document.flattened());
+}
+BENCHMARK(Flattened)->Unit(benchmark::kMillisecond);
+
+static void ExportedWithAllEffects(benchmark::State &state)
+{
+    const EditorDocument document(source());
+    document.pixelated();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(document.exported());
+}
+BENCHMARK(ExportedWithAllEffects)->Unit(benchmark::kMillisecond);
+
+static void EffectsAlone(benchmark::State &state)
+{
+    const EditorDocument document(source());
+    const QImage flat = document.flattened();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(document.effects().applied(flat));
+}
+BENCHMARK(EffectsAlone)->Unit(benchmark::kMillisecond);
+
+// One object of each kind, alone on the picture: where `flattened` spends its time.
+static void OneObject(benchmark::State &state)
+{
+    const QImage base = page();
+    const QImage pixelated = Renderer::pixelated(base);
+    const Annotation object = mixedObjects(15)[state.range(0)];
+    QImage canvas = base.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&canvas);
+    for (auto _ : state) {
+        Renderer::drawSpotlights(base.size(), {object}, painter);
+        Renderer::drawObject(object, base, pixelated, painter);
+    }
+    state.SetLabel(Tools::rawValue(object.kind).toStdString());
+}
+BENCHMARK(OneObject)->DenseRange(0, 14)->Unit(benchmark::kMicrosecond);
+
+static void PrepareLayers(benchmark::State &state)
+{
+    const EditorDocument document(source());
+    const LayerCache::Scene scene{document.base(), document.pixelated(), document.annotations()};
+    LayerCache cache;
+    for (auto _ : state)
+        cache.prepare(scene, QTransform(), size4K, scene.annotations[50].id);
+}
+BENCHMARK(PrepareLayers)->Unit(benchmark::kMillisecond);
+
+// Each of the hundred objects dragged for 40 steps at full size; reports the median and the 99th percentile
+// of a step.
+static void DragStep(benchmark::State &state)
+{
+    const EditorDocument document(source());
+    const LayerCache::Scene scene{document.base(), document.pixelated(), document.annotations()};
+    std::vector<double> steps;
+    for (auto _ : state) {
+        for (const Annotation &original : scene.annotations) {
+            LayerCache cache;
+            cache.prepare(scene, QTransform(), size4K, original.id);
+            for (int step = 1; step <= 40; ++step) {
+                Annotation moved = original;
+                moved.offset(step * 3, step * 2);
+                const auto begin = std::chrono::steady_clock::now();
+                benchmark::DoNotOptimize(cache.update(moved));
+                steps.push_back(
+                    std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+                        .count());
+            }
+        }
+    }
+    std::sort(steps.begin(), steps.end());
+    state.counters["median_ms"] = steps[steps.size() / 2];
+    state.counters["p99_ms"] = steps[steps.size() * 99 / 100];
+    state.counters["worst_ms"] = steps.back();
+}
+BENCHMARK(DragStep)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+static void Snapshot(benchmark::State &state)
+{
+    EditorDocument document(source());
+    for (auto _ : state) {
+        document.pushUndo();
+        Annotation first = document.annotations().first();
+        first.offset(1, 1);
+        document.replace(first); // makes the array its own again, as every real step does
+    }
+}
+BENCHMARK(Snapshot)->Unit(benchmark::kMicrosecond);
+
+// Memory that 60 undo steps without image surgery add.
+static void MemoryOfHistory(benchmark::State &state)
+{
+    for (auto _ : state) {
+        EditorDocument document(source());
+        document.pixelated();
+        const auto before = mallinfo2();
+        for (int step = 0; step < 60; ++step) {
+            document.pushUndo();
+            QList<Annotation> objects = document.annotations();
+            for (Annotation &object : objects)
+                object.offset(1, 1);
+            document.setAnnotations(objects);
+        }
+        const auto after = mallinfo2();
+        state.counters["MB"] =
+            static_cast<double>(after.uordblks + after.hblkhd - before.uordblks - before.hblkhd) / 1e6;
+    }
+}
+BENCHMARK(MemoryOfHistory)->Iterations(1);
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
