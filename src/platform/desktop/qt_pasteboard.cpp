@@ -27,6 +27,12 @@ void setContent(std::unique_ptr<QMimeData> data)
         board->setMimeData(data.release());
 }
 
+// Formats of pictures, best first, as their owner offers them.
+QStringList imageFormats(const QMimeData &data)
+{
+    return data.formats().filter(QStringLiteral("image/"));
+}
+
 } // namespace
 
 void QtPasteboard::clear()
@@ -74,10 +80,18 @@ QString QtPasteboard::text() const
 
 bool QtPasteboard::hasImage() const
 {
-    return content().hasImage();
+    return content().hasImage() || !imageFormats(content()).isEmpty();
 }
 
 QImage QtPasteboard::image() const
 {
-    return qvariant_cast<QImage>(content().imageData());
+    const QMimeData &data = content();
+    if (data.hasImage())
+        return qvariant_cast<QImage>(data.imageData());
+    for (const QString &format : imageFormats(data)) {
+        const QImage image = QImage::fromData(data.data(format));
+        if (!image.isNull())
+            return image;
+    }
+    return {};
 }

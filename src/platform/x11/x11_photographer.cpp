@@ -91,12 +91,12 @@ void X11Photographer::trim()
     m_reader->trim();
 }
 
-Result<QImage> X11Photographer::area(const QRect &rect, Pointer pointer)
+Result<QImage> X11Photographer::area(const QRect &rect, Pointer pointer, const QRegion &stale)
 {
     const QRect inside = rect.intersected(m_connection->rootRect());
     if (inside.isEmpty())
         return fail(Error::Kind::Invalid, QStringLiteral("The region lies outside the screen."));
-    Result<QImage> image = areaInside(inside);
+    Result<QImage> image = areaInside(inside, stale);
     if (!image)
         return image;
     if (inside != rect) {
@@ -112,7 +112,7 @@ Result<QImage> X11Photographer::area(const QRect &rect, Pointer pointer)
     return image;
 }
 
-Result<QImage> X11Photographer::areaInside(const QRect &rect)
+Result<QImage> X11Photographer::areaInside(const QRect &rect, const QRegion &stale)
 {
     const bool canCompose = m_connection->has(X11Extension::Composite) &&
                             m_connection->has(X11Extension::Render) &&
@@ -123,16 +123,15 @@ Result<QImage> X11Photographer::areaInside(const QRect &rect)
         bool mustKeep = false;
         {
             const ServerGrab grab(m_connection->xcb());
-            const X11Survey survey = X11Survey::take(*m_connection);
+            const X11Survey survey = X11Survey::take(*m_connection, !stale.isEmpty());
             if (survey.root.isEmpty())
                 return fail(QStringLiteral("The display has gone away."));
             const QRect target = rect.intersected(survey.root);
             if (target != rect) // the screen has just become smaller
                 return fail(QStringLiteral("The screen changed while its picture was taken: try again."));
-            const QRegion covered = survey.own.intersected(rect);
             const int reach = survey.isComposited ? kShadowReach : 0;
             QRegion ours;
-            for (const QRect &each : survey.own)
+            for (const QRect &each : survey.own + stale)
                 ours += each.adjusted(-reach, -reach, reach, reach);
             ours &= rect;
             if (ours.isEmpty() || !canCompose)

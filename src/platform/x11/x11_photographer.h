@@ -18,8 +18,9 @@ public:
     ~X11Photographer();
 
     bool isBroken() const;
-    // This part of the desktop without our own windows; what lies outside the desktop is black.
-    Result<QImage> area(const QRect &rect, Pointer pointer);
+    // This part of the desktop without our own windows; what lies outside the desktop is black. `stale` is
+    // where windows of ours may still be seen though they are gone.
+    Result<QImage> area(const QRect &rect, Pointer pointer, const QRegion &stale);
     // The inner part of a window alone.
     Result<QImage> window(quint32 id, Pointer pointer);
     // Gives kept memory back.
@@ -27,7 +28,7 @@ public:
 
 private:
     X11Photographer();
-    Result<QImage> areaInside(const QRect &rect);
+    Result<QImage> areaInside(const QRect &rect, const QRegion &stale);
     Result<QImage> windowOnce(quint32 id, QRect &frame);
     void keepContents();
     void paintPointer(QImage &image, QPoint origin) const;

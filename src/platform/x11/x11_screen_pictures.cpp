@@ -1,8 +1,11 @@
 #include "platform/x11/x11_screen_pictures.h"
 
+#include "platform/x11/own_window_trails.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_photographer.h"
 
+#include <QGuiApplication>
+#include <QThread>
 #include <QtConcurrentRun>
 #include <cmath>
 
@@ -17,6 +20,7 @@ constexpr int kLongestSide = 32767; // the protocol counts in 16 bits
 X11ScreenPictures::X11ScreenPictures()
 {
     m_worker.setMaxThreadCount(1);
+    watchOwnWindows();
 }
 
 X11ScreenPictures::~X11ScreenPictures()
@@ -43,6 +47,14 @@ ScreenPictures::Capabilities X11ScreenPictures::capabilities() const
                            "window, Lumenpost's own windows too, is in its picture.");
     }
     return able;
+}
+
+// A program without the toolkit's application object has no windows.
+void X11ScreenPictures::watchOwnWindows()
+{
+    auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    if (!m_trails && application && QThread::currentThread() == application->thread())
+        m_trails = std::make_unique<OwnWindowTrails>();
 }
 
 Result<X11Photographer *> X11ScreenPictures::photographer()
@@ -72,11 +84,18 @@ QFuture<Result<QImage>> X11ScreenPictures::take(Work work)
     });
 }
 
+QFuture<Result<QImage>> X11ScreenPictures::takeArea(const QRect &native, Pointer pointer)
+{
+    watchOwnWindows();
+    const OwnWindowTrails *trails = m_trails.get();
+    return take([native, pointer, trails](X11Photographer &photographer) {
+        return photographer.area(native, pointer, trails ? trails->region() : QRegion());
+    });
+}
+
 QFuture<Result<QImage>> X11ScreenPictures::display(const Screen &screen, Pointer pointer)
 {
-    return take([native = screen.native, pointer](X11Photographer &photographer) {
-        return photographer.area(native, pointer);
-    });
+    return takeArea(screen.native, pointer);
 }
 
 QFuture<Result<QImage>> X11ScreenPictures::region(const Screen &screen, const QRectF &region, Pointer pointer)
@@ -94,8 +113,7 @@ QFuture<Result<QImage>> X11ScreenPictures::region(const Screen &screen, const QR
         return refused.future();
     }
     const QRect native(screen.native.topLeft() + scaled.topLeft().toPoint(), QSize(int(width), int(height)));
-    return take(
-        [native, pointer](X11Photographer &photographer) { return photographer.area(native, pointer); });
+    return takeArea(native, pointer);
 }
 
 QFuture<Result<QImage>> X11ScreenPictures::window(quint32 id, Pointer pointer)

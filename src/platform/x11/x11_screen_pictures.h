@@ -5,6 +5,7 @@
 #include <QThreadPool>
 #include <memory>
 
+class OwnWindowTrails;
 class X11Photographer;
 
 // Pictures of an X server's screen. Every picture is taken on one worker thread, in the order it was asked
@@ -21,8 +22,11 @@ public:
 private:
     template <typename Work>
     QFuture<Result<QImage>> take(Work work);
+    QFuture<Result<QImage>> takeArea(const QRect &native, Pointer pointer);
     Result<X11Photographer *> photographer();
+    void watchOwnWindows();
 
+    std::unique_ptr<OwnWindowTrails> m_trails;       // once there may be windows
     std::unique_ptr<X11Photographer> m_photographer; // worker thread only
     QThreadPool m_worker;
 };

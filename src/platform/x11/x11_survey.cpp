@@ -116,7 +116,7 @@ quint32 X11Survey::topLevelOf(const X11Connection &connection, quint32 window)
     }
 }
 
-X11Survey X11Survey::take(const X11Connection &connection)
+X11Survey X11Survey::take(const X11Connection &connection, bool listsWindows)
 {
     xcb_connection_t *xcb = connection.xcb();
     const quint32 root = connection.root();
@@ -172,7 +172,7 @@ X11Survey X11Survey::take(const X11Connection &connection)
         if (!own.contains(client) && isOwn(client))
             own.insert(topLevelOf(connection, client));
     }
-    if (own.isEmpty())
+    if (own.isEmpty() && !listsWindows)
         return survey;
     survey.windows = visibleWindows(connection, children, own, survey.isComposited);
     for (const TopLevel &window : std::as_const(survey.windows)) {

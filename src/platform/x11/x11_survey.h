@@ -21,11 +21,11 @@ struct X11Survey {
     bool isComposited = false; // a compositing manager paints the screen
     quint32 rootPixmap = 0;    // the wallpaper; 0 if none was told
     QList<TopLevel>
-        windows; // visible children of the root, bottom to top; empty when none of ours is among them
+        windows; // visible children of the root, bottom to top; only if wanted or one of ours is among them
     QRegion own; // where our own windows are
 
     // Best taken while the server is grabbed, so that it stays true.
-    static X11Survey take(const X11Connection &connection);
+    static X11Survey take(const X11Connection &connection, bool listsWindows);
     // The child of the root that `window` stands in; itself if it is one. 0 when it is gone.
     static quint32 topLevelOf(const X11Connection &connection, quint32 window);
 };

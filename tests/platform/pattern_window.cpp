@@ -1,0 +1,57 @@
+#include "platform/pattern.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QWidget>
+#include <cstdio>
+
+// platform_pattern_window SEED X Y WIDTH HEIGHT [frameless] [glass] [other]
+// Shows a window with pattern(SEED), says its id once it is painted, and stays until it is killed. "glass"
+// makes it transparent but for its middle.
+class PatternWindow : public QWidget {
+public:
+    PatternWindow(int seed, bool isGlass) : m_seed(seed), m_isGlass(isGlass)
+    {
+        setAttribute(isGlass ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        const QRect part =
+            m_isGlass ? rect().adjusted(width() / 4, height() / 4, -width() / 4, -height() / 4) : rect();
+        painter.drawImage(part, pattern(size(), m_seed), part);
+        if (!std::exchange(m_isTold, true)) {
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    std::printf("%u\n", unsigned(winId()));
+                    std::fflush(stdout);
+                },
+                Qt::QueuedConnection);
+        }
+    }
+
+private:
+    int m_seed;
+    bool m_isGlass;
+    bool m_isTold = false;
+};
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    const QStringList words = application.arguments();
+    if (words.size() < 6)
+        return 2;
+    PatternWindow window(words[1].toInt(), words.contains("glass"));
+    Qt::WindowFlags flags = Qt::Window;
+    if (words.contains("frameless"))
+        flags |= Qt::FramelessWindowHint;
+    window.setWindowFlags(flags);
+    window.setWindowTitle("Pattern " + words[1]);
+    window.setGeometry(words[2].toInt(), words[3].toInt(), words[4].toInt(), words[5].toInt());
+    window.show();
+    return application.exec();
+}
