@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QWidget>
 #include <cstdio>
 
@@ -43,6 +44,14 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     const QStringList words = application.arguments();
+    if (words.value(1) == "screens") {
+        for (const QScreen *screen : QGuiApplication::screens()) {
+            const QRect frame = screen->geometry();
+            std::printf("%s %d %d %d %d %g\n", qPrintable(screen->name()), frame.x(), frame.y(),
+                        frame.width(), frame.height(), screen->devicePixelRatio());
+        }
+        return 0;
+    }
     if (words.size() < 6)
         return 2;
     PatternWindow window(words[1].toInt(), words.contains("glass"));

@@ -40,21 +40,21 @@ double factorInList(const QByteArray &list, const QString &name, qsizetype index
 double rounded(double factor, const QByteArray &policy)
 {
     if (policy == "Round")
-        return std::max(1.0, std::round(factor));
-    if (policy == "Ceil")
-        return std::max(1.0, std::ceil(factor));
-    if (policy == "Floor")
-        return std::max(1.0, std::floor(factor));
-    if (policy == "RoundPreferFloor")
-        return std::max(1.0, factor - std::floor(factor) < 0.75 ? std::floor(factor) : std::ceil(factor));
-    return factor;
+        factor = std::round(factor);
+    else if (policy == "Ceil")
+        factor = std::ceil(factor);
+    else if (policy == "Floor")
+        factor = std::floor(factor);
+    else if (policy == "RoundPreferFloor")
+        factor = factor - std::floor(factor) < 0.75 ? std::floor(factor) : std::ceil(factor);
+    return std::max(1.0, factor);
 }
 
 double dpiFromResources(const QByteArray &resources)
 {
     for (const QByteArray &line : resources.split('\n')) {
-        if (line.startsWith("Xft.dpi:"))
-            return positiveNumber(line.mid(8));
+        if (line.startsWith("Xft.dpi:\t")) // the toolkit reads what the usual tool writes, and no other blank
+            return positiveNumber(line.mid(9));
     }
     return 0;
 }

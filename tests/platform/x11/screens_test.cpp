@@ -1,0 +1,218 @@
+#include "platform/x11/other_window.h"
+#include "platform/x11/x11_hot_keys.h"
+#include "platform/x11/x11_screen_pictures.h"
+#include "platform/x11/x11_screens.h"
+
+#include <QMap>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Variables = QMap<QByteArray, QByteArray>;
+
+// Two made-up monitors, the right one first in the server's list but not the primary one.
+class TwoMonitors {
+public:
+    TwoMonitors()
+    {
+        run("xrandr", {"--setmonitor", "R", "960/254x1080/286+960+0", "none"});
+        run("xrandr", {"--setmonitor", "*L", "960/254x1080/286+0+0", "screen"});
+    }
+    ~TwoMonitors()
+    {
+        run("xrandr", {"--delmonitor", "R"});
+        run("xrandr", {"--delmonitor", "L"});
+    }
+};
+
+void setResources(const QByteArray &text)
+{
+    run("xprop", {"-root", "-f", "RESOURCE_MANAGER", "8s", "-set", "RESOURCE_MANAGER", text});
+}
+
+QString line(const QString &name, const QRect &frame, double scale)
+{
+    return QStringLiteral("%1 %2 %3 %4 %5 %6")
+        .arg(name)
+        .arg(frame.x())
+        .arg(frame.y())
+        .arg(frame.width())
+        .arg(frame.height())
+        .arg(scale);
+}
+
+QStringList toldByToolkit()
+{
+    QProcess process;
+    process.start(QStringLiteral(LUMENPOST_BINARY_DIR "/tests/platform_pattern_window"), {"screens"});
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+}
+
+QStringList toldByUs()
+{
+    QStringList lines;
+    for (const Screen &screen : X11Screens().screens()) {
+        lines.append(line(screen.name, screen.frame().toRect(), screen.scale));
+    }
+    return lines;
+}
+
+} // namespace
+
+TEST(X11Screens, ScaleEachScreenAsTheToolkitDoes)
+{
+    const TwoMonitors monitors;
+    const QList<Variables> settings = {
+        {},
+        {{"QT_SCALE_FACTOR", "1.5"}},
+        {{"QT_SCREEN_SCALE_FACTORS", "L=1;R=2"}},
+        {{"QT_SCREEN_SCALE_FACTORS", "2;1.5"}},
+        {{"QT_SCREEN_SCALE_FACTORS", "R=1.5"}, {"QT_SCALE_FACTOR", "2"}},
+        {{"QT_FONT_DPI", "144"}},
+        {{"QT_FONT_DPI", "144"}, {"QT_ENABLE_HIGHDPI_SCALING", "0"}},
+        {{"QT_FONT_DPI", "160"}, {"QT_SCALE_FACTOR_ROUNDING_POLICY", "Floor"}},
+        {{"QT_FONT_DPI", "72"}},
+        {{"QT_FONT_DPI", "72"}, {"QT_SCALE_FACTOR_ROUNDING_POLICY", "Round"}},
+        {{"resources", "Xft.dpi:\t192\n"}},
+        {{"resources", "Xft.antialias:\t1\nXft.dpi:\t120\n"}, {"QT_SCALE_FACTOR", "0.5"}},
+    };
+    for (const Variables &variables : settings) {
+        std::string about;
+        for (auto each = variables.begin(); each != variables.end(); ++each) {
+            about += each.key().toStdString() + "=" + each.value().toStdString() + " ";
+            if (each.key() == "resources")
+                setResources(each.value());
+            else
+                qputenv(each.key().constData(), each.value());
+        }
+        EXPECT_EQ(toldByUs().join("\n").toStdString(), toldByToolkit().join("\n").toStdString()) << about;
+        setResources("");
+        for (const QByteArray &name : variables.keys())
+            qunsetenv(name.constData());
+    }
+}
+
+TEST(X11Screens, TellWindowsInPointsOfTheirScreen)
+{
+    const TwoMonitors monitors;
+    const OtherWindow window(1, QRect(1100, 200, 300, 200));
+    qputenv("QT_SCREEN_SCALE_FACTORS", "L=1;R=2");
+    const X11Screens screens;
+    EXPECT_TRUE(eventually([&] {
+        for (const ListedWindow &listed : screens.windows()) {
+            if (listed.id == window.id())
+                return listed.frame == QRectF(960 + 70, 100, 150, 100);
+        }
+        return false;
+    }));
+    qunsetenv("QT_SCREEN_SCALE_FACTORS");
+}
+
+TEST(X11Screens, KeepOrderAndTypeOfPanelsAndDesktops)
+{
+    const OtherWindow window(1, QRect(100, 100, 300, 200));
+    const X11Screens screens;
+    QMap<QString, int> layers;
+    ASSERT_TRUE(eventually([&] {
+        for (const ListedWindow &listed : screens.windows())
+            layers[listed.owner] = listed.layer;
+        return layers.contains("platform_pattern_window") && layers.contains("Tint2");
+    }));
+    EXPECT_EQ(layers["platform_pattern_window"], 0);
+    EXPECT_NE(layers["Tint2"], 0);
+}
+
+TEST(X11ScreenPictures, CutEachScreenFromTheWholeAlsoWhenTheyOverlap)
+{
+    const OtherWindow window(7, QRect(700, 300, 500, 300));
+    run("xrandr", {"--setmonitor", "*L", "1200/254x1080/286+0+0", "screen"});
+    run("xrandr", {"--setmonitor", "R", "1200/254x1080/286+720+0", "none"});
+    X11Screens screens;
+    X11ScreenPictures pictures;
+    const QList<Screen> both = screens.screens();
+    ASSERT_EQ(both.size(), 2);
+    EXPECT_TRUE(eventually([&] {
+        const auto left = pictures.display(both[0], Pointer::Hidden).result();
+        const auto right = pictures.display(both[1], Pointer::Hidden).result();
+        return left && right && left->size() == QSize(1200, 1080) && right->size() == QSize(1200, 1080) &&
+               left->copy(700, 300, 500, 300) == window.picture() &&
+               right->copy(0, 300, 480, 300) == window.picture().copy(20, 0, 480, 300);
+    }));
+    run("xrandr", {"--delmonitor", "R"});
+    run("xrandr", {"--delmonitor", "L"});
+}
+
+TEST(X11ScreenPictures, TakeAWindowThatIsPartlyOffTheScreen)
+{
+    X11ScreenPictures pictures;
+    const OtherWindow window(5, QRect(300, 200, 400, 300), {"frameless"});
+    ASSERT_TRUE(window.id());
+    run("xdotool", {"windowmove", QString::number(window.id()), "1700", "900"});
+    EXPECT_TRUE(eventually([&] {
+        const auto taken = pictures.window(window.id(), Pointer::Hidden).result();
+        return taken && *taken == window.picture();
+    }));
+}
+
+TEST(X11ScreenPictures, KeepTheTransparentPartsOfAWindow)
+{
+    if (qgetenv("TD_COMP") == "none")
+        GTEST_SKIP() << "without a compositing manager windows aren't transparent";
+    X11ScreenPictures pictures;
+    const OtherWindow window(5, QRect(300, 200, 400, 300), {"frameless", "glass"});
+    ASSERT_TRUE(window.id());
+    EXPECT_TRUE(eventually([&] {
+        const auto taken = pictures.window(window.id(), Pointer::Hidden).result();
+        return taken && taken->size() == QSize(400, 300) && taken->pixelColor(5, 5).alpha() == 0 &&
+               taken->pixelColor(200, 150) == window.picture().pixelColor(200, 150);
+    }));
+}
+
+TEST(X11ScreenPictures, ComposeThePointerInWhereItPoints)
+{
+    X11Screens screens;
+    X11ScreenPictures pictures;
+    const Screen screen = screens.screens().constFirst();
+    run("xdotool", {"mousemove", "900", "500"});
+    const QRectF around(880, 480, 40, 40);
+    const auto without = pictures.region(screen, around, Pointer::Hidden).result();
+    const auto with = pictures.region(screen, around, Pointer::Shown).result();
+    ASSERT_TRUE(with && without);
+    EXPECT_NE(*with, *without);
+    EXPECT_NE(with->pixel(20, 20), without->pixel(20, 20)); // the tip of the arrow
+    EXPECT_EQ(with->copy(0, 0, 40, 15), without->copy(0, 0, 40, 15));
+}
+
+TEST(X11HotKeys, FollowTheKeyboardToAnotherLayout)
+{
+    X11HotKeys hotKeys;
+    QList<quint32> pressed;
+    QObject::connect(&hotKeys, &HotKeys::pressed, &hotKeys, [&pressed](quint32 id) { pressed.append(id); });
+    ASSERT_TRUE(hotKeys.registerKey(1, 16, 0x1200)); // Y
+    run("xdotool", {"key", "ctrl+shift+y"});
+    ASSERT_TRUE(eventually([&] { return pressed.size() == 1; }));
+    // On a German keyboard the letters Y and Z have changed places.
+    run("xmodmap", {"-e", "keycode 29 = z Z", "-e", "keycode 52 = y Y"});
+    EXPECT_TRUE(eventually([&] {
+        run("xdotool", {"key", "ctrl+shift+y"});
+        return QTest::qWaitFor([&] { return pressed.size() > 1; }, 300);
+    }));
+    run("xmodmap", {"-e", "keycode 29 = y Y", "-e", "keycode 52 = z Z"});
+}
+
+TEST(X11HotKeys, AreNotHeldUpByCapsLockAndNumLock)
+{
+    X11HotKeys hotKeys;
+    QList<quint32> pressed;
+    QObject::connect(&hotKeys, &HotKeys::pressed, &hotKeys, [&pressed](quint32 id) { pressed.append(id); });
+    ASSERT_TRUE(hotKeys.registerKey(1, 3, 0x1200));
+    for (const QString &lock : {QStringLiteral("Caps_Lock"), QStringLiteral("Num_Lock")}) {
+        pressed.clear();
+        run("xdotool", {"key", lock});
+        run("xdotool", {"keydown", "Control_L", "keydown", "Shift_L", "key", "41", "keyup", "Shift_L",
+                        "keyup", "Control_L"});
+        EXPECT_TRUE(eventually([&] { return pressed.size() == 1; })) << lock.toStdString();
+        run("xdotool", {"key", lock});
+    }
+}
