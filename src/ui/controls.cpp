@@ -87,7 +87,8 @@ QSize BarButton::sizeHint() const
         return {(m_symbol.isEmpty() ? 0 : Theme::Size::barIcon + symbolGap) + words + arrow + 20,
                 Theme::Size::barButton};
     case Label::Under:
-        return {qMax(words, Theme::Size::barIcon) + arrow + 12, 46};
+        // The arrow stands beside the icon, where a label leaves room.
+        return {qMax(words + 8, m_menu ? 44 : 36), 46};
     }
     return {};
 }
@@ -105,6 +106,7 @@ void BarButton::paintEvent(QPaintEvent *)
     const QColor ink = isChecked() ? t.accentText : t.text;
     const QColor words = isChecked() ? t.accentText : m_label == Label::Under ? t.secondary : t.text;
     const int arrow = m_menu ? arrowSize + 4 : 0;
+    const int besideArrow = m_menu ? arrowSize : 0;
 
     QRectF icon(0, 0, Theme::Size::barIcon, Theme::Size::barIcon);
     QRectF label;
@@ -117,7 +119,7 @@ void BarButton::paintEvent(QPaintEvent *)
         label = QRectF(m_symbol.isEmpty() ? 10 : icon.right() + symbolGap, 0, width(), height());
         break;
     case Label::Under:
-        icon.moveCenter(QPointF((width() - arrow) / 2.0, 16));
+        icon.moveCenter(QPointF((width() - besideArrow) / 2.0, 16));
         label = QRectF(0, 27, width(), 15);
         break;
     }
@@ -138,7 +140,7 @@ void BarButton::paintEvent(QPaintEvent *)
     if (m_menu) {
         QRectF place(0, 0, arrowSize, arrowSize);
         place.moveCenter(m_label == Label::Under
-                             ? QPointF(icon.right() + 7, icon.center().y())
+                             ? QPointF(icon.right() + 6, icon.center().y())
                              : QPointF(width() - 6 - arrowSize / 2.0, height() / 2.0 + 0.5));
         drawSymbol(painter, place, "chevron.down", t.secondary);
     }

@@ -35,19 +35,6 @@ Sheet::Sheet(QWidget *over, const QString &symbol, const QString &title)
     setProperty("focusRadius", -1.0);
     hide();
 
-    auto *heading = new QLabel(title);
-    heading->setFont(Theme::font(Theme::Type::Title, QFont::DemiBold));
-    heading->setWordWrap(true);
-    auto *icon = new SymbolLabel(symbol, 20);
-    icon->setColor(Theme::tokens(this).accentText);
-    auto *top = new QHBoxLayout;
-    top->setSpacing(Theme::Space::inside);
-    if (symbol.isEmpty())
-        delete icon;
-    else
-        top->addWidget(icon, 0, Qt::AlignTop);
-    top->addWidget(heading, 1);
-
     m_content->setSpacing(Theme::Space::inside);
     m_buttons->setSpacing(Theme::Space::inside);
     m_buttons->addStretch();
@@ -55,15 +42,31 @@ Sheet::Sheet(QWidget *over, const QString &symbol, const QString &title)
     auto *column = new QVBoxLayout(m_card);
     column->setContentsMargins(20, 20, 20, Theme::Space::margin);
     column->setSpacing(Theme::Space::group);
-    column->addLayout(top);
+    if (!title.isEmpty())
+        column->addLayout(makeHeading(symbol, title));
     column->addLayout(m_content, 1);
-    column->addSpacing(Theme::Space::unit);
     column->addLayout(m_buttons);
     setCardWidth(420);
     window()->installEventFilter(this);
 }
 
 Sheet::~Sheet() = default;
+
+QLayout *Sheet::makeHeading(const QString &symbol, const QString &title)
+{
+    auto *heading = new QLabel(title);
+    heading->setFont(Theme::font(Theme::Type::Title, QFont::DemiBold));
+    heading->setWordWrap(true);
+    auto *top = new QHBoxLayout;
+    top->setSpacing(Theme::Space::inside);
+    if (!symbol.isEmpty()) {
+        auto *icon = new SymbolLabel(symbol, 20);
+        icon->setColor(Theme::tokens(this).accentText);
+        top->addWidget(icon, 0, Qt::AlignTop);
+    }
+    top->addWidget(heading, 1);
+    return top;
+}
 
 void Sheet::setCardWidth(int width)
 {
@@ -182,14 +185,22 @@ void Sheet::mousePressEvent(QMouseEvent *event)
     event->accept();
 }
 
+bool Sheet::event(QEvent *event)
+{
+    // Shortcuts of the window behind are out of reach; what nobody in the sheet wants ends here.
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize && watched == window()) {
         setGeometry(parentWidget()->rect());
         m_card->move((width() - m_card->width()) / 2, qMax(0, (height() - m_card->height()) / 2));
     }
-    if (event->type() == QEvent::ShortcutOverride && isVisible())
-        event->accept();
     return QWidget::eventFilter(watched, event);
 }
 

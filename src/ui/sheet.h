@@ -5,11 +5,13 @@
 #include <QWidget>
 
 class QHBoxLayout;
+class QLayout;
 class QPushButton;
 class QVBoxLayout;
 
-// A modal card over its window: a heading with its symbol, content, and buttons at the bottom right. The
-// window behind is dimmed and can't be reached. Return presses the primary button, Esc the cancelling one.
+// A modal card over its window: a heading with its symbol (or none), content, and buttons at the bottom
+// right. The window behind is dimmed and can't be reached. Return presses the primary button, Esc the
+// cancelling one.
 //
 // It is a child of its window and deletes itself after closing; the focus goes back where it was.
 class Sheet : public QWidget {
@@ -41,11 +43,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
     class Card;
+    QLayout *makeHeading(const QString &symbol, const QString &title);
     QPushButton *insertButton(const QString &title);
 
     Card *m_card;

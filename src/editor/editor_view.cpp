@@ -1,0 +1,378 @@
+#include "editor/editor_view.h"
+
+#include "editor/canvas_view.h"
+#include "editor/editor_window_controller.h"
+#include "editor/options_bar.h"
+#include "editor/status_line.h"
+#include "ui/controls.h"
+#include "ui/shortcut_text.h"
+#include "ui/symbol.h"
+#include "ui/theme.h"
+#include "ui/tips.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QColorDialog>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int barHeight = 58;
+constexpr int barMargin = 8;
+
+// What a menu shows: an ampersand is no mnemonic here.
+QString menuTitle(const QString &title)
+{
+    return QString(title).replace('&', "&&");
+}
+
+// A bar: the surface with a hairline under it.
+class Bar : public QWidget {
+public:
+    explicit Bar(int height) { setFixedHeight(height); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const auto &t = Theme::tokens(this);
+        QPainter painter(this);
+        painter.fillRect(rect(), t.surface);
+        painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
+    }
+};
+
+// Pulls a file out of the window when it is dragged; a click hands the file to the clipboard.
+class DragOutButton : public BarButton {
+public:
+    DragOutButton(EditorWindowController &controller, const EditorCommandInfo &row)
+        : BarButton(row.symbol, row.title, Label::Under), m_controller(controller)
+    {}
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        BarButton::mousePressEvent(event);
+        m_press = event->position();
+        m_isDragged = false;
+        m_controller.prepareDrag();
+    }
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        const bool far = (event->position() - m_press).manhattanLength() >= QApplication::startDragDistance();
+        if ((event->buttons() & Qt::LeftButton) && far && !std::exchange(m_isDragged, true)) {
+            setDown(false);
+            m_controller.startDrag();
+        }
+    }
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (m_isDragged)
+            setDown(false);
+        else
+            BarButton::mouseReleaseEvent(event);
+    }
+
+private:
+    EditorWindowController &m_controller;
+    QPointF m_press;
+    bool m_isDragged = false;
+};
+
+QIcon gradientIcon(const Effects::Backdrop &backdrop)
+{
+    QPixmap pixmap(32, 32);
+    pixmap.setDevicePixelRatio(2);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient gradient(0, 0, 16, 16);
+    gradient.setColorAt(0, backdrop.first);
+    gradient.setColorAt(1, backdrop.second);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(gradient);
+    painter.drawRoundedRect(QRectF(1, 1, 14, 14), 4, 4);
+    return pixmap;
+}
+
+} // namespace
+
+const QList<QList<ToolKind>> &EditorView::toolGroups()
+{
+    static const QList<QList<ToolKind>> groups{
+        {ToolKind::Select},
+        {ToolKind::Arrow, ToolKind::Rectangle, ToolKind::Ellipse, ToolKind::Line, ToolKind::Pen,
+         ToolKind::Highlight, ToolKind::Text, ToolKind::Callout, ToolKind::Step, ToolKind::Stamp},
+        {ToolKind::Blur, ToolKind::Spotlight, ToolKind::Magnify},
+        {ToolKind::Crop, ToolKind::Cutout, ToolKind::Measure},
+    };
+    return groups;
+}
+
+EditorView::EditorView(EditorWindowController &controller, EditorPorts &ports)
+    : m_controller(controller),
+      m_ports(ports),
+      m_document(controller.document()),
+      m_canvas(new CanvasView(m_document, ports.pasteboard, ports.notices)),
+      m_options(new OptionsBar(controller, ports.presets)),
+      m_status(new StatusLine(controller))
+{
+    setObjectName("editor");
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_mainBar = makeMainBar());
+    column->addWidget(m_options);
+    column->addWidget(m_canvas, 1);
+    column->addWidget(m_status);
+    addShortcuts();
+    connect(&m_document, &EditorDocument::changed, this, &EditorView::follow);
+    follow(EditorDocument::Field::Tool);
+    follow(EditorDocument::Field::History);
+}
+
+EditorView::~EditorView() = default;
+
+void EditorView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Theme::tokens(this).window);
+}
+
+// MARK: Main bar
+
+QWidget *EditorView::makeMainBar()
+{
+    auto *bar = new Bar(barHeight);
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(barMargin, 0, barMargin, 1);
+    row->setSpacing(1);
+    addTools(row);
+    row->addStretch();
+    addActions(row);
+    return bar;
+}
+
+void EditorView::addTools(QHBoxLayout *row)
+{
+    for (const auto &group : toolGroups()) {
+        if (&group != &toolGroups().constFirst()) {
+            row->addSpacing(4);
+            row->addWidget(new Hairline(Qt::Vertical));
+            row->addSpacing(4);
+        }
+        for (ToolKind tool : group) {
+            auto *button =
+                new BarButton(Tools::symbol(tool), Tools::shortTitle(tool), BarButton::Label::Under);
+            button->setObjectName("tool-" + Tools::rawValue(tool));
+            button->setCheckable(true);
+            TipCenter::describe(
+                button, {Tools::shortTitle(tool), Tools::tipDetail(tool), QString(Tools::shortcutKey(tool))});
+            connect(button, &QAbstractButton::clicked, this, [this, tool] {
+                m_canvas->interaction().commitText();
+                m_document.setTool(tool);
+                follow(EditorDocument::Field::Tool); // a second click must not switch it off
+            });
+            m_toolButtons.insert(tool, button);
+            row->addWidget(button, 0, Qt::AlignVCenter);
+        }
+    }
+}
+
+BarButton *EditorView::addCommand(QHBoxLayout *row, EditorCommand command)
+{
+    const EditorCommandInfo &shown = info(command);
+    auto *button = new BarButton(shown.symbol, shown.title, BarButton::Label::Under);
+    button->setObjectName(QStringLiteral("command-%1").arg(shown.title));
+    TipCenter::describe(button, {shown.title, shown.tip, QString::fromUtf8(shown.shortcut)});
+    connect(button, &QAbstractButton::clicked, this, [this, command] { m_controller.run(command); });
+    m_commandButtons.insert(command, button);
+    row->addWidget(button, 0, Qt::AlignVCenter);
+    return button;
+}
+
+QAction *EditorView::addItem(QMenu *menu, EditorCommand command)
+{
+    const EditorCommandInfo &row = info(command);
+    const QString shortcut = shortcutText(QString::fromUtf8(row.shortcut));
+    QString text = menuTitle(row.title);
+    if (!shortcut.isEmpty())
+        text += '\t' + shortcut;
+    QAction *item =
+        menu->addAction(symbolIcon(row.symbol), text, this, [this, command] { m_controller.run(command); });
+    item->setData(static_cast<int>(command));
+    return item;
+}
+
+BarButton *EditorView::addMenu(QHBoxLayout *row, const EditorMenuInfo &shown,
+                               const QList<EditorCommand> &commands, int separatorAfter)
+{
+    auto *button = new BarButton(shown.symbol, shown.title, BarButton::Label::Under);
+    button->setObjectName(QStringLiteral("menu-%1").arg(shown.title));
+    TipCenter::describe(button, {shown.title, shown.tip, {}});
+    auto *menu = new QMenu;
+    for (qsizetype i = 0; i < commands.size(); ++i) {
+        addItem(menu, commands[i]);
+        if (i == separatorAfter)
+            menu->addSeparator();
+    }
+    button->setMenu(menu);
+    row->addWidget(button, 0, Qt::AlignVCenter);
+    return button;
+}
+
+void EditorView::addEffects(QHBoxLayout *row)
+{
+    BarButton *button = addMenu(row, EditorMenus::effects, {});
+    QMenu *menu = button->menu();
+    const auto toggle = [this, menu](EditorCommand command) {
+        QAction *item = addItem(menu, command);
+        item->setCheckable(true);
+        return item;
+    };
+    toggle(EditorCommand::ToggleBackdrop);
+    auto *styles = menu->addMenu("Backdrop Style");
+    auto *group = new QActionGroup(styles);
+    for (int i = 0; i < Effects::backdrops().size(); ++i) {
+        const Effects::Backdrop &backdrop = Effects::backdrops()[i];
+        QAction *style = styles->addAction(gradientIcon(backdrop), backdrop.name, this, [this, i] {
+            Effects effects = m_document.effects();
+            effects.backdropStyle = i;
+            effects.backdrop = true;
+            m_document.setEffects(effects);
+        });
+        group->addAction(style);
+    }
+    menu->addSeparator();
+    toggle(EditorCommand::ToggleBorder);
+    menu->addAction("Border Color", this, [this] {
+        auto *dialog = new QColorDialog(m_document.effects().borderColor, this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->setWindowTitle("Border Color");
+        connect(dialog, &QColorDialog::currentColorChanged, this, [this](const QColor &color) {
+            Effects effects = m_document.effects();
+            effects.borderColor = color;
+            m_document.setEffects(effects);
+        });
+        dialog->show();
+    });
+    menu->addSeparator();
+    toggle(EditorCommand::ToggleShadow);
+    toggle(EditorCommand::ToggleRounded);
+    connect(button, &BarButton::menuAboutToOpen, this, [this, menu] {
+        for (QAction *item : menu->actions()) {
+            if (item->isCheckable())
+                item->setChecked(m_controller.isChecked(static_cast<EditorCommand>(item->data().toInt())));
+        }
+    });
+}
+
+void EditorView::addDragOut(QHBoxLayout *row)
+{
+    const EditorCommandInfo &shown = info(EditorCommand::DragOut);
+    auto *button = new DragOutButton(m_controller, shown);
+    button->setObjectName("command-Drag Out");
+    TipCenter::describe(button, {shown.title, shown.tip, {}});
+    connect(button, &QAbstractButton::clicked, this, [this] { m_controller.run(EditorCommand::DragOut); });
+    row->addWidget(button, 0, Qt::AlignVCenter);
+}
+
+void EditorView::addActions(QHBoxLayout *row)
+{
+    const auto separate = [row] {
+        row->addSpacing(4);
+        row->addWidget(new Hairline(Qt::Vertical));
+        row->addSpacing(4);
+    };
+    addCommand(row, EditorCommand::Undo);
+    addCommand(row, EditorCommand::Redo);
+    separate();
+    addEffects(row);
+    addMenu(row, EditorMenus::redact,
+            {EditorCommand::RedactSensitive, EditorCommand::RedactAllText, EditorCommand::RedactFaces,
+             EditorCommand::GrabText, EditorCommand::CopyTextFromArea},
+            2);
+    addMenu(row, EditorMenus::ai,
+            {EditorCommand::Describe, EditorCommand::DescribeSteps, EditorCommand::AltText,
+             EditorCommand::Rename});
+    separate();
+    addCommand(row, EditorCommand::Pin);
+    addMenu(row, EditorMenus::share, {EditorCommand::Share, EditorCommand::Upload, EditorCommand::SaveAs});
+    addDragOut(row);
+    addCommand(row, EditorCommand::CopyImage);
+    addCommand(row, EditorCommand::Save);
+}
+
+// MARK: Keys
+
+void EditorView::addShortcuts()
+{
+    for (const EditorCommandInfo &row : editorCommands()) {
+        // The canvas knows what to do with a bare key; elsewhere it belongs to the control that has the
+        // focus.
+        if (row.command == EditorCommand::Delete || !*row.shortcut)
+            continue;
+        auto *action = new QAction(row.title, this);
+        QList<QKeySequence> sequences{shortcutSequence(QString::fromUtf8(row.shortcut))};
+        if (row.command == EditorCommand::ZoomIn)
+            sequences.append(QKeySequence(Qt::CTRL | Qt::Key_Equal));
+        if (row.command == EditorCommand::Redo)
+            sequences.append(QKeySequence(Qt::CTRL | Qt::Key_Y));
+        action->setShortcuts(sequences);
+        connect(action, &QAction::triggered, this, [this, command = row.command] {
+            if (m_controller.isEnabled(command))
+                m_controller.run(command);
+        });
+        addAction(action);
+    }
+    auto *close = new QAction(this);
+    close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+    connect(close, &QAction::triggered, this, &QWidget::close);
+    addAction(close);
+    // Tab moves between objects while the canvas has the focus; these leave it.
+    connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, this, [this] { movePane(1); });
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F6, this), &QShortcut::activated, this,
+            [this] { movePane(-1); });
+}
+
+void EditorView::movePane(int delta)
+{
+    const QList<QWidget *> panes{m_mainBar, m_options, m_canvas, m_status};
+    int at = 0;
+    for (int i = 0; i < panes.size(); ++i) {
+        if (QWidget *focus = focusWidget(); focus && (focus == panes[i] || panes[i]->isAncestorOf(focus)))
+            at = i;
+    }
+    const auto count = static_cast<int>(panes.size());
+    QWidget *pane = panes[(at + delta + count) % count];
+    if (pane == m_canvas)
+        return m_canvas->setFocus(Qt::TabFocusReason);
+    for (QWidget *child : pane->findChildren<QWidget *>()) {
+        if (child->isVisible() && child->isEnabled() && (child->focusPolicy() & Qt::TabFocus))
+            return child->setFocus(Qt::TabFocusReason);
+    }
+}
+
+// MARK: Following the document
+
+void EditorView::follow(EditorDocument::Field field)
+{
+    switch (field) {
+    case EditorDocument::Field::Tool:
+        for (auto it = m_toolButtons.begin(); it != m_toolButtons.end(); ++it)
+            it.value()->setChecked(it.key() == m_document.tool());
+        break;
+    case EditorDocument::Field::History:
+    case EditorDocument::Field::Annotations:
+        m_commandButtons[EditorCommand::Undo]->setEnabled(m_document.canUndo());
+        m_commandButtons[EditorCommand::Redo]->setEnabled(m_document.canRedo());
+        break;
+    default:
+        break;
+    }
+}

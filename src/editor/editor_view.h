@@ -1,0 +1,56 @@
+#pragma once
+
+#include "document/editor_document.h"
+#include "editor/editor_commands.h"
+
+#include <QHash>
+#include <QWidget>
+
+class BarButton;
+class CanvasView;
+class EditorWindowController;
+class OptionsBar;
+class StatusLine;
+struct EditorPorts;
+class QHBoxLayout;
+class QMenu;
+
+// The window's content: the main bar with tools and actions, the options of the active tool under it, the
+// canvas, and the status line. Made from the tables of tools and commands.
+class EditorView : public QWidget {
+    Q_OBJECT
+public:
+    EditorView(EditorWindowController &controller, EditorPorts &ports);
+    ~EditorView() override;
+
+    CanvasView &canvas() { return *m_canvas; }
+    // The tools as the bar groups them.
+    static const QList<QList<ToolKind>> &toolGroups();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QWidget *makeMainBar();
+    void addTools(QHBoxLayout *row);
+    void addActions(QHBoxLayout *row);
+    BarButton *addCommand(QHBoxLayout *row, EditorCommand command);
+    BarButton *addMenu(QHBoxLayout *row, const EditorMenuInfo &menu, const QList<EditorCommand> &commands,
+                       int separatorAfter = -1);
+    void addEffects(QHBoxLayout *row);
+    void addDragOut(QHBoxLayout *row);
+    QAction *addItem(QMenu *menu, EditorCommand command);
+    void addShortcuts();
+    void movePane(int delta);
+    void follow(EditorDocument::Field field);
+
+    EditorWindowController &m_controller;
+    EditorPorts &m_ports;
+    EditorDocument &m_document;
+    CanvasView *m_canvas;
+    OptionsBar *m_options;
+    StatusLine *m_status;
+    QWidget *m_mainBar = nullptr;
+    QHash<ToolKind, BarButton *> m_toolButtons;
+    QHash<EditorCommand, BarButton *> m_commandButtons;
+};

@@ -1,0 +1,280 @@
+#include "editor/options_bar.h"
+
+#include "editor/editor_window_controller.h"
+#include "editor/stamp_picker.h"
+#include "editor/style_presets.h"
+#include "ui/controls.h"
+#include "ui/symbol.h"
+#include "ui/theme.h"
+#include "ui/tips.h"
+
+#include <QColorDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+
+namespace {
+
+constexpr int barHeight = 44;
+constexpr int leastSize = 2, mostSize = 30;
+
+struct FontLabel {
+    TextFont font;
+    const char *label;
+};
+constexpr std::array fontLabels{FontLabel{TextFont::System, "System"},
+                                FontLabel{TextFont::Rounded, "Rounded"}, FontLabel{TextFont::Serif, "Serif"},
+                                FontLabel{TextFont::Mono, "Mono"}, FontLabel{TextFont::Marker, "Marker"}};
+
+QString fontLabel(TextFont font)
+{
+    for (const FontLabel &entry : fontLabels) {
+        if (entry.font == font)
+            return entry.label;
+    }
+    return fontLabels.front().label;
+}
+
+bool isText(ToolKind kind)
+{
+    return kind == ToolKind::Text || kind == ToolKind::Callout;
+}
+
+QIcon presetIcon(const StylePreset &preset)
+{
+    const auto tool = Tools::fromRawValue(preset.tool);
+    if (!tool || preset.rgba.size() != 4)
+        return tool ? symbolIcon(Tools::symbol(*tool)) : QIcon();
+    QPixmap pixmap(32, 32);
+    pixmap.setDevicePixelRatio(2);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    const auto part = [&preset](int i) { return static_cast<float>(qBound(0.0, preset.rgba[i], 1.0)); };
+    drawSymbol(painter, QRectF(0, 0, 16, 16), Tools::symbol(*tool),
+               QColor::fromRgbF(part(0), part(1), part(2)));
+    return pixmap;
+}
+
+} // namespace
+
+const QList<OptionsBar::NamedColor> &OptionsBar::swatchColors()
+{
+    static const QList<NamedColor> colors{{"Red", QColor(255, 59, 48)},    {"Orange", QColor(255, 149, 0)},
+                                          {"Yellow", QColor(255, 204, 0)}, {"Green", QColor(40, 205, 65)},
+                                          {"Blue", QColor(0, 122, 255)},   {"Purple", QColor(175, 82, 222)},
+                                          {"Black", QColor(0, 0, 0)},      {"White", QColor(255, 255, 255)}};
+    return colors;
+}
+
+OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
+    : m_controller(controller), m_document(controller.document()), m_presets(presets)
+{
+    setFixedHeight(barHeight);
+    m_what = new QLabel;
+    m_what->setFont(Theme::font(Theme::Type::Control, QFont::DemiBold));
+    m_colors = makeColors();
+    m_size = new ValueSlider("Width", leastSize, mostSize);
+    m_size->setObjectName("size");
+    connect(m_size, &ValueSlider::changed, this, [this](int value) { m_document.setLineWidth(value); });
+    m_styles = new SegmentedPicker;
+    m_styles->setObjectName("style");
+    connect(m_styles, &SegmentedPicker::chosen, this,
+            [this](int index) { m_document.setStyle(index, kind()); });
+
+    m_font = new BarButton("textformat", "System", BarButton::Label::Beside);
+    m_font->setObjectName("font");
+    TipCenter::describe(m_font, {"Font", "Typeface for text and callouts.", {}});
+    m_font->setAccessibleName("Font");
+    auto *fonts = new QMenu;
+    for (const FontLabel &entry : fontLabels)
+        fonts->addAction(entry.label, this, [this, font = entry.font] { m_document.setTextFont(font); })
+            ->setCheckable(true);
+    m_font->setMenu(fonts);
+    connect(m_font, &BarButton::menuAboutToOpen, this, [this, fonts] {
+        for (QAction *item : fonts->actions())
+            item->setChecked(item->text() == fontLabel(m_document.textFont()));
+    });
+
+    m_stamp = new BarButton("seal", "Choose Stamp", BarButton::Label::Beside);
+    m_stamp->setObjectName("stamp");
+    TipCenter::describe(m_stamp,
+                        {"Choose Stamp", "Pick a symbol, emoji or keyboard key to place on the image.", {}});
+    connect(m_stamp, &QAbstractButton::clicked, this, [this] {
+        auto *picker = new StampPicker(m_document.stampValue(), this);
+        connect(picker, &StampPicker::chosen, this,
+                [this](const QString &value) { m_document.setStampValue(value); });
+        picker->openUnder(m_stamp);
+    });
+
+    m_note = new QLabel("Nothing selected — click an object to change it");
+    m_note->setFont(Theme::font(Theme::Type::Control));
+    m_note->setForegroundRole(QPalette::PlaceholderText);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(16, 0, 12, 1);
+    row->setSpacing(Theme::Space::group);
+    row->addWidget(m_what);
+    row->addWidget(m_note);
+    row->addWidget(m_colors);
+    row->addWidget(m_size);
+    row->addWidget(m_styles);
+    row->addWidget(m_font);
+    row->addWidget(m_stamp);
+    row->addStretch();
+    addPresets();
+    row->addWidget(m_presetButton);
+
+    connect(&m_document, &EditorDocument::changed, this, [this](EditorDocument::Field field) {
+        switch (field) {
+        case EditorDocument::Field::Selection:
+        case EditorDocument::Field::Tool:
+        case EditorDocument::Field::Style:
+        case EditorDocument::Field::Mode:
+            follow();
+            break;
+        default:
+            break;
+        }
+    });
+    follow();
+}
+
+void OptionsBar::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.fillRect(rect(), t.window);
+    painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
+}
+
+QWidget *OptionsBar::makeColors()
+{
+    auto *colors = new QWidget;
+    auto *row = new QHBoxLayout(colors);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    for (const NamedColor &named : swatchColors()) {
+        auto *swatch = new Swatch(named.color, named.name);
+        swatch->setObjectName(QStringLiteral("color-%1").arg(named.name));
+        TipCenter::describe(swatch, {named.name, {}, {}});
+        connect(swatch, &QAbstractButton::clicked, this, [this, color = named.color] {
+            m_document.setColor(color);
+            follow();
+        });
+        m_swatches.append(swatch);
+        row->addWidget(swatch);
+    }
+    row->addSpacing(Theme::Space::unit);
+    auto *more = new BarButton("paintpalette", "More Colors", BarButton::Label::None);
+    TipCenter::describe(more, {"More Colors", "Open the color picker to choose any color.", {}});
+    connect(more, &QAbstractButton::clicked, this, &OptionsBar::chooseColor);
+    row->addWidget(more);
+    const EditorCommandInfo &pick = info(EditorCommand::PickColor);
+    auto *eyedropper = new BarButton(pick.symbol, pick.title, BarButton::Label::None);
+    eyedropper->setObjectName("eyedropper");
+    TipCenter::describe(eyedropper, {pick.title, pick.tip, {}});
+    connect(eyedropper, &QAbstractButton::clicked, this,
+            [this] { m_controller.run(EditorCommand::PickColor); });
+    row->addWidget(eyedropper);
+    return colors;
+}
+
+void OptionsBar::chooseColor()
+{
+    auto *dialog = new QColorDialog(m_document.color(), window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle("More Colors");
+    connect(dialog, &QColorDialog::currentColorChanged, this, [this](const QColor &color) {
+        if (color.isValid())
+            m_document.setColor(color);
+    });
+    dialog->show();
+}
+
+// MARK: Presets
+
+void OptionsBar::addPresets()
+{
+    m_presetButton =
+        new BarButton(EditorMenus::presets.symbol, EditorMenus::presets.title, BarButton::Label::Beside);
+    m_presetButton->setObjectName("presets");
+    TipCenter::describe(m_presetButton, {EditorMenus::presets.title, EditorMenus::presets.tip, {}});
+    m_presetButton->setMenu(new QMenu);
+    connect(m_presetButton, &BarButton::menuAboutToOpen, this, &OptionsBar::fillPresetMenu);
+    fillPresetMenu();
+}
+
+void OptionsBar::fillPresetMenu()
+{
+    QMenu *menu = m_presetButton->menu();
+    menu->clear();
+    const auto title = [](const StylePreset &preset) {
+        const QString name = preset.name.size() > 40 ? preset.name.left(39) + "…" : preset.name;
+        return QString(name).replace('&', "&&");
+    };
+    for (const StylePreset &preset : m_presets.presets())
+        menu->addAction(presetIcon(preset), title(preset), this,
+                        [this, preset] { PresetStore::apply(preset, m_document); });
+    if (!m_presets.presets().isEmpty())
+        menu->addSeparator();
+    menu->addAction("Save Current Style as Preset…", this, [this] { m_controller.promptSavePreset(); });
+    QMenu *remove = menu->addMenu("Delete Preset");
+    for (const StylePreset &preset : m_presets.presets())
+        remove->addAction(presetIcon(preset), title(preset), this,
+                          [this, id = preset.id] { m_presets.remove(id); });
+    remove->setEnabled(!m_presets.presets().isEmpty());
+}
+
+// MARK: Following the document
+
+ToolKind OptionsBar::kind() const
+{
+    const auto selected = m_document.selected();
+    return selected ? selected->kind : m_document.tool();
+}
+
+void OptionsBar::follow()
+{
+    const auto selected = m_document.selected();
+    const ToolKind shown = kind();
+    const bool idle = shown == ToolKind::Select;
+    m_what->setText(selected ? "Selected " + Tools::shortTitle(shown) : Tools::shortTitle(shown));
+    m_what->setVisible(!idle);
+    m_note->setVisible(idle);
+    m_colors->setVisible(Tools::usesColor(shown));
+    for (Swatch *swatch : m_swatches)
+        swatch->setChecked(swatch->color().rgba() == m_document.color().toRgb().rgba());
+    m_size->setVisible(Tools::usesSize(shown));
+    m_size->setName(isText(shown) ? "Size" : "Width");
+    m_size->setValue(qRound(m_document.lineWidth()));
+    TipCenter::describe(
+        m_size, {isText(shown) ? "Size" : "Width", isText(shown) ? "Text size." : "Line thickness.", {}});
+    m_font->setVisible(Tools::usesFont(shown));
+    m_font->setText(fontLabel(m_document.textFont()));
+    m_font->updateGeometry();
+    m_stamp->setVisible(shown == ToolKind::Stamp);
+    followStyles(shown);
+}
+
+void OptionsBar::followStyles(ToolKind shown)
+{
+    const auto styles = Tools::styles(shown);
+    m_styles->setVisible(!styles.isEmpty());
+    if (styles.isEmpty())
+        return;
+    if (m_shownStyles != shown) {
+        QList<SegmentedPicker::Segment> segments;
+        for (const Tools::Style &style : styles)
+            segments.append({style.name, style.symbol});
+        m_styles->setSegments(segments);
+        m_styles->setAccessibleName("Style");
+        TipCenter::describe(m_styles, {"Style",
+                                       "Style for new " + Tools::shortTitle(shown).toLower() +
+                                           " objects and the one selected.",
+                                       {}});
+        m_shownStyles = shown;
+    }
+    const auto selected = m_document.selected();
+    m_styles->setCurrent(selected ? selected->style : m_document.toolStyle(shown));
+}

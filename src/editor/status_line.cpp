@@ -1,0 +1,145 @@
+#include "editor/status_line.h"
+
+#include "document/editor_document.h"
+#include "editor/annotation_description.h"
+#include "editor/editor_window_controller.h"
+#include "ui/controls.h"
+#include "ui/shortcut_text.h"
+#include "ui/theme.h"
+#include "ui/tips.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+
+namespace {
+
+constexpr int lineHeight = 34;
+constexpr int longestDescription = 60;
+
+} // namespace
+
+ElidedLabel::ElidedLabel(QWidget *parent) : QWidget(parent)
+{
+    setFont(Theme::font(Theme::Type::Control));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+}
+
+void ElidedLabel::setText(const QString &text)
+{
+    if (std::exchange(m_text, text) == text)
+        return;
+    setAccessibleName(text);
+    update();
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(m_text), fontMetrics().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setFont(font());
+    painter.setPen(Theme::tokens(this).secondary);
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft,
+                     painter.fontMetrics().elidedText(m_text, Qt::ElideRight, width()));
+}
+
+StatusLine::StatusLine(EditorWindowController &controller)
+    : m_controller(controller),
+      m_document(controller.document()),
+      m_spinner(new Spinner(14)),
+      m_hint(new ElidedLabel),
+      m_counts(new NumberLabel),
+      m_zoom(new NumberLabel)
+{
+    setFixedHeight(lineHeight);
+    m_hint->setObjectName("hint");
+    m_counts->setObjectName("counts");
+    m_zoom->setObjectName("zoom");
+    m_zoom->setAlignment(Qt::AlignHCenter);
+    m_zoom->setMinimumWidth(76);
+    TipCenter::describe(m_zoom, {EditorMenus::zoom.title, EditorMenus::zoom.tip, {}});
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(16, 1, 8, 0);
+    row->setSpacing(Theme::Space::inside);
+    row->addWidget(m_spinner);
+    row->addWidget(m_hint, 1);
+    row->addWidget(m_counts);
+    row->addSpacing(Theme::Space::unit);
+    row->addWidget(new Hairline(Qt::Vertical));
+    auto *zooms = new QHBoxLayout;
+    zooms->setSpacing(2);
+    addZoomButton(zooms, EditorCommand::ZoomOut);
+    zooms->addWidget(m_zoom);
+    addZoomButton(zooms, EditorCommand::ZoomIn);
+    addZoomButton(zooms, EditorCommand::ActualSize);
+    addZoomButton(zooms, EditorCommand::ZoomToFit);
+    row->addLayout(zooms);
+    connect(&m_document, &EditorDocument::changed, this, &StatusLine::follow);
+    follow();
+}
+
+BarButton *StatusLine::addZoomButton(QHBoxLayout *row, EditorCommand command)
+{
+    const EditorCommandInfo &shown = info(command);
+    auto *button = new BarButton(shown.symbol, shown.title, BarButton::Label::None);
+    button->setObjectName(QStringLiteral("command-%1").arg(shown.title));
+    button->setFixedSize(Theme::Size::target, Theme::Size::target);
+    TipCenter::describe(
+        button, {shown.title, QString::fromUtf8(EditorMenus::zoom.tip), QString::fromUtf8(shown.shortcut)});
+    connect(button, &QAbstractButton::clicked, this, [this, command] { m_controller.run(command); });
+    row->addWidget(button);
+    return button;
+}
+
+QString StatusLine::hint() const
+{
+    if (m_document.isBusy())
+        return QStringLiteral("Working…");
+    if (m_document.isSelectingText())
+        return QStringLiteral("Drag over text in the image to copy it · Esc to cancel");
+    if (m_document.isPickingColor())
+        return QStringLiteral("Click anywhere on the image to pick its color · Esc to cancel");
+    return withShortcutWords(Tools::hint(m_document.tool()) + "  ·  ⌘K for all commands");
+}
+
+QString StatusLine::counts() const
+{
+    QStringList parts;
+    if (const auto selected = m_document.selected()) {
+        QString words = describe(*selected).simplified();
+        if (words.size() > longestDescription)
+            words = words.left(longestDescription - 1) + "…";
+        words[0] = words[0].toUpper();
+        parts += words;
+    }
+    const auto count = m_document.annotations().size();
+    parts += QStringLiteral("%1 object%2").arg(count).arg(count == 1 ? "" : "s");
+    parts += QStringLiteral("%1 × %2 px").arg(m_document.base().width()).arg(m_document.base().height());
+    return parts.join("  ·  ");
+}
+
+QString StatusLine::zoom() const
+{
+    const QString percent = QStringLiteral("%1%").arg(qRound(m_document.displayZoom() * 100));
+    return m_document.zoom() ? percent : "Fit · " + percent;
+}
+
+void StatusLine::follow()
+{
+    m_spinner->setVisible(m_document.isBusy());
+    m_hint->setText(hint());
+    m_counts->setText(counts());
+    m_zoom->setText(zoom());
+}
+
+void StatusLine::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.fillRect(rect(), t.surface);
+    painter.fillRect(QRect(0, 0, width(), 1), t.hairline);
+}

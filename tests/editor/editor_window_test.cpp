@@ -1,0 +1,345 @@
+#include "document/image_files.h"
+#include "document/project_file.h"
+#include "editor/canvas_view.h"
+#include "editor/status_line.h"
+#include "editor_stage.h"
+#include "library/library_versions.h"
+#include "support/printers.h"
+#include "ui/controls.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+QImage picture(QColor color = Qt::white, QSize size = {120, 80})
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+class EditorWindowTest : public testing::Test {
+protected:
+    QString put(const QString &name)
+    {
+        const QString path = stage.inLibrary(name);
+        EXPECT_TRUE(ImageFiles::write(picture(), path));
+        return path;
+    }
+    static void addBox(EditorDocument &document)
+    {
+        Annotation box = document.makeAnnotation(ToolKind::Rectangle, {10, 10});
+        box.end = {60, 60};
+        box.style = 2;
+        document.add(box);
+    }
+    static void save(EditorWindowController &editor)
+    {
+        QSignalSpy ended(&editor, &EditorWindowController::savingEnded);
+        editor.save();
+        ASSERT_TRUE(ended.count() || ended.wait());
+    }
+    bool waitForNotice(const QString &text)
+    {
+        return QTest::qWaitFor([&] {
+            return std::any_of(stage.notices.begin(), stage.notices.end(),
+                               [&text](const Notice &notice) { return notice.text == text; });
+        });
+    }
+    QWidget *sheet(EditorWindowController &editor, const QString &name) const
+    {
+        return editor.window().findChild<QWidget *>(name);
+    }
+
+    EditorStage stage;
+};
+
+} // namespace
+
+TEST_F(EditorWindowTest, SavingInTheLibraryKeepsAVersionAndAProject)
+{
+    const QString path = put("shot.png");
+    auto editor = stage.open(path);
+    addBox(editor->document());
+    QSignalSpy changed(&stage.library, &Library::changed);
+    save(*editor);
+    EXPECT_EQ(stage.notices, QList<Notice>({{"Saved shot.png", "checkmark.circle.fill"}}));
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_NE(ImageFiles::read(path)->pixelColor(30, 30), QColor(Qt::white)) << "the file is flat";
+
+    const auto versions = FileHistory(stage.library, path).versions();
+    ASSERT_EQ(versions.size(), 1);
+    EXPECT_EQ(ImageFiles::read(versions.first().folder + "/shot.png")->pixelColor(30, 30), QColor(Qt::white));
+
+    // A second editor finds the object again, over the untouched pixels.
+    auto again = stage.open(path);
+    ASSERT_EQ(again->document().annotations().size(), 1);
+    EXPECT_EQ(again->document().annotations().first().rect(), QRectF(10, 10, 50, 50));
+    EXPECT_EQ(again->document().base().pixelColor(30, 30), QColor(Qt::white));
+}
+
+TEST_F(EditorWindowTest, SavingElsewhereWritesAFlatFileAlone)
+{
+    const QString path = stage.home.path("outside.png");
+    auto editor = stage.open(picture(), path);
+    addBox(editor->document());
+    save(*editor);
+    EXPECT_TRUE(QFileInfo::exists(path));
+    EXPECT_TRUE(FileHistory(stage.library, path).versions().isEmpty());
+    EXPECT_FALSE(QFileInfo::exists(stage.library.projectDirectory(path)));
+}
+
+TEST_F(EditorWindowTest, SavingTwiceAtOnceKeepsTheLaterState)
+{
+    const QString path = put("shot.png");
+    auto editor = stage.open(path);
+    QSignalSpy ended(editor.get(), &EditorWindowController::savingEnded);
+    editor->save();
+    addBox(editor->document());
+    editor->save();
+    ASSERT_TRUE(ended.wait());
+    EXPECT_EQ(stage.open(path)->document().annotations().size(), 1);
+    EXPECT_FALSE(editor->isSaving());
+}
+
+TEST_F(EditorWindowTest, AFileThatCannotBeWrittenLeavesTheEditOpenAndSaysWhy)
+{
+    const QString path = stage.home.path("missing/folder/shot.png");
+    auto editor = stage.open(picture(), path);
+    addBox(editor->document());
+    editor->show();
+    save(*editor);
+    EXPECT_NE(sheet(*editor, "alert"), nullptr);
+    EXPECT_TRUE(stage.notices.isEmpty());
+    EXPECT_EQ(editor->document().annotations().size(), 1);
+    EXPECT_EQ(editor->document().fileURL().toLocalFile(), path);
+}
+
+TEST_F(EditorWindowTest, ASaveThatIsUnderWayOutlivesItsWindow)
+{
+    const QString path = put("shot.png");
+    auto editor = stage.open(path);
+    addBox(editor->document());
+    editor->save();
+    editor.reset();
+    EXPECT_TRUE(waitForNotice("Saved shot.png"));
+    EXPECT_EQ(stage.open(path)->document().annotations().size(), 1);
+}
+
+TEST_F(EditorWindowTest, ClosingHandsTheControllerBackOnce)
+{
+    auto editor = stage.open(picture());
+    int closed = 0;
+    editor->onClose = [&](EditorWindowController *which) {
+        EXPECT_EQ(which, editor.get());
+        ++closed;
+    };
+    editor->show();
+    editor->window().close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closed > 0; }));
+    editor->window().close();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(closed, 1);
+}
+
+TEST_F(EditorWindowTest, SavingWithoutAFileAsksForOne)
+{
+    auto editor = stage.open(picture());
+    editor->show();
+    EXPECT_EQ(editor->window().windowTitle(), "Untitled Capture");
+    editor->save();
+    EXPECT_NE(sheet(*editor, "saveAs"), nullptr);
+}
+
+TEST_F(EditorWindowTest, ACopyIntoTheSameFolderIsNoVersionAndNoProject)
+{
+    const QString path = put("shot.png");
+    auto editor = stage.open(path);
+    addBox(editor->document());
+    const QString copy = stage.inLibrary("copy.jpg");
+    editor->saveCopy(copy);
+    EXPECT_TRUE(waitForNotice("Saved copy.jpg"));
+    EXPECT_TRUE(QFileInfo::exists(copy));
+    EXPECT_FALSE(QFileInfo::exists(stage.library.projectDirectory(copy)));
+    EXPECT_TRUE(FileHistory(stage.library, path).versions().isEmpty());
+    EXPECT_EQ(editor->document().fileURL().toLocalFile(), path);
+}
+
+TEST_F(EditorWindowTest, FollowsARenameInTheLibrary)
+{
+    auto editor = stage.open(put("shot.png"));
+    EXPECT_EQ(editor->window().windowTitle(), "shot");
+    const auto renamed = stage.library.rename(stage.inLibrary("shot.png"), "Invoice of March");
+    ASSERT_TRUE(renamed);
+    EXPECT_EQ(editor->window().windowTitle(), "Invoice of March");
+    addBox(editor->document());
+    save(*editor);
+    EXPECT_FALSE(QFileInfo::exists(stage.inLibrary("shot.png")));
+    EXPECT_EQ(stage.open(*renamed)->document().annotations().size(), 1);
+}
+
+TEST_F(EditorWindowTest, AGuidesStepIsSavedByItsOwnHandler)
+{
+    auto editor = stage.open(put("shot.png"));
+    int handled = 0;
+    editor->document().saveHandler = [&](EditorDocument &) { ++handled; };
+    editor->save();
+    EXPECT_EQ(handled, 1);
+    EXPECT_EQ(stage.notices, QList<Notice>({{"Step updated in your guide", "list.number"}}));
+    EXPECT_FALSE(editor->isSaving());
+}
+
+TEST_F(EditorWindowTest, ABrokenProjectOpensTheFlatFileAndAVanishedFileABlankOne)
+{
+    const QString path = put("shot.png");
+    QDir().mkpath(stage.library.projectDirectory(path));
+    QFile broken(stage.library.projectDirectory(path) + "/project.json");
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("{\"annotations\": [");
+    broken.close();
+    EXPECT_EQ(stage.open(path)->document().base().size(), QSize(120, 80));
+    EXPECT_EQ(stage.open(stage.inLibrary("gone.png"))->document().base().size(), QSize(2, 2));
+}
+
+TEST_F(EditorWindowTest, CopiesTheFinishedImageWithItsEffects)
+{
+    auto editor = stage.open(picture());
+    editor->run(EditorCommand::ToggleBorder);
+    editor->copyImage();
+    ASSERT_TRUE(waitForNotice("Image copied to clipboard"));
+    EXPECT_EQ(stage.fakes.pasteboard.image().size(), QSize(136, 96));
+}
+
+TEST_F(EditorWindowTest, CountsTheLinesOfTextItCopies)
+{
+    auto editor = stage.open(picture());
+    stage.fakes.text.answer = QList<RecognizedLine>{{"only one", {}, {}, 1}};
+    editor->grabText();
+    EXPECT_TRUE(editor->document().isBusy());
+    EXPECT_TRUE(waitForNotice("Copied 1 lines of text")) << "the whole picture always speaks of lines";
+    EXPECT_EQ(stage.fakes.pasteboard.text(), "only one");
+    EXPECT_FALSE(editor->document().isBusy());
+
+    Q_EMIT editor->canvas().textAreaChosen(QRect(10, 10, 40, 20));
+    EXPECT_TRUE(waitForNotice("Copied 1 line of text"));
+    stage.fakes.text.answer = QList<RecognizedLine>{{"one", {}, {}, 1}, {"two", {}, {}, 1}};
+    Q_EMIT editor->canvas().textAreaChosen(QRect(10, 10, 40, 20));
+    EXPECT_TRUE(waitForNotice("Copied 2 lines of text"));
+    stage.fakes.text.answer = fail("The engine is missing.");
+    Q_EMIT editor->canvas().textAreaChosen(QRect(10, 10, 40, 20));
+    EXPECT_TRUE(waitForNotice("No text found in that area"));
+    editor->grabText();
+    EXPECT_TRUE(waitForNotice("No text found"));
+}
+
+TEST_F(EditorWindowTest, UploadsTheFinishedImageAndCopiesItsLink)
+{
+    stage.settings.setImgurClientID("abc");
+    stage.fakes.http.answers = {
+        HttpResponse{200, R"({"data":{"link":"https://i.imgur.com/xyz.png"},"success":true})"}};
+    auto editor = stage.open(picture());
+    editor->upload();
+    EXPECT_TRUE(waitForNotice("Link copied: i.imgur.com"));
+    EXPECT_EQ(stage.fakes.pasteboard.text(), "https://i.imgur.com/xyz.png");
+    EXPECT_FALSE(editor->document().isBusy());
+}
+
+TEST_F(EditorWindowTest, AMissingKeyOffersTheSettings)
+{
+    auto editor = stage.open(picture());
+    editor->show();
+    editor->runAI(ClaudeClient::Action::Describe);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sheet(*editor, "error") != nullptr; }));
+    EXPECT_FALSE(editor->document().isBusy());
+    for (auto *button : sheet(*editor, "error")->findChildren<QPushButton *>()) {
+        if (button->text() == "Open Settings")
+            button->click();
+    }
+    EXPECT_EQ(stage.settingsOpened, 1);
+}
+
+TEST_F(EditorWindowTest, ANameFromTheServiceRenamesOnlyFilesOfTheLibrary)
+{
+    stage.settings.setApiKey("key");
+    stage.fakes.http.answers = {HttpResponse{
+        200, R"({"content":[{"type":"text","text":"Invoice March"}],"stop_reason":"end_turn"})"}};
+    auto inside = stage.open(put("shot.png"));
+    inside->runAI(ClaudeClient::Action::Name);
+    EXPECT_TRUE(waitForNotice("Renamed to “Invoice March”"));
+    EXPECT_TRUE(QFileInfo::exists(stage.inLibrary("Invoice March.png")));
+
+    auto outside = stage.open(picture(), stage.home.path("shot.png"));
+    outside->show();
+    outside->runAI(ClaudeClient::Action::Name);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return sheet(*outside, "aiResult") != nullptr; }));
+    EXPECT_EQ(outside->document().fileURL().toLocalFile(), stage.home.path("shot.png"));
+}
+
+TEST_F(EditorWindowTest, TheStatusLineTellsWhatIsThereAndWhatToDo)
+{
+    auto editor = stage.open(picture());
+    EditorDocument &document = editor->document();
+    StatusLine status(*editor);
+    EXPECT_EQ(status.counts(), "0 objects  ·  120 × 80 px");
+    EXPECT_EQ(status.hint(),
+              "Drag to draw an arrow. Hold Shift to snap to 45°. Pick a style above.  ·  Ctrl+K for all "
+              "commands");
+    addBox(document);
+    EXPECT_EQ(status.counts(), "Red box  ·  1 object  ·  120 × 80 px");
+    document.setPickingColor(true);
+    EXPECT_EQ(status.hint(), "Click anywhere on the image to pick its color · Esc to cancel");
+    document.setSelectingText(true);
+    EXPECT_EQ(status.hint(), "Drag over text in the image to copy it · Esc to cancel");
+    document.setBusy(true);
+    EXPECT_EQ(status.hint(), "Working…");
+    document.setDisplayZoom(0.634);
+    EXPECT_EQ(status.zoom(), "Fit · 63%");
+    document.setZoom(2);
+    document.setDisplayZoom(2);
+    EXPECT_EQ(status.zoom(), "200%");
+}
+
+TEST_F(EditorWindowTest, OptionsFollowTheToolAndTheSelection)
+{
+    auto editor = stage.open(picture());
+    editor->show();
+    EditorDocument &document = editor->document();
+    const auto visible = [&](const char *name) {
+        return editor->window().findChild<QWidget *>(name)->isVisible();
+    };
+    document.setTool(ToolKind::Callout);
+    EXPECT_TRUE(visible("font") && visible("size") && visible("style") && visible("color-Red"));
+    document.setTool(ToolKind::Stamp);
+    EXPECT_TRUE(visible("stamp") && visible("color-Red"));
+    EXPECT_FALSE(visible("size") || visible("style") || visible("font"));
+    document.setTool(ToolKind::Blur);
+    EXPECT_FALSE(visible("color-Red"));
+    addBox(document); // selected
+    EXPECT_TRUE(visible("color-Red") && visible("style"));
+    editor->window().findChild<QAbstractButton *>("color-Blue")->click();
+    EXPECT_EQ(document.annotations().first().color, QColor(0, 122, 255));
+}
+
+TEST_F(EditorWindowTest, TypingOnTheCanvasWritesIntoTheObject)
+{
+    auto editor = stage.open(picture(Qt::white, {800, 600}));
+    editor->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor->window()));
+    EditorDocument &document = editor->document();
+    QTest::keyClick(&editor->canvas(), Qt::Key_T);
+    const QPoint at = editor->canvas().interaction().viewport().toView(QPointF(100, 100)).toPoint();
+    QTest::mouseClick(&editor->canvas(), Qt::LeftButton, {}, at);
+    auto *field = editor->canvas().findChild<QWidget *>("inlineText");
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, "Two");
+    QTest::keyClick(field, Qt::Key_Return, Qt::AltModifier);
+    QTest::keyClicks(field, "lines");
+    QTest::keyClick(field, Qt::Key_Return);
+    ASSERT_EQ(document.annotations().size(), 1);
+    EXPECT_EQ(document.annotations().first().text, "Two\nlines");
+    EXPECT_TRUE(editor->canvas().hasFocus());
+}

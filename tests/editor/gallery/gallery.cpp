@@ -1,0 +1,121 @@
+#include "../editor_stage.h"
+#include "document/image_files.h"
+#include "editor/canvas_view.h"
+#include "ui/appearance.h"
+#include "ui/controls.h"
+#include "ui/tips.h"
+#include "ui/toast.h"
+
+#include <QApplication>
+
+// Shows an editor in one of its states, to be looked at: editor_gallery PICTURE [STATE].
+
+namespace {
+
+Annotation object(EditorDocument &document, ToolKind kind, QPointF start, QPointF end, QColor color,
+                  int style = 0)
+{
+    document.setSelectedID({});
+    document.setColor(color);
+    Annotation made = document.makeAnnotation(kind, start);
+    made.end = end;
+    made.style = style;
+    return made;
+}
+
+void addObjects(EditorDocument &document)
+{
+    const QSizeF s = document.base().size();
+    const auto at = [&s](double x, double y) { return QPointF(x * s.width(), y * s.height()); };
+    const QColor red(255, 59, 48), blue(0, 122, 255), purple(115, 97, 250), yellow(255, 204, 0),
+        green(40, 205, 65);
+    document.add(object(document, ToolKind::Highlight, at(.12, .18), at(.42, .23), yellow));
+    document.add(object(document, ToolKind::Blur, at(.55, .62), at(.8, .7), red));
+    document.add(object(document, ToolKind::Rectangle, at(.1, .35), at(.34, .52), red));
+    document.add(object(document, ToolKind::Arrow, at(.55, .5), at(.36, .44), red));
+    auto step = object(document, ToolKind::Step, at(.1, .6), at(.1, .6), purple);
+    document.add(step);
+    step = object(document, ToolKind::Step, at(.1, .7), at(.1, .7), purple);
+    step.number = 2;
+    document.add(step);
+    document.add(object(document, ToolKind::Ellipse, at(.6, .12), at(.78, .26), green));
+    document.add(object(document, ToolKind::Measure, at(.12, .86), at(.5, .86), blue));
+    auto text = object(document, ToolKind::Text, at(.2, .62), at(.2, .62), red, 1);
+    text.text = "Check this first";
+    document.add(text);
+    auto bubble = object(document, ToolKind::Callout, at(.62, .32), at(.86, .48), blue);
+    bubble.text = "The amount is due within thirty days";
+    bubble.points = {at(.56, .6)};
+    document.add(bubble);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    Appearance appearance(application);
+    EditorStage stage;
+    ToastPresenter toasts(stage.board);
+    TipCenter tips(nullptr);
+    const QString state = application.arguments().value(2);
+    const auto image = ImageFiles::read(application.arguments().value(1));
+    if (!image)
+        return 1;
+    const QString path = stage.inLibrary("Quarterly invoice.png");
+    if (!ImageFiles::write(*image, path))
+        return 1;
+    auto editor = stage.open(path);
+    EditorDocument &document = editor->document();
+    editor->onClose = [](EditorWindowController *) { QCoreApplication::quit(); };
+    if (state != "empty")
+        addObjects(document);
+    editor->show();
+    document.setSelectedID({});
+
+    QTimer::singleShot(300, editor.get(), [&] {
+        if (state == "selected")
+            editor->canvas().interaction().select(document.annotations().last().id);
+        if (state == "text") {
+            document.setTool(ToolKind::Text);
+            editor->canvas().interaction().press(
+                {editor->canvas().interaction().viewport().toView(QPointF(200, 500)), {}, 1});
+        }
+        if (state == "palette")
+            editor->run(EditorCommand::CommandPalette);
+        if (state == "error")
+            editor->runAI(ClaudeClient::Action::Describe);
+        if (state == "preset")
+            editor->promptSavePreset();
+        if (state == "ai")
+            document.setAIResult(AIResult{QUuid::createUuid(), "Alt Text",
+                                          "An invoice of March with three lines.\nThe total is marked."});
+        if (state == "backdrop") {
+            document.setEffects({true, Qt::white, true, true, true, 1});
+            document.setTool(ToolKind::Select);
+        }
+        if (state == "zoom")
+            editor->canvas().interaction().setZoom(3);
+        if (state == "busy")
+            document.setBusy(true);
+        if (state == "stamp")
+            document.setTool(ToolKind::Stamp);
+        if (state == "crop" || state == "cutout") {
+            document.setTool(state == "crop" ? ToolKind::Crop : ToolKind::Cutout);
+            auto &canvas = editor->canvas().interaction();
+            canvas.press({QPointF(500, 200), {}, 1});
+            canvas.drag(QPointF(900, 420), {});
+        }
+        if (state == "pin")
+            editor->run(EditorCommand::Pin);
+        for (const char *menu : {"menu-Effects", "menu-Redact", "menu-Share", "presets", "font", "stamp"}) {
+            if (state == QString("open:") + menu) {
+                document.setTool(QString(menu) == "font" ? ToolKind::Text : ToolKind::Stamp);
+                editor->window().findChild<BarButton *>(menu)->click();
+            }
+        }
+        if (state == "saved")
+            editor->save();
+    });
+    return application.exec();
+}

@@ -1,0 +1,214 @@
+#include "editor/pins.h"
+#include "editor/redaction.h"
+#include "editor/style_presets.h"
+#include "editor_stage.h"
+#include "support/printers.h"
+
+#include <QMenu>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+class RedactionTest : public testing::Test {
+protected:
+    RedactionTest()
+    {
+        QImage image(200, 100, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        editor = stage.open(image);
+    }
+    void redact(Redaction::Mode mode)
+    {
+        const auto before = stage.notices.size();
+        editor->redact(mode);
+        EXPECT_TRUE(editor->document().isBusy());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return stage.notices.size() > before; }));
+        EXPECT_FALSE(editor->document().isBusy());
+    }
+    EditorStage stage;
+    std::unique_ptr<EditorWindowController> editor;
+};
+
+} // namespace
+
+TEST(Redaction, TurnsBoxesOverAndGrowsThem)
+{
+    // The upper left quarter, in boxes that count from below.
+    EXPECT_EQ(Redaction::pixelRect({0, 0.5, 0.5, 0.5}, {200, 100}), QRectF(-4, -3, 108, 56));
+    EXPECT_EQ(Redaction::pixelRect({0.5, 0, 0.25, 0.25}, {200, 100}), QRectF(96, 72, 58, 31));
+}
+
+TEST_F(RedactionTest, CoversWhatItFindsAsOneUndoStep)
+{
+    stage.fakes.faces.answer = QList<QRectF>{{0.1, 0.6, 0.2, 0.3}, {0.6, 0.1, 0.2, 0.3}};
+    redact(Redaction::Mode::Faces);
+    EditorDocument &document = editor->document();
+    ASSERT_EQ(document.annotations().size(), 2);
+    EXPECT_EQ(document.annotations().first().kind, ToolKind::Blur);
+    EXPECT_LT(document.annotations().first().rect().center().y(), 50)
+        << "a face at the top gets its blur at the top";
+    EXPECT_FALSE(document.selectedID());
+    EXPECT_EQ(stage.notices.last(), (Notice{"Redacted 2 areas — review them, ⌘Z to undo", "eye.slash.fill"}));
+    document.undo();
+    EXPECT_TRUE(document.annotations().isEmpty());
+    EXPECT_FALSE(document.canUndo());
+}
+
+TEST_F(RedactionTest, FindingNothingOrFailingLeavesTheHistoryAlone)
+{
+    stage.fakes.text.answer = QList<RecognizedLine>{};
+    redact(Redaction::Mode::AllText);
+    EXPECT_EQ(stage.notices.last(), (Notice{"Nothing to redact", "eye.slash"}));
+    stage.fakes.faces.answer = fail("No engine.");
+    redact(Redaction::Mode::Faces);
+    EXPECT_EQ(stage.notices.last(), (Notice{"No faces found", "eye.slash"}));
+    EXPECT_FALSE(editor->document().canUndo());
+    EXPECT_EQ(Redaction::notice(Redaction::Mode::Sensitive, 1).text,
+              "Redacted 1 area — review them, ⌘Z to undo");
+}
+
+TEST(PresetStore, BeginsWithFourAndKeepsWhatIsSaved)
+{
+    Defaults defaults{{}};
+    PresetStore store(defaults);
+    ASSERT_EQ(store.presets().size(), 4);
+    EXPECT_EQ(store.presets()[2].name, "Blue Callout");
+    EXPECT_FALSE(defaults.contains(PresetStore::key));
+
+    EditorDocument document(QImage(10, 10, QImage::Format_RGB32));
+    document.setTool(ToolKind::Line);
+    document.setColor(QColor(10, 20, 30));
+    document.setLineWidth(11);
+    document.setStyle(1, ToolKind::Line);
+    store.saveCurrent(document, "Thin & dashed");
+    const StylePreset saved = store.presets().last();
+    EXPECT_EQ(PresetStore(defaults).presets(), store.presets());
+
+    EditorDocument other(QImage(10, 10, QImage::Format_RGB32));
+    other.add(other.makeAnnotation(ToolKind::Line, {1, 1}));
+    const QColor untouched = other.annotations().first().color;
+    PresetStore::apply(saved, other);
+    EXPECT_EQ(other.tool(), ToolKind::Line);
+    EXPECT_EQ(other.color().toRgb(), QColor(10, 20, 30));
+    EXPECT_EQ(other.lineWidth(), 11);
+    EXPECT_EQ(other.toolStyle(ToolKind::Line), 1);
+    EXPECT_EQ(other.annotations().first().color, untouched) << "a selected object keeps its look";
+
+    store.remove(saved.id);
+    EXPECT_EQ(PresetStore(defaults).presets().size(), 4);
+}
+
+TEST(PresetStore, ListsForeignToolsAndLeavesColoursItCannotRead)
+{
+    Defaults defaults{{}};
+    PresetStore store(defaults);
+    EditorDocument document(QImage(10, 10, QImage::Format_RGB32));
+    const QColor before = document.color();
+    PresetStore::apply({QUuid::createUuid(), "Odd", "hologram", {0, 0, 0, 1}, 9, 0, 0}, document);
+    EXPECT_EQ(document.lineWidth(), 6);
+    PresetStore::apply({QUuid::createUuid(), "Short", "pen", {0, 0, 1}, 9, 0, 7}, document);
+    EXPECT_EQ(document.tool(), ToolKind::Pen);
+    EXPECT_EQ(document.color(), before);
+    EXPECT_EQ(document.textFont(), TextFont::System);
+}
+
+TEST(PresetStore, ReplacesWhatDoesNotDecode)
+{
+    Defaults defaults{{}};
+    defaults.set(PresetStore::key, QJsonArray{QJsonObject{{"name", "half"}}});
+    EXPECT_EQ(PresetStore(defaults).presets().size(), 4);
+    defaults.set(PresetStore::key, QJsonArray{});
+    EXPECT_EQ(PresetStore(defaults).presets().size(), 0) << "none is a choice too";
+}
+
+TEST(PinFrame, FitsTheScreenAndCascades)
+{
+    const QRectF visible(0, 0, 1000, 800);
+    EXPECT_EQ(pinFrame({100, 50}, 1, visible, 0), QRectF(450, 375, 100, 50)) << "never enlarged";
+    EXPECT_EQ(pinFrame({100, 50}, 2, visible, 0).size(), QSizeF(50, 25));
+    EXPECT_EQ(pinFrame({2000, 1000}, 1, visible, 0).size(), QSizeF(600, 300));
+    EXPECT_EQ(pinFrame({1000, 2000}, 1, visible, 0).size(), QSizeF(240, 480));
+    EXPECT_EQ(pinFrame({100, 50}, 1, visible, 2).topLeft(), QPointF(498, 423));
+    EXPECT_EQ(pinFrame({100, 50}, 1, visible, 6), pinFrame({100, 50}, 1, visible, 0));
+}
+
+namespace {
+
+class PinsTest : public testing::Test {
+protected:
+    PinWindow &pin(QSize size = {300, 150})
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        stage.pins.pin(image);
+        return *stage.pins.windows().back();
+    }
+    static void wheel(PinWindow &window, int notches, Qt::KeyboardModifiers modifiers = {})
+    {
+        QWheelEvent event({5, 5}, window.mapToGlobal(QPointF(5, 5)), {}, {0, 120 * notches}, Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+    EditorStage stage;
+};
+
+} // namespace
+
+TEST_F(PinsTest, ZoomsAroundItsCentreWithinLimits)
+{
+    PinWindow &window = pin();
+    const QPointF center = QRectF(window.geometry()).center();
+    window.zoom(1.5);
+    EXPECT_EQ(window.size(), QSize(450, 225));
+    EXPECT_LE((QRectF(window.geometry()).center() - center).manhattanLength(), 1);
+    window.zoom(0.001);
+    EXPECT_EQ(window.size(), QSize(60, 30));
+    window.showActualSize();
+    EXPECT_EQ(window.size(), QSize(300, 150));
+    wheel(window, 1);
+    EXPECT_EQ(window.width(), 375);
+}
+
+TEST_F(PinsTest, AltAndTheWheelChangeTheOpacityDownToAFifth)
+{
+    PinWindow &window = pin();
+    for (int i = 0; i < 20; ++i)
+        wheel(window, -1, Qt::AltModifier);
+    EXPECT_NEAR(window.windowOpacity(), 0.2, 0.01);
+    EXPECT_EQ(window.width(), 300);
+    wheel(window, 40, Qt::AltModifier);
+    EXPECT_NEAR(window.windowOpacity(), 1, 0.01);
+}
+
+TEST_F(PinsTest, ClosesByEscAndDoubleClickAndAllAtOnce)
+{
+    QTest::keyClick(&pin(), Qt::Key_Escape);
+    EXPECT_TRUE(stage.pins.windows().empty());
+    QTest::mouseDClick(&pin(), Qt::LeftButton);
+    EXPECT_TRUE(stage.pins.windows().empty());
+    pin();
+    pin();
+    stage.pins.closeAll();
+    EXPECT_TRUE(stage.pins.windows().empty());
+}
+
+TEST_F(PinsTest, ItsMenuCopiesAndOpensTheImage)
+{
+    PinWindow &window = pin();
+    QImage opened;
+    stage.pins.openEditor = [&](const QImage &image) { opened = image; };
+    std::unique_ptr<QMenu> menu(window.makeMenu());
+    QStringList titles;
+    for (QAction *action : menu->actions()) {
+        titles.append(action->isSeparator() ? "-" : action->text());
+        if (action->text() == "Copy" || action->text() == "Open in Editor")
+            action->trigger();
+    }
+    EXPECT_EQ(titles, (QStringList{"Copy", "Open in Editor", "-", "Actual Size", "Opacity", "-", "Close",
+                                   "Close All Pins"}));
+    EXPECT_EQ(opened.size(), QSize(300, 150));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
+    EXPECT_EQ(stage.notices.last(), (Notice{"Copied", "checkmark.circle.fill"}));
+    EXPECT_EQ(stage.fakes.pasteboard.image().size(), QSize(300, 150));
+}
