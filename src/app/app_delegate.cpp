@@ -3,7 +3,9 @@
 #include "base/log.h"
 #include "capture/screen_capturer.h"
 #include "library/library.h"
+#include "platform/face_engine.h"
 #include "platform/hot_keys.h"
+#include "platform/http.h"
 #include "platform/login_item.h"
 #include "platform/pasteboard.h"
 #include "platform/paths.h"
@@ -14,8 +16,11 @@
 #include "platform/secrets.h"
 #include "platform/session/make_platform.h"
 #include "platform/sounds.h"
+#include "platform/text_engine.h"
 #include "platform/trash.h"
 #include "platform/workspace.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
@@ -50,9 +55,25 @@ bool AppDelegate::launch(const QStringList &arguments)
     m_library = std::make_unique<Library>(*m_prefs, *m_platform.trash, m_clock);
     m_library->ensureDirectory();
     m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
-    m_captures = std::make_unique<CaptureFlow>(
-        CaptureFlow::Parts{*m_capturer, *m_platform.pointer, *m_platform.workspace, *m_platform.pasteboard,
-                           *m_platform.sounds, *m_library, *m_prefs, *m_settings, m_notices, m_clock});
+    m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
+    m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
+    m_captures = std::make_unique<CaptureFlow>(CaptureFlow::Parts{
+        .capturer = *m_capturer,
+        .screens = *m_platform.screens,
+        .pictures = *m_platform.pictures,
+        .pointer = *m_platform.pointer,
+        .permissions = *m_platform.permissions,
+        .workspace = *m_platform.workspace,
+        .pasteboard = *m_platform.pasteboard,
+        .sounds = *m_platform.sounds,
+        .library = *m_library,
+        .recognizer = *m_recognizer,
+        .claude = *m_claude,
+        .prefs = *m_prefs,
+        .settings = *m_settings,
+        .notices = m_notices,
+        .clock = m_clock,
+    });
     connect(m_captures.get(), &CaptureFlow::failed, this, [this](const Error &error) {
         m_alerts.showCaptureError(
             error, [this] { relaunch(); },

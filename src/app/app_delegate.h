@@ -15,10 +15,12 @@
 class AppSettings;
 class Appearance;
 class CaptureSettings;
+class ClaudeClient;
 class Defaults;
 class Library;
 class QApplication;
 class ScreenCapturer;
+class TextRecognizer;
 class ToastPresenter;
 
 // The one controller of the running program. It makes every shared object, starts them in their order, and
@@ -53,6 +55,8 @@ private:
     std::unique_ptr<CaptureSettings> m_settings;
     std::unique_ptr<Library> m_library;
     std::unique_ptr<ScreenCapturer> m_capturer;
+    std::unique_ptr<TextRecognizer> m_recognizer;
+    std::unique_ptr<ClaudeClient> m_claude;
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<ToastPresenter> m_toasts;
     std::unique_ptr<CaptureFlow> m_captures;

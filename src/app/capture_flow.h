@@ -2,6 +2,7 @@
 
 #include "base/async.h"
 #include "capture/screen_capturer.h"
+#include "capture/ui/capture_overlay.h"
 #include "settings/capture_options.h"
 
 #include <QDateTime>
@@ -12,13 +13,17 @@
 #include <optional>
 
 class AppSettings;
+class CaptureOverlayController;
 class CaptureSettings;
+class ClaudeClient;
 class Clock;
 class Library;
 class NoticeBoard;
 class Pasteboard;
+class Permissions;
 class PointerControl;
 class Sounds;
+class TextRecognizer;
 class Workspace;
 
 // A capture that has landed in the Library.
@@ -39,11 +44,16 @@ public:
 
     struct Parts {
         ScreenCapturer &capturer;
+        Screens &screens;
+        ScreenPictures &pictures;
         PointerControl &pointer;
+        Permissions &permissions;
         Workspace &workspace;
         Pasteboard &pasteboard;
         Sounds &sounds;
         Library &library;
+        TextRecognizer &recognizer;
+        ClaudeClient &claude;
         AppSettings &prefs;
         CaptureSettings &settings;
         NoticeBoard &notices;
@@ -87,11 +97,23 @@ private:
     std::optional<Run> begin(int delay);
     void end(Run run);
     bool isCurrent(Run run) const { return isCapturing() && run == m_run; }
+    void reportFailure(Run run, const Error &error);
+
     Task<bool> countDown(int delay);
     Task<> runFullScreen(Run run, int delay);
-    Task<> deliver(QImage image, Intent intent, bool isWindow, std::optional<Run> run);
+    Task<> runOverlay(Run run, Intent intent, int delay);
+    void handleOverlay(Run run, Intent intent, const CaptureOverlayController::Result &result);
+    Task<> shootWindow(Run run, Intent intent, quint32 window);
+    Task<> runScrollingCapture(Run run, Screen screen, QRectF rect);
+
+    // What follows a picture. A run given with it ends when the picture is safe.
+    void deliver(const QImage &image, Intent intent, bool isWindow, std::optional<Run> run);
+    Task<> grabText(QImage image);
+    Task<> keep(QImage image, bool isWindow, std::optional<Run> run);
+    Task<> autoName(QString path, QImage image);
 
     Parts m_parts;
+    std::unique_ptr<CaptureOverlayController> m_overlay;
     State m_state = State::Idle;
     Run m_run = 0;
     QDateTime m_captureStartedAt;

@@ -62,7 +62,7 @@ bool isCommandLineCall(int argc, char **argv)
 int runCommandLine(int argc, char **argv)
 {
     CommandContext context(argc, argv);
-    CLI::App app;
+    CLI::App app({}, "lumenpost");
     std::string library;
     describe(app, context, library);
     addCommands(app, context);
