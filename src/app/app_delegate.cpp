@@ -1,7 +1,10 @@
 #include "app/app_delegate.h"
 
+#include "app/document_routing.h"
 #include "base/log.h"
 #include "capture/screen_capturer.h"
+#include "editor/pins.h"
+#include "editor/style_presets.h"
 #include "library/library.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
@@ -21,13 +24,16 @@
 #include "platform/workspace.h"
 #include "services/claude_client.h"
 #include "services/text_recognizer.h"
+#include "services/uploader.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
 #include "ui/appearance.h"
+#include "ui/tips.h"
 #include "ui/toast.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QProcess>
 
 AppDelegate::AppDelegate(QApplication &application) : m_application(application), m_platform(makePlatform())
@@ -37,8 +43,14 @@ AppDelegate::AppDelegate(QApplication &application) : m_application(application)
 
 AppDelegate::~AppDelegate() = default;
 
-bool AppDelegate::launch(const QStringList &arguments)
+bool AppDelegate::launch(const QStringList &words)
 {
+    // Another instance may run in another folder.
+    QStringList arguments = words;
+    for (QString &argument : arguments) {
+        if (QFileInfo(argument).isFile())
+            argument = QFileInfo(argument).absoluteFilePath();
+    }
     if (m_instance.handOver(arguments))
         return false;
     if (const auto listening = m_instance.listen(); !listening)
@@ -88,6 +100,8 @@ bool AppDelegate::launch(const QStringList &arguments)
 
     m_appearance = std::make_unique<Appearance>(m_application);
     m_toasts = std::make_unique<ToastPresenter>(m_notices);
+    m_tips = std::make_unique<TipCenter>(m_prefs.get());
+    buildEditors();
     buildStatusItem();
     followActiveApplication();
     if (crashedLastTime)
@@ -115,6 +129,28 @@ void AppDelegate::buildStatusItem()
     m_statusItem->show();
 }
 
+void AppDelegate::buildEditors()
+{
+    m_uploader = std::make_unique<Uploader>(*m_platform.http, *m_prefs);
+    m_stylePresets = std::make_unique<PresetStore>(*m_defaults);
+    m_pins = std::make_unique<Pins>(*m_platform.pasteboard, m_notices);
+    m_documents = std::make_unique<DocumentRouting>(EditorPorts{
+        .library = *m_library,
+        .settings = *m_prefs,
+        .pasteboard = *m_platform.pasteboard,
+        .notices = m_notices,
+        .workspace = *m_platform.workspace,
+        .recognizer = *m_recognizer,
+        .claude = *m_claude,
+        .uploader = *m_uploader,
+        .presets = *m_stylePresets,
+        .pins = *m_pins,
+        .clock = m_clock,
+        .openSettings = {},
+    });
+    m_captures->openEditor = [this](const Delivery &delivery) { m_documents->openEditor(delivery); };
+}
+
 void AppDelegate::followActiveApplication()
 {
     if (const auto name = m_captures->frontmostAppName())
@@ -133,12 +169,12 @@ bool AppDelegate::isAvailable(HotKeyAction action) const
     case HotKeyAction::FullScreen:
     case HotKeyAction::Delayed:
     case HotKeyAction::Library:
+    case HotKeyAction::PinLast:
         return true;
     case HotKeyAction::GrabText:
     case HotKeyAction::Scrolling:
     case HotKeyAction::Record:
     case HotKeyAction::Steps:
-    case HotKeyAction::PinLast:
         return false;
     }
     Q_UNREACHABLE();
@@ -168,7 +204,9 @@ void AppDelegate::perform(HotKeyAction action)
         break;
     case HotKeyAction::Record:
     case HotKeyAction::Steps:
+        break;
     case HotKeyAction::PinLast:
+        m_documents->pinLastCapture();
         break;
     }
 }
@@ -207,7 +245,11 @@ void AppDelegate::showLibrary()
 void AppDelegate::openArguments(const QStringList &arguments)
 {
     if (arguments.isEmpty())
-        showLibrary();
+        return showLibrary();
+    for (const QString &argument : arguments) {
+        if (QFileInfo(argument).isFile())
+            m_documents->openFile(argument);
+    }
 }
 
 void AppDelegate::relaunch()

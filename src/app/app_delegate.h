@@ -17,11 +17,16 @@ class Appearance;
 class CaptureSettings;
 class ClaudeClient;
 class Defaults;
+class DocumentRouting;
 class Library;
+class Pins;
+class PresetStore;
 class QApplication;
 class ScreenCapturer;
 class TextRecognizer;
+class TipCenter;
 class ToastPresenter;
+class Uploader;
 
 // The one controller of the running program. It makes every shared object, starts them in their order, and
 // joins the subsystems; each road (captures, shortcuts, the tray) has a class of its own.
@@ -32,7 +37,7 @@ public:
     ~AppDelegate() override;
 
     // Brings the program up. False when another instance runs and took the arguments.
-    bool launch(const QStringList &arguments);
+    bool launch(const QStringList &words);
 
     void perform(HotKeyAction action);
     void captureWithCurrentMode();
@@ -43,6 +48,7 @@ public:
 private:
     bool isAvailable(HotKeyAction action) const;
     void buildStatusItem();
+    void buildEditors();
     void followActiveApplication();
 
     QApplication &m_application;
@@ -59,6 +65,11 @@ private:
     std::unique_ptr<ClaudeClient> m_claude;
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<ToastPresenter> m_toasts;
+    std::unique_ptr<TipCenter> m_tips;
+    std::unique_ptr<Uploader> m_uploader;
+    std::unique_ptr<PresetStore> m_stylePresets;
+    std::unique_ptr<Pins> m_pins;
+    std::unique_ptr<DocumentRouting> m_documents;
     std::unique_ptr<CaptureFlow> m_captures;
     std::unique_ptr<Shortcuts> m_shortcuts;
     std::unique_ptr<StatusItem> m_statusItem;

@@ -1,0 +1,159 @@
+#include "app/document_routing.h"
+
+#include "app/capture_flow.h"
+#include "base/async.h"
+#include "base/notice.h"
+#include "document/image_files.h"
+#include "editor/pins.h"
+#include "library/library.h"
+#include "platform/workspace.h"
+#include "settings/app_settings.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+
+namespace {
+
+constexpr auto warningSymbol = "exclamationmark.triangle.fill";
+
+QString extension(const QString &path)
+{
+    return QFileInfo(path).suffix().toLower();
+}
+
+QString standardized(const QString &path)
+{
+    return QDir::cleanPath(QDir(path).absolutePath());
+}
+
+} // namespace
+
+DocumentRouting::DocumentRouting(EditorPorts ports, QObject *parent)
+    : QObject(parent), m_ports(std::move(ports))
+{
+    m_ports.pins.openEditor = [this](const QImage &image) {
+        openEditor(std::make_unique<EditorDocument>(image));
+    };
+}
+
+DocumentRouting::~DocumentRouting() = default;
+
+void DocumentRouting::openFile(const QString &path)
+{
+    const QString kind = extension(path);
+    if (Library::videoExtensions().contains(kind) && kind != "gif")
+        return openFilm(path);
+    if (standardized(QFileInfo(path).path()) == standardized(m_ports.settings.saveFolder()))
+        return openLibraryFile(path);
+    openForeign(path, true);
+}
+
+void DocumentRouting::openLibraryItem(const QString &path)
+{
+    const QString kind = extension(path);
+    if (kind == "gif")
+        return openExternally(path);
+    if (kind == "mov" || kind == "mp4")
+        return openFilm(path);
+    openLibraryFile(path);
+}
+
+void DocumentRouting::openFilm(const QString &path)
+{
+    if (openVideoEditor)
+        openVideoEditor(path);
+    else
+        openExternally(path);
+}
+
+void DocumentRouting::openExternally(const QString &path)
+{
+    if (const auto opened = m_ports.workspace.open(QUrl::fromLocalFile(path)); !opened)
+        m_ports.notices.post(opened.error().message, warningSymbol);
+}
+
+void DocumentRouting::openLibraryFile(const QString &path)
+{
+    const QString project = m_ports.library.projectDirectory(path);
+    whenDone(runInBackground([path, project] { return EditorDocument::load(path, project); }), this,
+             [this](const EditorDocument::Source &source) {
+                 openEditor(std::make_unique<EditorDocument>(source));
+             });
+}
+
+void DocumentRouting::openForeign(const QString &path, bool reportsFailure)
+{
+    whenDone(runInBackground([path] { return ImageFiles::read(path); }), this,
+             [this, path, reportsFailure](const Result<QImage> &image) {
+                 if (image)
+                     openEditor(std::make_unique<EditorDocument>(*image));
+                 else if (reportsFailure)
+                     m_ports.notices.post("Couldn't open " + QFileInfo(path).fileName(), warningSymbol);
+             });
+}
+
+void DocumentRouting::openImage()
+{
+    auto *dialog = new QFileDialog(nullptr, "Open Image");
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAttribute(Qt::WA_QuitOnClose, false);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilter("Images (*.png *.jpg *.jpeg *.heic *.heif *.gif *.webp *.tif *.tiff *.bmp *.svg)");
+    dialog->setDirectory(m_ports.settings.saveFolder());
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this](const QString &path) { openForeign(path, false); });
+    dialog->open();
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+void DocumentRouting::openEditor(const Delivery &delivery)
+{
+    auto document = std::make_unique<EditorDocument>(delivery.image, QUrl::fromLocalFile(delivery.path));
+    if (delivery.backdrop) {
+        Effects effects = document->effects();
+        effects.backdrop = true;
+        document->setEffects(effects);
+    }
+    openEditor(std::move(document));
+}
+
+void DocumentRouting::openEditor(std::unique_ptr<EditorDocument> document)
+{
+    auto &editor =
+        *m_editors.emplace_back(std::make_unique<EditorWindowController>(std::move(document), m_ports));
+    editor.onClose = [this](EditorWindowController *closed) { remove(closed); };
+    editor.show();
+    editor.bringToFront();
+    Q_EMIT editorsChanged();
+}
+
+void DocumentRouting::remove(EditorWindowController *editor)
+{
+    const auto found = std::find_if(m_editors.begin(), m_editors.end(),
+                                    [editor](const auto &candidate) { return candidate.get() == editor; });
+    if (found == m_editors.end())
+        return;
+    found->release()->deleteLater();
+    m_editors.erase(found);
+    Q_EMIT editorsChanged();
+}
+
+void DocumentRouting::pinLastCapture()
+{
+    const auto none = [this] { m_ports.notices.post("No captures to pin yet", "pin.slash"); };
+    const QStringList items = m_ports.library.items();
+    const auto picture = std::find_if(items.begin(), items.end(), [](const QString &path) {
+        return !Library::videoExtensions().contains(extension(path));
+    });
+    if (picture == items.end())
+        return none();
+    whenDone(runInBackground([path = *picture] { return ImageFiles::read(path); }), this,
+             [this, none](const Result<QImage> &image) {
+                 if (image)
+                     m_ports.pins.pin(*image);
+                 else
+                     none();
+             });
+}

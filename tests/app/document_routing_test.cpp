@@ -1,0 +1,121 @@
+#include "app/capture_flow.h"
+#include "app/document_routing.h"
+#include "document/image_files.h"
+#include "editor/canvas_view.h"
+#include "editor/editor_stage.h"
+#include "editor/pins.h"
+#include "support/printers.h"
+
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+class DocumentRoutingTest : public testing::Test {
+protected:
+    DocumentRoutingTest()
+    {
+        routing.openVideoEditor = [this](const QString &path) { films.append(QFileInfo(path).fileName()); };
+    }
+    static void write(const QString &path, QSize size = {60, 40})
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        ASSERT_TRUE(ImageFiles::write(image, path));
+    }
+    static void writeBytes(const QString &path, const QByteArray &bytes)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    bool waitForEditors(size_t count)
+    {
+        return QTest::qWaitFor([&] { return routing.editors().size() == count; });
+    }
+    EditorDocument &last() { return routing.editors().back()->document(); }
+
+    EditorStage stage;
+    DocumentRouting routing{stage.ports()};
+    QStringList films;
+};
+
+} // namespace
+
+TEST_F(DocumentRoutingTest, OpensAFileOfTheLibraryInPlaceAndAForeignOneAsACopy)
+{
+    const QString inside = stage.inLibrary("shot.png"), outside = stage.home.path("other.png");
+    write(inside);
+    write(outside);
+    routing.openFile(inside);
+    ASSERT_TRUE(waitForEditors(1));
+    EXPECT_EQ(last().fileURL().toLocalFile(), inside);
+    // The same folder, told differently.
+    routing.openFile(stage.home.path("Shots/../Shots/shot.png"));
+    ASSERT_TRUE(waitForEditors(2));
+    EXPECT_FALSE(last().fileURL().isEmpty());
+    routing.openFile(outside);
+    ASSERT_TRUE(waitForEditors(3));
+    EXPECT_TRUE(last().fileURL().isEmpty());
+}
+
+TEST_F(DocumentRoutingTest, SendsFilmsToTheirEditorAndAnimationsByTheWayTheyCome)
+{
+    writeBytes(stage.inLibrary("film.MOV"), "x");
+    routing.openFile(stage.inLibrary("film.MOV"));
+    routing.openLibraryItem(stage.inLibrary("film.MOV"));
+    EXPECT_EQ(films, (QStringList{"film.MOV", "film.MOV"}));
+    writeBytes(stage.inLibrary("loop.gif"), "x");
+    routing.openLibraryItem(stage.inLibrary("loop.gif"));
+    EXPECT_EQ(stage.fakes.workspace.opened, QList<QUrl>{QUrl::fromLocalFile(stage.inLibrary("loop.gif"))});
+    routing.openFile(stage.inLibrary("loop.gif"));
+    EXPECT_TRUE(waitForEditors(1)) << "opened as a picture";
+}
+
+TEST_F(DocumentRoutingTest, SaysWhichForeignFileItCannotOpen)
+{
+    writeBytes(stage.home.path("letter.txt"), "Dear reader");
+    routing.openFile(stage.home.path("letter.txt"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
+    EXPECT_EQ(stage.notices.last(), (Notice{"Couldn't open letter.txt", "exclamationmark.triangle.fill"}));
+    EXPECT_TRUE(routing.editors().empty());
+}
+
+TEST_F(DocumentRoutingTest, ADeliveredCaptureOpensWithItsBackdrop)
+{
+    QImage image(60, 40, QImage::Format_RGB32);
+    routing.openEditor(Delivery{image, stage.inLibrary("shot.png"), true});
+    EXPECT_TRUE(last().effects().backdrop);
+    EXPECT_EQ(last().fileURL().toLocalFile(), stage.inLibrary("shot.png"));
+}
+
+TEST_F(DocumentRoutingTest, KeepsEditorsUntilTheirWindowsClose)
+{
+    routing.openEditor(std::make_unique<EditorDocument>(QImage(60, 40, QImage::Format_RGB32)));
+    routing.openEditor(std::make_unique<EditorDocument>(QImage(60, 40, QImage::Format_RGB32)));
+    routing.editors().front()->window().close();
+    EXPECT_TRUE(waitForEditors(1));
+    routing.editors().front()->window().close();
+    EXPECT_TRUE(waitForEditors(0));
+}
+
+TEST_F(DocumentRoutingTest, PinsTheNewestPictureAndSkipsFilms)
+{
+    routing.pinLastCapture();
+    EXPECT_EQ(stage.notices.last(), (Notice{"No captures to pin yet", "pin.slash"}));
+    writeBytes(stage.inLibrary("film.mov"), "x");
+    routing.pinLastCapture();
+    EXPECT_EQ(stage.notices.size(), 2);
+
+    write(stage.inLibrary("shot.png"), {64, 32});
+    QFile film(stage.inLibrary("film.mov"));
+    ASSERT_TRUE(film.open(QIODevice::ReadWrite));
+    film.setFileTime(QDateTime::currentDateTime().addSecs(60), QFile::FileModificationTime);
+    routing.pinLastCapture();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stage.pins.windows().size() == 1; }));
+    EXPECT_EQ(stage.pins.windows().front()->image().size(), QSize(64, 32));
+
+    stage.pins.openEditor(stage.pins.windows().front()->image());
+    EXPECT_EQ(routing.editors().size(), 1u);
+    EXPECT_TRUE(last().fileURL().isEmpty());
+}
