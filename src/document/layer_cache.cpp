@@ -31,7 +31,7 @@ void LayerCache::prepare(const Scene &scene, const QTransform &imageToDevice, co
     m_transform = imageToDevice;
     m_changing.reset();
     m_index = -1;
-    m_below = m_above = m_aboveOnBlack = m_aboveOnWhite = QImage();
+    m_below = m_aboveOnBlack = m_aboveOnWhite = m_aboveAlone = QImage();
     if (m_picture.size() != size || m_picture.isNull())
         m_picture = QImage(size, QImage::Format_ARGB32_Premultiplied);
     if (m_picture.isNull())
@@ -85,15 +85,11 @@ void LayerCache::prepare(const Scene &scene, const QTransform &imageToDevice, co
             Renderer::drawObject(objects[i], scene.base, scene.pixelated, painter);
     };
     const auto paints = [](const Annotation &a) { return a.kind != ToolKind::Spotlight; };
-    const auto multiplies = [](const Annotation &a) { return a.kind == ToolKind::Highlight; };
     if (std::any_of(objects.begin() + firstAbove, objects.end(), paints)) {
-        const bool affine = std::any_of(objects.begin() + firstAbove, objects.end(), multiplies);
-        if (affine) {
-            drawAbove(m_aboveOnBlack, Qt::black);
-            drawAbove(m_aboveOnWhite, Qt::white);
-        }
-        if (!affine || scene.base.hasAlphaChannel())
-            drawAbove(m_above, Qt::transparent);
+        drawAbove(m_aboveOnBlack, Qt::black);
+        drawAbove(m_aboveOnWhite, Qt::white);
+        if (scene.base.hasAlphaChannel())
+            drawAbove(m_aboveAlone, Qt::transparent);
     }
     paintObject(objects[m_index], m_imageRect);
     coverWithAbove(m_imageRect);
@@ -133,11 +129,8 @@ void LayerCache::paintObject(const Annotation &object, const QRect &region)
 
 void LayerCache::coverWithAbove(const QRect &region)
 {
-    if (m_aboveOnBlack.isNull() || m_aboveOnWhite.isNull()) {
-        if (!m_above.isNull())
-            QPainter(&m_picture).drawImage(region.topLeft(), m_above, region);
+    if (m_aboveOnBlack.isNull() || m_aboveOnWhite.isNull())
         return;
-    }
     for (int y = region.top(); y <= region.bottom(); ++y) {
         uint8_t *out = m_picture.scanLine(y) + 4 * region.left();
         const uint8_t *black = m_aboveOnBlack.constScanLine(y) + 4 * region.left();
@@ -152,10 +145,10 @@ void LayerCache::coverWithAbove(const QRect &region)
             for (int c = 0; c < 3; ++c)
                 out[c] = static_cast<uint8_t>(times(out[c], white[c] - black[c]) + times(black[c], out[3]));
         }
-        if (m_above.isNull())
+        if (m_aboveAlone.isNull())
             continue; // the picture is opaque and stays so
         out = m_picture.scanLine(y) + 4 * region.left();
-        const uint8_t *layer = m_above.constScanLine(y) + 4 * region.left();
+        const uint8_t *layer = m_aboveAlone.constScanLine(y) + 4 * region.left();
         for (int x = 0; x < region.width(); ++x, out += 4, layer += 4)
             out[3] = static_cast<uint8_t>(out[3] + layer[3] - times(out[3], layer[3]));
     }

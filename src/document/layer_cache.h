@@ -54,9 +54,11 @@ private:
     QRect m_imageRect;      // the image in the picture
     QImage m_picture;
     QImage m_below;
-    // What the objects above make of a pixel d: alpha-composed as one layer, or, when a highlight multiplies
-    // among them, d · (onWhite − onBlack) + onBlack for each channel.
-    QImage m_above;
+    // What the objects above make of a pixel d, for each channel: d · (onWhite − onBlack) + onBlack. That
+    // holds for everything they paint, a multiplying highlight too, and letters come out as they would on the
+    // spot: drawn on nothing, they would be blended without the correction that opaque ground gets. The last
+    // is for the opacity of a base that isn't opaque.
     QImage m_aboveOnBlack;
     QImage m_aboveOnWhite;
+    QImage m_aboveAlone;
 };

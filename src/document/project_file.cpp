@@ -77,8 +77,8 @@ bool optionally(const QJsonObject &object, const char *key, Read read)
 QList<double> rgbaOf(const QColor &color)
 {
     const QColor rgb = color.toRgb();
-    // Four decimals hold the sixteen bits of a channel and read back to the same.
-    const auto rounded = [](float value) { return std::round(double(value) * 1e4) / 1e4; };
+    // Five decimals hold the sixteen bits of a channel and read back to the same.
+    const auto rounded = [](float value) { return std::round(double(value) * 1e5) / 1e5; };
     return {rounded(rgb.redF()), rounded(rgb.greenF()), rounded(rgb.blueF()), rounded(rgb.alphaF())};
 }
 

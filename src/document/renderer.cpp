@@ -358,7 +358,6 @@ double inkReach(const Annotation &a)
     case ToolKind::Text:
         return a.textSize() * 0.5;
     case ToolKind::Stamp:
-        return a.rect().height() * 0.1;
     case ToolKind::Select:
     case ToolKind::Highlight:
     case ToolKind::Step:
@@ -528,6 +527,7 @@ QRectF paintedRect(const Annotation &annotation)
         return outset(all, inkReach(a) + shadow);
     }
     case ToolKind::Stamp:
+        return outset(stampInk(a), shadow);
     case ToolKind::Arrow:
     case ToolKind::Rectangle:
     case ToolKind::Ellipse:

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -39,9 +40,19 @@ void drawSymbol(const QString &name, const QRectF &rect, const QColor &color, QP
     paint(painter);
 }
 
+TextBlock emojiBlock(const QString &emoji, const QRectF &rect)
+{
+    return TextBlock::emoji(emoji, rect.height() * 0.78);
+}
+
+TextBlock legendBlock(const QString &legend, const QRectF &rect)
+{
+    return TextBlock(legend, Fonts::Design::Rounded, rect.height() * (legend.size() < 3 ? 0.5 : 0.34));
+}
+
 void drawEmoji(const QString &emoji, const QRectF &rect, QPainter &painter)
 {
-    const TextBlock block = TextBlock::emoji(emoji, rect.height() * 0.78);
+    const TextBlock block = emojiBlock(emoji, rect);
     block.paint(painter, centered(block.size(), rect), Qt::black);
 }
 
@@ -53,7 +64,7 @@ void drawKey(const QString &legend, const QRectF &rect, QPainter &painter)
                                                     [&](QPainter &p) { p.fillPath(cap, Qt::white); });
     painter.fillPath(cap, QColor::fromRgbF(0.98f, 0.98f, 0.98f));
     painter.strokePath(cap, QPen(QColor::fromRgbF(0.7f, 0.7f, 0.7f), std::max(h * 0.03, 1.0)));
-    const TextBlock block(legend, Fonts::Design::Rounded, h * (legend.size() < 3 ? 0.5 : 0.34));
+    const TextBlock block = legendBlock(legend, rect);
     block.paint(painter, centered(block.size(), rect), QColor::fromRgbF(0.15f, 0.15f, 0.15f));
 }
 
@@ -71,4 +82,20 @@ void drawStamp(const Annotation &annotation, QPainter &painter)
         drawEmoji(value.mid(6), rect, painter);
     else if (value.startsWith("key:"))
         drawKey(value.mid(4), rect, painter);
+}
+
+QRectF stampInk(const Annotation &annotation)
+{
+    const QRectF rect = annotation.rect();
+    const double edge = rect.height() * 0.1; // half a stroke and the offset of a key's shadow
+    const QRectF all = rect.adjusted(-edge, -edge, edge, edge);
+    std::optional<TextBlock> text;
+    if (annotation.text.startsWith("emoji:"))
+        text = emojiBlock(annotation.text.mid(6), rect);
+    else if (annotation.text.startsWith("key:"))
+        text = legendBlock(annotation.text.mid(4), rect);
+    if (!text || rect.isEmpty())
+        return all;
+    const double over = rect.height() * 0.2; // letters reach a little beyond their measured box
+    return all | QRectF(centered(text->size(), rect), text->size()).adjusted(-over, -over, over, over);
 }

@@ -1,0 +1,338 @@
+#include "document/renderer.h"
+
+#include "document/layer_cache.h"
+#include "document/shapes.h"
+#include "pixels.h"
+
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+QImage ground(const QSize &size, const QColor &color = QColor(128, 128, 128))
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+// A picture in which no two places look alike.
+QImage pattern(const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, qRgb(80 + x % 160, 60 + y % 180, 100 + (x + y) % 120));
+    }
+    return image;
+}
+
+Annotation object(ToolKind kind, QPointF start, QPointF end)
+{
+    Annotation a;
+    a.id = QUuid::createUuid();
+    a.kind = kind;
+    a.start = start;
+    a.end = end;
+    a.color = Qt::red;
+    return a;
+}
+
+// An object of the kind with everything that makes it visible.
+Annotation randomObject(ToolKind kind, QRandomGenerator &random, const QSizeF &size)
+{
+    const auto within = [&](double high) { return random.generateDouble() * high; };
+    Annotation a = object(kind, {within(size.width()), within(size.height())},
+                          {within(size.width()), within(size.height())});
+    a.color = QColor::fromHsv(random.bounded(360), 200, 60 + random.bounded(190));
+    a.lineWidth = 1 + within(16);
+    a.number = random.bounded(40);
+    a.font = random.bounded(5);
+    if (const auto styles = Tools::styles(kind); !styles.isEmpty())
+        a.style = random.bounded(static_cast<int>(styles.size()));
+    if (kind == ToolKind::Text || kind == ToolKind::Callout)
+        a.text = "Wide words fjÅ\nand more";
+    if (kind == ToolKind::Stamp) {
+        const QStringList values = StampLibrary::symbols() + StampLibrary::emoji() + StampLibrary::keys();
+        a.text = values[random.bounded(static_cast<int>(values.size()))];
+    }
+    if (kind == ToolKind::Callout && random.bounded(2))
+        a.points = {QPointF(within(size.width()), within(size.height()))};
+    if (kind == ToolKind::Pen) {
+        for (int i = 0; i < 6; ++i)
+            a.points.append({within(size.width()), within(size.height())});
+    }
+    if (kind == ToolKind::Image) {
+        a.image = QImage(30, 20, QImage::Format_ARGB32_Premultiplied);
+        a.image.fill(QColor(10, 200, 90, 128));
+    }
+    return a;
+}
+
+QImage drawn(const QImage &base, const QList<Annotation> &objects)
+{
+    return Renderer::flattened(base, Renderer::pixelated(base), objects);
+}
+
+testing::AssertionResult looksLike(const QImage &seen, const QImage &expected, int tolerance)
+{
+    for (int y = 0; y < expected.height(); ++y) {
+        for (int x = 0; x < expected.width(); ++x) {
+            if (const auto same = hasColor(seen, {x, y}, expected.pixel(x, y), tolerance); !same)
+                return same;
+        }
+    }
+    return testing::AssertionSuccess();
+}
+
+} // namespace
+
+TEST(Renderer, CountsLettersLikeColumnsAndRoundsMeasurements)
+{
+    const QList<std::pair<int, const char *>> letters{{-3, "A"},   {0, "A"},    {1, "A"},   {2, "B"},
+                                                      {26, "Z"},   {27, "AA"},  {52, "AZ"}, {53, "BA"},
+                                                      {702, "ZZ"}, {703, "AAA"}};
+    for (const auto &[number, expected] : letters)
+        EXPECT_EQ(Renderer::letters(number), expected);
+    const auto label = [](QPointF to) {
+        return Renderer::measureLabel(object(ToolKind::Measure, {0, 0}, to));
+    };
+    EXPECT_EQ(label({100, 1}), "100 px");
+    EXPECT_EQ(label({-30, 40}), QString::fromUtf8("50 px  (30 × 40)"));
+    EXPECT_EQ(label({100, 2}), "100 px");
+    EXPECT_EQ(label({100, 2.01}), QString::fromUtf8("100 px  (100 × 2)"));
+    EXPECT_EQ(label({2.5, 0}), "3 px");
+}
+
+TEST(Renderer, PutsSpotlightsUnderEverythingWhateverTheirPlace)
+{
+    const QImage base = ground({100, 100}, Qt::white);
+    const Annotation spotlight = object(ToolKind::Spotlight, {60, 60}, {90, 90});
+    Annotation box = object(ToolKind::Rectangle, {10, 10}, {40, 40});
+    box.style = 2;
+    const QImage picture = drawn(base, {box, spotlight});
+    EXPECT_TRUE(hasColor(picture, {25, 25}, qRgb(255, 0, 0)));
+    EXPECT_TRUE(hasColor(picture, {5, 90}, qRgb(102, 102, 102)));
+    EXPECT_TRUE(hasColor(picture, {75, 75}, qRgb(255, 255, 255)));
+}
+
+TEST(Renderer, AShortTaperedArrowHasNoShaftToSpeakOfAndATinyOneIsNotDrawn)
+{
+    const QImage base = ground({60, 60}, Qt::white);
+    EXPECT_TRUE(looksLike(drawn(base, {object(ToolKind::Arrow, {30, 30}, {31, 30})}), base, 0));
+    Annotation arrow = object(ToolKind::Arrow, {20, 30}, {40, 30});
+    arrow.lineWidth = 20; // the head is 12 long all the same, and as wide
+    const QImage picture = drawn(base, {arrow});
+    EXPECT_NEAR(coveredAcross(picture, shareOfRed, 29, 0, 60), 11.5, 8.6); // inside the head
+    EXPECT_NEAR(shareOfRed(picture.pixel(39, 34)), 0, 0.05);
+}
+
+TEST(Renderer, PaintsNothingForWhatHasNoPicture)
+{
+    const QImage base = pattern({120, 90});
+    QList<Annotation> objects;
+    for (const char *value : {"", "sym:no.such.symbol", "sym:", "banner:x", "checkmark.circle.fill"}) {
+        Annotation stamp = object(ToolKind::Stamp, {10, 10}, {80, 80});
+        stamp.text = value;
+        objects.append(stamp);
+    }
+    for (const ToolKind kind :
+         {ToolKind::Select, ToolKind::Crop, ToolKind::Cutout, ToolKind::Image, ToolKind::Pen})
+        objects.append(object(kind, {10, 10}, {80, 80}));
+    EXPECT_TRUE(looksLike(drawn(base, objects), base, 0));
+}
+
+TEST(Renderer, ASolidBoxIsTintedByNothingAndATextDoesNotShrink)
+{
+    const QImage base = ground({200, 120}, Qt::white);
+    Annotation callout = object(ToolKind::Callout, {20, 50}, {180, 70});
+    callout.color = Qt::blue;
+    callout.style = 1;
+    callout.lineWidth = 4;
+    callout.text = "A text of many words that needs three lines at least";
+    const QImage picture = drawn(base, {callout});
+    const auto inked = [&](int y) {
+        int count = 0;
+        for (int x = 30; x < 170; ++x)
+            count += shareOfBlue(picture.pixel(x, y)) > 0.6;
+        return count;
+    };
+    int above = 0;
+    int below = 0;
+    for (int d = 6; d < 30; ++d) {
+        above += inked(50 - d);
+        below += inked(70 + d);
+    }
+    EXPECT_GT(above, 50); // overflows evenly on both sides
+    EXPECT_GT(below, 50);
+}
+
+TEST(Renderer, EverythingPaintedLiesInThePaintedRectangle)
+{
+    QRandomGenerator random(3);
+    const QSize size(220, 180);
+    const QImage base = ground(size);
+    for (const ToolKind kind : Tools::all) {
+        if (kind == ToolKind::Spotlight)
+            continue; // dims everything else
+        for (int i = 0; i < 12; ++i) {
+            const Annotation a = randomObject(kind, random, size);
+            const QRect allowed = Renderer::paintedRect(a).toAlignedRect();
+            const QImage picture = drawn(base, {a});
+            for (int y = 0; y < size.height(); ++y) {
+                for (int x = 0; x < size.width(); ++x) {
+                    if (!allowed.contains(x, y))
+                        ASSERT_TRUE(hasColor(picture, {x, y}, base.pixel(x, y), 0))
+                            << Tools::rawValue(kind).toStdString() << " style " << a.style << " "
+                            << a.lineWidth << " " << a.text.toStdString();
+                }
+            }
+        }
+    }
+}
+
+TEST(Renderer, CalloutsAreTheUnionOfBodyAndTailWhereverTheTailPoints)
+{
+    QRandomGenerator random(11);
+    for (int i = 0; i < 300; ++i) {
+        Annotation callout = randomObject(ToolKind::Callout, random, {200, 160});
+        if (i % 3 == 0) // inside the body
+            callout.points = {callout.rect().center() +
+                              QPointF(random.bounded(9) - 4, random.bounded(9) - 4)};
+        if (i % 7 == 0)
+            callout.points = {QPointF(callout.rect().center().x(), 150)};
+        const QRectF body = callout.rect();
+        const double r = std::min(body.width(), body.height()) * 0.2;
+        QImage joined(200, 160, QImage::Format_Grayscale8);
+        joined.fill(0);
+        QPainter painter(&joined);
+        painter.fillPath(Renderer::calloutPath(callout), Qt::white);
+        painter.end();
+        QImage apart = joined;
+        apart.fill(0);
+        painter.begin(&apart);
+        painter.fillPath(Shapes::roundedRect(body, r, r), Qt::white);
+        painter.end();
+        // No hole inside the body, and the tail's tip is reached.
+        for (int y = 0; y < 160; ++y) {
+            for (int x = 0; x < 200; ++x) {
+                const auto inside = [](const QImage &image, int px, int py) {
+                    return image.valid(px, py) && image.constScanLine(py)[px] > 0;
+                };
+                const bool deep = inside(apart, x, y) && inside(apart, x - 1, y) && inside(apart, x + 1, y) &&
+                                  inside(apart, x, y - 1) && inside(apart, x, y + 1);
+                if (deep)
+                    ASSERT_TRUE(inside(joined, x, y)) << "case " << i << " at " << x << ", " << y;
+            }
+        }
+        const QRectF outline = Renderer::calloutPath(callout).boundingRect().adjusted(-0.1, -0.1, 0.1, 0.1);
+        EXPECT_TRUE(outline.contains(callout.tailPoint())) << i;
+    }
+}
+
+TEST(Renderer, AMagnifierAtTheEdgeShowsNothingBesideTheImage)
+{
+    const QImage base = pattern({100, 100});
+    Annotation magnify = object(ToolKind::Magnify, {-40, 10}, {60, 90});
+    magnify.lineWidth = 0;
+    const QImage picture = drawn(base, {magnify});
+    // The middle (10, 50) stays where it is; the image's left edge lands 10 pixels left of the picture's.
+    const QRgb expected = base.pixel(15, 50);
+    EXPECT_TRUE(hasColor(picture, {20, 50}, expected, 4));
+}
+
+TEST(Renderer, SurvivesBrokenNumbersInReasonableTime)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinite = std::numeric_limits<double>::infinity();
+    const QImage base = pattern({300, 200});
+    QRandomGenerator random(5);
+    QList<Annotation> objects;
+    for (const ToolKind kind : Tools::all) {
+        for (const double bad : {nan, infinite, -infinite, 1e300, -1e300, 1e9, 40000.0}) {
+            Annotation a = randomObject(kind, random, {300, 200});
+            a.end = {bad, 50};
+            objects.append(a);
+            a.start = {-bad, bad};
+            a.points = {{bad, 1}, {5, bad}};
+            objects.append(a);
+            a = randomObject(kind, random, {300, 200});
+            a.lineWidth = bad;
+            a.number = std::numeric_limits<int>::max();
+            a.style = -7;
+            objects.append(a);
+            a.lineWidth = 1e-12;
+            a.style = 1;
+            objects.append(a);
+        }
+    }
+    Annotation dashed = object(ToolKind::Line, {-1e6, 3}, {1e6, 190});
+    dashed.style = 1;
+    dashed.lineWidth = 0.06;
+    objects.append(dashed);
+    QElapsedTimer timer;
+    timer.start();
+    const QImage picture = drawn(base, objects);
+    EXPECT_EQ(picture.size(), base.size());
+    EXPECT_LT(timer.elapsed(), 20000); // no loop over a number from the file
+}
+
+TEST(LayerCache, ShowsWhatTheRendererDrawsAfterEveryStep)
+{
+    // The edges of letters on a ground that shines through are blended by its brightness.
+    constexpr int lettersApart = 16;
+    const QSize size(260, 200);
+    QRandomGenerator random(21);
+    for (const QImage &base :
+         {pattern(size), pattern(size).convertToFormat(QImage::Format_ARGB32_Premultiplied)}) {
+        QList<Annotation> objects;
+        for (const ToolKind kind : Tools::all) {
+            objects.append(randomObject(kind, random, size));
+            if (kind == ToolKind::Highlight || kind == ToolKind::Spotlight)
+                objects.append(randomObject(kind, random, size));
+        }
+        const QImage pixelated = Renderer::pixelated(base);
+        for (qsizetype i = 0; i < objects.size(); ++i) {
+            SCOPED_TRACE(Tools::rawValue(objects[i].kind).toStdString() + " " + std::to_string(i));
+            LayerCache cache;
+            cache.prepare({base, pixelated, objects}, QTransform(), size, objects[i].id);
+            QList<Annotation> now = objects;
+            ASSERT_TRUE(looksLike(cache.picture(), Renderer::flattened(base, pixelated, now), lettersApart));
+            for (int step = 0; step < 3; ++step) {
+                now[i].offset(random.bounded(40) - 20, random.bounded(40) - 20);
+                now[i].lineWidth = 1 + random.bounded(12);
+                const QImage before = cache.picture().copy();
+                const QRect changed = cache.update(now[i]);
+                ASSERT_TRUE(
+                    looksLike(cache.picture(), Renderer::flattened(base, pixelated, now), lettersApart));
+                for (int y = 0; y < size.height(); y += 3) { // and nothing outside the named region
+                    for (int x = 0; x < size.width(); ++x) {
+                        if (!changed.contains(x, y))
+                            ASSERT_EQ(before.pixel(x, y), cache.picture().pixel(x, y));
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(LayerCache, ShowsAScaledPartOfTheImageAndIgnoresOtherObjects)
+{
+    const QImage base = ground({400, 300}, Qt::white);
+    Annotation box = object(ToolKind::Rectangle, {100, 100}, {200, 200});
+    box.style = 2;
+    LayerCache cache;
+    cache.prepare({base, {}, {box}}, QTransform(0.5, 0, 0, 0.5, 20, -25), {200, 100}, box.id);
+    EXPECT_TRUE(hasColor(cache.picture(), {5, 50}, qRgba(0, 0, 0, 0))); // beside the image
+    EXPECT_TRUE(hasColor(cache.picture(), {30, 50}, qRgb(255, 255, 255)));
+    EXPECT_TRUE(hasColor(cache.picture(), {90, 50}, qRgb(255, 0, 0)));
+    EXPECT_TRUE(cache.update(object(ToolKind::Line, {0, 0}, {9, 9})).isEmpty());
+    box.offset(100, 0);
+    const QRect changed = cache.update(box);
+    EXPECT_TRUE(changed.contains(QRect(70, 25, 100, 50)));
+    EXPECT_TRUE(hasColor(cache.picture(), {90, 50}, qRgb(255, 255, 255), 25)); // only its shadow near by
+    EXPECT_TRUE(hasColor(cache.picture(), {150, 50}, qRgb(255, 0, 0)));
+}
