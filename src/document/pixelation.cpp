@@ -6,23 +6,36 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <numbers>
 #include <vector>
 
 namespace {
 
-// How far the noise moves a colour along the spread of its neighbourhood, in standard deviations. Enough to
-// drown what one letter changes in the mean, and within what the neighbourhood shows.
-constexpr double noiseReach = 0.5;
-// The brightness of busy neighbourhoods is rounded to this step, against who averages many copies.
-constexpr double coarseStep = 12;
+// The standard deviation of the noise along the spread of a neighbourhood, in standard deviations of its
+// brightness: from block to block, and of the part that is as smooth as the means are. Chosen so that an
+// attacker who knows the algorithm and the distribution of its noise guesses little better than chance; see
+// the test.
+constexpr double roughNoise = 0.25;
+constexpr double smoothNoise = 0.3;
+// The neighbourhood reaches this many pixels at least, some letters of small text.
+constexpr double neighbourhoodPixels = 44;
+// Blocks whose grounds differ by more than this in brightness don't mix.
+constexpr double otherGround = 40;
+// A contrast below which nothing is legible that was worth hiding.
+constexpr int faint = 40;
 // Blocks are sampled at least this often along a side.
 constexpr int samplesPerSide = 12;
+// Of the histogram that tells a block's ground.
+constexpr int bins = 16;
 
 // What one block holds: sums over its samples.
 struct Block {
-    std::array<double, 4> mean{};   // b, g, r, a, premultiplied
-    std::array<double, 3> spread{}; // covariance of each colour with the brightness
-    double variance = 0;            // of the brightness
+    std::array<double, 4> mean{};        // b, g, r, a, premultiplied
+    std::array<double, 3> spread{};      // covariance of each colour with the brightness
+    double variance = 0;                 // of the brightness
+    std::array<float, bins> histogram{}; // shares of brightness
+    int darkest = 255;
+    int brightest = 0;
 };
 
 struct Grid {
@@ -31,13 +44,15 @@ struct Grid {
     int rows; // from the bottom
     int width;
     int height;
+    int reach; // of a neighbourhood, in blocks
 
     explicit Grid(const QSize &size)
         : side(pixelationBlock(size)),
           columns(std::max(1, static_cast<int>(std::ceil(size.width() / side - 1e-9)))),
           rows(std::max(1, static_cast<int>(std::ceil(size.height() / side - 1e-9)))),
           width(size.width()),
-          height(size.height())
+          height(size.height()),
+          reach(std::max(2, static_cast<int>(std::ceil(neighbourhoodPixels / side))))
     {}
     // First pixel whose middle lies in a column.
     int left(int column) const { return edge(column, width); }
@@ -58,8 +73,8 @@ class Noise {
 public:
     Noise(const std::array<uint32_t, 8> &key, uint64_t picture) : m_key(key), m_picture(picture) {}
 
-    // Even over [-1, 1].
-    double at(uint32_t index) const
+    // Two independent normal deviates (Box and Muller, 1958).
+    std::array<double, 2> at(uint32_t index) const
     {
         std::array<uint32_t, 16> s{0x61707865, 0x3320646e, 0x79622d32, 0x6b206574};
         std::copy(m_key.begin(), m_key.end(), s.begin() + 4);
@@ -77,7 +92,9 @@ public:
             quarter(s[2], s[7], s[8], s[13]);
             quarter(s[3], s[4], s[9], s[14]);
         }
-        return (s[0] + before[0]) / 2147483647.5 - 1;
+        const double radius = std::sqrt(-2 * std::log((s[0] + before[0] + 0.5) / 4294967296.0));
+        const double angle = 2 * std::numbers::pi * ((s[1] + before[1]) / 4294967296.0);
+        return {radius * std::cos(angle), radius * std::sin(angle)};
     }
 
 private:
@@ -115,6 +132,8 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
     int64_t squares = 0;
     int64_t lights = 0;
     int64_t count = 0;
+    std::array<int, bins> histogram{};
+    Block block;
     for (int y = y0; y < y1; y += stepY) {
         const uchar *line = image.constScanLine(y);
         std::array<int, 4> s{};
@@ -131,6 +150,9 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
             s[3] += px[3];
             sq += light * light;
             li += light;
+            ++histogram[light * bins / 256];
+            block.darkest = std::min(block.darkest, light);
+            block.brightest = std::max(block.brightest, light);
             ++count;
         }
         for (int c = 0; c < 4; ++c)
@@ -140,7 +162,6 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
         squares += sq;
         lights += li;
     }
-    Block block;
     if (count == 0)
         return block;
     const double n = static_cast<double>(count);
@@ -150,6 +171,8 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
     for (int c = 0; c < 3; ++c)
         block.spread[c] = product[c] / n - block.mean[c] * light;
     block.variance = std::max(0.0, squares / n - light * light);
+    for (int i = 0; i < bins; ++i)
+        block.histogram[i] = static_cast<float>(histogram[i] / n);
     return block;
 }
 
@@ -163,50 +186,111 @@ uint64_t fingerprint(const std::vector<Block> &blocks)
     return hash;
 }
 
-// Five by five blocks around one, weighted 1 2 3 2 1 both ways; beyond the edges the outermost blocks go on.
-Block neighbourhood(const std::vector<Block> &blocks, const Grid &grid, int column, int row)
+// The brightness of the ground that a text stands on: what most of the blocks around have, whatever the
+// letters are.
+std::vector<double> groundsOf(const std::vector<Block> &blocks, const Grid &grid)
+{
+    std::vector<double> grounds(blocks.size());
+    for (int row = 0; row < grid.rows; ++row) {
+        for (int column = 0; column < grid.columns; ++column) {
+            std::array<float, bins> sum{};
+            for (int y = std::max(row - 1, 0); y <= std::min(row + 1, grid.rows - 1); ++y) {
+                for (int x = std::max(column - 1, 0); x <= std::min(column + 1, grid.columns - 1); ++x) {
+                    const auto &histogram = blocks[static_cast<size_t>(y) * grid.columns + x].histogram;
+                    for (int i = 0; i < bins; ++i)
+                        sum[i] += histogram[i];
+                }
+            }
+            const auto most = std::max_element(sum.begin(), sum.end()) - sum.begin();
+            grounds[static_cast<size_t>(row) * grid.columns + column] = (most + 0.5) * 256 / bins;
+        }
+    }
+    return grounds;
+}
+
+// A tent of weights over the blocks around one that stand on its ground.
+template <typename Visit>
+void visitNeighbours(const Grid &grid, const std::vector<double> &grounds, int column, int row, Visit visit)
+{
+    const double ground = grounds[static_cast<size_t>(row) * grid.columns + column];
+    const int top = std::min(row + grid.reach, grid.rows - 1);
+    const int right = std::min(column + grid.reach, grid.columns - 1);
+    for (int y = std::max(row - grid.reach, 0); y <= top; ++y) {
+        for (int x = std::max(column - grid.reach, 0); x <= right; ++x) {
+            const size_t index = static_cast<size_t>(y) * grid.columns + x;
+            if (std::abs(grounds[index] - ground) <= otherGround)
+                visit(index,
+                      (grid.reach + 1 - std::abs(x - column)) * (grid.reach + 1.0 - std::abs(y - row)));
+        }
+    }
+}
+
+Block neighbourhood(const std::vector<Block> &blocks, const std::vector<double> &grounds, const Grid &grid,
+                    int column, int row)
 {
     Block result;
-    for (int dy = -2; dy <= 2; ++dy) {
-        for (int dx = -2; dx <= 2; ++dx) {
-            const double weight = (3 - std::abs(dx)) * (3 - std::abs(dy)) / 81.0;
-            const Block &block =
-                blocks[static_cast<size_t>(std::clamp(row + dy, 0, grid.rows - 1)) * grid.columns +
-                       std::clamp(column + dx, 0, grid.columns - 1)];
-            for (int c = 0; c < 4; ++c)
-                result.mean[c] += weight * block.mean[c];
-            for (int c = 0; c < 3; ++c)
-                result.spread[c] += weight * block.spread[c];
-            result.variance += weight * block.variance;
+    double total = 0;
+    visitNeighbours(grid, grounds, column, row, [&](size_t index, double weight) {
+        const Block &block = blocks[index];
+        for (int c = 0; c < 4; ++c)
+            result.mean[c] += weight * block.mean[c];
+        for (int c = 0; c < 3; ++c)
+            result.spread[c] += weight * block.spread[c];
+        result.variance += weight * block.variance;
+        total += weight;
+    });
+    for (double &mean : result.mean)
+        mean /= total;
+    for (double &spread : result.spread)
+        spread /= total;
+    result.variance /= total;
+    return result;
+}
+
+// The noise of every block: a rough part of its own, and one that the means' own filter has smoothed.
+std::vector<double> noiseOf(const Noise &noise, const std::vector<double> &grounds, const Grid &grid)
+{
+    std::vector<std::array<double, 2>> raw(grounds.size());
+    for (size_t i = 0; i < raw.size(); ++i)
+        raw[i] = noise.at(static_cast<uint32_t>(i));
+    std::vector<double> result(raw.size());
+    for (int row = 0; row < grid.rows; ++row) {
+        for (int column = 0; column < grid.columns; ++column) {
+            double sum = 0;
+            double squares = 0;
+            visitNeighbours(grid, grounds, column, row, [&](size_t index, double weight) {
+                sum += weight * raw[index][1];
+                squares += weight * weight;
+            });
+            const size_t index = static_cast<size_t>(row) * grid.columns + column;
+            result[index] = roughNoise * raw[index][0] + smoothNoise * sum / std::sqrt(squares);
         }
     }
     return result;
 }
 
-// Whether a block and the eight around it are all of one colour: nothing is hidden there.
-bool isFlat(const std::vector<Block> &blocks, const Grid &grid, int column, int row)
+// Whether a block keeps its own colour: it has only one, and around it is nothing darker or brighter than a
+// faint line.
+bool isKept(const std::vector<Block> &blocks, const Grid &grid, int column, int row)
 {
     const Block &middle = blocks[static_cast<size_t>(row) * grid.columns + column];
+    if (middle.variance > 0)
+        return false;
     for (int y = std::max(row - 1, 0); y <= std::min(row + 1, grid.rows - 1); ++y) {
         for (int x = std::max(column - 1, 0); x <= std::min(column + 1, grid.columns - 1); ++x) {
             const Block &block = blocks[static_cast<size_t>(y) * grid.columns + x];
-            if (block.mean != middle.mean || block.variance > 0)
+            if (middle.darkest - block.darkest > faint || block.brightest - middle.darkest > faint)
                 return false;
         }
     }
     return true;
 }
 
+// The colour only moves along the neighbourhood's own range: the line on which its colours change with their
+// brightness.
 QRgb colorOf(const Block &around, double noise)
 {
-    // The colour only moves along the neighbourhood's own range: the line on which its colours change with
-    // their brightness. Rounding and noise say by how much.
-    const double deviation = std::sqrt(around.variance);
-    const double light = (around.mean[0] + 2 * around.mean[1] + around.mean[2]) / 4;
-    const double step = std::min(coarseStep, deviation);
-    double move = noise * noiseReach * deviation;
-    if (step > 1)
-        move += std::round(light / step) * step - light;
+    const double move = noise * std::sqrt(around.variance);
     const double alpha = around.mean[3];
     std::array<int, 3> channels;
     for (int c = 0; c < 3; ++c) {
@@ -242,7 +326,8 @@ QImage pixelated(const QImage &image)
                         sampling, sampling);
     }
 
-    const Noise noise(keyOfThisRun(), fingerprint(blocks));
+    const std::vector<double> grounds = groundsOf(blocks, grid);
+    const std::vector<double> noise = noiseOf(Noise(keyOfThisRun(), fingerprint(blocks)), grounds, grid);
     for (int row = 0; row < grid.rows; ++row) {
         const int top = grid.top(row);
         const int bottom = grid.bottom(row);
@@ -250,10 +335,10 @@ QImage pixelated(const QImage &image)
             continue;
         auto *first = reinterpret_cast<QRgb *>(result.scanLine(top));
         for (int column = 0; column < grid.columns; ++column) {
-            const auto index = static_cast<uint32_t>(row * grid.columns + column);
-            QRgb color = isFlat(blocks, grid, column, row)
+            const size_t index = static_cast<size_t>(row) * grid.columns + column;
+            QRgb color = isKept(blocks, grid, column, row)
                              ? colorOf(blocks[index], 0)
-                             : colorOf(neighbourhood(blocks, grid, column, row), noise.at(index));
+                             : colorOf(neighbourhood(blocks, grounds, grid, column, row), noise[index]);
             if (source.format() == QImage::Format_RGB32)
                 color |= 0xff000000;
             std::fill(first + grid.left(column), first + grid.left(column + 1), color);

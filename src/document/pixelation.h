@@ -6,11 +6,12 @@
 // left, each of one colour.
 //
 // A mosaic of plain averages can be undone: guess a text, pixelate the guess, compare. Here a block's colour
-// says next to nothing about what lies under it alone. It is the mean of five by five blocks around, weighted
-// towards the middle and rounded to coarse steps, moved along the neighbourhood's own range of colours by
-// noise that nobody can repeat: its key is made when the program starts, mixed with the whole picture, and
-// never leaves the process. Where a neighbourhood is flat there is nothing to hide, and the colour stays
-// exact.
+// says next to nothing about what lies under it alone. It is the mean of a neighbourhood several letters
+// wide, of those parts that share its ground, so that the edges of large areas stay; and it is moved along
+// the neighbourhood's own range of colours by noise that nobody can repeat: its key is made when the program
+// starts, mixed with the whole picture, and never leaves the process. Half of that noise is as smooth as the
+// means are, so that no filter parts the two. Where nothing but one colour is near, there is nothing to hide,
+// and it stays exact.
 //
 // The same picture gives the same copy within one run of the program, so undo and redo don't flicker.
 QImage pixelated(const QImage &image);
