@@ -1,0 +1,357 @@
+#include "document/image_files.h"
+#include "editor/canvas_view.h"
+#include "editor_stage.h"
+#include "library/library_versions.h"
+#include "support/printers.h"
+#include "ui/appearance.h"
+
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QProcess>
+#include <QTest>
+#include <gmock/gmock.h>
+
+// An editor on a real desktop, used as a person would: every action is a pointer or a key event from another
+// program.
+
+namespace {
+
+class Journey : public testing::Test {
+protected:
+    Journey()
+    {
+        QImage image(900, 600, QImage::Format_RGB32);
+        image.fill(QColor(250, 250, 252));
+        path = stage.inLibrary("shot.png");
+        EXPECT_TRUE(ImageFiles::write(image, path));
+        open();
+    }
+    void open()
+    {
+        editor = stage.open(path);
+        editor->onClose = [this](EditorWindowController *) { closed = true; };
+        closed = false;
+        editor->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&editor->window()));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return document().displayZoom() == 1; }))
+            << "the picture fits at 100 percent";
+    }
+    EditorDocument &document() { return editor->document(); }
+    const QList<Annotation> &objects() { return document().annotations(); }
+
+    // The screen position of an image pixel.
+    QPoint at(const QPointF &pixel)
+    {
+        return editor->canvas().mapToGlobal(
+            editor->canvas().interaction().viewport().toView(pixel).toPoint());
+    }
+    static void input(const QStringList &words)
+    {
+        QProcess process;
+        process.start("xdotool", words);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000));
+        ASSERT_EQ(process.exitCode(), 0) << words.join(' ').toStdString();
+    }
+    static QStringList move(const QPoint &to)
+    {
+        return {"mousemove", QString::number(to.x()), QString::number(to.y())};
+    }
+    void drag(const QPointF &from, const QPointF &to)
+    {
+        input(move(at(from)) + QStringList{"mousedown", "1"} + move(at((from * 2 + to) / 3)) +
+              move(at((from + to * 2) / 3)) + move(at(to)) + QStringList{"mouseup", "1"});
+    }
+    void click(const QPointF &pixel) { input(move(at(pixel)) + QStringList{"click", "1"}); }
+    static void key(const QString &key) { input({"key", key}); }
+    static void type(const QString &text) { input({"type", "--delay", "5", text}); }
+    void pick(ToolKind tool)
+    {
+        key(QString(Tools::shortcutKey(tool)).toLower());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return document().tool() == tool; }));
+    }
+    void expectObjects(qsizetype count)
+    {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return objects().size() == count; }))
+            << objects().size() << " objects";
+    }
+    // A drag with a tool that leaves one object more.
+    void draw(ToolKind tool, const QPointF &from, const QPointF &to)
+    {
+        pick(tool);
+        const auto before = objects().size();
+        drag(from, to);
+        expectObjects(before + 1);
+        EXPECT_EQ(objects().last().kind, tool);
+    }
+    void save()
+    {
+        const auto before = stage.notices.size();
+        key("ctrl+s");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return stage.notices.size() > before; }));
+        EXPECT_EQ(stage.notices.last().text, "Saved shot.png");
+    }
+    void close()
+    {
+        key("ctrl+w");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return closed; }));
+        editor.reset();
+    }
+    QStringList kinds()
+    {
+        QStringList result;
+        for (const Annotation &annotation : objects())
+            result.append(Tools::rawValue(annotation.kind));
+        return result;
+    }
+
+    Appearance appearance{*qApp};
+    EditorStage stage;
+    QString path;
+    std::unique_ptr<EditorWindowController> editor;
+    bool closed = false;
+};
+
+} // namespace
+
+TEST_F(Journey, DrawsWithEveryToolSavesReopensMovesAndRestores)
+{
+    draw(ToolKind::Arrow, {60, 60}, {160, 120});
+    draw(ToolKind::Rectangle, {200, 60}, {300, 120});
+    draw(ToolKind::Ellipse, {340, 60}, {440, 120});
+    draw(ToolKind::Line, {480, 60}, {580, 120});
+    draw(ToolKind::Pen, {620, 60}, {720, 120});
+    draw(ToolKind::Highlight, {760, 60}, {860, 100});
+    pick(ToolKind::Text);
+    click({60, 160});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->canvas().interaction().isEditingText(); }));
+    type("Check this");
+    key("Return");
+    expectObjects(7);
+    EXPECT_EQ(objects().last().text, "Check this");
+    draw(ToolKind::Callout, {260, 160}, {460, 240});
+    type("Due in March");
+    key("Return");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return objects().last().text == "Due in March"; }));
+    pick(ToolKind::Step);
+    click({560, 200});
+    expectObjects(9);
+    pick(ToolKind::Stamp);
+    click({660, 200});
+    expectObjects(10);
+    draw(ToolKind::Blur, {60, 320}, {160, 380});
+    draw(ToolKind::Spotlight, {200, 320}, {300, 380});
+    draw(ToolKind::Magnify, {340, 320}, {440, 420});
+    draw(ToolKind::Measure, {480, 340}, {640, 340});
+
+    // What was typed can be typed again; then back and forth.
+    pick(ToolKind::Select);
+    click({80, 172});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return document().selected() && document().selected()->text == "Check this"; }));
+    key("Return");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->canvas().interaction().isEditingText(); }));
+    type("Look here");
+    key("Return");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return objects()[6].text == "Look here"; }));
+    key("ctrl+z");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return objects()[6].text == "Check this"; }));
+    key("ctrl+shift+z");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return objects()[6].text == "Look here"; }));
+
+    // The two tools that work on the picture itself.
+    pick(ToolKind::Cutout);
+    drag({100, 480}, {300, 540});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().base().height() == 540; }));
+    pick(ToolKind::Crop);
+    drag({20, 20}, {880, 520});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().base().size() == QSize(860, 500); }));
+    const QStringList drawn = kinds();
+    const QList<Annotation> before = objects();
+    save();
+    close();
+
+    open();
+    EXPECT_EQ(document().base().size(), QSize(860, 500));
+    EXPECT_EQ(kinds(), drawn);
+    for (qsizetype i = 0; i < before.size(); ++i) {
+        EXPECT_EQ(objects()[i].start, before[i].start) << drawn[i].toStdString();
+        EXPECT_EQ(objects()[i].end, before[i].end) << drawn[i].toStdString();
+        EXPECT_EQ(objects()[i].text, before[i].text) << drawn[i].toStdString();
+    }
+
+    pick(ToolKind::Select);
+    const QPointF boxCenter = objects()[1].rect().center();
+    drag(boxCenter, boxCenter + QPointF(40, 30));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return objects()[1].rect().center() == boxCenter + QPointF(40, 30); }));
+    save();
+    close();
+
+    LibraryVersions history(stage.library, stage.clock);
+    const auto versions = history.versions(path);
+    ASSERT_EQ(versions.size(), 2);
+    ASSERT_TRUE(history.restore(versions.last(), path));
+    open();
+    EXPECT_EQ(document().base().size(), QSize(900, 600));
+    EXPECT_TRUE(objects().isEmpty()) << "the first version is the capture as it came";
+    close();
+    ASSERT_TRUE(history.restore(history.versions(path).first(), path));
+    open();
+    EXPECT_EQ(kinds(), drawn) << "and what was restored over can be had back";
+}
+
+TEST_F(Journey, IsOperatedByTheKeyboardAlone)
+{
+    draw(ToolKind::Rectangle, {200, 60}, {300, 120});
+    draw(ToolKind::Ellipse, {340, 60}, {440, 120});
+    key("Escape");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !document().selectedID(); }));
+    key("Tab");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().selectedID() == objects()[0].id; }));
+    key("Right");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return objects()[0].start == QPointF(201, 60); }));
+
+    // Out of the canvas, along the bar, and back.
+    key("F6");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !editor->canvas().hasFocus(); }));
+    const QWidget *first = QApplication::focusWidget();
+    key("Tab");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() != first; }));
+    for (int i = 0; i < 4 && !editor->canvas().hasFocus(); ++i)
+        key("F6");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor->canvas().hasFocus(); }));
+
+    key("ctrl+k");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().showPalette(); }));
+    type("drop shadow");
+    key("Return");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return document().effects().shadow; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor->canvas().hasFocus(); }));
+}
+
+TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
+{
+    input(move(at({400, 300})) +
+          QStringList{"keydown", "ctrl", "click", "--repeat", "8", "4", "keyup", "ctrl"});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom().value_or(0) > 3; }));
+    const QPoint pointer = at({400, 300});
+    input(move(pointer) + QStringList{"keydown", "ctrl", "click", "4", "keyup", "ctrl"});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom().value_or(0) > 3.4; }));
+    EXPECT_LE((at({400, 300}) - pointer).manhattanLength(), 2) << "the point under the pointer stays";
+
+    const QPointF origin = editor->canvas().interaction().viewport().origin();
+    // Key and pointer events of one burst may overtake one another.
+    input({"keydown", "space"});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->canvas().cursor().shape() == Qt::OpenHandCursor; }));
+    input(QStringList{"mousedown", "1"} + move(pointer - QPoint(30, 20)) + QStringList{"mouseup", "1"});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return editor->canvas().interaction().viewport().origin() == origin - QPointF(30, 20); }));
+    input({"keyup", "space"});
+    EXPECT_TRUE(objects().isEmpty());
+    key("ctrl+0");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !document().zoom(); }));
+    key("ctrl+1");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom() == 1; }));
+}
+
+// MARK: The accessibility bus, as a screen reader sees it
+
+namespace {
+
+struct Node {
+    QString service;
+    QString path;
+};
+
+QDBusMessage call(QDBusConnection &bus, const Node &node, const QString &interface, const QString &method,
+                  const QVariantList &arguments = {})
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(node.service, node.path, interface, method);
+    message.setArguments(arguments);
+    QDBusPendingCallWatcher watcher(bus.asyncCall(message, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watcher.isFinished(); }, 4000)) << method.toStdString();
+    return watcher.reply();
+}
+
+QVariant property(QDBusConnection &bus, const Node &node, const QString &name)
+{
+    const QDBusMessage reply =
+        call(bus, node, "org.freedesktop.DBus.Properties", "Get", {"org.a11y.atspi.Accessible", name});
+    return reply.arguments().isEmpty() ? QVariant()
+                                       : reply.arguments().first().value<QDBusVariant>().variant();
+}
+
+QList<Node> children(QDBusConnection &bus, const Node &node)
+{
+    const QDBusMessage reply = call(bus, node, "org.a11y.atspi.Accessible", "GetChildren");
+    QList<Node> result;
+    if (reply.arguments().isEmpty())
+        return result;
+    const auto array = reply.arguments().first().value<QDBusArgument>();
+    array.beginArray();
+    while (!array.atEnd()) {
+        Node child;
+        QDBusObjectPath path;
+        array.beginStructure();
+        array >> child.service >> path;
+        array.endStructure();
+        child.path = path.path();
+        result.append(child);
+    }
+    array.endArray();
+    return result;
+}
+
+// Depth first, by the beginning of a name.
+std::optional<Node> find(QDBusConnection &bus, const Node &node, const QString &name, int depth)
+{
+    if (property(bus, node, "Name").toString().startsWith(name))
+        return node;
+    if (depth > 0) {
+        for (const Node &child : children(bus, node)) {
+            if (const auto found = find(bus, child, name, depth - 1))
+                return found;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+TEST_F(Journey, ShowsItsObjectsOnTheAccessibilityBus)
+{
+    draw(ToolKind::Rectangle, {200, 60}, {300, 120});
+    QDBusInterface launcher("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus");
+    QDBusPendingReply<QString> address = launcher.asyncCall("GetAddress");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return address.isFinished(); }));
+    QDBusConnection bus = QDBusConnection::connectToBus(address.value(), "reader");
+    ASSERT_TRUE(bus.isConnected());
+    const Node registry{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+    std::optional<Node> canvas;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        canvas = find(bus, registry, "Capture, 900 by 600 pixels, 1 object. Tab moves between objects.", 4);
+        return canvas.has_value();
+    }));
+    const auto shown = children(bus, *canvas);
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(property(bus, shown.first(), "Name").toString(), "red box");
+    const QDBusMessage extents =
+        call(bus, shown.first(), "org.a11y.atspi.Component", "GetExtents", {QVariant::fromValue<quint32>(0)});
+    ASSERT_FALSE(extents.arguments().isEmpty());
+    const auto structure = extents.arguments().first().value<QDBusArgument>();
+    int x = 0, y = 0, width = 0, height = 0;
+    structure.beginStructure();
+    structure >> x >> y >> width >> height;
+    structure.endStructure();
+    const QPoint topLeft = at({200, 60});
+    EXPECT_NEAR(x, topLeft.x(), 5);
+    EXPECT_NEAR(y, topLeft.y(), 5);
+    EXPECT_NEAR(width, 106, 3);
+    EXPECT_NEAR(height, 66, 3);
+    QDBusConnection::disconnectFromBus("reader");
+}
