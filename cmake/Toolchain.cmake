@@ -31,6 +31,12 @@ if(LUMENPOST_SANITIZE)
     endif()
 endif()
 
+if(LUMENPOST_FUZZERS)
+    # so that a fuzzer sees which code its inputs reach
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+endif()
+
 find_program(CCACHE ccache)
 if(CCACHE)
     set(launcher ${CMAKE_COMMAND} -E env
