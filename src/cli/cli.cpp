@@ -11,8 +11,7 @@
 namespace {
 
 constexpr std::array kGroups{
-    addCaptureCommands,
-    addLibraryCommands,
+    addCaptureCommands, addRenderCommand, addRecognitionCommands, addOnlineCommands, addLibraryCommands,
 };
 
 // Filling the whole tree of commands costs time; a capture needs only its own group.
