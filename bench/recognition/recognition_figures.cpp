@@ -9,6 +9,7 @@
 #include "platform/face_engine.h"
 #include "platform/session/recognition_loader.h"
 #include "platform/text_engine.h"
+#include "services/text_recognizer.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -27,13 +28,75 @@ QMap<QString, int> counted(const QStringList &words)
     return counts;
 }
 
+// Ways to write one sign count as one.
+QString plain(QString text)
+{
+    return text.replace(QChar(0x2026), QString("..."))
+        .replace(QChar(0x2018), '\'')
+        .replace(QChar(0x2019), '\'');
+}
+
 QStringList wordsOf(const QJsonObject &truth)
 {
     QStringList words;
-    for (const char *key : {"lines", "words"})
-        for (const QJsonValue &entry : truth[QLatin1String(key)].toArray())
-            words += entry["text"].toString().simplified().split(' ', Qt::SkipEmptyParts);
+    for (const QJsonValue &line : truth["lines"].toArray())
+        words += plain(line["text"].toString()).simplified().split(' ', Qt::SkipEmptyParts);
+    QRectF last;
+    for (const QJsonValue &word : truth["words"].toArray()) {
+        const QJsonArray r = word["rect"].toArray();
+        const QRectF rect(r[0].toDouble(), r[1].toDouble(), r[2].toDouble(), r[3].toDouble());
+        // Stretches of different colours that touch are one word to a reader.
+        if (std::abs(rect.x() - last.right()) < 1 && std::abs(rect.y() - last.y()) < 2)
+            words.last() += plain(word["text"].toString());
+        else
+            words += plain(word["text"].toString());
+        last = rect;
+    }
     return words;
+}
+
+// How many of the private stretches are hidden to 95 % of their area, and how many boxes hide nothing
+// private.
+struct Hidden {
+    int demanded = 0;
+    int hidden = 0;
+    int falseBoxes = 0;
+};
+
+Hidden hiddenBy(const QList<QRectF> &boxes, QSize size, const QJsonObject &truth)
+{
+    QList<QRectF> rects;
+    for (const QRectF &box : boxes)
+        rects.append(QRectF(box.x() * size.width(), (1 - box.bottom()) * size.height(),
+                            box.width() * size.width(), box.height() * size.height()));
+    Hidden count;
+    QList<QRectF> secrets;
+    for (const QJsonValue &line : truth["lines"].toArray()) {
+        for (const QJsonValue &secret : line["sensitive"].toArray()) {
+            const QJsonArray r = secret["rect"].toArray();
+            const QRectF rect(r[0].toDouble(), r[1].toDouble(), r[2].toDouble(), r[3].toDouble());
+            secrets.append(rect);
+            constexpr int Samples = 200;
+            int covered = 0;
+            for (int i = 0; i < Samples * 20; ++i) {
+                const QPointF point(rect.x() + rect.width() * (i % Samples + 0.5) / Samples,
+                                    rect.y() + rect.height() * (i / Samples + 0.5) / 20);
+                covered += std::ranges::any_of(rects, [&](const QRectF &r) { return r.contains(point); });
+            }
+            ++count.demanded;
+            count.hidden += covered >= 0.95 * Samples * 20;
+            if (covered < 0.95 * Samples * 20)
+                std::printf("   not hidden: %s (%.0f %%)\n", qUtf8Printable(secret["text"].toString()),
+                            covered / (Samples * 0.2));
+        }
+    }
+    for (const QRectF &rect : rects)
+        if (std::ranges::none_of(secrets, [&](const QRectF &secret) { return secret.intersects(rect); })) {
+            ++count.falseBoxes;
+            std::printf("   nothing private at %.0f %.0f %.0f %.0f\n", rect.x(), rect.y(), rect.width(),
+                        rect.height());
+        }
+    return count;
 }
 
 double processorSeconds()
@@ -120,7 +183,7 @@ int main(int argc, char **argv)
             }
             QStringList read;
             for (const RecognizedLine &line : *lines) {
-                read += line.text.split(' ', Qt::SkipEmptyParts);
+                read += plain(line.text).split(' ', Qt::SkipEmptyParts);
                 if (verbose)
                     std::printf("  %4.2f |%s|\n", line.confidence, qUtf8Printable(line.text));
             }
@@ -143,6 +206,13 @@ int main(int argc, char **argv)
             ++pages;
             std::printf("%-24s recall %.3f precision %.3f  %.2f s of one core\n", qUtf8Printable(name),
                         recall, precision, seconds);
+            if (truth->object().contains("lines")) {
+                const Hidden hidden =
+                    hiddenBy(boxesOf(*lines, TextRecognizer::Boxes::Sensitive, image.size()), image.size(),
+                             truth->object());
+                std::printf("   private: %d of %d hidden, %d boxes elsewhere\n", hidden.hidden,
+                            hidden.demanded, hidden.falseBoxes);
+            }
             if (qEnvironmentVariableIsSet("WRONG")) {
                 QStringList missed;
                 for (auto it = left.begin(); it != left.end(); ++it)

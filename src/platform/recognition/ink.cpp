@@ -4,8 +4,12 @@
 
 namespace {
 
-constexpr int Shrink = 4;          // backgrounds are smooth: a quarter of the pixels tells them
-constexpr int MedianWindow = 11;   // 44 pixels of the picture: more than any stroke, less than most panels
+constexpr int Shrink = 4;            // backgrounds are smooth: a quarter of the pixels tells them
+constexpr int MedianWindow = 11;     // 44 pixels of the picture: more than any stroke, less than most panels
+constexpr int FlatPatch = 5;         // pixels; letters of usual sizes have thinner strokes
+constexpr int FlatSpread = 4;        // of a channel: soft gradients are flat too
+constexpr int SmallestSurface = 256; // pixels of its inside
+constexpr float FarthestSurface = 48;
 constexpr int FaintestFill = 24;   // contrast of a filled shape against what is behind it
 constexpr double SolidShare = 0.5; // of a filled shape's box is its colour
 
@@ -40,7 +44,9 @@ int distance(const cv::Vec3b &pixel, const cv::Vec3b &low, const cv::Vec3b &high
     return most;
 }
 
-void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
+// Ink against the usual colour of a wide neighbourhood; near an edge between two, against either of them. For
+// photographs and other grounds that are nowhere flat.
+cv::Mat againstUsualColor(const cv::Mat &pixels)
 {
     cv::Mat small;
     cv::resize(pixels, small,
@@ -51,6 +57,7 @@ void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
     cv::Mat high;
     cv::erode(small, low, {});
     cv::dilate(small, high, {});
+    cv::Mat ink(pixels.size(), CV_8U);
     for (int y = 0; y < pixels.rows; ++y) {
         const auto *row = pixels.ptr<cv::Vec3b>(y);
         const auto *lows = low.ptr<cv::Vec3b>(std::min(y / Shrink, low.rows - 1));
@@ -58,6 +65,83 @@ void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
         uchar *out = ink.ptr(y);
         for (int x = 0; x < pixels.cols; ++x)
             out[x] = uchar(distance(row[x], lows[x / Shrink], highs[x / Shrink]));
+    }
+    return ink;
+}
+
+// 0 where the picture is flat over a patch larger than any stroke of a letter, 255 elsewhere.
+cv::Mat unevenPlaces(const cv::Mat &pixels)
+{
+    const cv::Mat patch = cv::Mat::ones(FlatPatch, FlatPatch, CV_8U);
+    cv::Mat low;
+    cv::Mat high;
+    cv::erode(pixels, low, patch);
+    cv::dilate(pixels, high, patch);
+    cv::Mat flat(pixels.size(), CV_8U);
+    for (int y = 0; y < pixels.rows; ++y) {
+        const auto *lows = low.ptr<cv::Vec3b>(y);
+        const auto *highs = high.ptr<cv::Vec3b>(y);
+        uchar *out = flat.ptr(y);
+        for (int x = 0; x < pixels.cols; ++x) {
+            const int spread =
+                std::max({highs[x][0] - lows[x][0], highs[x][1] - lows[x][1], highs[x][2] - lows[x][2]});
+            out[x] = spread <= FlatSpread ? 255 : 0;
+        }
+    }
+    // The inside of a large letter is flat too, but small.
+    cv::Mat labels;
+    cv::Mat stats;
+    cv::Mat centers;
+    const int count = cv::connectedComponentsWithStats(flat, labels, stats, centers, 4, CV_32S);
+    std::vector<uchar> uneven(size_t(count), 255);
+    for (int label = 1; label < count; ++label)
+        if (stats.at<int>(label, cv::CC_STAT_AREA) >= SmallestSurface)
+            uneven[size_t(label)] = 0;
+    for (int y = 0; y < flat.rows; ++y) {
+        const int *row = labels.ptr<int>(y);
+        uchar *out = flat.ptr(y);
+        for (int x = 0; x < flat.cols; ++x)
+            out[x] = uneven[size_t(row[x])];
+    }
+    return flat;
+}
+
+// Ink against the colour of the nearest flat surface.
+void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
+{
+    const cv::Mat uneven = unevenPlaces(pixels);
+    cv::Mat far;
+    cv::Mat nearest;
+    cv::distanceTransform(uneven, far, nearest, cv::DIST_L2, cv::DIST_MASK_5, cv::DIST_LABEL_PIXEL);
+    // The label of each flat pixel, and the colour behind each label.
+    std::vector<cv::Vec3b> colors{cv::Vec3b()};
+    for (int y = 0; y < pixels.rows; ++y) {
+        const uchar *row = uneven.ptr(y);
+        const int *labels = nearest.ptr<int>(y);
+        for (int x = 0; x < pixels.cols; ++x) {
+            if (row[x] != 0)
+                continue;
+            if (size_t(labels[x]) >= colors.size())
+                colors.resize(size_t(labels[x]) + 1);
+            colors[size_t(labels[x])] = pixels.at<cv::Vec3b>(y, x);
+        }
+    }
+    cv::Mat usual;
+    for (int y = 0; y < pixels.rows; ++y) {
+        const auto *row = pixels.ptr<cv::Vec3b>(y);
+        const int *labels = nearest.ptr<int>(y);
+        const float *distances = far.ptr<float>(y);
+        uchar *out = ink.ptr(y);
+        for (int x = 0; x < pixels.cols; ++x) {
+            if (colors.size() > 1 && distances[x] <= FarthestSurface) {
+                const cv::Vec3b &color = colors[size_t(labels[x])];
+                out[x] = uchar(distance(row[x], color, color));
+                continue;
+            }
+            if (usual.empty())
+                usual = againstUsualColor(pixels);
+            out[x] = usual.at<uchar>(y, x);
+        }
     }
 }
 

@@ -7,6 +7,7 @@ namespace {
 
 constexpr int FaintestInk = 22;
 constexpr int TallestGlyph = 140;
+constexpr int ShortestLetter = 5;
 
 struct Glyph {
     QRect box;
@@ -89,11 +90,17 @@ bool belongTogether(const Glyph &a, const Glyph &b)
     const int shorter = std::min(a.box.height(), b.box.height());
     if (gap > std::max(tall * 1.5, 8.0))
         return false;
-    if (gap < 0) // one above the other: dots, accents, the two bars of "="
-        return overlap > -std::max(2.0, 0.3 * tall) &&
-               (overlap > 0 || std::min(a.box.width(), b.box.width()) <= tall) && shorter * 2 < tall + 2;
-    if (shorter * 2 < tall) // dots, dashes and quotes within the reach of the other
-        return overlap > -0.2 * tall && shorter * 5 > 0;
+    if (gap < 0 && overlap <= 0) // one above the other: dots, accents, the two bars of "="
+        return -overlap <= std::max(3.0, 0.18 * tall) &&
+               (shorter * 2 < tall + 2 || std::max(a.box.height(), b.box.height()) <= 4);
+    if (shorter * 2 < tall) { // dots, dashes and quotes; underscores hang below
+        const Glyph &small = a.box.height() < b.box.height() ? a : b;
+        const Glyph &large = &small == &a ? b : a;
+        const bool isUnderscore =
+            small.top() >= large.bottom() - 1 && small.box.height() <= std::max(2, tall / 5) &&
+            small.box.width() >= 3 * small.box.height() && small.box.width() >= tall / 3;
+        return overlap > (isUnderscore ? -0.4 * tall : 0);
+    }
     return overlap > 0.45 * shorter;
 }
 
@@ -129,7 +136,39 @@ QList<TextRegion> findLines(const QImage &ink)
         QRect box;
         std::vector<int> heights;
         std::vector<int> strengths;
-        size_t count = 0;
+        std::vector<QRect> glyphs;
+        // The upright side of a field's frame is no letter: it stands out above and below all others.
+        void dropFrameEnds()
+        {
+            std::ranges::sort(glyphs, {}, [](const QRect &glyph) { return glyph.left(); });
+            const auto standsOut = [this](size_t index) {
+                const QRect &end = glyphs[index];
+                if (end.width() > 3)
+                    return false;
+                QRect others;
+                for (size_t i = 0; i < glyphs.size(); ++i)
+                    if (i != index)
+                        others = others.united(glyphs[i]);
+                return end.top() + 3 <= others.top() && end.bottom() >= others.bottom() + 2;
+            };
+            bool dropped = false;
+            while (glyphs.size() > 1 && standsOut(glyphs.size() - 1)) {
+                glyphs.pop_back();
+                dropped = true;
+            }
+            while (glyphs.size() > 1 && standsOut(0)) {
+                glyphs.erase(glyphs.begin());
+                dropped = true;
+            }
+            if (!dropped)
+                return;
+            box = {};
+            heights.clear();
+            for (const QRect &glyph : glyphs) {
+                box = box.united(glyph);
+                heights.push_back(glyph.height());
+            }
+        }
         int glyphHeight() const
         {
             std::vector<int> sorted = heights;
@@ -149,7 +188,7 @@ QList<TextRegion> findLines(const QImage &ink)
         line.box = line.box.united(glyphs[i].box);
         line.heights.push_back(glyphs[i].box.height());
         line.strengths.push_back(glyphs[i].strongest);
-        ++line.count;
+        line.glyphs.push_back(glyphs[i].box);
     }
 
     // Words of one line across wider gaps, unless a rule stands between.
@@ -177,18 +216,26 @@ QList<TextRegion> findLines(const QImage &ink)
             a.box = a.box.united(b.box);
             a.heights.insert(a.heights.end(), b.heights.begin(), b.heights.end());
             a.strengths.insert(a.strengths.end(), b.strengths.begin(), b.strengths.end());
-            a.count += b.count;
+            a.glyphs.insert(a.glyphs.end(), b.glyphs.begin(), b.glyphs.end());
             b.box = {};
         }
     }
-    std::erase_if(lines, [](const Line &line) { return line.box.isNull() || line.box.height() < 4; });
+    for (Line &line : lines)
+        line.dropFrameEnds();
+    std::erase_if(lines, [](const Line &line) {
+        // Alone, so small a glyph is the corner of a rounded shape rather than a letter.
+        const int least = line.glyphs.size() <= 2 ? ShortestLetter + 2 : ShortestLetter;
+        return line.glyphs.empty() || std::ranges::max(line.heights) < least;
+    });
     std::ranges::sort(lines, [](const Line &a, const Line &b) {
         return std::pair(a.box.top(), a.box.left()) < std::pair(b.box.top(), b.box.left());
     });
     QList<TextRegion> regions;
     for (Line &line : lines) {
         std::ranges::sort(line.strengths);
-        regions.append({line.box, line.glyphHeight(), line.strengths[line.strengths.size() * 3 / 4]});
+        std::ranges::sort(line.glyphs, {}, [](const QRect &glyph) { return glyph.left(); });
+        regions.append(
+            {line.box, line.glyphHeight(), line.strengths[line.strengths.size() * 3 / 4], line.glyphs});
     }
     return regions;
 }

@@ -3,12 +3,14 @@
 #include <QImage>
 #include <QList>
 #include <QRect>
+#include <vector>
 
 // A stretch of text that stands on one line.
 struct TextRegion {
-    QRect box;           // in pixels, tight around the ink
-    int glyphHeight = 0; // the usual height of its letters
-    int strongest = 255; // ink of its letters
+    QRect box;                 // in pixels, tight around the ink
+    int glyphHeight = 0;       // the usual height of its letters
+    int strongest = 255;       // ink of its letters
+    std::vector<QRect> glyphs; // boxes of its connected pieces of ink, from left to right
 };
 
 // Finds lines of text in a picture's ink: glyphs are its connected components, neighbours of alike size on

@@ -3,9 +3,9 @@
 #include "base/async.h"
 #include "platform/recognition/ink.h"
 #include "platform/recognition/languages.h"
+#include "platform/recognition/page_reading.h"
 #include "platform/recognition/tesseract_reader.h"
 
-#include <QElapsedTimer>
 #include <QLibrary>
 #include <QThread>
 
@@ -21,6 +21,53 @@ void stayOnOneThread()
         reinterpret_cast<void (*)(int)>(QLibrary::resolve("gomp", 1, "omp_set_max_active_levels"));
     if (allowLevels)
         allowLevels(0);
+}
+
+// A strip of a picture: the rows that are looked at, and those of them whose lines are its own.
+struct Band {
+    int top;
+    int bottom;
+    int ownTop;
+    int ownBottom;
+};
+
+// One band for usual screens; several for pictures whose intermediate copies would not fit in memory. They
+// overlap by more than a line, and a line belongs to the band that its middle lies in.
+std::vector<Band> bandsOf(QSize picture)
+{
+    constexpr qint64 MostPixels = 9'000'000;
+    constexpr int Overlap = 200;
+    if (qint64(picture.width()) * picture.height() <= MostPixels)
+        return {{0, picture.height(), 0, picture.height()}};
+    const int rows = std::max<int>(2 * Overlap, int(MostPixels / picture.width()));
+    std::vector<Band> bands;
+    for (int top = 0; top < picture.height(); top += rows)
+        bands.push_back({std::max(0, top - Overlap), std::min(picture.height(), top + rows + Overlap), top,
+                         std::min(picture.height(), top + rows)});
+    return bands;
+}
+
+QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReader &reader)
+{
+    const bool isWhole = band.top == 0 && band.bottom == image.height();
+    const QImage ink =
+        inkOf(isWhole ? image : image.copy(0, band.top, image.width(), band.bottom - band.top));
+    std::vector<ReadLine> read;
+    for (const TextRegion &region : findLines(ink)) {
+        const int middle = band.top + region.box.center().y();
+        if (middle < band.ownTop || middle >= band.ownBottom)
+            continue;
+        if (auto symbols = reader.read(ink, region); !symbols.empty()) {
+            read.emplace_back();
+            read.back().region = region;
+            read.back().symbols = std::move(symbols);
+        }
+    }
+    mend(ink, read);
+    QList<RecognizedLine> lines;
+    for (const ReadLine &line : read)
+        lines.append(recognizedLine(line, image.size(), band.top));
+    return lines;
 }
 
 } // namespace
@@ -62,32 +109,15 @@ Result<QList<RecognizedLine>> TesseractEngine::work(const QImage &image, const Q
     if (image.isNull())
         return lines;
     stayOnOneThread();
-    QElapsedTimer t;
-    t.start();
-    const QImage ink = inkOf(image);
-    const auto t1 = t.elapsed();
-    const auto regions = findLines(ink);
-    fprintf(stderr, "ink %d find %d n %d\n", int(t1), int(t.elapsed() - t1), int(regions.size()));
-    if (regions.isEmpty())
-        return lines;
     auto reader = takeReader(data->folder, data->languages);
     if (!reader)
         return std::unexpected(reader.error());
-    const double width = image.width();
-    const double height = image.height();
-    const auto normalized = [&](const QRectF &box) {
-        return box.isNull() ? QRectF()
-                            : QRectF(box.x() / width, 1 - box.bottom() / height, box.width() / width,
-                                     box.height() / height);
-    };
-    for (const TextRegion &region : regions) {
-        auto line = (*reader)->read(ink, region);
-        if (!line)
-            continue;
-        line->box = normalized(line->box);
-        for (QRectF &box : line->characters)
-            box = normalized(box);
-        lines.append(*line);
+    try {
+        for (const Band &band : bandsOf(image.size()))
+            lines += read(image, band, **reader);
+    } catch (const std::exception &exception) {
+        return fail("The picture is too large to be read on this machine.",
+                    QString::fromUtf8(exception.what()));
     }
     const std::lock_guard lock(m_mutex);
     m_idle.push_back({data->languages, std::move(*reader)});

@@ -2,10 +2,9 @@
 
 #include "base/result.h"
 #include "platform/recognition/line_finder.h"
-#include "platform/text_engine.h"
+#include "platform/recognition/page_reading.h"
 
 #include <memory>
-#include <optional>
 
 // Reads single lines of text with one set of language data. One thread at a time.
 class TesseractReader {
@@ -14,9 +13,12 @@ public:
     static Result<std::unique_ptr<TesseractReader>> open(const QString &dataFolder, const QString &languages);
     ~TesseractReader();
 
-    // The text of one region of a picture's ink; boxes are pixels of the picture with the origin at the top
-    // left. Nothing when there is no text.
-    std::optional<RecognizedLine> read(const QImage &ink, const TextRegion &region);
+    // The symbols of one region of a picture's ink, from left to right; none when there is no text.
+    std::vector<Symbol> read(const QImage &ink, const TextRegion &region,
+                             double letterHeight = UsualLetterHeight);
+
+    // The height to which letters are scaled for reading, in pixels: where the language data reads best.
+    static constexpr double UsualLetterHeight = 24;
 
 private:
     struct Parts;
