@@ -66,6 +66,8 @@ public:
     void setBase(const QImage &base);
     // The pixelated copy of the base, made when first asked for after a change of base.
     const QImage &pixelated() const;
+    // Gives the pixelated copy's memory back until it is asked for again.
+    void releasePixelated() { m_pixelated = QImage(); }
     QRectF imageBounds() const { return QRectF(m_base.rect()); }
     const QList<Annotation> &annotations() const { return m_annotations; }
     void setAnnotations(const QList<Annotation> &annotations);

@@ -17,6 +17,8 @@ constexpr double cornerRadius = 24;    // image pixels, with rounded corners or 
 constexpr double borderWidth = 16;     // image pixels, half of it over the picture
 constexpr double sharpAbove = 1.5;     // device pixels for an image pixel, from where pixels stay square
 constexpr double backdropShare = 0.08; // of the longer side
+constexpr double spotlightCorner = 16; // image pixels
+constexpr int mostRects = 8;           // rendered one by one; a region of more is rendered as one
 constexpr double selectionOutset = 4;
 constexpr double handleSide = 9;
 constexpr double chromeReach = 10; // selection outline and handles around the bounds, with their strokes
@@ -36,6 +38,13 @@ QPen dashed(const QColor &color, double width, double on, double off)
     pen.setDashPattern({on / width, off / width});
     pen.setCapStyle(Qt::FlatCap);
     return pen;
+}
+
+bool dims(const QList<Annotation> &objects)
+{
+    return std::any_of(objects.begin(), objects.end(), [](const Annotation &a) {
+        return a.kind == ToolKind::Spotlight && !a.rect().isEmpty();
+    });
 }
 
 bool sameStage(const CanvasPainter::Scene &a, const CanvasPainter::Scene &b)
@@ -122,40 +131,55 @@ QRegion CanvasPainter::update(const Scene &scene)
     return (changed | overlayBefore | overlayRegion()) & whole;
 }
 
+// Dimming stays as it is but where a hole opens or closes: between the two rectangles, and around their
+// corners.
+QRegion CanvasPainter::changedHole(const Annotation *before, const Annotation *after) const
+{
+    const auto reach = [this](const Annotation *a) { return a ? painted(*a).toAlignedRect() : QRect(); };
+    const QRect old = reach(before), now = reach(after);
+    const int corner = qCeil(spotlightCorner * m_scene.viewport.scale()) + 4;
+    const QRect untouched = (old & now).adjusted(corner, corner, -corner, -corner);
+    QRegion region = QRegion(old) | now;
+    return untouched.isValid() ? region - untouched : region;
+}
+
 QRegion CanvasPainter::changedObjects(const QList<Annotation> &before, const QList<Annotation> &after) const
 {
     if (before == after)
         return {};
+    if (dims(before) != dims(after))
+        return QRect(QPoint(), m_scene.viewport.view.toSize());
     QHash<QUuid, std::pair<const Annotation *, qsizetype>> old;
     for (qsizetype i = 0; i < before.size(); ++i)
         old.insert(before[i].id, {&before[i], i});
     QRegion region;
-    const auto touch = [&](const Annotation &annotation) {
-        // A spotlight dims all that lies outside of it.
-        if (annotation.kind == ToolKind::Spotlight)
-            region |= QRect(QPoint(), m_scene.viewport.view.toSize());
-        else
-            region |= painted(annotation).toAlignedRect();
+    const auto touch = [&](const Annotation *was, const Annotation *is) {
+        const Annotation &any = was ? *was : *is;
+        if (any.kind == ToolKind::Spotlight) {
+            region |= changedHole(was, is);
+            return;
+        }
+        for (const Annotation *annotation : {was, is}) {
+            if (annotation)
+                region |= painted(*annotation).toAlignedRect();
+        }
     };
     qsizetype last = -1;
     for (const Annotation &annotation : after) {
         const auto known = old.find(annotation.id);
         if (known == old.end()) {
-            touch(annotation);
+            touch(nullptr, &annotation);
             continue;
         }
         const auto [previous, index] = *known;
-        if (!(*previous == annotation)) {
-            touch(*previous);
-            touch(annotation);
-        } else if (index < last) {
-            touch(annotation); // changed places with another
-        }
+        const bool changedPlaces = index < last;
+        if (changedPlaces || !(*previous == annotation))
+            touch(previous, &annotation);
         last = std::max(last, index);
         old.erase(known);
     }
     for (const auto &[previous, index] : old)
-        touch(*previous);
+        touch(previous, nullptr);
     return region;
 }
 
@@ -240,20 +264,37 @@ void CanvasPainter::drawBase(QPainter &painter)
         m_scaledKey = m_scene.base.cacheKey();
     }
     painter.drawImage(frame, m_scaled);
+    if (!view.zoom)
+        m_scaled = QImage(); // while fitting, the next size is another one
 }
 
 void CanvasPainter::renderObjects(const QRegion &region)
 {
+    if (m_stage.isNull())
+        renderStage();
+    if (m_scene.objects.isEmpty() && !m_scene.effects.border) {
+        m_layer = m_stage; // shares its pixels
+        return;
+    }
     if (m_layer.size() != m_stage.size())
-        m_layer = QImage(m_stage.size(), QImage::Format_RGB32);
+        m_layer = m_stage;
     m_layer.setDevicePixelRatio(m_stage.devicePixelRatio());
+    // Rectangle by rectangle, so that nothing is drawn for the room between them.
+    if (region.rectCount() > mostRects)
+        return renderObjectsIn(region.boundingRect());
+    for (const QRect &rect : region)
+        renderObjectsIn(rect);
+}
+
+void CanvasPainter::renderObjectsIn(const QRect &rect)
+{
     const Effects &effects = m_scene.effects;
     const QTransform toView = imageToView();
     const QRectF image(m_scene.base.rect());
     const double s = m_scene.viewport.scale();
 
     QPainter painter(&m_layer);
-    painter.setClipRegion(region);
+    painter.setClipRect(rect);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(QPointF(), m_stage);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
@@ -279,6 +320,13 @@ void CanvasPainter::renderObjects(const QRegion &region)
         painter.setPen(QPen(effects.borderColor, borderWidth * s, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
         painter.drawRoundedRect(frame, radius, radius);
     }
+}
+
+void CanvasPainter::releaseCaches()
+{
+    m_stage = QImage();
+    m_scaled = QImage();
+    m_scene.pixelated = QImage();
 }
 
 // MARK: Painting

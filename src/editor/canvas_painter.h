@@ -39,11 +39,15 @@ public:
     QRegion update(const Scene &scene);
     // Within the painter's clip.
     void paint(QPainter &painter) const;
+    // Gives back what only the next change needs, which then takes a little longer.
+    void releaseCaches();
 
 private:
     void renderStage();
-    void renderObjects(const QRegion &region); // device pixels
+    void renderObjects(const QRegion &region); // points
+    void renderObjectsIn(const QRect &rect);
     QRegion changedObjects(const QList<Annotation> &before, const QList<Annotation> &after) const;
+    QRegion changedHole(const Annotation *before, const Annotation *after) const;
     QRegion overlayRegion() const;
     QRectF painted(const Annotation &annotation) const; // view coordinates
     QTransform imageToView() const;

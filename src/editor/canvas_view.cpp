@@ -162,6 +162,11 @@ bool CanvasView::event(QEvent *event)
         }
         break;
     }
+    case QEvent::WindowDeactivate:
+        // Any number of editors may stand open; those that nobody works in keep only what they show.
+        m_painter.releaseCaches();
+        m_document.releasePixelated();
+        break;
     case QEvent::NativeGesture: {
         auto *gesture = static_cast<QNativeGestureEvent *>(event);
         if (gesture->gestureType() == Qt::ZoomNativeGesture) {
