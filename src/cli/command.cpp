@@ -41,8 +41,16 @@ CommandContext::~CommandContext()
     Log::flush();
 }
 
+// The toolkit's own remarks would mix with the one sentence that a command says about its failure.
+static void keepQuiet(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg || qEnvironmentVariableIsSet("LUMENPOST_VERBOSE"))
+        std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, message)));
+}
+
 void CommandContext::startApplication(Needs needs)
 {
+    qInstallMessageHandler(keepQuiet);
     QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMENPOST_VERSION));
     switch (needs) {

@@ -13,12 +13,15 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPainter>
+#include <QtEndian>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <memory>
 #include <tuple>
 #include <turbojpeg.h>
 #include <unistd.h>
+#include <zlib.h>
 
 namespace {
 
@@ -62,6 +65,28 @@ bool isCutOff(const QByteArray &bytes, const QByteArray &format)
     return false;
 }
 
+// Whether a critical chunk of a PNG isn't what its checksum says. The decoder would notice too, but tell it
+// on the standard error output by itself.
+bool isDamagedPng(const QByteArray &bytes)
+{
+    const auto *data = reinterpret_cast<const uchar *>(bytes.constData());
+    qsizetype at = 8;
+    while (at + 12 <= bytes.size()) {
+        const qsizetype length = qFromBigEndian<quint32>(data + at);
+        if (length > bytes.size() - at - 12)
+            return true;
+        const uchar *type = data + at + 4;
+        const bool critical = (type[0] & 0x20) == 0;
+        if (critical &&
+            crc32(0, type, static_cast<uInt>(length + 4)) != qFromBigEndian<quint32>(type + 4 + length))
+            return true;
+        if (std::memcmp(type, "IEND", 4) == 0)
+            return false;
+        at += length + 12;
+    }
+    return true;
+}
+
 std::unexpected<Error> unreadable(const QString &name, const QString &what, const QString &detail = {})
 {
     const QString subject = name.isEmpty() ? QStringLiteral("The picture") : name;
@@ -84,6 +109,8 @@ Result<QImage> decodeNamed(const QByteArray &bytes, const QString &name, int lon
         return unreadable(name, QStringLiteral("is not a picture that Lumenpost can read"));
     if (isCutOff(bytes, format))
         return unreadable(name, QStringLiteral("is cut off: its end is missing"));
+    if (format == "png" && isDamagedPng(bytes))
+        return unreadable(name, QStringLiteral("is damaged"));
     if (format == "heic") {
         auto decoded = Heic::decode(bytes);
         if (!decoded && decoded.error().kind == Error::Kind::Invalid)
