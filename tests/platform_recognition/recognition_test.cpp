@@ -1,0 +1,209 @@
+#include "fakes/fake_recognition.h"
+#include "platform/session/recognition_loader.h"
+#include "support/temporary_folder.h"
+
+#include <QPainter>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Ground {
+    QColor paper;
+    QColor pen;
+};
+
+QImage page(const QStringList &lines, const Ground &ground, const QString &family, int pixels)
+{
+    QImage image(900, 60 + int(lines.size()) * pixels * 2, QImage::Format_RGB32);
+    image.fill(ground.paper);
+    QPainter painter(&image);
+    QFont font(family);
+    font.setPixelSize(pixels);
+    painter.setFont(font);
+    painter.setPen(ground.pen);
+    for (int i = 0; i < lines.size(); ++i)
+        painter.drawText(QPoint(30, 40 + i * pixels * 2), lines[i]);
+    return image;
+}
+
+QStringList textsOf(TextEngine &engine, const QImage &image)
+{
+    const auto lines = engine.recognize(image, {"en_US"}).result();
+    EXPECT_TRUE(lines) << lines.error().message.toStdString();
+    QStringList texts;
+    for (const RecognizedLine &line : lines.value_or(QList<RecognizedLine>()))
+        texts.append(line.text);
+    return texts;
+}
+
+} // namespace
+
+// What every text engine keeps to, the stand-in as well as the machine's.
+class TextEngineContract : public testing::TestWithParam<bool> {
+protected:
+    std::unique_ptr<TextEngine> engine()
+    {
+        if (GetParam())
+            return makeTextEngine();
+        auto fake = std::make_unique<FakeTextEngine>();
+        RecognizedLine line{"Port office", QRectF(0.1, 0.4, 0.5, 0.2), {}, 1};
+        for (int i = 0; i < line.text.size(); ++i)
+            line.characters.append(line.text[i] == ' ' ? QRectF() : QRectF(0.1 + i * 0.04, 0.4, 0.04, 0.2));
+        fake->answer = QList{line};
+        return fake;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(FakeAndReal, TextEngineContract, testing::Bool());
+
+TEST_P(TextEngineContract, GivesABoxForEachCharacterInsideItsLineAndThePicture)
+{
+    const QImage image = page({"Port office"}, {Qt::white, Qt::black}, "DejaVu Sans", 20);
+    const auto lines = engine()->recognize(image, {"en_US"}).result();
+    ASSERT_TRUE(lines);
+    ASSERT_EQ(lines->size(), 1);
+    const RecognizedLine &line = lines->first();
+    EXPECT_EQ(line.text, "Port office");
+    ASSERT_EQ(line.characters.size(), line.text.size());
+    EXPECT_TRUE(line.characters[4].isEmpty()) << "a blank has no box";
+    double last = 0;
+    for (qsizetype i = 0; i < line.text.size(); ++i) {
+        if (line.text[i] == ' ')
+            continue;
+        EXPECT_FALSE(line.characters[i].isEmpty()) << i;
+        EXPECT_GT(line.characters[i].center().x(), last) << i;
+        EXPECT_TRUE(QRectF(0, 0, 1, 1).contains(line.characters[i])) << i;
+        last = line.characters[i].center().x();
+    }
+}
+
+TEST(TesseractEngine, ReadsLightDarkAndColouredGrounds)
+{
+    const QStringList lines{"Notes from the harbour meeting", "Thank you for coming at 17:00"};
+    const auto engine = makeTextEngine();
+    for (const Ground &ground :
+         {Ground{Qt::white, QColor(40, 40, 40)}, Ground{QColor(30, 31, 34), QColor(220, 220, 220)},
+          Ground{QColor(52, 116, 240), Qt::white}, Ground{QColor(255, 243, 205), QColor(133, 77, 14)}})
+        for (const int pixels : {14, 28})
+            EXPECT_EQ(textsOf(*engine, page(lines, ground, "DejaVu Sans", pixels)), lines)
+                << ground.paper.name().toStdString() << " " << pixels;
+}
+
+TEST(TesseractEngine, ReadsButtonsAndKeepsCellsOfATableApart)
+{
+    QImage image = page({}, {QColor(30, 31, 34), Qt::white}, "DejaVu Sans", 14);
+    image = image.copy(0, 0, 900, 200);
+    QPainter painter(&image);
+    QFont font("DejaVu Sans");
+    font.setPixelSize(14);
+    painter.setFont(font);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(200, 70, 70));
+    painter.drawRoundedRect(QRectF(40, 60, 120, 32), 6, 6);
+    painter.setPen(Qt::white);
+    painter.drawText(QRectF(40, 60, 120, 32), Qt::AlignCenter, "Turn off");
+    painter.drawText(QPoint(300, 80), "Telephone");
+    painter.drawText(QPoint(600, 80), "Address");
+    painter.end();
+    auto texts = textsOf(*makeTextEngine(), image);
+    texts.sort();
+    EXPECT_EQ(texts, (QStringList{"Address", "Telephone", "Turn off"}));
+}
+
+TEST(TesseractEngine, PutsBoxesAroundTheInk)
+{
+    const QImage image =
+        page({"mail to quay@lighthouse.example today"}, {Qt::white, Qt::black}, "DejaVu Sans", 16);
+    const auto lines = makeTextEngine()->recognize(image, {}).result();
+    ASSERT_TRUE(lines);
+    ASSERT_EQ(lines->size(), 1);
+    const qsizetype at = lines->first().text.indexOf("quay");
+    ASSERT_GE(at, 0);
+    const QRectF box = lines->first().boxOf(at, 23);
+    // What is left when the box is wiped must hold no more of the address.
+    QFont font("DejaVu Sans");
+    font.setPixelSize(16);
+    const QFontMetricsF metrics(font);
+    const double left = 30 + metrics.horizontalAdvance("mail to ");
+    const double right = left + metrics.horizontalAdvance("quay@lighthouse.example");
+    EXPECT_NEAR(box.left() * image.width(), left, 3);
+    EXPECT_NEAR(box.right() * image.width(), right, 3);
+    EXPECT_GT(box.height() * image.height(), metrics.height() * 0.85);
+}
+
+TEST(TesseractEngine, FindsNothingInEmptyPictures)
+{
+    const auto engine = makeTextEngine();
+    for (const QSize size : {QSize(), QSize(1, 1), QSize(3, 400), QSize(640, 480)}) {
+        QImage image(size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        EXPECT_EQ(textsOf(*engine, image), QStringList()) << size.width();
+    }
+}
+
+TEST(TesseractEngine, ReadsEachLineOfAPictureTooTallForOneGoOnce)
+{
+    const QImage line = page({"Rota for the summer"}, {Qt::white, Qt::black}, "DejaVu Sans", 18);
+    QImage tall(line.width(), 24000, QImage::Format_RGB32);
+    tall.fill(Qt::white);
+    QPainter painter(&tall);
+    QStringList expected;
+    for (int y = 0; y + line.height() < tall.height(); y += 1111) {
+        painter.drawImage(0, y, line);
+        expected.append("Rota for the summer");
+    }
+    painter.end();
+    EXPECT_EQ(textsOf(*makeTextEngine(), tall), expected);
+}
+
+TEST(TesseractEngine, SkipsLanguagesThatAreNotThereAndSaysWhenNoneIs)
+{
+    const QImage image = page({"Port office"}, {Qt::white, Qt::black}, "DejaVu Sans", 20);
+    const auto lines = makeTextEngine()->recognize(image, {"xx_YY", "tlh"}).result();
+    ASSERT_TRUE(lines);
+    EXPECT_EQ(lines->first().text, "Port office");
+
+    const TemporaryFolder empty;
+    qputenv("TESSDATA_PREFIX", empty.path().toUtf8());
+    const auto none = makeTextEngine()->recognize(image, {"en_US"}).result();
+    ASSERT_FALSE(none);
+    EXPECT_EQ(none.error().kind, Error::Kind::Unavailable);
+    QFile broken(empty.path("eng.traineddata"));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("no data at all");
+    broken.close();
+    const auto unreadable = makeTextEngine()->recognize(image, {"en_US"}).result();
+    ASSERT_FALSE(unreadable);
+    EXPECT_EQ(unreadable.error().kind, Error::Kind::Unavailable);
+    qunsetenv("TESSDATA_PREFIX");
+}
+
+TEST(TesseractEngine, ReadsSeveralPicturesAtOnce)
+{
+    const auto engine = makeTextEngine();
+    const QStringList texts{"Bakery order", "Radio club",  "Tide tables",
+                            "Summer rota",  "Port office", "Railing paint"};
+    QList<QFuture<Result<QList<RecognizedLine>>>> readings;
+    for (const QString &text : texts)
+        readings.append(
+            engine->recognize(page({text}, {Qt::white, Qt::black}, "DejaVu Sans", 20), {"en_US"}));
+    for (int i = 0; i < texts.size(); ++i) {
+        const auto lines = readings[i].result();
+        ASSERT_TRUE(lines);
+        ASSERT_EQ(lines->size(), 1);
+        EXPECT_EQ(lines->first().text, texts[i]);
+    }
+}
+
+TEST(BlazeFace, FindsNoFaceInTextAndEmptyPictures)
+{
+    const auto engine = makeFaceEngine();
+    for (const QImage &image :
+         {QImage(), QImage(1, 1, QImage::Format_RGB32),
+          page({"Nobody here", "(o_o) :-)"}, {Qt::white, Qt::black}, "DejaVu Sans", 40)}) {
+        const auto faces = engine->detect(image).result();
+        ASSERT_TRUE(faces) << faces.error().message.toStdString();
+        EXPECT_TRUE(faces->isEmpty());
+    }
+}
