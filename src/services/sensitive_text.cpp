@@ -36,6 +36,7 @@ const QRegularExpression &misreadPatterns()
 {
     static const QRegularExpression expression = compiled({
         R"([A-Z0-9._%+-]+@[A-Z0-9.-]+[.,][A-Z]{2,})",
+        R"([A-Z0-9._%+-]{2,}@[A-Z0-9-]{3,} [A-Z]{2,}$)", // the dot taken for a blank
         R"(\b[s5][kx][-_.][A-Z0-9_.-]{16,})",
         R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
         R"([g9]h[pousr0]_?[A-Z0-9]{20,})",

@@ -48,6 +48,7 @@ TEST(SensitiveText, SeesThroughTheSlipsOfReading)
 {
     EXPECT_EQ(tolerant("anna. k@example.com here"), QStringList{"anna. k@example.com"});
     EXPECT_EQ(tolerant("lucia @ mailbox.example"), QStringList{"lucia @ mailbox.example"});
+    EXPECT_EQ(tolerant("IL=quay.desk@lighthouse example"), QStringList{"quay.desk@lighthouse example"});
     EXPECT_EQ(tolerant("crew©lighthouse.example"), QStringList{"crew©lighthouse.example"});
     EXPECT_EQ(tolerant("number 2O4l7735"), QStringList{"2O4l7735"});
     EXPECT_EQ(tolerant("sk_Live_ZqumpmO8 hsE8JNpjJ0QGa2rb"),
