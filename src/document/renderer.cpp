@@ -17,7 +17,7 @@ namespace Renderer {
 namespace {
 
 // Far beyond any picture; keeps numbers from a broken project out of the rasteriser's reach.
-constexpr double farthest = 1e6;
+constexpr double farthest = 2e5;
 constexpr double widestLine = 1000;
 // Below this scale a picture is averaged rather than interpolated.
 constexpr double smallestInterpolated = 0.75;
@@ -166,16 +166,41 @@ void drawLine(const Annotation &a, QPainter &painter)
     strokeWithShadow(painter, path, pen);
 }
 
+// A long stroke in pieces: the rasteriser's time grows with the square of what crosses itself in one path.
+// Round ends make the pieces one line.
+QList<QPainterPath> strokePieces(const QList<QPointF> &points)
+{
+    // What a hand draws stays one path.
+    const qsizetype longestPiece = points.size() <= 600 ? 600 : 24;
+    QList<QPainterPath> pieces;
+    for (qsizetype first = 0; first < points.size(); first += longestPiece) {
+        QPainterPath piece(points[first]);
+        const qsizetype last = std::min(first + longestPiece, points.size() - 1);
+        for (qsizetype i = first + 1; i <= last; ++i)
+            piece.lineTo(points[i]);
+        if (last == first)
+            piece.lineTo(points[first]);
+        pieces.append(piece);
+    }
+    return pieces;
+}
+
 void drawPen(const Annotation &a, QPainter &painter)
 {
-    if (a.points.isEmpty())
+    if (a.points.isEmpty() || a.lineWidth <= 0)
         return;
-    QPainterPath path(a.points.first());
-    for (qsizetype i = 1; i < a.points.size(); ++i)
-        path.lineTo(a.points[i]);
-    if (a.points.size() == 1)
-        path.lineTo(a.points.first());
-    strokeWithShadow(painter, path, roundPen(a.color, a.lineWidth));
+    const QList<QPainterPath> pieces = strokePieces(a.points);
+    if (pieces.size() == 1)
+        return strokeWithShadow(painter, pieces.first(), roundPen(a.color, a.lineWidth));
+    // Drawn opaque into a mask, so that overlapping pieces of a translucent colour don't show.
+    const auto shape = [&](QPainter &mask) {
+        for (const QPainterPath &piece : pieces)
+            mask.strokePath(piece, roundPen(Qt::white, a.lineWidth));
+    };
+    SoftShadow shadow = commonShadow;
+    shadow.color.setAlphaF(shadow.color.alphaF() * a.color.alphaF());
+    shadow.paint(painter, a.bounds(), shape);
+    SoftShadow{0, a.color, {}}.paint(painter, a.bounds(), shape);
 }
 
 void drawHighlight(const Annotation &a, QPainter &painter)
