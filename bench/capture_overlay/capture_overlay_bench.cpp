@@ -113,7 +113,8 @@ public:
             QEventLoop loop;
             PaintWatch watch(&view, [&] { loop.quit(); });
             timer.start();
-            send(view, QEvent::MouseMove, path(i), pressed ? Qt::LeftButton : Qt::NoButton);
+            send(view, QEvent::MouseMove, path(i + 1), pressed ? Qt::LeftButton : Qt::NoButton);
+            QTimer::singleShot(1000, &loop, &QEventLoop::quit); // a move that changes nothing paints nothing
             loop.exec();
             times.append(double(timer.nsecsElapsed()) / 1e6);
         }
@@ -187,6 +188,7 @@ int hold(QApplication &application)
 
 int main(int argc, char **argv)
 {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     QApplication application(argc, argv);
     if (argc > 1 && qstrcmp(argv[1], "--hold") == 0)
         return hold(application);
