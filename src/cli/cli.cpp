@@ -11,7 +11,8 @@
 namespace {
 
 constexpr std::array kGroups{
-    addCaptureCommands, addRenderCommand, addRecognitionCommands, addOnlineCommands, addLibraryCommands,
+    addCaptureCommands,     addScrollingCommands, addRenderCommand,
+    addRecognitionCommands, addOnlineCommands,    addLibraryCommands,
 };
 
 // Filling the whole tree of commands costs time; a capture needs only its own group.

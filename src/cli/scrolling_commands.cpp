@@ -1,0 +1,177 @@
+#include "cli/command.h"
+
+#include "base/async.h"
+#include "capture/frame_stitcher.h"
+#include "capture/screen_capturer.h"
+#include "capture/scrolling_session.h"
+#include "cli/rectangle.h"
+#include "document/image_files.h"
+#include "library/library.h"
+#include "platform/platform.h"
+#include "platform/screen_pictures.h"
+#include "platform/screens.h"
+
+#include <CLI/CLI.hpp>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+QString absolutePath(const std::string &word)
+{
+    return QFileInfo(QString::fromStdString(word)).absoluteFilePath();
+}
+
+QJsonArray toJson(const QList<FrameStitcher::Step> &steps)
+{
+    QJsonArray array;
+    for (const FrameStitcher::Step &step : steps)
+        array.append(
+            QJsonObject{{QStringLiteral("footer"), step.footer}, {QStringLiteral("shift"), step.shift}});
+    return array;
+}
+
+// MARK: stitch
+
+struct StitchCall {
+    std::vector<std::string> frames;
+    std::string output;
+    bool json = false;
+};
+
+// The next frame is decoded while the one before it is compared.
+Result<void> addFrames(FrameStitcher &stitcher, const std::vector<std::string> &files)
+{
+    const auto read = [&files](size_t index) {
+        return runInBackground([path = absolutePath(files[index])] { return ImageFiles::read(path); });
+    };
+    QFuture<Result<QImage>> next = read(0);
+    for (size_t i = 0; i < files.size(); ++i) {
+        const Result<QImage> frame = next.takeResult();
+        if (!frame)
+            return std::unexpected(frame.error());
+        if (i + 1 < files.size())
+            next = read(i + 1);
+        if (i > 0 && frame->size() != stitcher.frames().first().image.size()) {
+            CommandContext::warn(QStringLiteral("%1 is left out: it has another size than the first frame.")
+                                     .arg(QFileInfo(absolutePath(files[i])).fileName()));
+            continue;
+        }
+        stitcher.add(*frame);
+    }
+    return {};
+}
+
+void stitch(CommandContext &context, const StitchCall &call)
+{
+    FrameStitcher stitcher;
+    if (const auto added = addFrames(stitcher, call.frames); !added)
+        return context.fail(added.error());
+    const std::optional<QImage> picture = stitcher.result();
+    if (!picture)
+        return context.fail(
+            {Error::Kind::Failed, QStringLiteral("The whole picture doesn't fit in memory."), {}});
+    const QString output = absolutePath(call.output);
+    if (const auto written = ImageFiles::write(*picture, output); !written)
+        return context.fail(written.error());
+    if (!call.json)
+        return CommandContext::print(output);
+    CommandContext::print(QJsonDocument(
+        QJsonObject{{QStringLiteral("accepted"), stitcher.frames().size()},
+                    {QStringLiteral("steps"), toJson(stitcher.steps())},
+                    {QStringLiteral("size"), QJsonArray{picture->width(), picture->height()}}}));
+}
+
+void addStitch(CLI::App &app, CommandContext &context)
+{
+    const auto call = std::make_shared<StitchCall>();
+    CLI::App *command =
+        app.add_subcommand("stitch", "Join the frames of something that scrolled into one picture");
+    command->add_option("FRAME", call->frames, "Pictures of one size, in the order they were taken")
+        ->required();
+    command->add_option("--output", call->output, "The picture to write")->type_name("FILE")->required();
+    command->add_flag("--json", call->json, "Print how many frames were used, each step and the size");
+    setBody(command, context, Needs::Core, [&context, call] { stitch(context, *call); });
+}
+
+// MARK: scroll
+
+struct ScrollCall {
+    std::string region;
+    int maxFrames = ScrollingCaptureSession::mostFrames;
+    std::string output;
+    bool json = false;
+};
+
+void deliver(CommandContext &context, const ScrollCall &call, const ScrollingCaptureSession &session,
+             const QImage &picture)
+{
+    const QString path = call.output.empty() ? context.library().newCaptureURL() : absolutePath(call.output);
+    if (const auto written = ImageFiles::write(picture, path); !written)
+        return context.fail(written.error());
+    if (!call.json)
+        return CommandContext::print(path);
+    CommandContext::print(QJsonDocument(QJsonObject{{QStringLiteral("path"), path},
+                                                    {QStringLiteral("frames"), session.frames()},
+                                                    {QStringLiteral("steps"), toJson(session.steps())}}));
+}
+
+void scroll(CommandContext &context, const ScrollCall &call)
+{
+    Platform &platform = context.platform();
+    const QRectF region = *parseRectangle(call.region);
+    const QList<Screen> screens = platform.screens->screens();
+    const Screen *screen = screenAt(screens, region.center());
+    if (!screen)
+        return context.fail(captureError(CaptureError::NoDisplays));
+    const QRectF visible = region.intersected(screen->frame());
+    if (visible.isEmpty()) {
+        context.fail(
+            {Error::Kind::NotFound, QStringLiteral("No display shows anything of that region."), {}});
+        context.status = ExitStatus::NothingFound;
+        return;
+    }
+
+    ScrollingCaptureSession session(
+        {*platform.screens, *platform.pictures, *platform.pointer, *platform.permissions}, *screen,
+        visible.translated(-screen->frame().topLeft()));
+    session.setMaxFrames(call.maxFrames);
+    whenDone(session.run(), &session, [&](const Result<std::optional<QImage>> &picture) {
+        if (!picture)
+            context.fail(picture.error());
+        else if (!*picture)
+            context.fail(
+                {Error::Kind::Failed, QStringLiteral("The whole picture doesn't fit in memory."), {}});
+        else
+            deliver(context, call, session, **picture);
+        QCoreApplication::quit();
+    });
+    QCoreApplication::exec();
+}
+
+void addScroll(CLI::App &app, CommandContext &context)
+{
+    const auto call = std::make_shared<ScrollCall>();
+    CLI::App *command = app.add_subcommand("scroll", "Scroll a region to its end and join what it showed");
+    command->add_option("REGION", call->region, "X,Y,WxH in points from the top left")
+        ->required()
+        ->check(isRectangle);
+    command->add_option("--max-frames", call->maxFrames, "Stop after so many frames")
+        ->type_name("N")
+        ->check(CLI::Range(1, ScrollingCaptureSession::mostFrames));
+    command->add_option("--output", call->output, "Write this file instead of a new one in the Library")
+        ->type_name("FILE");
+    command->add_flag("--json", call->json, "Print the path, the number of frames and each step");
+    setBody(command, context, Needs::Core, [&context, call] { scroll(context, *call); });
+}
+
+} // namespace
+
+void addScrollingCommands(CLI::App &app, CommandContext &context)
+{
+    addScroll(app, context);
+    addStitch(app, context);
+}
