@@ -106,6 +106,8 @@ PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, doubl
     setFocusPolicy(Qt::StrongFocus);
     setProperty("focusRadius", -1.0);
     setGeometry(frame.toAlignedRect());
+    winId(); // the attribute is heeded once there is a native window
+    setAttribute(Qt::WA_X11NetWmWindowTypeToolBar); // which no list of windows shows
 }
 
 void PinWindow::resizeTo(double width, const QPointF &fixed, double fixedX, double fixedY)
