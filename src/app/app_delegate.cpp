@@ -98,7 +98,7 @@ bool AppDelegate::launch(const QStringList &words)
     m_shortcuts->registerHotkeys();
     Log::info(QStringLiteral("Ready for shortcuts"));
 
-    m_appearance = std::make_unique<Appearance>(m_application);
+    m_appearance = std::make_unique<Appearance>(m_application, m_platform.appearance.get());
     m_toasts = std::make_unique<ToastPresenter>(m_notices);
     m_tips = std::make_unique<TipCenter>(m_prefs.get());
     buildEditors();

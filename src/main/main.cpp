@@ -18,7 +18,8 @@ int runDesktopProgram(int argc, char **argv)
     }
     QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMENPOST_VERSION));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Lumenpost"));
+    // No display name: it would be added to the title of every window.
+    QGuiApplication::setDesktopFileName(QStringLiteral("lumenpost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
     const QuitSignals signals_;

@@ -9,8 +9,8 @@ class DesktopAppearance : public QObject {
 public:
     using QObject::QObject;
     // Nothing when the desktop doesn't say; it may say so later, with changed().
-    virtual std::optional<bool> prefersDark() const = 0;
-    virtual bool reducesMotion() const = 0;
+    virtual std::optional<bool> prefersDark() = 0;
+    virtual bool reducesMotion() = 0;
 
 Q_SIGNALS:
     void changed();

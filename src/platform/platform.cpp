@@ -1,5 +1,6 @@
 #include "platform/platform.h"
 
+#include "platform/desktop_appearance.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
 #include "platform/http.h"

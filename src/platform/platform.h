@@ -2,6 +2,7 @@
 
 #include <memory>
 
+class DesktopAppearance;
 class FaceEngine;
 class HotKeys;
 class Http;
@@ -40,4 +41,5 @@ struct Platform {
     std::unique_ptr<TextEngine> text;
     std::unique_ptr<FaceEngine> faces;
     std::unique_ptr<Http> http;
+    std::unique_ptr<DesktopAppearance> appearance;
 };

@@ -7,6 +7,7 @@
 #include "platform/desktop/desktop_secrets.h"
 #include "platform/desktop/desktop_sounds.h"
 #include "platform/desktop/desktop_trash.h"
+#include "platform/desktop/portal_appearance.h"
 #include "platform/desktop/qt_pasteboard.h"
 #include "platform/face_engine.h"
 #include "platform/network/network_http.h"
@@ -54,6 +55,7 @@ void addDesktop(Platform &platform, bool hasScreen)
     platform.loginItem = std::make_unique<DesktopLoginItem>();
     platform.sounds = std::make_unique<DesktopSounds>();
     platform.permissions = std::make_unique<DesktopPermissions>(hasScreen);
+    platform.appearance = std::make_unique<PortalAppearance>();
 }
 
 } // namespace

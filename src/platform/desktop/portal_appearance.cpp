@@ -1,0 +1,81 @@
+#include "platform/desktop/portal_appearance.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString schemeKey = QStringLiteral("color-scheme"); // 0 no wish, 1 dark, 2 light
+const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString animationsKey = QStringLiteral("enable-animations");
+
+} // namespace
+
+std::optional<bool> PortalAppearance::prefersDark()
+{
+    begin();
+    return m_prefersDark;
+}
+
+bool PortalAppearance::reducesMotion()
+{
+    begin();
+    return m_reducesMotion;
+}
+
+void PortalAppearance::begin()
+{
+    if (std::exchange(m_hasBegun, true))
+        return;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return;
+    // clang-format off
+    bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+                SLOT(settingChanged(QString,QString,QDBusVariant)));
+    // clang-format on
+    ask(appearanceGroup, schemeKey);
+    ask(interfaceGroup, animationsKey);
+}
+
+void PortalAppearance::ask(const QString &group, const QString &key)
+{
+    QDBusMessage read = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+    read.setArguments({group, key});
+    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(read), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, group, key] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+        if (!reply.isError())
+            take(group, key, reply.value().variant());
+    });
+}
+
+void PortalAppearance::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+{
+    take(group, key, value.variant());
+}
+
+void PortalAppearance::take(const QString &group, const QString &key, QVariant value)
+{
+    // Older portals wrap the value twice.
+    while (value.canConvert<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    const auto dark = m_prefersDark;
+    const bool reduces = m_reducesMotion;
+    if (group == appearanceGroup && key == schemeKey) {
+        const uint scheme = value.toUInt();
+        m_prefersDark = scheme == 1 ? std::optional(true) : scheme == 2 ? std::optional(false) : std::nullopt;
+    } else if (group == interfaceGroup && key == animationsKey) {
+        m_reducesMotion = !value.toBool();
+    }
+    if (dark != m_prefersDark || reduces != m_reducesMotion)
+        Q_EMIT changed();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/desktop_appearance.h"
+
+#include <QDBusVariant>
+
+// Reads the user's wishes from the desktop portal's settings and follows their changes. Begins at the first
+// question, whose answer comes later; a desktop without the portal never says anything.
+class PortalAppearance : public DesktopAppearance {
+    Q_OBJECT
+public:
+    using DesktopAppearance::DesktopAppearance;
+
+    std::optional<bool> prefersDark() override;
+    bool reducesMotion() override;
+
+private Q_SLOTS:
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    void begin();
+    void ask(const QString &group, const QString &key);
+    void take(const QString &group, const QString &key, QVariant value);
+
+    bool m_hasBegun = false;
+    std::optional<bool> m_prefersDark;
+    bool m_reducesMotion = false;
+};

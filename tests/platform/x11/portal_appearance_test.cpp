@@ -1,0 +1,66 @@
+#include "platform/desktop/portal_appearance.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// The settings part of a desktop portal, on a connection of its own.
+class FakePortal : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+public:
+    FakePortal()
+    {
+        EXPECT_TRUE(m_bus.registerService("org.freedesktop.portal.Desktop"));
+        EXPECT_TRUE(m_bus.registerObject("/org/freedesktop/portal/desktop", this,
+                                         QDBusConnection::ExportAllContents));
+    }
+    ~FakePortal() override { QDBusConnection::disconnectFromBus("portal"); }
+
+    void change(const QString &group, const QString &key, const QVariant &value)
+    {
+        Q_EMIT SettingChanged(group, key, QDBusVariant(value));
+    }
+    uint scheme = 1;
+
+public Q_SLOTS:
+    QDBusVariant Read(const QString &group, const QString &key)
+    {
+        if (group == "org.freedesktop.appearance" && key == "color-scheme")
+            return QDBusVariant(QVariant::fromValue(QDBusVariant(scheme))); // wrapped twice, as portals do
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(false)));      // no animations
+    }
+
+Q_SIGNALS:
+    void SettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
+};
+
+} // namespace
+
+TEST(PortalAppearance, FollowsTheDesktopsWish)
+{
+    FakePortal portal;
+    PortalAppearance appearance;
+    int changes = 0;
+    QObject::connect(&appearance, &DesktopAppearance::changed, &appearance, [&] { ++changes; });
+    EXPECT_EQ(appearance.prefersDark(), std::nullopt) << "the answer comes later";
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return appearance.prefersDark() == true && appearance.reducesMotion(); }));
+    portal.change("org.freedesktop.appearance", "color-scheme", 2u);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.prefersDark() == false; }));
+    portal.change("org.freedesktop.appearance", "color-scheme", 0u);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.prefersDark() == std::nullopt; }));
+    EXPECT_EQ(changes, 4);
+    portal.change("org.freedesktop.appearance", "accent-color", 7u);
+    portal.change("org.freedesktop.appearance", "color-scheme", 1u);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 5; }));
+}
+
+#include "portal_appearance_test.moc"
