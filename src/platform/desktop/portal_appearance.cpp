@@ -16,6 +16,20 @@ const QString schemeKey = QStringLiteral("color-scheme"); // 0 no wish, 1 dark, 
 const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
 
+// Hears the portal's signal, whose arguments only D-Bus has a type for.
+class Listener : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    std::function<void(const QString &group, const QString &key, const QVariant &value)> heard;
+
+public Q_SLOTS:
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+    {
+        heard(group, key, value.variant());
+    }
+};
+
 } // namespace
 
 std::optional<bool> PortalAppearance::prefersDark()
@@ -37,8 +51,12 @@ void PortalAppearance::begin()
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
+    auto *listener = new Listener(this);
+    listener->heard = [this](const QString &group, const QString &key, const QVariant &value) {
+        take(group, key, value);
+    };
     // clang-format off
-    bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+    bus.connect(service, path, interface, QStringLiteral("SettingChanged"), listener,
                 SLOT(settingChanged(QString,QString,QDBusVariant)));
     // clang-format on
     ask(appearanceGroup, schemeKey);
@@ -58,11 +76,6 @@ void PortalAppearance::ask(const QString &group, const QString &key)
     });
 }
 
-void PortalAppearance::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
-{
-    take(group, key, value.variant());
-}
-
 void PortalAppearance::take(const QString &group, const QString &key, QVariant value)
 {
     // Older portals wrap the value twice.
@@ -79,3 +92,5 @@ void PortalAppearance::take(const QString &group, const QString &key, QVariant v
     if (dark != m_prefersDark || reduces != m_reducesMotion)
         Q_EMIT changed();
 }
+
+#include "portal_appearance.moc"

@@ -2,7 +2,7 @@
 
 #include "platform/desktop_appearance.h"
 
-#include <QDBusVariant>
+#include <QVariant>
 
 // Reads the user's wishes from the desktop portal's settings and follows their changes. Begins at the first
 // question, whose answer comes later; a desktop without the portal never says anything.
@@ -13,9 +13,6 @@ public:
 
     std::optional<bool> prefersDark() override;
     bool reducesMotion() override;
-
-private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
     void begin();
