@@ -16,7 +16,7 @@ const QString schemeKey = QStringLiteral("color-scheme"); // 0 no wish, 1 dark, 
 const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
 
-// Hears the portal's signal, whose arguments only D-Bus has a type for.
+// Hears the portal's signal.
 class Listener : public QObject {
     Q_OBJECT
 public:
@@ -24,9 +24,11 @@ public:
     std::function<void(const QString &group, const QString &key, const QVariant &value)> heard;
 
 public Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+    void settingChanged(const QDBusMessage &message)
     {
-        heard(group, key, value.variant());
+        const QVariantList words = message.arguments();
+        if (words.size() == 3)
+            heard(words[0].toString(), words[1].toString(), words[2]);
     }
 };
 
@@ -55,10 +57,8 @@ void PortalAppearance::begin()
     listener->heard = [this](const QString &group, const QString &key, const QVariant &value) {
         take(group, key, value);
     };
-    // clang-format off
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), listener,
-                SLOT(settingChanged(QString,QString,QDBusVariant)));
-    // clang-format on
+                SLOT(settingChanged(QDBusMessage)));
     ask(appearanceGroup, schemeKey);
     ask(interfaceGroup, animationsKey);
 }
