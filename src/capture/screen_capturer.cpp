@@ -56,6 +56,15 @@ ScreenCapturer::ScreenCapturer(const Screens &screens, ScreenPictures &pictures)
     : m_screens(screens), m_pictures(pictures)
 {}
 
+Error ScreenCapturer::noDisplays() const
+{
+    Error error = captureError(CaptureError::NoDisplays);
+    const ScreenPictures::Capabilities able = m_pictures.capabilities();
+    if (!able.displays && !able.reason.isEmpty())
+        error.message = able.reason;
+    return error;
+}
+
 QList<WindowInfo> ScreenCapturer::onScreenWindows() const
 {
     QList<WindowInfo> windows;
@@ -73,13 +82,8 @@ QFuture<Result<QList<DisplaySnapshot>>> ScreenCapturer::captureAllDisplays(Point
 {
     using Snapshots = Result<QList<DisplaySnapshot>>;
     const QList<Screen> screens = m_screens.screens();
-    if (screens.isEmpty()) {
-        Error error = captureError(CaptureError::NoDisplays);
-        const QString reason = m_pictures.capabilities().reason;
-        if (!reason.isEmpty())
-            error.message = reason;
-        return readyFuture<Snapshots>(std::unexpected(error));
-    }
+    if (screens.isEmpty())
+        return readyFuture<Snapshots>(std::unexpected(noDisplays()));
     QList<QFuture<Result<QImage>>> pictures;
     for (const Screen &screen : screens)
         pictures.append(m_pictures.display(screen, pointer));

@@ -24,6 +24,8 @@ class ScreenCapturer {
 public:
     ScreenCapturer(const Screens &screens, ScreenPictures &pictures);
 
+    // CaptureError::NoDisplays, in the words of the machine where it knows what the user can do about it.
+    Error noDisplays() const;
     // Ordinary windows of other programs, front to back, tiny ones left out.
     QList<WindowInfo> onScreenWindows() const;
     // Every display, taken one right after the other; the first error leaves the whole operation.

@@ -83,12 +83,17 @@ void capture(CommandContext &context, const CaptureArguments &arguments,
     deliver(context, *image, arguments);
 }
 
+Error noDisplays(CommandContext &context)
+{
+    return ScreenCapturer(*context.platform().screens, *context.platform().pictures).noDisplays();
+}
+
 // By its id, or counted from 0; without a number the display under the pointer.
 Result<Screen> chosenScreen(CommandContext &context, const std::optional<quint32> &number)
 {
     const QList<Screen> screens = context.platform().screens->screens();
     if (screens.isEmpty())
-        return std::unexpected(captureError(CaptureError::NoDisplays));
+        return std::unexpected(noDisplays(context));
     if (!number) {
         if (screens.size() == 1)
             return screens.first();
@@ -106,9 +111,12 @@ Result<Screen> chosenScreen(CommandContext &context, const std::optional<quint32
 // A region may reach over several displays: each gives its part, at the sharpest of their scales.
 Result<QImage> regionPicture(CommandContext &context, const QRectF &region, Pointer pointer)
 {
+    const QList<Screen> screens = context.platform().screens->screens();
+    if (screens.isEmpty())
+        return std::unexpected(noDisplays(context));
     QList<std::pair<Screen, QRectF>> parts;
     double scale = 0;
-    for (const Screen &screen : context.platform().screens->screens()) {
+    for (const Screen &screen : screens) {
         const QRectF part = screen.frame().intersected(region);
         if (part.isEmpty())
             continue;
@@ -214,7 +222,7 @@ void addDisplays(CLI::App &app, CommandContext &context)
     setBody(command, context, Needs::Core, [&context, json] {
         const QList<Screen> screens = context.platform().screens->screens();
         if (screens.isEmpty())
-            return context.fail(captureError(CaptureError::NoDisplays));
+            return context.fail(noDisplays(context));
         QJsonArray array;
         for (const Screen &screen : screens) {
             array.append(QJsonObject{{QStringLiteral("id"), qint64(screen.id)},
@@ -239,7 +247,7 @@ void addWindows(CLI::App &app, CommandContext &context)
     command->add_flag("--json", *json, "One JSON array");
     setBody(command, context, Needs::Core, [&context, json] {
         if (context.platform().screens->screens().isEmpty())
-            return context.fail(captureError(CaptureError::NoDisplays));
+            return context.fail(noDisplays(context));
         const ScreenCapturer capturer(*context.platform().screens, *context.platform().pictures);
         QJsonArray array;
         for (const WindowInfo &window : capturer.onScreenWindows()) {

@@ -79,7 +79,7 @@ TEST(ScreenCapturer, SaysWhyThereIsNoPictureOfADisplay)
     EXPECT_EQ(desktop.capturer.captureAllDisplays(Pointer::Hidden).result().error().message,
               "No displays could be captured. Check Screen Recording permission.");
 
-    desktop.pictures.able.reason = "There is no display.";
+    desktop.pictures.able = {false, false, false, "There is no display."};
     EXPECT_EQ(desktop.capturer.captureAllDisplays(Pointer::Hidden).result().error().message,
               "There is no display.");
 }

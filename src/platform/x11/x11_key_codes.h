@@ -8,6 +8,7 @@
 struct X11Key {
     quint32 keysym = 0;  // what the key writes; found in the user's layout
     quint8 position = 0; // where the key is on a US keyboard; for layouts that don't write it
+    bool operator==(const X11Key &) const = default;
 };
 
 std::optional<X11Key> x11Key(int keyCode);

@@ -111,11 +111,6 @@ DisplayScaling readScaling(const X11Connection &connection)
         if (set > 0)
             dpi = set;
     }
-    if (dpi <= 0 && connection.screen()->width_in_millimeters > 0) {
-        const double physical =
-            connection.screen()->width_in_pixels * 25.4 / connection.screen()->width_in_millimeters;
-        dpi = std::max(kBaseDpi, std::trunc(physical));
-    }
     if (dpi > 0)
         scaling.dpi = dpi;
     return scaling;

@@ -1,0 +1,196 @@
+#include "base/log.h"
+#include "platform/desktop/desktop_login_item.h"
+#include "platform/desktop/desktop_paths.h"
+#include "platform/desktop/desktop_secrets.h"
+#include "platform/desktop/desktop_trash.h"
+#include "platform/desktop/secret_service.h"
+#include "platform/hot_keys.h"
+#include "platform/screen_pictures.h"
+#include "platform/session/make_platform.h"
+#include "platform/workspace.h"
+#include "platform/x11/x11_key_codes.h"
+#include "platform/x11/x11_screens.h"
+#include "support/temporary_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+// Sets a variable for the length of a test; an empty value unsets it.
+class Variable {
+public:
+    Variable(const char *name, const QByteArray &value) : m_name(name), m_before(qgetenv(name))
+    {
+        put(value);
+    }
+    ~Variable() { put(m_before); }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
+
+private:
+    void put(const QByteArray &value)
+    {
+        if (value.isEmpty())
+            qunsetenv(m_name);
+        else
+            qputenv(m_name, value);
+    }
+
+    const char *m_name;
+    QByteArray m_before;
+};
+
+std::optional<SecretService> noService()
+{
+    return std::nullopt;
+}
+
+} // namespace
+
+TEST(DesktopSecrets, AreInAFileForTheUserAloneWhenThereIsNoServiceAndTheLogSaysSoOnce)
+{
+    const TemporaryFolder folder;
+    Log::setDirectory(folder.path("logs"));
+    DesktopSecrets secrets(folder.path("config"), &noService);
+    ASSERT_TRUE(secrets.set("sk-1", "key", "service"));
+    ASSERT_TRUE(secrets.set("sk-2", "key", "service"));
+    Log::flush();
+    const QFile file(folder.path("config/secrets.json"));
+    EXPECT_EQ(file.permissions() &
+                  (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+              QFile::Permissions());
+    EXPECT_EQ(contents(folder.path("logs/lumenpost.log")).count("readable for this user only"), 1);
+    EXPECT_FALSE(contents(folder.path("logs/lumenpost.log")).contains("sk-"));
+    EXPECT_EQ(DesktopSecrets(folder.path("config"), &noService).get("key", "service"), "sk-2");
+}
+
+TEST(DesktopSecrets, SurviveABrokenFileAndTellAFolderThatCanNotBeWritten)
+{
+    const TemporaryFolder folder;
+    QFile file(folder.path("secrets.json"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[1,");
+    file.close();
+    DesktopSecrets secrets(folder.path(), &noService);
+    EXPECT_EQ(secrets.get("key", "service"), std::nullopt);
+    EXPECT_TRUE(secrets.set("sk", "key", "service"));
+    EXPECT_EQ(secrets.get("key", "service"), "sk");
+    DesktopSecrets nowhere("/proc/nowhere", &noService);
+    EXPECT_FALSE(nowhere.set("sk", "key", "service"));
+}
+
+TEST(DesktopTrash, TakesFilesFromAnotherFileSystemWithARecordOfTheirPlace)
+{
+    const TemporaryFolder home;
+    const Variable data("XDG_DATA_HOME", QFile::encodeName(home.path()));
+    const QTemporaryDir elsewhere("/dev/shm/lumenpost-trash-XXXXXX");
+    if (!elsewhere.isValid())
+        GTEST_SKIP() << "there is no second file system to write to";
+    const QString path = elsewhere.filePath("Ä 1.png");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("picture");
+    file.close();
+    const auto trashed = DesktopTrash().moveToTrash(path);
+    ASSERT_TRUE(trashed) << trashed.error().message.toStdString();
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_EQ(contents(*trashed), "picture");
+    const QString record =
+        QFileInfo(*trashed).absolutePath() + "/../info/" + QFileInfo(*trashed).fileName() + ".trashinfo";
+    EXPECT_TRUE(QUrl::fromPercentEncoding(contents(record)).contains("Path=" + path)) << contents(record).toStdString();
+    QDir(QFileInfo(*trashed).absolutePath() + "/..").removeRecursively();
+}
+
+TEST(DesktopLoginItem, QuotesTheProgramAndHeedsAnEntryThatWasTurnedOff)
+{
+    const TemporaryFolder folder;
+    const Variable config("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
+    DesktopLoginItem item("/opt/my 100% $apps/lumenpost");
+    ASSERT_TRUE(item.setEnabled(true));
+    const QString entry = folder.path("autostart/lumenpost.desktop");
+    EXPECT_TRUE(contents(entry).contains("\nExec=\"/opt/my 100%% \\\\$apps/lumenpost\"\n"));
+    EXPECT_TRUE(item.isEnabled());
+    QFile file(entry);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("Hidden=true\n");
+    file.close();
+    EXPECT_FALSE(item.isEnabled());
+}
+
+TEST(DesktopPaths, FollowTheUsersFoldersAndIgnoreRelativeOnes)
+{
+    const TemporaryFolder folder;
+    const Variable config("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
+    const Variable state("XDG_STATE_HOME", "relative/state");
+    const Variable cache("XDG_CACHE_HOME", "/var/tmp/cache/");
+    QFile dirs(folder.path("user-dirs.dirs"));
+    ASSERT_TRUE(dirs.open(QIODevice::WriteOnly));
+    dirs.write("XDG_PICTURES_DIR=\"$HOME/Bilder\"\nXDG_DESKTOP_DIR=\"/data/Schreibtisch\"\n");
+    dirs.close();
+    const DesktopPaths paths;
+    EXPECT_EQ(paths.pictures(), QDir::homePath() + "/Bilder");
+    EXPECT_EQ(paths.desktop(), "/data/Schreibtisch");
+    EXPECT_EQ(paths.config(), folder.path("com.oakfenrow.lumenpost"));
+    EXPECT_EQ(paths.state(), QDir::homePath() + "/.local/state/lumenpost");
+    EXPECT_EQ(paths.cache(), "/var/tmp/cache/lumenpost");
+}
+
+TEST(Session, AnswersEveryPortWithASentenceWhenThereIsNoDisplay)
+{
+    const Variable display("DISPLAY", "");
+    const Variable wayland("WAYLAND_DISPLAY", "");
+    const Variable forced("LUMENPOST_PLATFORM", "");
+    const Platform platform = makePlatform();
+    EXPECT_TRUE(platform.screens->screens().isEmpty());
+    const QString expected = "There is no display: start Lumenpost in a desktop session, or set DISPLAY.";
+    EXPECT_EQ(platform.pictures->capabilities().reason, expected);
+    EXPECT_EQ(platform.pictures->display({}, Pointer::Hidden).result().error().message, expected);
+    EXPECT_EQ(platform.pictures->window(1, Pointer::Hidden).result().error().kind, Error::Kind::Unavailable);
+    EXPECT_EQ(platform.hotKeys->registerKey(1, 3, 0x1200).error().message, expected);
+    EXPECT_EQ(platform.workspace->frontmost(), std::nullopt);
+}
+
+TEST(Session, TellsADisplayThatCanNotBeReached)
+{
+    const Variable display("DISPLAY", ":9876");
+    const Variable forced("LUMENPOST_PLATFORM", "");
+    const Platform platform = makePlatform();
+    EXPECT_TRUE(platform.screens->screens().isEmpty());
+    EXPECT_TRUE(platform.screens->windows().isEmpty());
+    EXPECT_TRUE(platform.pictures->capabilities().reason.contains(":9876"));
+    EXPECT_FALSE(platform.pictures->capabilities().displays);
+    EXPECT_TRUE(platform.pictures->window(1, Pointer::Hidden).result().error().message.contains(":9876"));
+    EXPECT_FALSE(platform.hotKeys->registerKey(1, 3, 0x1200));
+    const Variable off("LUMENPOST_PLATFORM", "null");
+    EXPECT_TRUE(makePlatform().pictures->capabilities().reason.contains("LUMENPOST_PLATFORM"));
+}
+
+TEST(X11KeyCodes, GiveEveryKeyOfItsOwn)
+{
+    QSet<quint32> keysyms;
+    QSet<int> positions;
+    int keys = 0;
+    for (int code = 0; code < 128; ++code) {
+        if (const auto key = x11Key(code)) {
+            ++keys;
+            keysyms.insert(key->keysym);
+            positions.insert(key->position);
+        }
+    }
+    EXPECT_EQ(keys, 26 + 10 + 20 + 12);
+    EXPECT_EQ(keysyms.size(), keys);
+    EXPECT_EQ(positions.size(), keys);
+    EXPECT_EQ(x11Key(8)->keysym, quint32('c'));
+    EXPECT_EQ(x11Key(200), std::nullopt);
+}
