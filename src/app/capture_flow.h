@@ -65,6 +65,8 @@ public:
 
     bool isCapturing() const { return m_state != State::Idle; }
     State state() const { return m_state; }
+    // The selection that is on the screen now, if any.
+    CaptureOverlayController *overlay() const { return m_overlay.get(); }
 
     // Whether a recording runs, which refuses captures.
     std::function<bool()> isRecording = [] { return false; };

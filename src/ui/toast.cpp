@@ -91,7 +91,7 @@ void ToastPresenter::show(const Notice &notice)
     Toast *toast = m_toasts.emplace_back(std::make_unique<Toast>(notice)).get();
     toast->showOn(screen);
 
-    QTimer::singleShot(shownFor, toast, [this, toast] {
+    QTimer::singleShot(shownFor, Qt::PreciseTimer, toast, [this, toast] {
         auto *fade = new QPropertyAnimation(toast, "windowOpacity", toast);
         fade->setDuration(fadesFor);
         fade->setStartValue(1.0);

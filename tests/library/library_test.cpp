@@ -1,6 +1,7 @@
 #include "base/notice.h"
 #include "document/image_files.h"
-#include "fakes/desktop_fakes.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_desktop.h"
 #include "library/library.h"
 #include "library/library_filter.h"
 #include "settings/app_settings.h"
@@ -184,7 +185,7 @@ TEST_F(LibraryTest, ForgetsADeletedFileWholly)
     EXPECT_EQ(m_library->meta().collections.first().items, QStringList{"Shot.png"});
 
     m_library->remove(path);
-    EXPECT_TRUE(QFile::exists(m_home.path("Trash/Shot.png")));
+    EXPECT_EQ(m_trash.trashed, QStringList{path});
     EXPECT_FALSE(QFile::exists(inFolder(".lumenpost/projects/Shot")));
     EXPECT_FALSE(m_library->isInAnyCollection(path));
     EXPECT_TRUE(hidden("favorites.json").array().isEmpty());

@@ -1,6 +1,7 @@
 #include "base/log.h"
 #include "base/notice.h"
-#include "fakes/desktop_fakes.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_desktop.h"
 #include "platform/network/network_http.h"
 #include "services/claude_client.h"
 #include "services/uploader.h"

@@ -1,5 +1,5 @@
 #include "base/notice.h"
-#include "fakes/desktop_fakes.h"
+#include "fakes/fake_desktop.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
@@ -127,12 +127,9 @@ TEST_F(AppSettingsTest, PutABrokenFileAsideBeforeReplacingIt)
 TEST_F(AppSettingsTest, KeepTheKeyWithTheSecretsAlone)
 {
     start().setApiKey("sk-secret");
-    EXPECT_EQ(m_secrets.items.value("com.oakfenrow.lumenpost/anthropic-api-key"), "sk-secret");
+    EXPECT_EQ(m_secrets.items.value({"anthropic-api-key", "com.oakfenrow.lumenpost"}), "sk-secret");
     EXPECT_FALSE(QJsonDocument(stored()).toJson().contains("sk-secret"));
     EXPECT_EQ(start().apiKey(), "sk-secret");
-    const int reads = m_secrets.reads;
-    EXPECT_EQ(m_settings->apiKey(), "sk-secret");
-    EXPECT_EQ(m_secrets.reads, reads);
     m_settings->setApiKey({});
     EXPECT_TRUE(m_secrets.items.isEmpty());
 }

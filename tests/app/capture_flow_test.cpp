@@ -1,0 +1,323 @@
+#include "app/capture_flow.h"
+#include "app/shortcuts.h"
+#include "base/log.h"
+#include "base/notice.h"
+#include "capture/ui/capture_overlay.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_platform.h"
+#include "library/library.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "settings/defaults.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+using Intent = CaptureFlow::Intent;
+using State = CaptureFlow::State;
+
+class CaptureFlowTest : public testing::Test {
+protected:
+    CaptureFlowTest()
+    {
+        Log::setDirectory(home.path("log"));
+        machine.screens.connected = {
+            {1, "left", QRect(0, 0, 400, 300), 1, true},
+            {2, "right", QRect(400, 0, 400, 300), 1, false},
+        };
+        machine.pictures.desktop = QImage(800, 300, QImage::Format_RGB32);
+        machine.pictures.desktop.fill(Qt::darkGreen);
+        machine.pictures.windows.insert(77, picture(Qt::darkRed));
+        machine.screens.listed = {{77, 4711, 0, QRectF(20, 20, 200, 100), "Terminal", "shell"}};
+        machine.workspace.front = Workspace::Application{4711, "Terminal"};
+        prefs.setSaveFolder(home.path("Shots"));
+        settings.setOn(CaptureSettings::Switch::PreviewInEditor, false);
+        QObject::connect(&notices, &NoticeBoard::posted, &notices,
+                         [this](const Notice &notice) { shown.append(notice); });
+        QObject::connect(&flow, &CaptureFlow::failed, &flow,
+                         [this](const Error &error) { failures.append(error); });
+    }
+
+    static QImage picture(const QColor &color)
+    {
+        QImage image(200, 100, QImage::Format_RGB32);
+        image.fill(color);
+        return image;
+    }
+    QByteArray log() const
+    {
+        Log::flush();
+        QFile file(home.path("log/lumenpost.log"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    bool waitUntilIdle()
+    {
+        return QTest::qWaitFor([this] { return !flow.isCapturing(); });
+    }
+    bool waitForFiles(qsizetype count)
+    {
+        return QTest::qWaitFor([&] { return library.items().size() == count; });
+    }
+    bool waitForNotice()
+    {
+        return QTest::qWaitFor([this] { return !shown.isEmpty(); });
+    }
+    // Ends the overlay that is up as the user would.
+    void pick(const CaptureOverlayController::Result &result)
+    {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return flow.overlay() != nullptr; }));
+        EXPECT_EQ(flow.state(), State::Selecting);
+        flow.overlay()->finish(result);
+    }
+
+    TemporaryFolder home;
+    FakePlatform machine{home.path()};
+    FakeClock clock;
+    NoticeBoard notices;
+    Defaults defaults{{}};
+    AppSettings prefs{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
+    CaptureSettings settings{defaults};
+    Library library{prefs, machine.trash, clock};
+    ScreenCapturer capturer{machine.screens, machine.pictures};
+    TextRecognizer recognizer{machine.text, machine.faces};
+    ClaudeClient claude{machine.http, prefs};
+    CaptureFlow flow{{capturer, machine.screens, machine.pictures, machine.pointer, machine.permissions,
+                      machine.workspace, machine.pasteboard, machine.sounds, library, recognizer, claude,
+                      prefs, settings, notices, clock}};
+    QList<Notice> shown;
+    QList<Error> failures;
+};
+
+} // namespace
+
+TEST_F(CaptureFlowTest, DeliversTheDisplayUnderThePointerIntoTheLibrary)
+{
+    machine.pointer.at = QPointF(500, 100);
+    machine.pictures.desktop.setPixelColor(450, 10, Qt::yellow);
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(shown, (QList<Notice>{{"Saved to Library", "checkmark.circle.fill"}}));
+    EXPECT_EQ(machine.sounds.shutters, 1);
+    ASSERT_EQ(library.items().size(), 1);
+    EXPECT_EQ(QFileInfo(library.items().first()).fileName(), "Capture 2026-03-14 at 09.41.07.png");
+    const QImage saved(library.items().first());
+    EXPECT_EQ(saved.size(), QSize(400, 300));
+    EXPECT_EQ(saved.pixelColor(50, 10), QColor(Qt::yellow));
+    EXPECT_EQ(library.meta().sources.value("Capture 2026-03-14 at 09.41.07.png"), "Terminal");
+}
+
+TEST_F(CaptureFlowTest, RefusesASecondCaptureWithALineInTheLogAlone)
+{
+    machine.pictures.isHeld = true;
+    flow.startCapture(Intent::Capture, 0);
+    flow.captureFullScreen(0);
+    EXPECT_TRUE(log().contains("[INFO] Capture ignored: another capture is in progress"));
+    machine.pictures.deliver();
+    machine.pictures.deliver();
+    pick(CaptureOverlayController::Cancelled{});
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_TRUE(library.items().isEmpty());
+    EXPECT_TRUE(shown.isEmpty());
+
+    flow.isRecording = [] { return true; };
+    flow.captureFullScreen(0);
+    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_TRUE(log().contains("[INFO] Capture ignored: recording in progress"));
+}
+
+TEST_F(CaptureFlowTest, ResetsALostCaptureAfterMoreThanThirtySeconds)
+{
+    machine.pictures.isHeld = true;
+    flow.captureFullScreen(0);
+    clock.advance(30);
+    flow.clearStuckCapture();
+    EXPECT_TRUE(flow.isCapturing());
+    clock.advance(1);
+    flow.clearStuckCapture();
+    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_TRUE(log().contains("[ERROR] Capture state was stuck for 31s — resetting"));
+    // The lost one comes back: it must neither deliver nor end the capture that runs by then.
+    machine.pictures.isHeld = false;
+    flow.startCapture(Intent::Capture, 0);
+    machine.pictures.deliver();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return flow.overlay() != nullptr; }));
+    clock.advance(1000);
+    flow.clearStuckCapture();
+    EXPECT_EQ(flow.state(), State::Selecting);
+    pick(CaptureOverlayController::Cancelled{});
+    EXPECT_TRUE(library.items().isEmpty());
+}
+
+TEST_F(CaptureFlowTest, ShootsAPickedWindowAfreshAndCreditsItsOwner)
+{
+    machine.workspace.front = Workspace::Application{QCoreApplication::applicationPid(), "Lumenpost"};
+    flow.setLastOtherApp("Browser");
+    flow.startCapture(Intent::Capture, 0);
+    pick(CaptureOverlayController::Window{77});
+    ASSERT_TRUE(waitForFiles(1));
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(QImage(library.items().first()).pixelColor(5, 5), QColor(Qt::darkRed));
+    EXPECT_EQ(library.meta().sources.values(), QStringList{"Terminal"});
+}
+
+TEST_F(CaptureFlowTest, TellsOfAWindowThatVanishedAndGoesIdle)
+{
+    flow.startCapture(Intent::Capture, 0);
+    pick(CaptureOverlayController::Window{99});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !failures.isEmpty(); }));
+    EXPECT_EQ(failures.first().message, "That window is no longer available.");
+    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_TRUE(library.items().isEmpty());
+}
+
+TEST_F(CaptureFlowTest, CreditsTheLastOtherApplicationForACaptureFromItsOwnWindows)
+{
+    machine.workspace.front.reset();
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_TRUE(library.meta().sources.isEmpty());
+    flow.setLastOtherApp("Browser");
+    shown.clear();
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(library.meta().sources.values(), QStringList{"Browser"});
+}
+
+TEST_F(CaptureFlowTest, FollowsTheOptionsThatTheCaptureStartedWith)
+{
+    settings.setOn(CaptureSettings::Switch::CopyToClipboard, true);
+    settings.setOn(CaptureSettings::Switch::IncludeCursor, true);
+    prefs.setShutterSound(false);
+    flow.captureFullScreen(0);
+    settings.setOn(CaptureSettings::Switch::CopyToClipboard, false);
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(shown.first().text, "Captured & copied to clipboard");
+    EXPECT_EQ(machine.sounds.shutters, 0);
+    EXPECT_EQ(machine.pictures.requests.first().pointer, Pointer::Shown);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !machine.pasteboard.flavors.isEmpty(); }));
+    EXPECT_EQ(machine.pasteboard.flavors.at(0).first, "image/png");
+    EXPECT_EQ(machine.pasteboard.flavors.at(1).first, "image/tiff");
+    EXPECT_EQ(machine.pasteboard.image().size(), QSize(400, 300));
+}
+
+TEST_F(CaptureFlowTest, OpensTheEditorInsteadOfANoticeAndPutsABackdropBehindWindows)
+{
+    QList<Delivery> opened;
+    flow.openEditor = [&](const Delivery &delivery) { opened.append(delivery); };
+    settings.setOn(CaptureSettings::Switch::PreviewInEditor, true);
+    prefs.setBackdropForWindows(true);
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return opened.size() == 1; }));
+    flow.startCapture(Intent::Capture, 0);
+    pick(CaptureOverlayController::Window{77});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return opened.size() == 2; }));
+    EXPECT_FALSE(opened.first().backdrop);
+    EXPECT_TRUE(opened.last().backdrop);
+    EXPECT_TRUE(QFile::exists(opened.last().path));
+    EXPECT_TRUE(shown.isEmpty());
+}
+
+TEST_F(CaptureFlowTest, TellsWhenTheFolderCannotBeWrittenAndCopiesNothing)
+{
+    prefs.setSaveFolder("/proc/nowhere/Shots");
+    settings.setOn(CaptureSettings::Switch::CopyToClipboard, true);
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(shown, (QList<Notice>{{"Couldn't save to Shots", "exclamationmark.triangle.fill"}}));
+    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_TRUE(machine.pasteboard.flavors.isEmpty());
+}
+
+TEST_F(CaptureFlowTest, PassesTheMachinesFailureOnAndGoesIdle)
+{
+    machine.screens.connected.clear();
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return failures.size() == 1; }));
+    EXPECT_EQ(failures.first().message, "No displays could be captured. Check Screen Recording permission.");
+    flow.startCapture(Intent::GrabText, 0);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return failures.size() == 2; }));
+    EXPECT_FALSE(flow.isCapturing());
+}
+
+TEST_F(CaptureFlowTest, CopiesGrabbedTextAndSavesNothing)
+{
+    machine.text.answer = QList<RecognizedLine>{{"one line", QRectF(0, 0, 1, 1), {}, 1}};
+    flow.startCapture(Intent::GrabText, 0);
+    pick(CaptureOverlayController::Image{picture(Qt::white)});
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(shown.first(), (Notice{"Copied 1 lines of text", "text.viewfinder"}));
+    EXPECT_EQ(machine.pasteboard.text(), "one line");
+    EXPECT_EQ(machine.sounds.shutters, 0);
+
+    shown.clear();
+    machine.text.answer = fail("The engine gave up.");
+    flow.startCapture(Intent::GrabText, 0);
+    pick(CaptureOverlayController::Image{picture(Qt::white)});
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(shown.first(), (Notice{"No text found", "text.magnifyingglass"}));
+    EXPECT_EQ(machine.pasteboard.text(), "one line");
+    EXPECT_TRUE(library.items().isEmpty());
+}
+
+TEST_F(CaptureFlowTest, RenamesACaptureByTheReplyOnlyWithAKeyAndTheSwitchOn)
+{
+    const QJsonObject reply{
+        {"content", QJsonArray{QJsonObject{{"type", "text"}, {"text", "Green Test Screen"}}}},
+        {"stop_reason", "end_turn"}};
+    machine.http.answers = {Result<HttpResponse>(HttpResponse{200, QJsonDocument(reply).toJson()})};
+    prefs.setAiAutoName(true);
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_TRUE(machine.http.requests.isEmpty());
+
+    prefs.setApiKey("sk-test");
+    flow.captureFullScreen(0);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return QFile::exists(home.path("Shots/Green Test Screen.png")); }));
+    EXPECT_EQ(machine.http.requests.size(), 1);
+    EXPECT_FALSE(log().contains("sk-test"));
+}
+
+TEST_F(CaptureFlowTest, CountsDownBeforeADelayedCapture)
+{
+    QList<int> seconds;
+    QObject::connect(&flow, &CaptureFlow::countdown, &flow, [&](int left) { seconds.append(left); });
+    flow.captureFullScreen(1);
+    EXPECT_EQ(flow.state(), State::CountingDown);
+    EXPECT_TRUE(machine.pictures.requests.isEmpty());
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(seconds, (QList<int>{1, 0}));
+}
+
+TEST_F(CaptureFlowTest, IsTheTargetOfTheShortcutsUntilAFieldListens)
+{
+    Shortcuts shortcuts(machine.hotKeys, prefs);
+    QList<HotKeyAction> performed;
+    QObject::connect(&shortcuts, &Shortcuts::performed, &shortcuts,
+                     [&](HotKeyAction action) { performed.append(action); });
+    const int controlShift = KeyCombo::Control | KeyCombo::Shift;
+    machine.hotKeys.takenElsewhere.insert({8, controlShift});
+    shortcuts.registerHotkeys();
+    EXPECT_EQ(machine.hotKeys.registered.size(), 8);
+    EXPECT_FALSE(machine.hotKeys.press(8, controlShift));
+    EXPECT_TRUE(machine.hotKeys.press(3, controlShift));
+    EXPECT_TRUE(performed.isEmpty()); // never inside the event itself
+    QCoreApplication::processEvents();
+    EXPECT_EQ(performed, QList<HotKeyAction>{HotKeyAction::FullScreen});
+
+    prefs.setRecordingShortcut(true);
+    EXPECT_TRUE(machine.hotKeys.registered.isEmpty());
+    prefs.setRecordingShortcut(false);
+    EXPECT_TRUE(machine.hotKeys.registered.contains({3, controlShift}));
+    EXPECT_TRUE(log().contains("Shortcut ⌃⇧C of capture is not available: Taken."));
+}
