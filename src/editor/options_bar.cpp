@@ -254,6 +254,8 @@ void OptionsBar::follow()
     m_font->setText(fontLabel(m_document.textFont()));
     m_font->updateGeometry();
     m_stamp->setVisible(shown == ToolKind::Stamp);
+    const QString stamp = m_document.stampValue();
+    m_stamp->setSymbol(stamp.startsWith("sym:") ? stamp.mid(4) : QStringLiteral("seal"));
     followStyles(shown);
 }
 

@@ -106,7 +106,7 @@ PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, doubl
     setFocusPolicy(Qt::StrongFocus);
     setProperty("focusRadius", -1.0);
     setGeometry(frame.toAlignedRect());
-    winId(); // the attribute is heeded once there is a native window
+    winId();                                        // the attribute is heeded once there is a native window
     setAttribute(Qt::WA_X11NetWmWindowTypeToolBar); // which no list of windows shows
 }
 

@@ -148,15 +148,15 @@ void Sheet::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), Theme::dim());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    // A soft shadow as a stack of growing, fading outlines.
+    // A soft shadow as a stack of outlines that fade the faster the farther they reach.
     const auto &t = Theme::tokens(this);
-    constexpr int steps = 14;
+    constexpr int steps = 16;
     const QRectF card = QRectF(m_card->geometry()).translated(0, t.raisedShadowOffset / 2.0);
     QColor shade = t.raisedShadow;
     shade.setAlphaF(shade.alphaF() / steps);
     painter.setBrush(shade);
     for (int i = 1; i <= steps; ++i) {
-        const qreal grow = i * t.raisedShadowBlur / (2.0 * steps);
+        const qreal grow = t.raisedShadowBlur * std::pow(i / qreal(steps), 2);
         painter.drawRoundedRect(card.adjusted(-grow, -grow, grow, grow), Theme::Radius::panel + grow,
                                 Theme::Radius::panel + grow);
     }

@@ -49,6 +49,35 @@ void addObjects(EditorDocument &document)
     document.add(bubble);
 }
 
+// For a page of 1920 pixels with a row of cards above a table.
+void addTour(EditorDocument &document)
+{
+    document.applyCrop(QRectF(0, 0, 1920, 760));
+    const QColor red(255, 59, 48), blue(0, 122, 255), purple(115, 97, 250), yellow(255, 204, 0),
+        green(40, 205, 65);
+    document.setLineWidth(5);
+    for (int row = 0; row < 15; ++row)
+        document.add(object(document, ToolKind::Blur, {352, 206.0 + row * 34}, {566, 232.0 + row * 34}, red));
+    document.add(object(document, ToolKind::Highlight, {1230, 410}, {1320, 436}, yellow));
+    document.add(object(document, ToolKind::Ellipse, {30, 62}, {190, 142}, green));
+    document.add(object(document, ToolKind::Rectangle, {1436, 58}, {1896, 152}, red));
+    int number = 0;
+    for (int row : {0, 3, 6}) {
+        auto step =
+            object(document, ToolKind::Step, {1672, 219.0 + row * 34}, {1672, 219.0 + row * 34}, purple);
+        step.number = ++number;
+        document.add(step);
+    }
+    document.add(object(document, ToolKind::Arrow, {1050, 600}, {1228, 432}, red, 3));
+    auto label = object(document, ToolKind::Text, {700, 590}, {700, 590}, red, 1);
+    label.text = "Was this one paid twice?";
+    document.add(label);
+    auto bubble = object(document, ToolKind::Callout, {1010, 200}, {1330, 300}, blue);
+    bubble.text = "Call these first";
+    bubble.points = {{1434, 130}};
+    document.add(bubble);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -68,13 +97,19 @@ int main(int argc, char **argv)
     auto editor = stage.open(path);
     EditorDocument &document = editor->document();
     editor->onClose = [](EditorWindowController *) { QCoreApplication::quit(); };
-    if (state != "empty")
+    if (state.startsWith("tour"))
+        addTour(document);
+    else if (state != "empty")
         addObjects(document);
     editor->show();
     document.setSelectedID({});
 
     QTimer::singleShot(300, editor.get(), [&] {
-        if (state == "selected")
+        if (state == "tour-palette")
+            editor->run(EditorCommand::CommandPalette);
+        if (state == "tour-backdrop")
+            document.setEffects({false, Qt::white, true, true, true, 0});
+        if (state == "selected" || state == "tour")
             editor->canvas().interaction().select(document.annotations().last().id);
         if (state == "text") {
             document.setTool(ToolKind::Text);
