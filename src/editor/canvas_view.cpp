@@ -143,6 +143,8 @@ void CanvasView::paintEvent(QPaintEvent *)
 
 void CanvasView::resizeEvent(QResizeEvent *)
 {
+    // The ring lies inside: the canvas reaches from edge to edge.
+    setProperty("focusRect", rect().adjusted(6, 6, -6, -6));
     m_isStale = true;
     synchronize();
 }

@@ -1,0 +1,73 @@
+#include "ui/hud_panel.h"
+#include "ui/toast.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+QWidget *shownToast()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == "toast" && widget->isVisible())
+            return widget;
+    }
+    return nullptr;
+}
+
+// A window that someone is typing in.
+struct Typing {
+    Typing()
+    {
+        field.show();
+        field.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&field));
+    }
+    bool keepsTheKeyboard() const
+    {
+        return !QTest::qWaitFor([this] { return !field.isActiveWindow(); }, 300);
+    }
+    QLineEdit field;
+};
+
+} // namespace
+
+TEST(Toast, ShowsOnTheScreenUnderThePointerAndLeavesTheKeyboardAlone)
+{
+    NoticeBoard board;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        Typing typing;
+        ToastPresenter presenter(board);
+        QCursor::setPos(screen->geometry().center());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QCursor::pos() == screen->geometry().center(); }));
+        board.post("Saved shot.png", "checkmark.circle.fill");
+        ASSERT_NE(shownToast(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(shownToast()));
+        const QRect visible = screen->availableGeometry();
+        EXPECT_NEAR(shownToast()->geometry().center().x(), visible.center().x(), 1);
+        EXPECT_EQ(shownToast()->geometry().bottom() + 1, visible.bottom() + 1 - 80);
+        EXPECT_TRUE(typing.keepsTheKeyboard());
+    }
+}
+
+TEST(HudPanel, IsShownAndDraggedWithoutTakingTheKeyboard)
+{
+    Typing typing;
+    const QRectF visible = QGuiApplication::primaryScreen()->availableGeometry();
+    auto panel = HUDPanel::make({200, 200, 300, 100}, visible, new QLabel("12 frames"));
+    panel->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(panel.get()));
+    EXPECT_EQ(panel->pos(), hudPosition({200, 200, 300, 100}, visible, panel->size()).toPoint());
+    const QPoint before = panel->pos();
+    QTest::mousePress(panel.get(), Qt::LeftButton, {}, {5, 5});
+    QMouseEvent move(QEvent::MouseMove, QPointF(35, 25), panel->mapToGlobal(QPointF(35, 25)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(panel.get(), &move);
+    EXPECT_EQ(panel->pos(), before + QPoint(30, 20));
+    EXPECT_TRUE(typing.keepsTheKeyboard());
+}
