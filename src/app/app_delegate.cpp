@@ -99,6 +99,7 @@ bool AppDelegate::launch(const QStringList &words)
     Log::info(QStringLiteral("Ready for shortcuts"));
 
     m_appearance = std::make_unique<Appearance>(m_application, m_platform.appearance.get());
+    QApplication::setWindowIcon(StatusItem::icon());
     m_toasts = std::make_unique<ToastPresenter>(m_notices);
     m_tips = std::make_unique<TipCenter>(m_prefs.get());
     buildEditors();
@@ -119,6 +120,9 @@ void AppDelegate::buildStatusItem()
     StatusItem::Actions actions;
     actions.perform = [this](HotKeyAction action) { perform(action); };
     actions.isAvailable = [this](HotKeyAction action) { return isAvailable(action); };
+    actions.openImage = [this] { m_documents->openImage(); };
+    actions.hasPins = [this] { return !m_pins->windows().empty(); };
+    actions.closePins = [this] { m_pins->closeAll(); };
     actions.quit = [] { QCoreApplication::quit(); };
     actions.bringDialogForward = [this] {
         m_captures->clearStuckCapture();
@@ -168,11 +172,11 @@ bool AppDelegate::isAvailable(HotKeyAction action) const
     case HotKeyAction::Capture:
     case HotKeyAction::FullScreen:
     case HotKeyAction::Delayed:
+    case HotKeyAction::GrabText:
+    case HotKeyAction::Scrolling:
     case HotKeyAction::Library:
     case HotKeyAction::PinLast:
         return true;
-    case HotKeyAction::GrabText:
-    case HotKeyAction::Scrolling:
     case HotKeyAction::Record:
     case HotKeyAction::Steps:
         return false;
@@ -247,8 +251,12 @@ void AppDelegate::openArguments(const QStringList &arguments)
     if (arguments.isEmpty())
         return showLibrary();
     for (const QString &argument : arguments) {
-        if (QFileInfo(argument).isFile())
+        if (argument.startsWith(QLatin1String("lumenpost:"))) {
+            Log::error(QStringLiteral("Unknown link: ") + argument);
+            m_notices.post(QStringLiteral("Unknown Lumenpost link"), QStringLiteral("link"));
+        } else {
             m_documents->openFile(argument);
+        }
     }
 }
 

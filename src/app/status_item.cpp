@@ -26,7 +26,7 @@ StatusItem::StatusItem(Actions actions, const AppSettings &prefs, CaptureSetting
 
 StatusItem::~StatusItem() = default;
 
-QIcon StatusItem::icon(int countdown) const
+QIcon StatusItem::icon(int countdown)
 {
     // Trays are dark on one desktop and light on the next: the brand's colour reads on both.
     const QColor color = brandColor().lighter(115);
@@ -57,7 +57,7 @@ QIcon StatusItem::icon(int countdown) const
 
 void StatusItem::show()
 {
-    m_tray.setIcon(icon(0));
+    m_tray.setIcon(icon());
     m_tray.setToolTip(QStringLiteral("Lumenpost"));
     m_tray.setContextMenu(m_menu.get());
     m_tray.show();

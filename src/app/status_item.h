@@ -34,6 +34,10 @@ public:
                QObject *parent = nullptr);
     ~StatusItem() override;
 
+    // The program's picture, as its windows and the tray show it. `countdown` above 0 shows that number
+    // instead.
+    static QIcon icon(int countdown = 0);
+
     void show();
     // " 3" beside the icon while a delayed capture counts down; nothing for 0.
     void setCountdown(int seconds);
@@ -44,8 +48,6 @@ private:
     void clicked(QSystemTrayIcon::ActivationReason reason);
     void addItem(const QString &title, const QString &symbol, HotKeyAction action);
     void addItem(const QString &title, const QString &symbol, const std::function<void()> &call);
-    QIcon icon(int countdown) const;
-
     Actions m_actions;
     const AppSettings &m_prefs;
     CaptureSettings &m_settings;

@@ -1,19 +1,21 @@
 #include "app/app_delegate.h"
 #include "app/quit_signals.h"
 #include "cli/cli.h"
+#include "platform/session/session_kind.h"
 
 #include <QApplication>
+#include <QFile>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
+constexpr int kWrongCall = 2; // as the command line says it
+
 int runDesktopProgram(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        std::fputs("lumenpost: There is no display: start Lumenpost in a desktop session, or set DISPLAY.\n",
-                   stderr);
+    if (const auto reached = reachDisplay(); !reached) {
+        std::fprintf(stderr, "lumenpost: %s\n", qUtf8Printable(reached.error().message));
         return EXIT_FAILURE;
     }
     QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
@@ -29,11 +31,26 @@ int runDesktopProgram(int argc, char **argv)
     return QApplication::exec();
 }
 
+// Everything that isn't a command must be a file or a link to open.
+bool isOpenable(const char *word)
+{
+    const QString text = QFile::decodeName(word);
+    return text.startsWith(QLatin1String("lumenpost:")) || text.startsWith(QLatin1String("tidegrasp:")) ||
+           QFile::exists(text);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     if (isCommandLineCall(argc, argv))
         return runCommandLine(argc, argv);
+    for (int i = 1; i < argc; ++i) {
+        if (!isOpenable(argv[i])) {
+            std::fprintf(stderr, "lumenpost: There is no command and no file %s: see lumenpost --help.\n",
+                         argv[i]);
+            return kWrongCall;
+        }
+    }
     return runDesktopProgram(argc, argv);
 }

@@ -1,5 +1,7 @@
 #include "platform/session/session_kind.h"
 
+#include "platform/x11/x11_connection.h"
+
 namespace {
 
 bool isForced(const char *kind)
@@ -30,4 +32,15 @@ QString whyNoScreen()
             "X11 session.");
     }
     return QStringLiteral("There is no display: start Lumenpost in a desktop session, or set DISPLAY.");
+}
+
+Result<void> reachDisplay()
+{
+    // A platform of the toolkit without any display, as tests use.
+    if (qgetenv("QT_QPA_PLATFORM").startsWith("offscreen"))
+        return {};
+    if (const QString reason = whyNoScreen(); !reason.isEmpty())
+        return fail(Error::Kind::Unavailable, reason);
+    const auto connection = X11Connection::open(X11Extensions());
+    return connection ? Result<void>() : fail(connection.error().kind, connection.error().message);
 }

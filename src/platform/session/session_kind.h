@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/result.h"
+
 #include <QString>
 
 // Which adapters serve a session.
@@ -11,3 +13,7 @@ SessionKind sessionKind();
 
 // The sentence for the user when there is no screen to work with; empty when there is one.
 QString whyNoScreen();
+
+// Whether windows can be shown: the display answers. To be asked before the toolkit starts, which ends the
+// program when it doesn't.
+Result<void> reachDisplay();

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "support/temporary_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QScreen>
+#include <QTest>
+#include <gtest/gtest.h>
+
+// The built program on the desktop of the test, in a home of its own, driven as a person would.
+class RunningProgram : public testing::Test {
+protected:
+    ~RunningProgram() override
+    {
+        program.kill();
+        program.waitForFinished();
+    }
+
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("HOME", home.path());
+        environment.insert("XDG_CONFIG_HOME", home.path("config"));
+        environment.insert("XDG_STATE_HOME", home.path("state"));
+        environment.insert("XDG_CACHE_HOME", home.path("cache"));
+        environment.insert("XDG_DATA_HOME", home.path("data"));
+        return environment;
+    }
+    static QString binary() { return QStringLiteral(LUMENPOST_BINARY_DIR "/bin/lumenpost"); }
+
+    void set(const QByteArray &json)
+    {
+        QDir().mkpath(home.path("config/com.oakfenrow.lumenpost"));
+        QFile file(home.path("config/com.oakfenrow.lumenpost/defaults.json"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(json);
+    }
+    void start()
+    {
+        const auto before = log().count("Ready for shortcuts");
+        program.setProcessEnvironment(environment());
+        program.setProcessChannelMode(QProcess::ForwardedChannels);
+        program.start(binary(), QStringList{});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return log().count("Ready for shortcuts") > before; }, 20000));
+    }
+    QByteArray log() const
+    {
+        QFile file(home.path("state/lumenpost/lumenpost.log"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    bool waitForLog(const QByteArray &text)
+    {
+        return QTest::qWaitFor([&] { return log().contains(text); }, 20000);
+    }
+
+    QStringList captures() const
+    {
+        QStringList paths;
+        const QDir folder(home.path("Pictures/Lumenpost"));
+        for (const QFileInfo &info :
+             folder.entryInfoList({"*.png"}, QDir::Files, QDir::Time | QDir::Reversed))
+            paths.append(info.filePath());
+        return paths;
+    }
+    bool waitForCaptures(qsizetype count)
+    {
+        return QTest::qWaitFor([&] { return captures().size() >= count; }, 20000);
+    }
+
+    static void input(const QStringList &words)
+    {
+        QProcess process;
+        process.start("xdotool", words);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000));
+        ASSERT_EQ(process.exitCode(), 0) << words.join(' ').toStdString();
+    }
+    static void key(const QString &key) { input({"key", key}); }
+    static QImage photograph() { return QGuiApplication::primaryScreen()->grabWindow(0).toImage(); }
+
+    TemporaryFolder home;
+    QProcess program;
+};

@@ -1,0 +1,133 @@
+#include "running_program.h"
+#include "support/printers.h"
+
+#include <QRegularExpression>
+#include <csignal>
+
+namespace {
+
+constexpr auto kNoEditor = R"({"openEditorAfterCapture": false, "shutterSound": false})";
+
+// Where toasts are: the middle of the lower part.
+QRect toastRegion()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    return {screen.center().x() - 60, screen.bottom() - 180, 120, 150};
+}
+
+bool isPlain(const QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+TEST_F(RunningProgram, CapturesTheScreenByItsShortcutAndShowsAToastThatNoCaptureSees)
+{
+    set(kNoEditor);
+    start();
+    const QImage desktop = photograph();
+    ASSERT_TRUE(isPlain(desktop.copy(toastRegion())));
+    key("ctrl+shift+f");
+    ASSERT_TRUE(waitForCaptures(1));
+    EXPECT_TRUE(QRegularExpression("^Capture \\d{4}-\\d\\d-\\d\\d at \\d\\d\\.\\d\\d\\.\\d\\d\\.png$")
+                    .match(QFileInfo(captures().first()).fileName())
+                    .hasMatch());
+    const QImage first(captures().first());
+    EXPECT_EQ(first.size(), desktop.size());
+    EXPECT_EQ(first.pixel(5, 5), desktop.pixel(5, 5));
+
+    ASSERT_TRUE(QTest::qWaitFor([] { return !isPlain(photograph().copy(toastRegion())); }, 5000));
+    key("ctrl+shift+f");
+    ASSERT_TRUE(waitForCaptures(2));
+    EXPECT_FALSE(isPlain(photograph().copy(toastRegion()))) << "the toast is still up";
+    EXPECT_TRUE(isPlain(QImage(captures().last()).copy(toastRegion())));
+}
+
+TEST_F(RunningProgram, MakesAFileOrALogLineOfEachQuickPress)
+{
+    set(kNoEditor);
+    start();
+    input({"key", "--delay", "1", "ctrl+shift+f", "ctrl+shift+f", "ctrl+shift+f"});
+    const auto answered = [this] {
+        return captures().size() + log().count("Capture ignored: another capture is in progress");
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answered() == 3; }, 10000)) << answered();
+    EXPECT_GE(captures().size(), 1);
+}
+
+TEST_F(RunningProgram, OpensTheEditorOnACaptureByDefault)
+{
+    set(R"({"shutterSound": false})");
+    start();
+    key("ctrl+shift+f");
+    ASSERT_TRUE(waitForCaptures(1));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            QProcess search;
+            search.start("xdotool",
+                         {"search", "--onlyvisible", "--name", QFileInfo(captures().first()).completeBaseName()});
+            search.waitForFinished();
+            return !search.readAllStandardOutput().isEmpty();
+        },
+        10000));
+}
+
+TEST_F(RunningProgram, PicksARegionExactlyToThePixelFromTheFrozenPicture)
+{
+    set(kNoEditor);
+    start();
+    const QImage desktop = photograph();
+    key("ctrl+shift+c");
+    // The overlay dims what is not selected.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != desktop.pixel(5, 5); }, 10000));
+    input({"mousemove", "100", "120", "mousedown", "1", "mousemove", "200", "180", "mousemove", "341", "263",
+           "mouseup", "1"});
+    ASSERT_TRUE(waitForCaptures(1));
+    const QImage capture(captures().first());
+    EXPECT_EQ(capture.size(), QSize(241, 143));
+    EXPECT_EQ(capture.convertToFormat(QImage::Format_RGB32),
+              desktop.copy(100, 120, 241, 143).convertToFormat(QImage::Format_RGB32));
+    // Cancelled, it leaves nothing behind.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) == desktop.pixel(5, 5); }, 10000));
+    key("ctrl+shift+c");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != desktop.pixel(5, 5); }, 10000));
+    key("Escape");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) == desktop.pixel(5, 5); }, 10000));
+    EXPECT_EQ(captures().size(), 1);
+}
+
+TEST_F(RunningProgram, HandsALaterStartOverAndQuitsInOrder)
+{
+    set(kNoEditor);
+    start();
+    QProcess second;
+    second.setProcessEnvironment(environment());
+    second.start(binary(), QStringList{});
+    ASSERT_TRUE(second.waitForFinished(10000));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_EQ(log().count("started on"), 1);
+
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(10000));
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(log().endsWith("Lumenpost quit\n"));
+    EXPECT_FALSE(QFile::exists(home.path("state/lumenpost/.running")));
+}
+
+TEST_F(RunningProgram, TellsAtTheNextStartThatItWasKilled)
+{
+    set(kNoEditor);
+    start();
+    ::kill(static_cast<pid_t>(program.processId()), SIGKILL);
+    ASSERT_TRUE(program.waitForFinished(10000));
+    start();
+    EXPECT_TRUE(log().contains("[ERROR] Previous session ended unexpectedly"));
+    EXPECT_TRUE(QTest::qWaitFor([] { return !isPlain(photograph().copy(toastRegion())); }, 5000));
+}
