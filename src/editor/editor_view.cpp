@@ -259,6 +259,11 @@ void EditorView::addEffects(QHBoxLayout *row)
             effects.borderColor = color;
             m_document.setEffects(effects);
         });
+        connect(dialog, &QDialog::rejected, this, [this, before = m_document.effects().borderColor] {
+            Effects effects = m_document.effects();
+            effects.borderColor = before;
+            m_document.setEffects(effects);
+        });
         dialog->show();
     });
     menu->addSeparator();

@@ -189,6 +189,8 @@ void OptionsBar::chooseColor()
         if (color.isValid())
             m_document.setColor(color);
     });
+    connect(dialog, &QDialog::rejected, this,
+            [this, before = m_document.color()] { m_document.setColor(before); });
     dialog->show();
 }
 

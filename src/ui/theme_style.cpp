@@ -415,8 +415,12 @@ QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
 
 QRect ThemeStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const
 {
-    if (element == SE_LineEditContents)
-        return QProxyStyle::subElementRect(element, option, widget).adjusted(fieldInset, 0, -fieldInset, 0);
+    if (element == SE_LineEditContents) {
+        // A field inside another control, as in a spin box, has no frame and no room to spare.
+        const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        const int inset = frame && frame->lineWidth > 0 ? fieldInset : 0;
+        return QProxyStyle::subElementRect(element, option, widget).adjusted(inset, 0, -inset, 0);
+    }
     if (element == SE_PushButtonFocusRect || element == SE_CheckBoxFocusRect)
         return option->rect;
     return QProxyStyle::subElementRect(element, option, widget);

@@ -149,6 +149,16 @@ int main(int argc, char **argv)
                 editor->window().findChild<BarButton *>(menu)->click();
             }
         }
+        if (state == "saveas")
+            editor->saveAs();
+        if (state == "share")
+            editor->share();
+        if (state == "colors") {
+            for (auto *button : editor->window().findChildren<BarButton *>()) {
+                if (button->text() == "More Colors")
+                    button->click();
+            }
+        }
         if (state == "saved")
             editor->save();
     });
