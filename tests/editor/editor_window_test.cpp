@@ -343,3 +343,23 @@ TEST_F(EditorWindowTest, TypingOnTheCanvasWritesIntoTheObject)
     EXPECT_EQ(document.annotations().first().text, "Two\nlines");
     EXPECT_TRUE(editor->canvas().hasFocus());
 }
+
+TEST_F(EditorWindowTest, ASavedPresetTakesTheNameThatWasTyped)
+{
+    auto editor = stage.open(picture());
+    editor->show();
+    editor->document().setTool(ToolKind::Ellipse);
+    const auto answer = [&](const QString &name) {
+        editor->promptSavePreset();
+        auto *field = editor->window().findChildren<QWidget *>("savePreset").last()->findChild<QLineEdit *>();
+        EXPECT_EQ(field->text(), "My Oval");
+        field->setText(name);
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    answer("   ");
+    EXPECT_TRUE(stage.notices.isEmpty());
+    EXPECT_EQ(stage.presets.presets().size(), 4);
+    answer(" Round & red ");
+    EXPECT_EQ(stage.notices.last(), (Notice{"Saved preset “Round & red”", "paintpalette.fill"}));
+    EXPECT_EQ(stage.presets.presets().last().tool, "ellipse");
+}

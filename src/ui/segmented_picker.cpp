@@ -1,0 +1,204 @@
+#include "ui/segmented_picker.h"
+
+#include "ui/symbol.h"
+#include "ui/theme.h"
+#include "ui/theme_style.h"
+
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr int symbolGap = 6;
+constexpr qreal disabledOpacity = 0.4;
+
+} // namespace
+
+SegmentedPicker::SegmentedPicker(QWidget *parent) : QWidget(parent)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setMouseTracking(true);
+    setFont(Theme::font(Theme::Type::Control, QFont::Medium));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_slide.setEasingCurve(Theme::Motion::ease());
+    connect(&m_slide, &QVariantAnimation::valueChanged, this, [this] { update(); });
+}
+
+void SegmentedPicker::setSegments(const QList<Segment> &segments)
+{
+    m_segments = segments;
+    m_current = qBound(0, m_current, qMax(0, static_cast<int>(segments.size()) - 1));
+    m_slide.stop();
+    updateGeometry();
+    update();
+}
+
+void SegmentedPicker::setCurrent(int index)
+{
+    if (index == m_current)
+        return;
+    m_slide.stop();
+    m_current = index;
+    if (index >= 0 && index < m_segments.size())
+        setAccessibleDescription(m_segments[index].text);
+    update();
+}
+
+void SegmentedPicker::setStretches(bool stretches)
+{
+    m_stretches = stretches;
+    setSizePolicy(stretches ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
+    updateGeometry();
+}
+
+int SegmentedPicker::naturalWidth(const Segment &segment) const
+{
+    int width = 16;
+    if (!segment.symbol.isEmpty())
+        width += Theme::Size::rowIcon;
+    if (segment.showsText) {
+        width += QFontMetrics(font()).horizontalAdvance(segment.text);
+        if (!segment.symbol.isEmpty())
+            width += symbolGap;
+    }
+    return width;
+}
+
+QSize SegmentedPicker::sizeHint() const
+{
+    int width = 4, widest = 0;
+    for (const Segment &segment : m_segments) {
+        width += naturalWidth(segment);
+        widest = qMax(widest, naturalWidth(segment));
+    }
+    if (m_stretches)
+        width = 4 + widest * static_cast<int>(m_segments.size());
+    return {width, Theme::Size::target};
+}
+
+QRect SegmentedPicker::segmentRect(int index) const
+{
+    if (m_stretches && !m_segments.isEmpty()) {
+        const int inner = width() - 4, count = static_cast<int>(m_segments.size());
+        const int left = 2 + inner * index / count;
+        return {left, 2, 2 + inner * (index + 1) / count - left, height() - 4};
+    }
+    int left = 2;
+    for (int i = 0; i < index; ++i)
+        left += naturalWidth(m_segments[i]);
+    return {left, 2, naturalWidth(m_segments.value(index)), height() - 4};
+}
+
+void SegmentedPicker::paintEvent(QPaintEvent *)
+{
+    const auto &t = Theme::tokens(this);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(t.track);
+    painter.drawRoundedRect(rect(), Theme::Radius::control, Theme::Radius::control);
+    if (m_current >= 0 && m_current < m_segments.size()) {
+        const QRectF selection = m_slide.state() == QAbstractAnimation::Running
+                                     ? m_slide.currentValue().toRectF()
+                                     : QRectF(segmentRect(m_current));
+        painter.setBrush(t.dark ? QColor(0x4A4A54) : t.surface);
+        painter.setPen(QPen(t.hairline, 1));
+        painter.drawRoundedRect(selection.adjusted(0.5, 0.5, -0.5, -0.5), Theme::Radius::control - 1.5,
+                                Theme::Radius::control - 1.5);
+    }
+    painter.setFont(font());
+    for (int i = 0; i < m_segments.size(); ++i) {
+        const Segment &segment = m_segments[i];
+        const QRect place = segmentRect(i);
+        const QColor ink = i == m_current ? t.text : i == m_hovered ? t.text : t.secondary;
+        int left = place.left() + (place.width() - naturalWidth(segment)) / 2 + 8;
+        if (!segment.symbol.isEmpty()) {
+            drawSymbol(painter,
+                       QRectF(left, place.center().y() - Theme::Size::rowIcon / 2 + 1, Theme::Size::rowIcon,
+                              Theme::Size::rowIcon),
+                       segment.symbol, ink);
+            left += Theme::Size::rowIcon + symbolGap;
+        }
+        if (segment.showsText) {
+            painter.setPen(ink);
+            painter.drawText(QRect(left, place.top(), place.right() - left + 1, place.height()),
+                             Qt::AlignVCenter | Qt::AlignLeft, segment.text);
+        }
+    }
+}
+
+int SegmentedPicker::segmentAt(const QPoint &position) const
+{
+    for (int i = 0; i < m_segments.size(); ++i) {
+        if (segmentRect(i).adjusted(0, -2, 0, 2).contains(position))
+            return i;
+    }
+    return -1;
+}
+
+void SegmentedPicker::choose(int index)
+{
+    if (index < 0 || index >= m_segments.size() || index == m_current)
+        return;
+    const QRectF from = segmentRect(m_current);
+    setCurrent(index);
+    if (const int duration = motionDuration(this, Theme::Motion::press)) {
+        m_slide.setDuration(duration);
+        m_slide.setStartValue(from);
+        m_slide.setEndValue(QRectF(segmentRect(index)));
+        m_slide.start();
+    }
+    Q_EMIT chosen(index);
+}
+
+void SegmentedPicker::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        choose(segmentAt(event->position().toPoint()));
+}
+
+void SegmentedPicker::mouseMoveEvent(QMouseEvent *event)
+{
+    if (const int over = segmentAt(event->position().toPoint()); over != std::exchange(m_hovered, over))
+        update();
+}
+
+void SegmentedPicker::leaveEvent(QEvent *)
+{
+    m_hovered = -1;
+    update();
+}
+
+void SegmentedPicker::keyPressEvent(QKeyEvent *event)
+{
+    const int last = static_cast<int>(m_segments.size()) - 1;
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        return choose(qMax(0, m_current - 1));
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        return choose(qMin(last, m_current + 1));
+    case Qt::Key_Home:
+        return choose(0);
+    case Qt::Key_End:
+        return choose(last);
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+bool SegmentedPicker::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        // A segment that shows its symbol alone tells its name.
+        const int over = segmentAt(static_cast<QHelpEvent *>(event)->pos());
+        setToolTip(over >= 0 && !m_segments[over].showsText ? m_segments[over].text : QString());
+    }
+    return QWidget::event(event);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+#include <QString>
+#include <QVariantAnimation>
+#include <QWidget>
+
+// One of a few choices on one track, with a sliding selection. Arrow keys move the choice.
+class SegmentedPicker : public QWidget {
+    Q_OBJECT
+public:
+    struct Segment {
+        QString text; // also the accessible name
+        QString symbol;
+        bool showsText = true;
+    };
+
+    explicit SegmentedPicker(QWidget *parent = nullptr);
+    void setSegments(const QList<Segment> &segments);
+    const QList<Segment> &segments() const { return m_segments; }
+    int current() const { return m_current; }
+    // Does not tell chosen().
+    void setCurrent(int index);
+    // All segments equally wide, filling the widget.
+    void setStretches(bool stretches);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+    QRect segmentRect(int index) const;
+
+Q_SIGNALS:
+    void chosen(int index); // by the user
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void choose(int index);
+    int segmentAt(const QPoint &position) const;
+    int naturalWidth(const Segment &segment) const;
+
+    QList<Segment> m_segments;
+    int m_current = 0;
+    int m_hovered = -1;
+    bool m_stretches = false;
+    QVariantAnimation m_slide; // of the selection's rectangle
+};
