@@ -252,6 +252,23 @@ TEST_F(OverlayTest, DimsAllButTheHole)
     EXPECT_TRUE(near(seen.pixel(10, 290), dimmedPixel(10, 290)));
 }
 
+TEST_F(OverlayTest, DrawsADashedCrosshairThroughThePixelUnderThePointer)
+{
+    open(1);
+    move({300, 250});
+    const QImage with = painted();
+    press({300, 250});
+    dragTo({310, 260}); // no crosshair any more
+    const QImage without = painted();
+    QString dashes;
+    for (int x = 0; x < 18; ++x)
+        dashes += with.pixel(x, 250) != without.pixel(x, 250) ? '#' : '.';
+    EXPECT_EQ(dashes, "#####....#####....");
+    EXPECT_EQ(with.pixel(2, 249), without.pixel(2, 249));
+    EXPECT_EQ(with.pixel(2, 251), without.pixel(2, 251));
+    EXPECT_NE(with.pixel(300, 2), without.pixel(300, 2));
+}
+
 TEST_F(OverlayTest, MagnifiesEachPixelToEightPoints)
 {
     open(1);

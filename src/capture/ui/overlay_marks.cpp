@@ -241,10 +241,10 @@ void drawHint(QPainter &painter, const OverlayMarks::Badge &hint)
     painter.drawText(hint.rect, Qt::AlignCenter, hint.text);
 }
 
-void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view, double device)
+void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view, double device,
+                   const QRectF &visible)
 {
     const CrosshairLines lines = crosshairLines(pointer, view, device);
-    const QRectF visible = painter.clipBoundingRect();
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
     painter.setBrush(brandColor(0.85));
@@ -271,6 +271,9 @@ void drawLoupe(QPainter &painter, const OverlayMarks::Loupe &loupe)
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(brandColor(), centreLine, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(QRectF(loupe.circle.topLeft() + QPointF(toCentre, toCentre), QSizeF(cell, cell)));
+    // A thin shadow keeps the white ring in sight over a white page.
+    painter.setPen(QPen(QColor(0, 0, 0, 70), ring + 2));
+    painter.drawEllipse(loupe.circle);
     painter.setPen(QPen(Qt::white, ring));
     painter.drawEllipse(loupe.circle);
     drawBadge(painter, {loupe.badge, loupe.text});

@@ -69,7 +69,9 @@ QRegion difference(const OverlayMarks &from, const OverlayMarks &to, const QSize
 void drawHoleBorder(QPainter &painter, const QRectF &hole);
 void drawBadge(QPainter &painter, const OverlayMarks::Badge &badge);
 void drawHint(QPainter &painter, const OverlayMarks::Badge &hint);
-void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view, double device);
+// Only the dashes in the `visible` part.
+void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view, double device,
+                   const QRectF &visible);
 void drawLoupe(QPainter &painter, const OverlayMarks::Loupe &loupe);
 
 } // namespace OverlayDrawing

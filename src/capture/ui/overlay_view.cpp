@@ -294,7 +294,8 @@ void OverlayView::paintEvent(QPaintEvent *event)
     if (m_marks.size && region.intersects(m_marks.size->rect.toAlignedRect()))
         OverlayDrawing::drawBadge(painter, *m_marks.size);
     if (m_marks.crosshair)
-        OverlayDrawing::drawCrosshair(painter, *m_marks.crosshair, size(), devicePixelRatioF());
+        OverlayDrawing::drawCrosshair(painter, *m_marks.crosshair, size(), devicePixelRatioF(),
+                                      region.boundingRect());
     if (m_marks.hint && region.intersects(m_marks.hint->rect.toAlignedRect()))
         OverlayDrawing::drawHint(painter, *m_marks.hint);
     if (m_marks.loupe)
