@@ -159,10 +159,10 @@ QRegion CanvasPainter::changedObjects(const QList<Annotation> &before, const QLi
             region |= changedHole(was, is);
             return;
         }
-        for (const Annotation *annotation : {was, is}) {
-            if (annotation)
-                region |= painted(*annotation).toAlignedRect();
-        }
+        const QRect old = was ? painted(*was).toAlignedRect() : QRect();
+        const QRect now = is ? painted(*is).toAlignedRect() : QRect();
+        // As one where they overlap: a region of many bands would draw what crosses them many times.
+        region |= old.intersects(now) ? QRegion(old | now) : QRegion(old) | now;
     };
     qsizetype last = -1;
     for (const Annotation &annotation : after) {
