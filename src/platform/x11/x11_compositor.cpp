@@ -8,6 +8,12 @@
 #include <xcb/xcb.h>
 #include <xcb/xfixes.h>
 
+namespace {
+
+constexpr int kClearance = 60; // pixels around a window that its shadow may darken
+
+} // namespace
+
 X11Compositor::X11Compositor(const X11Connection &connection) : m_connection(connection) {}
 
 // Formats of all visuals: a long answer, asked for once.
@@ -20,12 +26,6 @@ void X11Compositor::learnFormats()
         xcb_render_query_pict_formats_reply(xcb, xcb_render_query_pict_formats(xcb), nullptr));
     if (!reply)
         return;
-    for (auto it = xcb_render_query_pict_formats_formats_iterator(reply.get()); it.rem;
-         xcb_render_pictforminfo_next(&it)) {
-        if (it.data->type == XCB_RENDER_PICT_TYPE_DIRECT && it.data->depth == 8 &&
-            it.data->direct.alpha_mask == 0xff)
-            m_alphaFormat = it.data->id;
-    }
     for (auto screen = xcb_render_query_pict_formats_screens_iterator(reply.get()); screen.rem;
          xcb_render_pictscreen_next(&screen)) {
         for (auto depth = xcb_render_pictscreen_depths_iterator(screen.data); depth.rem;
@@ -70,24 +70,46 @@ void X11Compositor::release(quint32 pixmap)
     xcb_free_pixmap(m_connection.xcb(), pixmap);
 }
 
-// The root's own background: a passing child of the root that shows its parent's background has it, whichever
-// program set it and however. It is painted into memory only, takes no input, and is gone before the server
-// goes on.
 void X11Compositor::paintWallpaper(const X11Survey &survey, quint32 target, const QRect &area)
 {
     xcb_connection_t *xcb = m_connection.xcb();
-    const quint32 format = m_formats.value(m_connection.screen()->root_visual);
-    const xcb_rectangle_t whole = {0, 0, quint16(area.width()), quint16(area.height())};
-    const xcb_render_color_t black = {0, 0, 0, 0xffff};
-    xcb_render_fill_rectangles(xcb, XCB_RENDER_PICT_OP_SRC, target, black, 1, &whole);
-    if (survey.rootPixmap == 0)
-        return;
+    const quint32 pixmap = survey.rootPixmap != 0 ? survey.rootPixmap : sampledWallpaper(survey);
     const quint32 source = xcb_generate_id(xcb);
     const quint32 repeat = XCB_RENDER_REPEAT_NORMAL;
-    xcb_render_create_picture(xcb, source, survey.rootPixmap, format, XCB_RENDER_CP_REPEAT, &repeat);
+    xcb_render_create_picture(xcb, source, pixmap, m_formats.value(m_connection.screen()->root_visual),
+                              XCB_RENDER_CP_REPEAT, &repeat);
     xcb_render_composite(xcb, XCB_RENDER_PICT_OP_SRC, source, XCB_NONE, target, qint16(area.x()),
-                         qint16(area.y()), 0, 0, 0, 0, whole.width, whole.height);
+                         qint16(area.y()), 0, 0, 0, 0, quint16(area.width()), quint16(area.height()));
     xcb_render_free_picture(xcb, source);
+    if (pixmap != survey.rootPixmap)
+        xcb_free_pixmap(xcb, pixmap);
+}
+
+// A background that nobody published is a plain colour nearly always: one pixel of it, seen beside all
+// windows and their shadows, tells it.
+quint32 X11Compositor::sampledWallpaper(const X11Survey &survey) const
+{
+    QRegion bare(survey.root);
+    for (const X11Survey::TopLevel &window : survey.windows)
+        bare -= window.outer.adjusted(-kClearance, -kClearance, kClearance, kClearance);
+    const QPoint place = bare.isEmpty() ? QPoint() : bare.begin()->center();
+
+    xcb_connection_t *xcb = m_connection.xcb();
+    const quint32 root = m_connection.root();
+    const quint32 pixmap = xcb_generate_id(xcb);
+    xcb_create_pixmap(xcb, m_connection.screen()->root_depth, pixmap, root, 1, 1);
+    const quint32 context = xcb_generate_id(xcb);
+    // In order of the mask's bits: what compositing managers paint lies over the root.
+    const quint32 values[] = {m_connection.screen()->black_pixel, XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS};
+    xcb_create_gc(xcb, context, pixmap, XCB_GC_FOREGROUND | XCB_GC_SUBWINDOW_MODE, values);
+    if (bare.isEmpty()) {
+        const xcb_rectangle_t whole = {0, 0, 1, 1};
+        xcb_poly_fill_rectangle(xcb, pixmap, context, 1, &whole);
+    } else {
+        xcb_copy_area(xcb, root, pixmap, context, qint16(place.x()), qint16(place.y()), 0, 0, 1, 1);
+    }
+    xcb_free_gc(xcb, context);
+    return pixmap;
 }
 
 void X11Compositor::paintWindow(const X11Survey::TopLevel &window, quint32 target, const QRect &area)

@@ -20,11 +20,11 @@ public:
 
 private:
     void paintWallpaper(const X11Survey &survey, quint32 target, const QRect &area);
+    quint32 sampledWallpaper(const X11Survey &survey) const;
     void paintWindow(const X11Survey::TopLevel &window, quint32 target, const QRect &area);
     bool drainErrors();
     void learnFormats();
 
     const X11Connection &m_connection;
     QHash<quint32, quint32> m_formats; // by visual
-    quint32 m_alphaFormat = 0;         // for a one-pixel mask
 };

@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 #include <QThread>
+#include <QTimer>
 #include <QtConcurrentRun>
 #include <cmath>
 
@@ -13,6 +14,7 @@ namespace {
 
 // Sizes are truncated; this much of a pixel is the error of a computed scale, not a missing part.
 constexpr double kPixelNoise = 1e-6;
+constexpr int kIdleTime = 5000;     // milliseconds without a picture, after which its memory isn't kept
 constexpr int kLongestSide = 32767; // the protocol counts in 16 bits
 
 } // namespace
@@ -53,8 +55,18 @@ ScreenPictures::Capabilities X11ScreenPictures::capabilities() const
 void X11ScreenPictures::watchOwnWindows()
 {
     auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
-    if (!m_trails && application && QThread::currentThread() == application->thread())
+    if (!m_trails && application && QThread::currentThread() == application->thread()) {
         m_trails = std::make_unique<OwnWindowTrails>();
+        m_idle = std::make_unique<QTimer>();
+        m_idle->setSingleShot(true);
+        m_idle->setInterval(kIdleTime);
+        QObject::connect(m_idle.get(), &QTimer::timeout, m_idle.get(), [this] {
+            m_worker.start([this] {
+                if (m_photographer)
+                    m_photographer->trim();
+            });
+        });
+    }
 }
 
 Result<X11Photographer *> X11ScreenPictures::photographer()
@@ -87,6 +99,8 @@ QFuture<Result<QImage>> X11ScreenPictures::take(Work work)
 QFuture<Result<QImage>> X11ScreenPictures::takeArea(const QRect &native, Pointer pointer)
 {
     watchOwnWindows();
+    if (m_idle && m_idle->thread() == QThread::currentThread())
+        m_idle->start();
     const OwnWindowTrails *trails = m_trails.get();
     return take([native, pointer, trails](X11Photographer &photographer) {
         return photographer.area(native, pointer, trails ? trails->region() : QRegion());

@@ -6,6 +6,7 @@
 #include <memory>
 
 class OwnWindowTrails;
+class QTimer;
 class X11Photographer;
 
 // Pictures of an X server's screen. Every picture is taken on one worker thread, in the order it was asked
@@ -26,6 +27,7 @@ private:
     Result<X11Photographer *> photographer();
     void watchOwnWindows();
 
+    std::unique_ptr<QTimer> m_idle;                  // gives memory back after the last picture
     std::unique_ptr<OwnWindowTrails> m_trails;       // once there may be windows
     std::unique_ptr<X11Photographer> m_photographer; // worker thread only
     QThreadPool m_worker;

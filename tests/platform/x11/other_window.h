@@ -8,8 +8,9 @@
 #include <QTest>
 #include <functional>
 
-// Whether the condition becomes true within some seconds; events are handled meanwhile.
-inline bool eventually(const std::function<bool()> &condition, int milliseconds = 5000)
+// Whether the condition becomes true in the end; events are handled meanwhile. A busy machine may need
+// seconds.
+inline bool eventually(const std::function<bool()> &condition, int milliseconds = 20000)
 {
     return QTest::qWaitFor(condition, milliseconds);
 }

@@ -88,7 +88,9 @@ TEST_F(OwnWindows, AreInNoPictureWhateverLiesUnderAndOverThem)
     ASSERT_EQ(ownPixels(without), 0);
 
     const OwnWidget plain(Qt::Window | Qt::FramelessWindowHint, QRect(450, 250, 200, 200));
+    ASSERT_TRUE(eventually([&] { return isOwnColor(seen().pixel(600, 400)); }));
     above.raise(); // a window of another program over ours
+    ASSERT_TRUE(eventually([&] { return !isOwnColor(seen().pixel(600, 400)); }));
     const OwnWidget panel(kFloating, QRect(150, 150, 300, 200));
     const OwnWidget toast(kFloating | Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput,
                           QRect(800, 600, 300, 60));
@@ -142,4 +144,24 @@ TEST_F(OwnWindows, LeaveNoTraceWhenTheyHaveJustBeenHidden)
         EXPECT_EQ(ownPixels(after), 0) << "round " << round;
         expectPatternAt(after, other, other.geometry());
     }
+}
+
+TEST_F(OwnWindows, LeaveTheWallpaperAlsoWhenNobodyPublishedIt)
+{
+    for (const QString &name : {QStringLiteral("_XROOTPMAP_ID"), QStringLiteral("ESETROOT_PMAP_ID")})
+        run("xprop", {"-root", "-remove", name});
+    run("xsetroot", {"-solid", "#206040"});
+    QImage without;
+    ASSERT_TRUE(eventually([&] { // until the compositing manager, if any, has followed
+        const QImage before = std::exchange(without, picture());
+        const bool hasFollowed = // one of them never does
+            qgetenv("TD_COMP") == "xfwm4" || without.pixelColor(1000, 300) != QColor(0x3a, 0x6e, 0xa5);
+        return before == without && hasFollowed;
+    }));
+    {
+        const OwnWidget panel(kFloating, QRect(900, 250, 300, 200));
+        ASSERT_TRUE(eventually([&] { return ownPixels(seen().copy(panel.geometry())) > 50000; }));
+        EXPECT_EQ(picture(), without);
+    }
+    run("hsetroot", {"-solid", "#3a6ea5"});
 }
