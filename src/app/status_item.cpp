@@ -93,7 +93,8 @@ void StatusItem::addItem(const QString &title, const QString &symbol, HotKeyActi
 
 void StatusItem::addItem(const QString &title, const QString &symbol, const std::function<void()> &call)
 {
-    QAction *item = m_menu->addAction(title);
+    // An ampersand would be taken for the mark of a letter.
+    QAction *item = m_menu->addAction(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
     if (!symbol.isEmpty())
         item->setIcon(symbolIcon(symbol));
     item->setEnabled(static_cast<bool>(call));
@@ -106,7 +107,8 @@ QMenu &StatusItem::rebuiltMenu()
     m_menu->clear();
     addItem(QStringLiteral("Capture Region or Window"), QStringLiteral("camera.viewfinder"),
             HotKeyAction::Capture);
-    addItem(QStringLiteral("Capture Full Screen"), QStringLiteral("display"), HotKeyAction::FullScreen);
+    addItem(QStringLiteral("Capture Full Screen"), QStringLiteral("rectangle.inset.filled"),
+            HotKeyAction::FullScreen);
     addItem(QStringLiteral("Capture in 3 Seconds"), QStringLiteral("timer"), HotKeyAction::Delayed);
     addItem(QStringLiteral("Scrolling Capture"), QStringLiteral("arrow.up.and.down"),
             HotKeyAction::Scrolling);
@@ -128,8 +130,8 @@ QMenu &StatusItem::rebuiltMenu()
     connect(editor, &QAction::toggled, this,
             [this](bool on) { m_settings.setOn(CaptureSettings::Switch::PreviewInEditor, on); });
     addItem(QStringLiteral("Settings…"), QStringLiteral("gearshape"), m_actions.showSettings);
-    addItem(QStringLiteral("Welcome & Permissions…"), QStringLiteral("hand.wave"), m_actions.showWelcome);
+    addItem(QStringLiteral("Welcome & Permissions…"), QStringLiteral("sparkles"), m_actions.showWelcome);
     m_menu->addSeparator();
-    addItem(QStringLiteral("Quit Lumenpost"), QString(), m_actions.quit);
+    addItem(QStringLiteral("Quit Lumenpost"), QStringLiteral("power"), m_actions.quit);
     return *m_menu;
 }

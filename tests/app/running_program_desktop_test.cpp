@@ -71,8 +71,8 @@ TEST_F(RunningProgram, OpensTheEditorOnACaptureByDefault)
     EXPECT_TRUE(QTest::qWaitFor(
         [&] {
             QProcess search;
-            search.start("xdotool",
-                         {"search", "--onlyvisible", "--name", QFileInfo(captures().first()).completeBaseName()});
+            search.start("xdotool", {"search", "--onlyvisible", "--name",
+                                     QFileInfo(captures().first()).completeBaseName()});
             search.waitForFinished();
             return !search.readAllStandardOutput().isEmpty();
         },

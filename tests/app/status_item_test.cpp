@@ -1,0 +1,91 @@
+#include "app/status_item.h"
+#include "base/notice.h"
+#include "fakes/fake_desktop.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "settings/defaults.h"
+#include "support/printers.h"
+
+#include <QMenu>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+class StatusItemTest : public testing::Test {
+protected:
+    StatusItem::Actions actions()
+    {
+        StatusItem::Actions actions;
+        actions.perform = [this](HotKeyAction action) { performed.append(action); };
+        actions.isAvailable = [](HotKeyAction action) { return action != HotKeyAction::Record; };
+        actions.hasPins = [this] { return hasPins; };
+        actions.closePins = [this] { hasPins = false; };
+        actions.quit = [] {};
+        return actions;
+    }
+    static QAction *find(QMenu &menu, const QString &title)
+    {
+        for (QAction *item : menu.actions()) {
+            if (item->text().section('\t', 0, 0) == title)
+                return item;
+        }
+        return nullptr;
+    }
+
+    FakePaths paths{"/nowhere"};
+    FakeSecrets secrets;
+    FakeLoginItem loginItem;
+    NoticeBoard notices;
+    Defaults defaults{{}};
+    AppSettings prefs{defaults, secrets, loginItem, paths, notices};
+    CaptureSettings settings{defaults};
+    QList<HotKeyAction> performed;
+    bool hasPins = false;
+    StatusItem item{actions(), prefs, settings};
+};
+
+} // namespace
+
+TEST_F(StatusItemTest, ListsEveryCommandInItsOrderWithItsShortcut)
+{
+    QStringList titles;
+    for (const QAction *action : item.rebuiltMenu().actions())
+        titles.append(action->isSeparator() ? "-" : action->text().replace('\t', " | "));
+    EXPECT_THAT(titles,
+                testing::ElementsAre(
+                    "Capture Region or Window | Ctrl+Shift+C", "Capture Full Screen | Ctrl+Shift+F",
+                    "Capture in 3 Seconds | Ctrl+Shift+D", "Scrolling Capture | Ctrl+Shift+S",
+                    "Record Screen | Ctrl+Shift+R", "Record Steps (How-To Guide) | Ctrl+Shift+G",
+                    "Grab Text from Screen | Ctrl+Shift+T", "-", "Open Library… | Ctrl+Shift+L",
+                    "Pin Last Capture | Ctrl+Shift+P", "Open Image…", "-", "Open Editor After Capture",
+                    "Settings…", "Welcome && Permissions…", "-", "Quit Lumenpost"));
+    prefs.setHotkeys({{HotKeyAction::Library, KeyCombo{122, KeyCombo::Command}}});
+    EXPECT_NE(find(item.rebuiltMenu(), "Open Library…"), nullptr);
+    EXPECT_EQ(find(item.rebuiltMenu(), "Open Library…")->text().section('\t', 1), "Super+F1");
+}
+
+TEST_F(StatusItemTest, PerformsWhatIsChosenAndOffersOnlyWhatWorks)
+{
+    QMenu &menu = item.rebuiltMenu();
+    find(menu, "Scrolling Capture")->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(performed, QList<HotKeyAction>{HotKeyAction::Scrolling});
+    EXPECT_FALSE(find(menu, "Record Screen")->isEnabled());
+    EXPECT_FALSE(find(menu, "Settings…")->isEnabled());
+    for (const QAction *action : menu.actions()) {
+        if (!action->isSeparator() && !action->isCheckable())
+            EXPECT_FALSE(action->icon().isNull()) << action->text().toStdString();
+    }
+}
+
+TEST_F(StatusItemTest, ShowsTheStateOfTheMomentItOpens)
+{
+    EXPECT_TRUE(find(item.rebuiltMenu(), "Open Editor After Capture")->isChecked());
+    find(item.rebuiltMenu(), "Open Editor After Capture")->trigger();
+    EXPECT_FALSE(settings.isOn(CaptureSettings::Switch::PreviewInEditor));
+    EXPECT_FALSE(find(item.rebuiltMenu(), "Open Editor After Capture")->isChecked());
+    EXPECT_EQ(find(item.rebuiltMenu(), "Close All Pins"), nullptr);
+    hasPins = true;
+    ASSERT_NE(find(item.rebuiltMenu(), "Close All Pins"), nullptr);
+}
