@@ -35,6 +35,9 @@ public:
     }
     QFuture<Result<QImage>> region(const Screen &screen, const QRectF &region, Pointer pointer) override
     {
+        const QRectF scaled(region.topLeft() * screen.scale, region.size() * screen.scale);
+        if (!QRectF(-1e6, -1e6, 2e6, 2e6).contains(scaled)) // numbers that aren't, too
+            return readyFuture<Result<QImage>>(fail(Error::Kind::Invalid, QStringLiteral("No such region.")));
         const QPoint at = screen.native.topLeft() + (region.topLeft() * screen.scale).toPoint();
         const QSize size(int(region.width() * screen.scale + 1e-6),
                          int(region.height() * screen.scale + 1e-6));
