@@ -1,9 +1,12 @@
 #include "capture/ui/capture_overlay.h"
 
+#include "capture/ui/overlay_marks.h"
 #include "capture/ui/overlay_view.h"
 #include "capture/ui/overlay_window.h"
 #include "platform/pointer_control.h"
 #include "platform/workspace.h"
+
+#include <QPainter>
 
 CaptureOverlayController::CaptureOverlayController(Ports ports, QList<WindowInfo> windowInfos,
                                                    bool selectionOnly, QString hint,
@@ -19,6 +22,15 @@ CaptureOverlayController::CaptureOverlayController(Ports ports, QList<WindowInfo
 {}
 
 CaptureOverlayController::~CaptureOverlayController() = default;
+
+void CaptureOverlayController::warmUp()
+{
+    QImage canvas(1, 1, QImage::Format_RGB32);
+    const OverlayLayout layout(QSizeF(canvas.size()), canvas);
+    QPainter painter(&canvas);
+    OverlayDrawing::drawHint(painter, layout.hint(QStringLiteral("Aa·")));
+    OverlayDrawing::drawBadge(painter, layout.sizeBadge(QRectF(0, 0, 1, 1)));
+}
 
 void CaptureOverlayController::show()
 {

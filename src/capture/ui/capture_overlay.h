@@ -47,6 +47,10 @@ public:
                              QObject *parent = nullptr);
     ~CaptureOverlayController() override;
 
+    // Loads what the first overlay would otherwise load between shortcut and picture, fonts above all. For an
+    // idle moment after the start.
+    static void warmUp();
+
     void show();
     // The first result wins.
     void finish(const Result &result);

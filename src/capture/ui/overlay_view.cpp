@@ -29,7 +29,7 @@ OverlayView::OverlayView(const DisplaySnapshot &snapshot, CaptureOverlayControll
 
 void OverlayView::resizeEvent(QResizeEvent *)
 {
-    preparePictures();
+    preparePicture();
     m_marks = currentMarks();
 }
 
@@ -252,14 +252,13 @@ void OverlayView::refresh()
     m_marks = std::move(marks);
 }
 
-void OverlayView::preparePictures()
+void OverlayView::preparePicture()
 {
     const QSize device = (QSizeF(size()) * devicePixelRatioF()).toSize();
     m_picture = m_snapshot.image.convertToFormat(QImage::Format_RGB32);
     if (m_picture.size() != device && !device.isEmpty())
         m_picture = m_picture.scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     m_picture.setDevicePixelRatio(1);
-    m_dimmed = dimmed(m_picture);
 }
 
 void OverlayView::paintPictures(QPainter &painter, const QRegion &region) const
@@ -279,7 +278,7 @@ void OverlayView::paintPictures(QPainter &painter, const QRegion &region) const
         for (const QRect &bright : holePixels.intersected(pixels))
             painter.drawImage(bright.topLeft(), m_picture, bright);
         for (const QRect &dark : QRegion(pixels) - holePixels)
-            painter.drawImage(dark.topLeft(), m_dimmed, dark);
+            drawDimmed(painter, m_picture, dark);
     }
     painter.restore();
 }

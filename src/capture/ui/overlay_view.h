@@ -58,13 +58,12 @@ private:
     // Brings the marks up to date and repaints only what changed.
     void refresh();
     OverlayMarks currentMarks() const;
-    void preparePictures();
+    void preparePicture();
     void paintPictures(QPainter &painter, const QRegion &region) const;
 
     DisplaySnapshot m_snapshot;
     CaptureOverlayController &m_controller;
     QImage m_picture; // in the device's pixels
-    QImage m_dimmed;
     std::optional<QPointF> m_mouse;
     std::optional<QPointF> m_dragStart;
     DraggedBy m_draggedBy = DraggedBy::Button;
