@@ -3,6 +3,7 @@
 #include "app/document_routing.h"
 #include "base/log.h"
 #include "capture/screen_capturer.h"
+#include "capture/ui/capture_overlay.h"
 #include "editor/pins.h"
 #include "editor/style_presets.h"
 #include "library/library.h"
@@ -35,6 +36,10 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QProcess>
+
+namespace {
+constexpr int kIdleAfterStart = 1500; // milliseconds; the desktop's own start is over by then
+} // namespace
 
 AppDelegate::AppDelegate(QApplication &application) : m_application(application), m_platform(makePlatform())
 {
@@ -112,7 +117,19 @@ bool AppDelegate::launch(const QStringList &words)
             QStringLiteral("exclamationmark.triangle.fill"));
     if (!arguments.isEmpty())
         openArguments(arguments);
+    QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::warmUp);
     return true;
+}
+
+// The first shortcut should be answered as quickly as every other.
+void AppDelegate::warmUp()
+{
+    if (m_captures->isCapturing())
+        return;
+    CaptureOverlayController::warmUp();
+    // Where pictures need the user's consent nothing may be asked now.
+    if (m_platform.pictures->capabilities().excludesOwn)
+        whenDone(m_capturer->captureAllDisplays(Pointer::Hidden), this, [](const auto &) {});
 }
 
 void AppDelegate::buildStatusItem()

@@ -47,6 +47,7 @@ public:
 
 private:
     bool isAvailable(HotKeyAction action) const;
+    void warmUp();
     void buildStatusItem();
     void buildEditors();
     void followActiveApplication();

@@ -63,7 +63,8 @@ protected:
     void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons buttons,
               Qt::KeyboardModifiers modifiers = {})
     {
-        QMouseEvent event(type, at, at + QPointF(1000, 50), button, buttons, modifiers);
+        QMouseEvent event(type, at.toPoint(), at, at.toPoint(), button, buttons,
+                          modifiers); // as widgets get it
         QApplication::sendEvent(view.get(), &event);
     }
     void move(QPointF at) { send(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton); }

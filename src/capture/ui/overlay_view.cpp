@@ -54,17 +54,24 @@ void OverlayView::updateHover(const QPointF &position)
     }
 }
 
+// Widgets are told whole points, but at two pixels a point every other pixel lies between them. Only the
+// place in the window, which the view fills, comes through unrounded.
+QPointF OverlayView::placeOf(const QMouseEvent &event) const
+{
+    return event.scenePosition() - mapTo(window(), QPointF());
+}
+
 void OverlayView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::RightButton)
         m_controller.finish(CaptureOverlayController::Cancelled{});
     else if (event->button() == Qt::LeftButton)
-        beginDrag(event->position(), DraggedBy::Button);
+        beginDrag(placeOf(*event), DraggedBy::Button);
 }
 
 void OverlayView::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPointF position = event->position();
+    const QPointF position = placeOf(*event);
     // The echo of a nudge: acted on already, and its Shift meant ten pixels, not a square.
     if (m_nudgedTo && QLineF(position, *m_nudgedTo).length() < 1)
         return;

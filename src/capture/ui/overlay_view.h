@@ -47,6 +47,7 @@ private:
 
     QRectF bounds() const { return QRectF(rect()); }
     OverlayLayout layout() const { return {QSizeF(size()), m_snapshot.image}; }
+    QPointF placeOf(const QMouseEvent &event) const;
     void updateHover(const QPointF &position);
     void beginDrag(const QPointF &position, DraggedBy by);
     void drag(const QPointF &position, Shape shape);
