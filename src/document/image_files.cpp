@@ -93,10 +93,11 @@ std::unexpected<Error> unreadable(const QString &name, const QString &what, cons
     return fail(Error::Kind::Invalid, QStringLiteral("%1 %2.").arg(subject, what), detail);
 }
 
-QImage inWorkingFormat(const QImage &image)
+// In place where it can be: a second copy of a large picture may not fit.
+QImage inWorkingFormat(QImage image)
 {
-    return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                         : QImage::Format_RGB32);
+    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    return image;
 }
 
 // `longestEdge` 0 decodes in full size.
@@ -137,7 +138,7 @@ Result<QImage> decodeNamed(const QByteArray &bytes, const QString &name, int lon
     if (!reader.read(&image) || image.isNull())
         return unreadable(name, QStringLiteral("is damaged"), reader.errorString());
     image.setDevicePixelRatio(1);
-    return inWorkingFormat(image);
+    return inWorkingFormat(std::move(image));
 }
 
 Result<QByteArray> readBytes(const QString &path)
@@ -151,6 +152,22 @@ Result<QByteArray> readBytes(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("Couldn't read %1: %2.").arg(name, file.errorString()), path);
     return file.readAll();
+}
+
+std::optional<QSize> sizeIn(QIODevice &device)
+{
+    const QByteArray format = sniffedFormat(device.peek(16));
+    if (format.isEmpty())
+        return std::nullopt;
+    QSize size;
+    if (format == "heic") {
+        size = Heic::pixelSize(device.readAll()).value_or(QSize());
+    } else {
+        QImageReader reader(&device, format);
+        reader.setAutoDetectImageFormat(false);
+        size = reader.size();
+    }
+    return size.isEmpty() ? std::nullopt : std::optional(size);
 }
 
 QImage withLongestEdge(const QImage &image, int longestEdge)
@@ -280,20 +297,15 @@ QByteArray ImageFiles::jpegData(const QImage &image, double maxEdge, double qual
 std::optional<QSize> ImageFiles::pixelSize(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray format = sniffedFormat(file.peek(16));
-    if (format.isEmpty())
-        return std::nullopt;
-    QSize size;
-    if (format == "heic") {
-        size = Heic::pixelSize(file.readAll()).value_or(QSize());
-    } else {
-        QImageReader reader(&file, format);
-        reader.setAutoDetectImageFormat(false);
-        size = reader.size();
-    }
-    return size.isEmpty() ? std::nullopt : std::optional(size);
+    return file.open(QIODevice::ReadOnly) ? sizeIn(file) : std::nullopt;
+}
+
+std::optional<QSize> ImageFiles::pixelSizeOf(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return sizeIn(buffer);
 }
 
 std::optional<QImage> ImageFiles::thumbnail(const QString &path, int maxPixels)

@@ -157,16 +157,16 @@ std::optional<ProjectFile::Item> itemOf(const QJsonValue &value)
     return item;
 }
 
-// Decodes a picture if there is still room for it.
+// Decodes a picture if there is still room for it, which its header tells.
 QImage pictureOf(const QByteArray &png, qint64 &room)
 {
+    const auto size = ImageFiles::pixelSizeOf(png);
+    if (!size || qint64(size->width()) * size->height() > room)
+        return {};
     const auto decoded = ImageFiles::decode(png);
     if (!decoded)
         return {};
-    const qint64 pixels = qint64(decoded->width()) * decoded->height();
-    if (pixels > room)
-        return {};
-    room -= pixels;
+    room -= qint64(decoded->width()) * decoded->height();
     return *decoded;
 }
 

@@ -5,6 +5,7 @@
 #include "document/shapes.h"
 #include "document/soft_shadow.h"
 #include "document/stamps.h"
+#include "document/stroke_mask.h"
 #include "document/text_block.h"
 
 #include <QPainter>
@@ -67,19 +68,99 @@ QPen roundPen(const QColor &color, double width)
     return QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
-void fillWithShadow(QPainter &painter, const QPainterPath &path, const QColor &color)
+// An outline that reaches far beyond what can be seen costs the rasteriser seconds.
+bool reachesFar(const QPainterPath &path, const QPainter &painter)
 {
+    constexpr double far = 2000;
+    return !outset(visibleRect(painter), far).contains(path.controlPointRect());
+}
+
+// Curves become lines finer than one sees, on a canvas that is zoomed in as well.
+QList<QPolygonF> finePolygons(const QPainterPath &path)
+{
+    constexpr double finer = 8;
+    QList<QPolygonF> polygons = path.toSubpathPolygons(QTransform::fromScale(finer, finer));
+    for (QPolygonF &polygon : polygons)
+        polygon = QTransform::fromScale(1 / finer, 1 / finer).map(polygon);
+    return polygons;
+}
+
+// One side of a polygon cut off: the part where `depth` isn't negative stays. `depth` is linear.
+template <typename Depth>
+QPolygonF cutOff(const QPolygonF &polygon, Depth depth)
+{
+    QPolygonF result;
+    for (qsizetype i = 0; i < polygon.size(); ++i) {
+        const QPointF a = polygon[i];
+        const QPointF b = polygon[(i + 1) % polygon.size()];
+        const double da = depth(a);
+        const double db = depth(b);
+        if (da >= 0)
+            result.append(a);
+        if ((da >= 0) != (db >= 0))
+            result.append(a + (b - a) * (da / (da - db)));
+    }
+    return result;
+}
+
+// What of a filled path matters to what can be seen, shadows included (Sutherland and Hodgman, Reentrant
+// Polygon Clipping, 1974).
+QPainterPath nearPart(const QPainterPath &path, const QPainter &painter)
+{
+    if (!reachesFar(path, painter))
+        return path;
+    const QRectF near = outset(visibleRect(painter), 100);
+    QPainterPath result;
+    result.setFillRule(path.fillRule());
+    for (QPolygonF polygon : finePolygons(path)) {
+        polygon = cutOff(polygon, [&](const QPointF &p) { return p.x() - near.left(); });
+        polygon = cutOff(polygon, [&](const QPointF &p) { return near.right() - p.x(); });
+        polygon = cutOff(polygon, [&](const QPointF &p) { return p.y() - near.top(); });
+        polygon = cutOff(polygon, [&](const QPointF &p) { return near.bottom() - p.y(); });
+        result.addPolygon(polygon);
+        result.closeSubpath();
+    }
+    return result;
+}
+
+void fillWithShadow(QPainter &painter, const QPainterPath &whole, const QColor &color)
+{
+    const QPainterPath path = nearPart(whole, painter);
     commonShadow.paint(painter, path.boundingRect(), [&](QPainter &mask) { mask.fillPath(path, color); });
     painter.fillPath(path, color);
 }
 
-void strokeWithShadow(QPainter &painter, const QPainterPath &path, const QPen &pen)
+enum class Shadow { Common, None };
+
+// Lines that may cross themselves at will.
+void inkLines(QPainter &painter, const QList<QPolygonF> &lines, const QColor &color, double width,
+              Shadow shadow)
+{
+    QRectF bounds;
+    for (const QPolygonF &line : lines)
+        bounds |= outset(line.boundingRect(), width / 2 + 1);
+    const auto shape = [&](QImage &mask, const QTransform &toMask) {
+        strokeMask(mask, toMask, lines, width);
+    };
+    if (shadow == Shadow::Common) {
+        SoftShadow soft = commonShadow;
+        soft.color.setAlphaF(soft.color.alphaF() * color.alphaF());
+        soft.paintMask(painter, bounds, shape);
+    }
+    SoftShadow{0, color, {}}.paintMask(painter, bounds, shape);
+}
+
+// `pen` is a round one.
+void stroke(QPainter &painter, const QPainterPath &path, const QPen &pen, Shadow shadow)
 {
     if (pen.widthF() <= 0)
         return;
+    if (pen.style() == Qt::SolidLine && reachesFar(path, painter))
+        return inkLines(painter, finePolygons(path), pen.color(), pen.widthF(), shadow);
     const double reach = pen.widthF() / 2 + 1;
-    commonShadow.paint(painter, outset(path.boundingRect(), reach),
-                       [&](QPainter &mask) { mask.strokePath(path, pen); });
+    if (shadow == Shadow::Common)
+        commonShadow.paint(painter, outset(path.boundingRect(), reach),
+                           [&](QPainter &mask) { mask.strokePath(path, pen); });
     painter.strokePath(path, pen);
 }
 
@@ -139,12 +220,11 @@ void drawBox(const Annotation &a, const QPainterPath &path, QPainter &painter)
         QColor tint = a.color;
         tint.setAlphaF(0.25f);
         fillWithShadow(painter, path, tint);
-        if (a.lineWidth > 0)
-            painter.strokePath(path, pen);
+        stroke(painter, path, pen, Shadow::None);
         return;
     }
     default:
-        strokeWithShadow(painter, path, pen);
+        stroke(painter, path, pen, Shadow::Common);
     }
 }
 
@@ -158,49 +238,18 @@ void drawLine(const Annotation &a, QPainter &painter)
         pen.setDashPattern({2.5, 2});
         const QPainterPath path = dashedLine(a, a.lineWidth * 4.5, visibleRect(painter));
         if (a.lineWidth >= 0.05 && !path.isEmpty()) // thinner dashes than this can't be seen, only counted
-            strokeWithShadow(painter, path, pen);
+            stroke(painter, path, pen, Shadow::Common);
         return;
     }
     QPainterPath path(a.start);
     path.lineTo(a.end);
-    strokeWithShadow(painter, path, pen);
-}
-
-// A long stroke in pieces: the rasteriser's time grows with the square of what crosses itself in one path.
-// Round ends make the pieces one line.
-QList<QPainterPath> strokePieces(const QList<QPointF> &points)
-{
-    // What a hand draws stays one path.
-    const qsizetype longestPiece = points.size() <= 600 ? 600 : 24;
-    QList<QPainterPath> pieces;
-    for (qsizetype first = 0; first < points.size(); first += longestPiece) {
-        QPainterPath piece(points[first]);
-        const qsizetype last = std::min(first + longestPiece, points.size() - 1);
-        for (qsizetype i = first + 1; i <= last; ++i)
-            piece.lineTo(points[i]);
-        if (last == first)
-            piece.lineTo(points[first]);
-        pieces.append(piece);
-    }
-    return pieces;
+    stroke(painter, path, pen, Shadow::Common);
 }
 
 void drawPen(const Annotation &a, QPainter &painter)
 {
-    if (a.points.isEmpty() || a.lineWidth <= 0)
-        return;
-    const QList<QPainterPath> pieces = strokePieces(a.points);
-    if (pieces.size() == 1)
-        return strokeWithShadow(painter, pieces.first(), roundPen(a.color, a.lineWidth));
-    // Drawn opaque into a mask, so that overlapping pieces of a translucent colour don't show.
-    const auto shape = [&](QPainter &mask) {
-        for (const QPainterPath &piece : pieces)
-            mask.strokePath(piece, roundPen(Qt::white, a.lineWidth));
-    };
-    SoftShadow shadow = commonShadow;
-    shadow.color.setAlphaF(shadow.color.alphaF() * a.color.alphaF());
-    shadow.paint(painter, a.bounds(), shape);
-    SoftShadow{0, a.color, {}}.paint(painter, a.bounds(), shape);
+    if (!a.points.isEmpty())
+        inkLines(painter, {QPolygonF(a.points)}, a.color, a.lineWidth, Shadow::Common);
 }
 
 void drawHighlight(const Annotation &a, QPainter &painter)
@@ -235,7 +284,7 @@ void drawCallout(const Annotation &a, QPainter &painter)
     const QPainterPath path = Shapes::callout(a);
     fillWithShadow(painter, path, outline ? QColor(Qt::white) : a.color);
     if (outline)
-        painter.strokePath(path, roundPen(a.color, std::max(a.lineWidth * 0.6, 2.0)));
+        stroke(painter, path, roundPen(a.color, std::max(a.lineWidth * 0.6, 2.0)), Shadow::None);
     if (a.text.isEmpty())
         return;
     const QColor color = outline                                  ? a.color
@@ -288,7 +337,7 @@ void drawMagnify(const Annotation &a, const QImage &base, QPainter &painter)
         painter.drawImage(part, base, QRectF((part.topLeft() + m) / 2, part.size() / 2));
         painter.restore();
     }
-    strokeWithShadow(painter, ring, roundPen(a.color, a.lineWidth));
+    stroke(painter, ring, roundPen(a.color, a.lineWidth), Shadow::Common);
 }
 
 // With all digits as wide as the widest, so that the text doesn't tremble while the line is dragged.

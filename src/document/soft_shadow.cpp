@@ -241,6 +241,16 @@ QRectF visibleRect(const QPainter &painter)
 void SoftShadow::paint(QPainter &painter, const QRectF &bounds,
                        const std::function<void(QPainter &)> &shape) const
 {
+    paintMask(painter, bounds, [&](QImage &mask, const QTransform &toMask) {
+        QPainter masking(&mask);
+        masking.setRenderHints(painter.renderHints());
+        masking.setTransform(toMask);
+        shape(masking);
+    });
+}
+
+void SoftShadow::paintMask(QPainter &painter, const QRectF &bounds, const MaskFiller &shape) const
+{
     const QTransform device = painter.deviceTransform();
     const double scale = std::sqrt(std::abs(device.determinant()));
     const double sigma = blur / 2 * scale;
@@ -260,13 +270,8 @@ void SoftShadow::paint(QPainter &painter, const QRectF &bounds,
     if (mask.isNull())
         return;
     mask.fill(0);
-    {
-        QPainter masking(&mask);
-        masking.setRenderHints(painter.renderHints());
-        masking.setTransform(QTransform::fromTranslate(offset.x(), offset.y()) * device *
-                             QTransform::fromTranslate(-area.x(), -area.y()));
-        shape(masking);
-    }
+    shape(mask, QTransform::fromTranslate(offset.x(), offset.y()) * device *
+                    QTransform::fromTranslate(-area.x(), -area.y()));
 
     painter.save();
     painter.setWorldTransform(device.inverted() * painter.worldTransform()); // device pixels from here on

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPointF>
 #include <QRectF>
+#include <QTransform>
 #include <functional>
 
 class QPainter;
@@ -18,6 +19,10 @@ struct SoftShadow {
     // Paints the shadow of what `shape` paints inside `bounds` (painter's coordinates). Only `shape`'s
     // opacity counts. Nothing beyond the painter's clip is computed.
     void paint(QPainter &painter, const QRectF &bounds, const std::function<void(QPainter &)> &shape) const;
+    // The same for a shape that fills an empty mask (Format_Alpha8) itself; the transform leads from the
+    // painter's coordinates to the mask's pixels.
+    using MaskFiller = std::function<void(QImage &mask, const QTransform &toMask)>;
+    void paintMask(QPainter &painter, const QRectF &bounds, const MaskFiller &shape) const;
 
     // The same for a rounded rectangle of `radius`, cheap for a large one: only corners and edges are
     // computed, and stretched between. `inside` says whether the part that the rectangle itself covers is
