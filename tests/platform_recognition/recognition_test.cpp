@@ -132,6 +132,40 @@ TEST(TesseractEngine, PutsBoxesAroundTheInk)
     EXPECT_GT(box.height() * image.height(), metrics.height() * 0.85);
 }
 
+TEST(TesseractEngine, KeepsTheFirstLettersOfTextThatBeginsAtAnEdge)
+{
+    const auto engine = makeTextEngine();
+    const QStringList lines{"MAIL from the harbour", "Hours are in the hall", "Keep this door shut",
+                            "Boats leave at noon"};
+    QFont font("DejaVu Sans Mono");
+    font.setPixelSize(14);
+    const QFontMetrics metrics(font);
+    // A window on a desktop, with and without a border; light, dark, and one as tight as a terminal.
+    for (const Ground &ground : {Ground{Qt::white, Qt::black}, Ground{QColor(29, 31, 33), Qt::white}}) {
+        for (const int border : {0, 1, 3}) {
+            for (const int gap : {border == 0 ? 1 : 2, 3}) {
+                const QRect window(60, 50, 420, int(lines.size()) * metrics.lineSpacing() + 4);
+                QImage image(560, 220, QImage::Format_RGB32);
+                image.fill(QColor(58, 110, 165));
+                QPainter painter(&image);
+                painter.fillRect(window.adjusted(-border, -border, border, border), QColor(90, 90, 90));
+                painter.fillRect(window, ground.paper);
+                painter.setFont(font);
+                painter.setPen(ground.pen);
+                for (int i = 0; i < lines.size(); ++i) {
+                    const int bearing = metrics.boundingRect(lines[i][0]).left();
+                    painter.drawText(QPoint(window.left() + gap - bearing,
+                                            window.top() + 2 + metrics.ascent() + i * metrics.lineSpacing()),
+                                     lines[i]);
+                }
+                painter.end();
+                EXPECT_EQ(textsOf(*engine, image), lines)
+                    << ground.paper.name().toStdString() << " border " << border << " gap " << gap;
+            }
+        }
+    }
+}
+
 TEST(TesseractEngine, FindsNothingInEmptyPictures)
 {
     const auto engine = makeTextEngine();

@@ -106,10 +106,46 @@ cv::Mat unevenPlaces(const cv::Mat &pixels)
     return flat;
 }
 
+// Lets each flat surface take in the pixels of its colour that it reaches: the gaps between letters, and the
+// strip between a text and the edge of its window, which is too narrow to be a surface of its own and may lie
+// nearer to what is beyond the edge.
+void growSurfaces(const cv::Mat &pixels, cv::Mat &uneven)
+{
+    struct Grown {
+        cv::Point at;
+        cv::Vec3b surface;
+    };
+    std::vector<Grown> open;
+    const cv::Rect all(0, 0, pixels.cols, pixels.rows);
+    const auto spread = [&](cv::Point from, const cv::Vec3b &surface) {
+        for (const cv::Point step : {cv::Point(-1, 0), cv::Point(1, 0), cv::Point(0, -1), cv::Point(0, 1)}) {
+            const cv::Point to = from + step;
+            if (!all.contains(to) || uneven.at<uchar>(to) == 0 ||
+                distance(pixels.at<cv::Vec3b>(to), surface, surface) > FlatSpread)
+                continue;
+            uneven.at<uchar>(to) = 0;
+            open.push_back({to, surface});
+        }
+    };
+    for (int y = 0; y < pixels.rows; ++y) {
+        for (int x = 0; x < pixels.cols; ++x) {
+            if (uneven.at<uchar>(y, x) != 0)
+                continue;
+            spread({x, y}, pixels.at<cv::Vec3b>(y, x));
+            while (!open.empty()) {
+                const Grown next = open.back();
+                open.pop_back();
+                spread(next.at, next.surface);
+            }
+        }
+    }
+}
+
 // Ink against the colour of the nearest flat surface.
 void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
 {
-    const cv::Mat uneven = unevenPlaces(pixels);
+    cv::Mat uneven = unevenPlaces(pixels);
+    growSurfaces(pixels, uneven);
     cv::Mat far;
     cv::Mat nearest;
     cv::distanceTransform(uneven, far, nearest, cv::DIST_L2, cv::DIST_MASK_5, cv::DIST_LABEL_PIXEL);

@@ -570,6 +570,53 @@ void mend(const QImage &ink, std::vector<ReadLine> &lines)
     lookCloser(ink, lines);
 }
 
+namespace {
+
+// The ink of each symbol in pixels. Together they hold all ink of the line: symbols that touch share their
+// piece, and a piece that no symbol was paired with belongs to the nearest.
+std::vector<QRectF> inkBoxes(const ReadLine &line)
+{
+    std::vector<QRectF> boxes;
+    for (const Symbol &symbol : line.symbols)
+        boxes.push_back(symbol.isAlone ? QRectF(line.cells[size_t(symbol.cell)]) : symbol.box);
+    std::vector<bool> isTaken(line.cells.size(), false);
+    for (size_t from = 0; from < boxes.size();) {
+        const int c = line.symbols[from].cell;
+        size_t to = from + 1;
+        while (c >= 0 && to < boxes.size() && line.symbols[to].cell == c)
+            ++to;
+        if (c >= 0)
+            isTaken[size_t(c)] = true;
+        if (to - from > 1) { // stretched together over their piece
+            const QRectF cell(line.cells[size_t(c)]);
+            const double left = boxes[from].left();
+            const double stretch = cell.width() / std::max(1.0, boxes[to - 1].right() - left);
+            for (size_t s = from; s < to; ++s)
+                boxes[s] = QRectF(cell.left() + (boxes[s].left() - left) * stretch, boxes[s].top(),
+                                  boxes[s].width() * stretch, boxes[s].height());
+        }
+        from = to;
+    }
+    if (boxes.empty())
+        return boxes;
+    for (size_t c = 0; c < line.cells.size(); ++c) {
+        if (isTaken[c])
+            continue;
+        const QRectF cell(line.cells[c]);
+        for (const double x : {cell.left(), cell.right()}) {
+            const auto nearest = std::ranges::min_element(boxes, {}, [x](const QRectF &box) {
+                return std::max({0.0, box.left() - x, x - box.right()});
+            });
+            // No farther than a letter: what lies beyond was read as nothing.
+            nearest->setLeft(std::min(nearest->left(), std::max(x, nearest->left() - line.capHeight)));
+            nearest->setRight(std::max(nearest->right(), std::min(x, nearest->right() + line.capHeight)));
+        }
+    }
+    return boxes;
+}
+
+} // namespace
+
 RecognizedLine recognizedLine(const ReadLine &line, QSize picture, int top)
 {
     const double width = picture.width();
@@ -585,13 +632,15 @@ RecognizedLine recognizedLine(const ReadLine &line, QSize picture, int top)
     RecognizedLine result;
     result.box = normalized(line.region.box);
     double confidence = 0;
-    for (const Symbol &symbol : line.symbols) {
+    const std::vector<QRectF> boxes = inkBoxes(line);
+    for (size_t s = 0; s < line.symbols.size(); ++s) {
+        const Symbol &symbol = line.symbols[s];
         if (symbol.blankBefore) {
             result.text += ' ';
             result.characters.append(QRectF());
         }
         result.text += symbol.text;
-        const QRectF box = normalized(symbol.isAlone ? QRectF(line.cells[size_t(symbol.cell)]) : symbol.box);
+        const QRectF box = normalized(boxes[s]);
         for (qsizetype i = 0; i < symbol.text.size(); ++i)
             result.characters.append(box);
         confidence += symbol.confidence;

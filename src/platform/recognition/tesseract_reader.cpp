@@ -4,6 +4,18 @@
 #include <tesseract/baseapi.h>
 #include <tesseract/resultiterator.h>
 
+namespace {
+
+// The height to which letters are scaled for reading, in pixels: where the language data reads best. Reading
+// takes time by a line's width, and full pages are in small letters: those are read a little smaller and
+// narrower, down to where they begin to be mistaken.
+constexpr double UsualLetterHeight = 24;
+constexpr double SmallLetterHeight = 20;
+constexpr double SmallLetterNarrowing = 0.9;
+constexpr int TallestSmallLetter = 12; // pixels in the picture
+
+} // namespace
+
 struct TesseractReader::Parts {
     tesseract::TessBaseAPI api;
 };
@@ -25,8 +37,11 @@ Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &da
     return std::unique_ptr<TesseractReader>(new TesseractReader(std::move(parts)));
 }
 
-std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &region, double letterHeight)
+std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &region)
 {
+    const bool isSmall = region.glyphHeight <= TallestSmallLetter;
+    const double letterHeight = isSmall ? SmallLetterHeight : UsualLetterHeight;
+    const double narrowing = isSmall ? SmallLetterNarrowing : 1;
     const int pad = 2;
     const QRect crop = region.box.adjusted(-pad, -pad, pad, pad).intersected(ink.rect());
     const cv::Mat map(ink.height(), ink.width(), CV_8UC1, const_cast<uchar *>(ink.constBits()),
@@ -37,7 +52,8 @@ std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &r
     line = 255 - line;
     const double scale = std::clamp(letterHeight / std::max(region.glyphHeight, 3), 0.25, 4.0);
     cv::Mat scaled;
-    cv::resize(line, scaled, {}, scale, scale, scale > 1 ? cv::INTER_CUBIC : cv::INTER_AREA);
+    const double scaleX = scale * narrowing;
+    cv::resize(line, scaled, {}, scaleX, scale, scale > 1 ? cv::INTER_CUBIC : cv::INTER_AREA);
     constexpr int Margin = 10;
     cv::copyMakeBorder(scaled, scaled, Margin, Margin, Margin, Margin, cv::BORDER_CONSTANT, cv::Scalar(255));
 
@@ -63,8 +79,8 @@ std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &r
         each->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
         symbols.push_back(
             {.text = QString::fromUtf8(text.get()),
-             .box = QRectF((left - Margin) / scale + crop.x(), (top - Margin) / scale + crop.y(),
-                           (right - left) / scale, (bottom - top) / scale),
+             .box = QRectF((left - Margin) / scaleX + crop.x(), (top - Margin) / scale + crop.y(),
+                           (right - left) / scaleX, (bottom - top) / scale),
              .confidence = each->Confidence(tesseract::RIL_SYMBOL) / 100.0,
              .blankBefore = each->IsAtBeginningOf(tesseract::RIL_WORD) && !symbols.empty()});
     } while (each->Next(tesseract::RIL_SYMBOL));

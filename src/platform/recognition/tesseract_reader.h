@@ -14,11 +14,7 @@ public:
     ~TesseractReader();
 
     // The symbols of one region of a picture's ink, from left to right; none when there is no text.
-    std::vector<Symbol> read(const QImage &ink, const TextRegion &region,
-                             double letterHeight = UsualLetterHeight);
-
-    // The height to which letters are scaled for reading, in pixels: where the language data reads best.
-    static constexpr double UsualLetterHeight = 24;
+    std::vector<Symbol> read(const QImage &ink, const TextRegion &region);
 
 private:
     struct Parts;
