@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <QStringList>
 #include <array>
+#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -35,6 +36,21 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
         [&context, &library] { context.libraryFolder = QString::fromStdString(library); });
     app.require_subcommand(1);
     app.fallthrough();
+}
+
+// One sentence, whatever the parser has to say, and where to read on.
+QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
+{
+    QString command = QStringLiteral("lumenpost");
+    const CLI::App *deepest = &app;
+    while (!deepest->get_subcommands().empty()) {
+        deepest = deepest->get_subcommands().front();
+        command += QLatin1Char(' ') + QString::fromStdString(deepest->get_name());
+    }
+    QString what = QString::fromUtf8(wrong.what()).simplified();
+    while (what.endsWith(QLatin1Char('.')))
+        what.chop(1);
+    return QStringLiteral("%1: see %2 --help.").arg(what, command);
 }
 
 } // namespace
@@ -68,11 +84,13 @@ int runCommandLine(int argc, char **argv)
     addCommands(app, context);
     try {
         app.parse(argc, argv);
+        if (std::fflush(stdout) != 0 || std::ferror(stdout))
+            context.fail({Error::Kind::Failed, QStringLiteral("The result could not be printed."), {}});
         return static_cast<int>(context.status);
     } catch (const CLI::Success &wanted) {
         return app.exit(wanted); // help and version
     } catch (const CLI::ParseError &wrong) {
-        app.exit(wrong);
-        return static_cast<int>(ExitStatus::WrongCall);
+        context.wrongCall(sentenceOf(wrong, app));
+        return static_cast<int>(context.status);
     }
 }

@@ -1,3 +1,4 @@
+#include "cli/choice.h"
 #include "cli/command.h"
 
 #include "document/image_files.h"
@@ -63,13 +64,11 @@ void addOnlineCommands(CLI::App &app, CommandContext &context)
     asking
         ->add_option("--action", words->action,
                      "What to ask for: describe (if not given), steps, altText, name or caption")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, ClaudeClient::Action>{{"describe", ClaudeClient::Action::Describe},
-                                                        {"steps", ClaudeClient::Action::Steps},
-                                                        {"altText", ClaudeClient::Action::AltText},
-                                                        {"name", ClaudeClient::Action::Name},
-                                                        {"caption", ClaudeClient::Action::Caption}},
-            CLI::ignore_case));
+        ->transform(oneOf<ClaudeClient::Action>({{"describe", ClaudeClient::Action::Describe},
+                                                 {"steps", ClaudeClient::Action::Steps},
+                                                 {"altText", ClaudeClient::Action::AltText},
+                                                 {"name", ClaudeClient::Action::Name},
+                                                 {"caption", ClaudeClient::Action::Caption}}));
     setBody(asking, context, Needs::Core,
             [&context, words] { describe(context, words->file, words->action); });
 

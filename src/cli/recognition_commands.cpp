@@ -1,3 +1,4 @@
+#include "cli/choice.h"
 #include "cli/command.h"
 
 #include "document/image_files.h"
@@ -178,11 +179,9 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
     hiding->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
     hiding->add_option("--mode", words->mode, "What to hide: sensitive, allText or faces")
         ->required()
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, Redaction::Mode>{{"sensitive", Redaction::Mode::Sensitive},
-                                                   {"allText", Redaction::Mode::AllText},
-                                                   {"faces", Redaction::Mode::Faces}},
-            CLI::ignore_case));
+        ->transform(oneOf<Redaction::Mode>({{"sensitive", Redaction::Mode::Sensitive},
+                                            {"allText", Redaction::Mode::AllText},
+                                            {"faces", Redaction::Mode::Faces}}));
     hiding->add_option("--output", words->output, "Where the picture goes")->required()->type_name("FILE");
     hiding->add_flag("--json", words->json, "Print how many places were hidden, and where in pixels");
     setBody(hiding, context, Needs::Core,

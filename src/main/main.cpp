@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -43,6 +44,8 @@ bool isOpenable(const char *word)
 
 int main(int argc, char **argv)
 {
+    // A limit on the size of files is a failed write with a reason, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     if (isCommandLineCall(argc, argv))
         return runCommandLine(argc, argv);
     for (int i = 1; i < argc; ++i) {

@@ -1,0 +1,177 @@
+#include "call.h"
+
+#include "document/project_file.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+TEST_F(CommandLine, SaysWrongWordsInOneSentence)
+{
+    const QString image = picture("a.png");
+    const struct {
+        QStringList words;
+        QString sentence;
+    } wrong[]{
+        {{"render"}, "see lumenpost render --help."},
+        {{"render", "x", "--bogus", "--output", "y.png"}, "--bogus"},
+        {{"render", "--output"}, "--output"},
+        {{"capture"}, "see lumenpost capture --help."},
+        {{"capture", "region", "1,2"}, "X,Y,WxH"},
+        {{"capture", "screen", "--delay", "soon"}, "--delay"},
+        {{"capture", "window", "front"}, "front"},
+        {{"library"}, "see lumenpost library --help."},
+        {{"library", "list", "--filter", "blue"}, "blue"},
+        {{"library", "list", "--sort", "blue"}, "blue"},
+        {{"redact", image, "--mode", "names", "--output", "b.png"},
+         "\"names\" is not sensitive, allText or faces"},
+        {{"describe", image, "--action", "sing"}, "\"sing\" is not describe"},
+        {{"stitch", image}, "--output"},
+        {{"nonsense"}, "nonsense"},
+    };
+    for (const auto &call_ : wrong)
+        EXPECT_TRUE(isRefused(call(call_.words), 2, call_.sentence)) << call_.words.join(' ').toStdString();
+}
+
+TEST_F(CommandLine, SaysWhyItFailedInOneSentence)
+{
+    const QString image = picture("a.png");
+    QFile broken(path("broken.png"));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("\x89PNG\r\n\x1a\nand no more");
+    broken.close();
+    picture("library/in.png");
+    const QString library = path("library");
+    const struct {
+        QStringList words;
+        QString sentence;
+    } failing[]{
+        {{"render", "nowhere", "--output", "o.png"}, "nowhere"},
+        {{"render", "a.png", "--project", "none.json", "--output", "o.png"}, "none.json"},
+        {{"stitch", "a.png", "none.png", "--output", "o.png"}, "none.png"},
+        {{"stitch", "broken.png", "--output", "o.png"}, "broken.png"},
+        {{"stitch", "a.png", "--output", "nowhere/o.png"}, "o.png"},
+        {{"text", "broken.png"}, "broken.png"},
+        {{"boxes", "none.png"}, "none.png"},
+        {{"faces", "none.png"}, "none.png"},
+        {{"redact", "none.png", "--mode", "faces", "--output", "o.png"}, "none.png"},
+        {{"describe", "none.png"}, "none.png"},
+        {{"describe", "a.png"}, "key"},
+        {{"library", "add", "none.png", "--library", library}, "none.png"},
+        {{"library", "rename", "none.png", "b", "--library", library}, "none.png"},
+        {{"library", "trash", image, "--library", library}, "not in the Library"},
+        {{"capture", "screen", "--output", "o.png"}, "isplay"},
+        {{"capture", "region", "0,0,10x10", "--output", "o.png"}, "isplay"},
+        {{"displays", "--json"}, "isplay"},
+        {{"windows", "--json"}, "isplay"},
+        {{}, "display"},
+    };
+    for (const auto &call_ : failing)
+        EXPECT_TRUE(isRefused(call(call_.words), 1, call_.sentence)) << call_.words.join(' ').toStdString();
+    EXPECT_FALSE(QFile::exists(path("o.png")));
+    EXPECT_EQ(filesIn("library"), QStringList{"in.png"});
+}
+
+TEST_F(CommandLine, KeepsTheOldFileWhenTheDiskIsFull)
+{
+    const QString target = picture("target.png", {3, 3}, Qt::red);
+    const auto bytes = [&] {
+        QFile file(target);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray before = bytes();
+    QImage noise(200, 200, QImage::Format_RGB32);
+    quint32 seed = 1;
+    for (int y = 0; y < 200; ++y) {
+        for (int x = 0; x < 200; ++x)
+            noise.setPixel(x, y, 0xff000000 | ((seed = seed * 1664525 + 1013904223) >> 8));
+    }
+    ASSERT_TRUE(noise.save(path("noise.png")));
+    EXPECT_TRUE(isRefused(callWithFullDisk({"stitch", "noise.png", "--output", target}), 1, "target.png"));
+    EXPECT_EQ(bytes(), before);
+    const Outcome mute = callThrough("exec", {"stitch", "noise.png", "--output", "noise2.png"}, ">/dev/full");
+    EXPECT_TRUE(isRefused(mute, 1, "printed"));
+    QFile::remove(path("noise2.png"));
+    EXPECT_EQ(filesIn("."), (QStringList{"noise.png", "target.png"}));
+}
+
+TEST_F(CommandLine, KeepsALibraryInTheFolderOfTheCall)
+{
+    picture("one.png", {20, 10});
+    picture("two.png", {30, 10});
+    const QString library = path("library");
+
+    const Outcome added = call({"--library", library, "library", "add", "one.png", "two.png"});
+    EXPECT_TRUE(isDone(added));
+    ASSERT_EQ(added.lines().size(), 2);
+    for (const QString &file : added.lines())
+        EXPECT_EQ(QFileInfo(file).path(), library);
+
+    const Outcome renamed = call({"library", "rename", added.lines()[0], "first", "--library", library});
+    EXPECT_TRUE(isDone(renamed));
+    EXPECT_EQ(renamed.output, library + "/first.png\n");
+
+    set("LUMENPOST_LIBRARY", library);
+    const Outcome listed = call({"library", "list", "--json"});
+    EXPECT_TRUE(isDone(listed));
+    ASSERT_EQ(listed.json().array().size(), 2) << listed.output.toStdString();
+    QStringList keys = listed.json()[0].toObject().keys();
+    EXPECT_EQ(keys, (QStringList{"bytes", "collections", "date", "favorite", "path", "source"}));
+
+    EXPECT_TRUE(isDone(call({"library", "trash", "first.png"})));
+    EXPECT_FALSE(QFile::exists(library + "/first.png"));
+    EXPECT_EQ(call({"library", "list"}).lines().size(), 1);
+    EXPECT_EQ(call({"library", "list", "--filter", "videos"}).output, QString());
+
+    // The folder is the call's own: another one sees nothing of it.
+    QDir().mkpath(path("other"));
+    EXPECT_EQ(call({"library", "list", "--json", "--library", path("other")}).json(),
+              QJsonDocument(QJsonArray()));
+}
+
+TEST_F(CommandLine, RendersAProjectWithAndWithoutEffects)
+{
+    QImage base(40, 30, QImage::Format_RGB32);
+    base.fill(Qt::white);
+    Annotation box;
+    box.kind = ToolKind::Rectangle;
+    box.style = 2;
+    box.start = {10, 10};
+    box.end = {30, 20};
+    box.color = Qt::red;
+    Effects effects;
+    effects.shadow = true;
+    ASSERT_TRUE(ProjectFile::write(path("project"), base, ProjectFile::describing({box}, effects)));
+
+    const Outcome flat = call({"render", "project", "--output", "flat.png", "--flattened"});
+    EXPECT_TRUE(isDone(flat));
+    EXPECT_EQ(flat.output, path("flat.png") + "\n");
+    const QImage seen(path("flat.png"));
+    EXPECT_EQ(seen.size(), base.size());
+    EXPECT_EQ(seen.pixel(20, 15), qRgb(255, 0, 0));
+    EXPECT_TRUE(isDone(call({"render", "project", "--output", "whole.png"})));
+    EXPECT_GT(QImage(path("whole.png")).width(), base.width());
+}
+
+TEST_F(CommandLine, TellsThatNothingWasFound)
+{
+    picture("blank.png", {200, 100});
+    EXPECT_EQ(call({"text", "blank.png"}).status, 3);
+    const Outcome boxes = call({"boxes", "blank.png"});
+    EXPECT_EQ(boxes.status, 3);
+    EXPECT_EQ(boxes.json(), QJsonDocument(QJsonArray()));
+    EXPECT_EQ(call({"faces", "blank.png"}).status, 3);
+    const Outcome hidden = call({"redact", "blank.png", "--mode", "allText", "--output", "o.png", "--json"});
+    EXPECT_EQ(hidden.status, 3);
+    EXPECT_EQ(hidden.json().object().value("count").toInt(-1), 0);
+    EXPECT_FALSE(QFile::exists(path("o.png")));
+}
+
+TEST_F(CommandLine, JoinsFramesAndTellsThemAsOneDocument)
+{
+    picture("a.png");
+    const Outcome joined = call({"stitch", "a.png", "a.png", "--output", "o.png", "--json"});
+    EXPECT_TRUE(isDone(joined));
+    EXPECT_EQ(joined.json().object().value("accepted").toInt(), 1);
+    EXPECT_EQ(joined.json().object().value("size").toArray(), (QJsonArray{64, 48}));
+    EXPECT_EQ(QImage(path("o.png")).size(), QSize(64, 48));
+}

@@ -1,0 +1,66 @@
+#include "../call.h"
+
+#include "document/image_files.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLabel>
+#include <QtTest/QTest>
+
+class CaptureCalls : public CommandLine {
+protected:
+    CaptureCalls() : CommandLine(Screen::Desktop) {}
+};
+
+TEST_F(CaptureCalls, ListWhatCanBeCapturedAndCaptureIt)
+{
+    QLabel window(QStringLiteral("A window"));
+    window.resize(300, 200);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+
+    const Outcome displays = call({"displays", "--json"});
+    EXPECT_TRUE(isDone(displays));
+    const QJsonObject display = displays.json()[0].toObject();
+    EXPECT_EQ(display.keys(), (QStringList{"frame", "id", "scale"}));
+    const QJsonArray frame = display.value("frame").toArray();
+    const QSize size(frame[2].toInt(), frame[3].toInt());
+
+    const QString number = QString::number(display.value("id").toInteger());
+    for (const QString name : {"screen.png", "screen.jpg", "screen.heic"}) {
+        const Outcome taken = call({"capture", "screen", "--display", number, "--cursor", "--output", name});
+        EXPECT_TRUE(isDone(taken));
+        EXPECT_EQ(taken.output, path(name) + "\n");
+        const auto image = ImageFiles::read(path(name));
+        ASSERT_TRUE(image) << name.toStdString();
+        EXPECT_EQ(image->size(), size * display.value("scale").toDouble());
+    }
+
+    const Outcome windows = call({"windows", "--json"});
+    EXPECT_TRUE(isDone(windows));
+    qint64 id = 0;
+    for (const auto &entry : windows.json().array()) {
+        const QJsonArray place = entry.toObject().value("frame").toArray();
+        if (place[2].toInt() >= 300 && place[2].toInt() < 340)
+            id = entry.toObject().value("id").toInteger();
+    }
+    ASSERT_NE(id, 0) << windows.output.toStdString();
+    EXPECT_TRUE(isDone(call({"capture", "window", QString::number(id), "--output", "window.png"})));
+    EXPECT_GE(QImage(path("window.png")).width(), 300);
+
+    const Outcome kept = call({"capture", "region", "10,10,40x30", "--library", path("library")});
+    EXPECT_TRUE(isDone(kept));
+    EXPECT_EQ(QFileInfo(kept.output.trimmed()).path(), path("library"));
+    EXPECT_EQ(QImage(kept.output.trimmed()).size(), QSize(40, 30) * display.value("scale").toDouble());
+}
+
+TEST_F(CaptureCalls, SayWhatCannotBeCaptured)
+{
+    EXPECT_TRUE(isRefused(call({"capture", "window", "1", "--output", "o.png"}), 3, "window"));
+    EXPECT_TRUE(isRefused(call({"capture", "region", "90000,0,10x10", "--output", "o.png"}), 3, "region"));
+    EXPECT_TRUE(isRefused(call({"capture", "screen", "--display", "99", "--output", "o.png"}), 3, "99"));
+    EXPECT_TRUE(isRefused(call({"capture", "screen", "--bogus"}), 2, "--bogus"));
+    EXPECT_TRUE(isRefused(call({"capture", "screen", "--output", "nowhere/o.png"}), 1, "o.png"));
+    EXPECT_TRUE(isRefused(callWithFullDisk({"capture", "screen", "--output", "o.png"}), 1, "o.png"));
+    EXPECT_EQ(filesIn("."), QStringList());
+}
