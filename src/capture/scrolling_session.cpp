@@ -4,7 +4,8 @@
 #include "platform/pointer_control.h"
 #include "platform/screen_pictures.h"
 
-#include <QtMath>
+#include <QCoreApplication>
+#include <QLineF>
 
 namespace {
 
@@ -129,7 +130,8 @@ void ScrollingCaptureSession::shootByHand()
 std::optional<quint32> ScrollingCaptureSession::windowAtTarget() const
 {
     for (const ListedWindow &window : m_ports.screens.windows()) {
-        if (window.layer == 0 && window.frame.contains(target()))
+        const bool isOwn = window.pid == QCoreApplication::applicationPid(); // not in the shots either
+        if (window.layer == 0 && !isOwn && window.frame.contains(target()))
             return window.id;
     }
     return {};

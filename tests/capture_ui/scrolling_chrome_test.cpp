@@ -77,3 +77,25 @@ TEST(ScrollingChrome, ShowsTheSessionAndEndsItWithDone)
     ASSERT_TRUE(result.result());
     EXPECT_EQ(result.result()->value().size(), QSize(100, 60));
 }
+
+TEST(ScrollingChrome, PutsOwnWindowsAsideThatWouldCatchTheWheel)
+{
+    NoisyScreen screen;
+    RestingPointer pointer;
+    ScrollingCaptureSession session({screen, screen, pointer, screen}, screen.screen,
+                                    QRectF(100, 100, 400, 200));
+    QWidget over;
+    over.setGeometry(250, 150, 200, 100);
+    over.show();
+    QWidget beside;
+    beside.setGeometry(510, 400, 200, 100);
+    beside.show();
+    {
+        ScrollingChrome chrome(session);
+        chrome.show();
+        EXPECT_TRUE(over.isMinimized());
+        EXPECT_FALSE(beside.isMinimized());
+    }
+    EXPECT_FALSE(over.isMinimized());
+    EXPECT_TRUE(over.isVisible());
+}

@@ -6,6 +6,7 @@
 #include "ui/controls.h"
 #include "ui/theme.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -44,8 +45,7 @@ ScrollHUDView::ScrollHUDView(const HUDState &state, std::function<void()> done, 
     connect(button, &QPushButton::clicked, this, std::move(done));
 
     auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(Theme::Space::margin, Theme::Space::inside, Theme::Space::inside,
-                            Theme::Space::inside);
+    row->setContentsMargins(0, 0, 0, 0); // the panel has its own
     row->setSpacing(Theme::Space::group);
     row->addWidget(m_message);
     row->addWidget(m_frames);
@@ -69,12 +69,16 @@ ScrollingChrome::ScrollingChrome(ScrollingCaptureSession &session, QObject *pare
     connect(&session, &ScrollingCaptureSession::shootingEnded, this, &ScrollingChrome::hide);
 }
 
-ScrollingChrome::~ScrollingChrome() = default;
+ScrollingChrome::~ScrollingChrome()
+{
+    putWindowsBack();
+}
 
 void ScrollingChrome::show()
 {
     refresh();
     const QRectF region = m_session.rect().translated(m_session.screen().frame().topLeft());
+    clearTheWay(region.center().toPoint());
     m_frameWindow = std::make_unique<RegionFrameWindow>(region, brandColor());
     m_hud = HUDPanel::make(region, visibleFrame(m_session.screen()),
                            new ScrollHUDView(m_state, [this] { m_session.stop(); }));
@@ -100,8 +104,37 @@ void ScrollingChrome::refresh()
 void ScrollingChrome::hide()
 {
     m_session.setHeld(false);
+    putWindowsBack();
     if (m_frameWindow)
         m_frameWindow->hide();
     if (m_hud)
         m_hud->hide();
+}
+
+void ScrollingChrome::clearTheWay(const QPoint &target)
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->isMinimized() || !window->frameGeometry().contains(target) ||
+            window->windowFlags().testFlag(Qt::WindowTransparentForInput))
+            continue;
+        // A window that the window manager doesn't know can't be put away by it.
+        if (window->windowFlags().testFlag(Qt::BypassWindowManagerHint))
+            window->hide();
+        else
+            window->showMinimized();
+        m_moved.append(window);
+    }
+}
+
+void ScrollingChrome::putWindowsBack()
+{
+    for (const QPointer<QWidget> &window : std::exchange(m_moved, {})) {
+        if (!window)
+            continue;
+        const bool activates = !window->testAttribute(Qt::WA_ShowWithoutActivating);
+        window->setAttribute(Qt::WA_ShowWithoutActivating);
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+        window->show();
+        window->setAttribute(Qt::WA_ShowWithoutActivating, !activates);
+    }
 }

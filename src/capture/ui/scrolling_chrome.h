@@ -2,6 +2,8 @@
 
 #include "ui/hud_panel.h"
 
+#include <QList>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -29,6 +31,8 @@ private:
 };
 
 // The border and the panel of a running session: shown as long as it shoots. Neither gets into the shots.
+// Windows of this program that lie over the middle of the region, where the wheel is turned, step aside
+// meanwhile.
 class ScrollingChrome : public QObject {
     Q_OBJECT
 public:
@@ -47,9 +51,12 @@ protected:
 private:
     void refresh();
     void hide();
+    void clearTheWay(const QPoint &target);
+    void putWindowsBack();
 
     ScrollingCaptureSession &m_session;
     HUDState m_state;
     std::unique_ptr<RegionFrameWindow> m_frameWindow;
     std::unique_ptr<HUDPanel> m_hud;
+    QList<QPointer<QWidget>> m_moved; // own windows that would have caught the wheel
 };
