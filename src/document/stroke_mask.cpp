@@ -118,7 +118,7 @@ public:
     {
         const double outer = m_radius + 0.5;
         const double inner = m_radius - 0.5;
-        const auto [low, high] = std::minmax(segment.a.y(), segment.b().y());
+        const auto [low, high] = std::minmax({segment.a.y(), segment.b().y()});
         if (high + outer < m_top || low - outer > m_bottom + 1)
             return;
         const int first = static_cast<int>(std::max(std::floor(low - outer), double(m_top)));
