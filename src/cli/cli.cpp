@@ -1,6 +1,7 @@
 #include "cli/cli.h"
 
 #include "cli/command.h"
+#include "cli/reference.h"
 #include "settings/app_settings.h"
 
 #include <CLI/CLI.hpp>
@@ -32,6 +33,26 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
         ->envname("LUMENPOST_LIBRARY")
         ->type_name("DIR");
     app.footer("Exit status: 0 done, 1 failed, 2 wrong words in the call, 3 done but nothing was found.");
+    // For the build, which installs both.
+    app.add_flag_callback(
+           "--manual",
+           [&app] {
+               CommandContext::print(Reference::manual(app).trimmed());
+               throw CLI::Success();
+           },
+           "Print the manual page")
+        ->group("");
+    app.add_option_function<std::string>(
+           "--completion",
+           [&app](const std::string &shell) {
+               const auto script = Reference::completion(app, QString::fromStdString(shell));
+               if (!script)
+                   throw CLI::ValidationError("--completion", "\"" + shell + "\" is not bash, zsh or fish");
+               CommandContext::print(script->trimmed());
+               throw CLI::Success();
+           },
+           "Print a shell's completion script")
+        ->group("");
     app.parse_complete_callback(
         [&context, &library] { context.libraryFolder = QString::fromStdString(library); });
     app.require_subcommand(1);
@@ -58,9 +79,9 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
 bool isCommandLineCall(int argc, char **argv)
 {
     static constexpr std::array words{
-        "capture", "displays",        "windows", "scroll", "stitch",     "render",
-        "text",    "boxes",           "faces",   "redact", "describe",   "upload",
-        "library", "clipboard-owner", "--help",  "-h",     "--help-all", "--version",
+        "capture", "displays", "windows",    "scroll",    "stitch",   "render",       "text",
+        "boxes",   "faces",    "redact",     "describe",  "upload",   "library",      "clipboard-owner",
+        "--help",  "-h",       "--help-all", "--version", "--manual", "--completion",
     };
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--library") == 0) {

@@ -175,3 +175,28 @@ TEST_F(CommandLine, JoinsFramesAndTellsThemAsOneDocument)
     EXPECT_EQ(joined.json().object().value("size").toArray(), (QJsonArray{64, 48}));
     EXPECT_EQ(QImage(path("o.png")).size(), QSize(64, 48));
 }
+
+TEST_F(CommandLine, TellsItsManualAndCompletionsFromTheParser)
+{
+    const Outcome manual = call({"--manual"});
+    EXPECT_TRUE(isDone(manual));
+    EXPECT_TRUE(manual.output.contains("\n.SS library rename\n"));
+    EXPECT_TRUE(manual.output.contains("\n.B \\-\\-delay S\n")) << manual.output.toStdString();
+    EXPECT_FALSE(manual.output.contains("clipboard\\-owner"));
+
+    ASSERT_TRUE(isDone(callThrough("", {"--completion", "bash"}, "> completion")));
+    const auto offered = [&](const QString &words, int at) {
+        const QString script = QStringLiteral("bash -c 'source ./completion; COMP_WORDS=(lumenpost %1); "
+                                              "COMP_CWORD=%2; _lumenpost; echo ${COMPREPLY[@]}' #")
+                                   .arg(words)
+                                   .arg(at);
+        return callThrough(script, {}).output.trimmed();
+    };
+    EXPECT_EQ(offered("capture \"\"", 2), "screen region window");
+    EXPECT_EQ(offered("--library x library li", 4), "list");
+    EXPECT_EQ(offered("stitch frame.png --o", 3), "--output");
+    EXPECT_EQ(offered("render com", 2), "completion");
+    for (const QString shell : {"zsh", "fish"})
+        EXPECT_TRUE(call({"--completion", shell}).output.contains("lumenpost"));
+    EXPECT_TRUE(isRefused(call({"--completion", "cmd"}), 2, "bash, zsh or fish"));
+}
