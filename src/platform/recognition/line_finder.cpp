@@ -75,7 +75,9 @@ Components components(const QImage &ink)
         if (frame || longFrame)
             found.uprights.push_back(QRect(box.left(), box.top(), 1, height)),
                 found.uprights.push_back(QRect(box.right(), box.top(), 1, height));
-        if (rule || frame || longFrame || height > TallestGlyph || area < 2)
+        // A terminal's block cursor: broader than any I, taller than a full stop.
+        const bool cursor = filled > 0.97 && height >= 12 && width <= height && 9 * width >= 4 * height;
+        if (rule || frame || longFrame || cursor || height > TallestGlyph || area < 2)
             continue;
         found.glyphs.push_back({box, area, strongest[size_t(label)]});
     }
