@@ -12,7 +12,6 @@
 #include "platform/workspace.h"
 
 #include <CLI/CLI.hpp>
-#include <QFileInfo>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -46,7 +45,7 @@ void deliver(CommandContext &context, const QImage &image, const CaptureArgument
 {
     QString path;
     if (!arguments.output.empty()) {
-        path = QFileInfo(QString::fromStdString(arguments.output)).absoluteFilePath();
+        path = absolutePath(arguments.output);
         if (const auto written = ImageFiles::write(image, path); !written)
             return context.fail(written.error());
     } else {
@@ -204,11 +203,6 @@ void addWindow(CLI::App *group, CommandContext &context)
     });
 }
 
-QJsonArray toJson(const QRectF &frame)
-{
-    return {frame.x(), frame.y(), frame.width(), frame.height()};
-}
-
 QString toText(const QRectF &frame)
 {
     return QStringLiteral("%1,%2,%3x%4").arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height());
@@ -226,7 +220,7 @@ void addDisplays(CLI::App &app, CommandContext &context)
         QJsonArray array;
         for (const Screen &screen : screens) {
             array.append(QJsonObject{{QStringLiteral("id"), qint64(screen.id)},
-                                     {QStringLiteral("frame"), toJson(screen.frame())},
+                                     {QStringLiteral("frame"), jsonOf(screen.frame())},
                                      {QStringLiteral("scale"), screen.scale}});
             if (!*json)
                 CommandContext::print(QStringLiteral("%1\t%2\t@%3x\t")
@@ -252,7 +246,7 @@ void addWindows(CLI::App &app, CommandContext &context)
         QJsonArray array;
         for (const WindowInfo &window : capturer.onScreenWindows()) {
             array.append(QJsonObject{{QStringLiteral("id"), qint64(window.id)},
-                                     {QStringLiteral("frame"), toJson(window.frame)},
+                                     {QStringLiteral("frame"), jsonOf(window.frame)},
                                      {QStringLiteral("owner"), window.owner}});
             if (!*json)
                 CommandContext::print(QStringLiteral("%1\t%2\t").arg(window.id).arg(toText(window.frame)) +

@@ -14,6 +14,7 @@
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <cstdio>
 
@@ -123,7 +124,8 @@ void CommandContext::print(const QJsonDocument &document)
 
 void CommandContext::fail(const Error &error)
 {
-    warn(error.message);
+    warn(error.kind == Error::Kind::Cancelled ? QStringLiteral("It was given up before it was done.")
+                                              : error.message);
     status = ExitStatus::Failed;
 }
 
@@ -138,6 +140,11 @@ void CommandContext::warn(const QString &sentence)
     std::fflush(stdout);
     const QByteArray bytes = "lumenpost: " + sentence.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+QString absolutePath(const std::string &word)
+{
+    return QFileInfo(QString::fromStdString(word)).absoluteFilePath();
 }
 
 void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body)

@@ -3,6 +3,7 @@
 #include "base/result.h"
 
 #include <CLI/App.hpp>
+#include <QFuture>
 #include <QJsonDocument>
 #include <QString>
 #include <functional>
@@ -63,6 +64,19 @@ private:
 
 // Gives `command` its body, run once after parsing.
 void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body);
+
+// A path as the shell understands it.
+QString absolutePath(const std::string &word);
+
+// What a slow operation gave; a request that was given up is a cancelled error.
+template <typename T>
+Result<T> waitFor(QFuture<Result<T>> future)
+{
+    future.waitForFinished();
+    if (future.resultCount() == 0)
+        return cancelled();
+    return future.takeResult();
+}
 
 // One function a group of commands; each lies in the file of its group.
 void addCaptureCommands(CLI::App &app, CommandContext &context);

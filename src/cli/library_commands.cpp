@@ -117,8 +117,7 @@ void addAdd(CLI::App *group, CommandContext &context)
     command->add_option("FILE", *files, "Images and films")->required();
     setBody(command, context, Needs::Core, [&context, files] {
         for (const std::string &file : *files) {
-            const auto path =
-                context.library().importFile(QFileInfo(QString::fromStdString(file)).absoluteFilePath());
+            const auto path = context.library().importFile(absolutePath(file));
             if (path)
                 CommandContext::print(*path);
             else

@@ -14,10 +14,7 @@ template <typename T>
 void report(CommandContext &context, QFuture<Result<T>> future,
             const std::function<QString(const T &)> &words)
 {
-    future.waitForFinished();
-    if (future.resultCount() == 0)
-        return context.fail({Error::Kind::Failed, "The request was given up.", {}});
-    const Result<T> result = future.takeResult();
+    const Result<T> result = waitFor(std::move(future));
     if (!result)
         return context.fail(result.error());
     const QString line = words(*result);

@@ -1,5 +1,6 @@
 #include "cli/choice.h"
 #include "cli/command.h"
+#include "cli/rectangle.h"
 
 #include "document/image_files.h"
 #include "platform/platform.h"
@@ -7,25 +8,10 @@
 #include "services/text_recognizer.h"
 
 #include <CLI/CLI.hpp>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 
 namespace {
-
-template <typename T>
-Result<T> waitFor(QFuture<Result<T>> future)
-{
-    future.waitForFinished();
-    if (future.resultCount() == 0)
-        return cancelled();
-    return future.takeResult();
-}
-
-QJsonArray jsonOf(const QRectF &box)
-{
-    return {box.x(), box.y(), box.width(), box.height()};
-}
 
 TextRecognizer recognizer(CommandContext &context)
 {
@@ -124,13 +110,13 @@ void redact(CommandContext &context, const std::string &file, Redaction::Mode mo
         context.status = ExitStatus::NothingFound;
         return;
     }
-    const QString target = QString::fromStdString(output);
+    const QString target = absolutePath(output);
     if (const auto written = ImageFiles::write(Redaction::hidden(*image, *rects), target); !written) {
         context.fail(written.error());
         return;
     }
     if (!json) {
-        CommandContext::print(QFileInfo(target).absoluteFilePath());
+        CommandContext::print(target);
         return;
     }
     QJsonArray array;

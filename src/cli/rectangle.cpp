@@ -19,3 +19,8 @@ std::string isRectangle(const std::string &text)
 {
     return parseRectangle(text) ? std::string() : "\"" + text + "\" is no rectangle of the form X,Y,WxH";
 }
+
+QJsonArray jsonOf(const QRectF &rect)
+{
+    return {rect.x(), rect.y(), rect.width(), rect.height()};
+}

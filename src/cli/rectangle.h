@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QRectF>
 #include <optional>
 #include <string>
@@ -8,3 +9,5 @@
 std::optional<QRectF> parseRectangle(const std::string &text);
 // For the parser's check: the empty text when it is one, else what is wrong.
 std::string isRectangle(const std::string &text);
+// [x, y, width, height]
+QJsonArray jsonOf(const QRectF &rect);

@@ -6,7 +6,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QFile>
-#include <QFileInfo>
 
 namespace {
 
@@ -37,7 +36,7 @@ void render(CommandContext &context, const Call &call)
     if (!read)
         return context.fail(read.error());
     const EditorDocument document({read->base, read->project.objects(), read->project.effects(), {}});
-    const QString output = QFileInfo(QString::fromStdString(call.output)).absoluteFilePath();
+    const QString output = absolutePath(call.output);
     const auto written =
         ImageFiles::write(call.flattened ? document.flattened() : document.exported(), output);
     if (!written)

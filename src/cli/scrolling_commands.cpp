@@ -20,11 +20,6 @@
 
 namespace {
 
-QString absolutePath(const std::string &word)
-{
-    return QFileInfo(QString::fromStdString(word)).absoluteFilePath();
-}
-
 QJsonArray toJson(const QList<FrameStitcher::Step> &steps)
 {
     QJsonArray array;

@@ -294,17 +294,15 @@ void EditorDocument::duplicateSelected()
 
 void EditorDocument::bringToFront()
 {
-    const auto object = selected();
-    if (!object)
-        return;
-    pushUndo();
-    QList<Annotation> order = m_annotations;
-    order.removeIf([&](const Annotation &a) { return a.id == object->id; });
-    order.append(*object);
-    setAnnotations(order);
+    moveSelected(End::Front);
 }
 
 void EditorDocument::sendToBack()
+{
+    moveSelected(End::Back);
+}
+
+void EditorDocument::moveSelected(End end)
 {
     const auto object = selected();
     if (!object)
@@ -312,7 +310,10 @@ void EditorDocument::sendToBack()
     pushUndo();
     QList<Annotation> order = m_annotations;
     order.removeIf([&](const Annotation &a) { return a.id == object->id; });
-    order.prepend(*object);
+    if (end == End::Front)
+        order.append(*object);
+    else
+        order.prepend(*object);
     setAnnotations(order);
 }
 

@@ -174,6 +174,8 @@ signals:
     void changed(EditorDocument::Field field);
 
 private:
+    enum class End { Front, Back };
+    void moveSelected(End end);
     struct Snapshot {
         QImage base;
         QList<Annotation> annotations;
