@@ -58,7 +58,7 @@ cv::Mat photoBlocks(const cv::Mat &pixels)
     for (int by = 0; by + 1 < blocks.rows; ++by) {
         for (int bx = 0; bx + 1 < blocks.cols; ++bx) {
             for (int y = 0; y < BlockSize; ++y) {
-                const auto *row = pixels.ptr<cv::Vec3b>(by * BlockSize + y) + bx * BlockSize;
+                const auto *row = pixels.ptr<cv::Vec4b>(by * BlockSize + y) + bx * BlockSize;
                 for (int x = 0; x < BlockSize; ++x)
                     colors[size_t(y * BlockSize + x)] = row[x][0] | row[x][1] << 8 | row[x][2] << 16;
             }
@@ -120,6 +120,7 @@ public:
         const cv::Size size(std::max(1, int(std::lround(inside.width * scale))),
                             std::max(1, int(std::lround(inside.height * scale))));
         cv::resize(pixels(inside), scaled, size, 0, 0, scale < 1 ? cv::INTER_AREA : cv::INTER_LINEAR);
+        cv::cvtColor(scaled, scaled, cv::COLOR_BGRA2RGB);
         const cv::Point at(int((inside.x - square.x) * scale), int((inside.y - square.y) * scale));
         const cv::Rect target = cv::Rect(at, size) & cv::Rect(0, 0, InputSize, InputSize);
         scaled(cv::Rect(0, 0, target.width, target.height)).copyTo(input(target));
@@ -227,9 +228,11 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
         QList<QRectF> boxes;
         if (image.isNull())
             return boxes;
-        const QImage rgb = image.convertToFormat(QImage::Format_RGB888);
-        const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC3, const_cast<uchar *>(rgb.constBits()),
-                             size_t(rgb.bytesPerLine()));
+        // A huge picture has no room beside it for a second one: usual formats are looked at as they are.
+        const bool asItIs = image.depth() == 32 && image.format() <= QImage::Format_ARGB32_Premultiplied;
+        const QImage bgra = asItIs ? image : image.convertToFormat(QImage::Format_ARGB32);
+        const cv::Mat pixels(bgra.height(), bgra.width(), CV_8UC4, const_cast<uchar *>(bgra.constBits()),
+                             size_t(bgra.bytesPerLine()));
         const cv::Mat photo = photoBlocks(pixels);
         std::vector<Face> finds;
         const int longest = std::max(pixels.cols, pixels.rows);
