@@ -36,10 +36,13 @@ public:
         while (m_id == 0 && m_process.waitForReadyRead(10000))
             m_id = m_process.readLine().trimmed().toUInt();
     }
+    // Waits until the window manager has forgotten it: the next program gets the same window ids, and would be
+    // taken for this one.
     ~OtherWindow()
     {
         m_process.kill();
         m_process.waitForFinished();
+        eventually([this] { return !isManaged(); });
     }
     OtherWindow(const OtherWindow &) = delete;
     OtherWindow &operator=(const OtherWindow &) = delete;
@@ -59,6 +62,14 @@ public:
     }
 
 private:
+    bool isManaged() const
+    {
+        QProcess list;
+        list.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")});
+        list.waitForFinished();
+        return list.readAllStandardOutput().contains("0x" + QByteArray::number(m_id, 16));
+    }
+
     int m_seed;
     QRect m_geometry;
     QProcess m_process;
