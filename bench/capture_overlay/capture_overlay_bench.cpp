@@ -114,7 +114,9 @@ public:
         });
         loop.exec();
         overlay->finish(CaptureOverlayController::Cancelled{});
-        settle(200);
+        // As long as a person takes. Right after a window of ours has gone, pictures are composed from the
+        // others' contents, which takes longer.
+        settle(1200);
         return times;
     }
 
