@@ -17,15 +17,16 @@ QFuture<Result<void>> Clipboard::copy(Pasteboard &pasteboard, const QImage &imag
             flavors.append({QStringLiteral("image/tiff"), tiff});
         return flavors;
     };
-    whenDone(runInBackground(encode), owner, [&pasteboard, promise](const QList<Pasteboard::Flavor> &flavors) {
-        if (flavors.isEmpty()) {
-            promise->addResult(Result<void>(fail(QStringLiteral("The picture could not be copied."))));
-        } else {
-            pasteboard.setFlavors(flavors);
-            promise->addResult(Result<void>{});
-        }
-        promise->finish();
-    });
+    whenDone(
+        runInBackground(encode), owner, [&pasteboard, promise](const QList<Pasteboard::Flavor> &flavors) {
+            if (flavors.isEmpty()) {
+                promise->addResult(Result<void>(fail(QStringLiteral("The picture could not be copied."))));
+            } else {
+                pasteboard.setFlavors(flavors);
+                promise->addResult(Result<void>{});
+            }
+            promise->finish();
+        });
     return promise->future();
 }
 

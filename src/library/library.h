@@ -54,8 +54,8 @@ public:
     QString newCaptureURL();
     // Writes a capture in the configured format.
     std::optional<QString> save(const QImage &image);
-    // The same with encoding and writing on a worker thread. The name is taken at once: another capture of the
-    // same second gets the next one.
+    // The same with encoding and writing on a worker thread. The name is taken at once: another capture of
+    // the same second gets the next one.
     QFuture<Result<QString>> saveInBackground(const QImage &image);
     // The number of files copied in.
     int importFiles(const QStringList &paths);

@@ -22,8 +22,8 @@ struct HttpResponse {
     QByteArray body;
 };
 
-// One exchange with a web server. A response of any status is a success; no connection, a time-out and a reply
-// that stops half-way are errors.
+// One exchange with a web server. A response of any status is a success; no connection, a time-out and a
+// reply that stops half-way are errors.
 class Http {
 public:
     virtual ~Http() = default;

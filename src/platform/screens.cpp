@@ -11,7 +11,8 @@ const Screen *screenAt(const QList<Screen> &screens, QPointF point)
     };
     auto found = std::find_if(screens.begin(), screens.end(), contains);
     if (found == screens.end())
-        found = std::find_if(screens.begin(), screens.end(), [](const Screen &screen) { return screen.isPrimary; });
+        found = std::find_if(screens.begin(), screens.end(),
+                             [](const Screen &screen) { return screen.isPrimary; });
     if (found == screens.end())
         found = screens.begin();
     return found == screens.end() ? nullptr : &*found;

@@ -7,15 +7,15 @@
 #include <QRectF>
 #include <QString>
 
-// Coordinates. There is one global space in points, origin at the top left, y down. A screen stands in it at its
-// native origin, with its native size divided by its scale: frames of screens never overlap, and they equal what
-// the windows of this program see. Images are in backing pixels.
+// Coordinates. There is one global space in points, origin at the top left, y down. A screen stands in it at
+// its native origin, with its native size divided by its scale: frames of screens never overlap, and they
+// equal what the windows of this program see. Images are in backing pixels.
 
 struct Screen {
-    quint32 id = 0;    // stable while the screen stays connected
-    QString name;      // connector or monitor name
-    QRect native;      // in pixels of the whole desktop
-    double scale = 1;  // backing pixels for a point
+    quint32 id = 0;   // stable while the screen stays connected
+    QString name;     // connector or monitor name
+    QRect native;     // in pixels of the whole desktop
+    double scale = 1; // backing pixels for a point
     bool isPrimary = false;
 
     QRectF frame() const
@@ -44,9 +44,9 @@ struct WindowInfo {
 // A window as the desktop lists it, before any rule is applied.
 struct ListedWindow {
     quint32 id = 0;
-    qint64 pid = 0;     // 0 if unknown
-    int layer = 0;      // 0 for ordinary application windows; docks, desktops, menus and panels have others
-    QRectF frame;       // in global points, without shadows
+    qint64 pid = 0; // 0 if unknown
+    int layer = 0;  // 0 for ordinary application windows; docks, desktops, menus and panels have others
+    QRectF frame;   // in global points, without shadows
     QString owner;
     QString title;
     bool operator==(const ListedWindow &) const = default;

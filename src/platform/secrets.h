@@ -5,7 +5,8 @@
 #include <QString>
 #include <optional>
 
-// Passwords kept by the desktop's secret service, or in a file that only the user can read where there is none.
+// Passwords kept by the desktop's secret service, or in a file that only the user can read where there is
+// none.
 class Secrets {
 public:
     virtual ~Secrets() = default;

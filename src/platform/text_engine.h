@@ -23,7 +23,8 @@ struct RecognizedLine {
 class TextEngine {
 public:
     virtual ~TextEngine() = default;
-    // Lines in reading order. `languages` are locale names such as "de_DE", the preferred first; those without
-    // data are skipped. Error::Kind::Unavailable when there is no language data at all.
-    virtual QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image, const QStringList &languages) = 0;
+    // Lines in reading order. `languages` are locale names such as "de_DE", the preferred first; those
+    // without data are skipped. Error::Kind::Unavailable when there is no language data at all.
+    virtual QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
+                                                             const QStringList &languages) = 0;
 };

@@ -108,7 +108,8 @@ TEST(DesktopTrash, TakesFilesFromAnotherFileSystemWithARecordOfTheirPlace)
     EXPECT_EQ(contents(*trashed), "picture");
     const QString record =
         QFileInfo(*trashed).absolutePath() + "/../info/" + QFileInfo(*trashed).fileName() + ".trashinfo";
-    EXPECT_TRUE(QUrl::fromPercentEncoding(contents(record)).contains("Path=" + path)) << contents(record).toStdString();
+    EXPECT_TRUE(QUrl::fromPercentEncoding(contents(record)).contains("Path=" + path))
+        << contents(record).toStdString();
     QDir(QFileInfo(*trashed).absolutePath() + "/..").removeRecursively();
 }
 

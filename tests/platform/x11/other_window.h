@@ -36,8 +36,8 @@ public:
         while (m_id == 0 && m_process.waitForReadyRead(10000))
             m_id = m_process.readLine().trimmed().toUInt();
     }
-    // Waits until the window manager has forgotten it: the next program gets the same window ids, and would be
-    // taken for this one.
+    // Waits until the window manager has forgotten it: the next program gets the same window ids, and would
+    // be taken for this one.
     ~OtherWindow()
     {
         m_process.kill();
