@@ -3,6 +3,7 @@
 #include "support/temporary_folder.h"
 
 #include <QPainter>
+#include <QProcess>
 #include <gtest/gtest.h>
 
 namespace {
@@ -239,5 +240,35 @@ TEST(BlazeFace, FindsNoFaceInTextAndEmptyPictures)
         const auto faces = engine->detect(image).result();
         ASSERT_TRUE(faces) << faces.error().message.toStdString();
         EXPECT_TRUE(faces->isEmpty());
+    }
+}
+
+TEST(BlazeFace, SaysInOneSentenceThatItsModelIsMissingOrBroken)
+{
+    // The program finds the model beside its own folder: a copy of it elsewhere finds what is put there.
+    const TemporaryFolder place;
+    ASSERT_TRUE(QDir().mkpath(place.path("bin")) && QDir().mkpath(place.path("share/lumenpost")));
+    ASSERT_TRUE(QFile::copy(LUMENPOST_BINARY_DIR "/bin/lumenpost", place.path("bin/lumenpost")));
+    ASSERT_TRUE(QFile::link(LUMENPOST_BINARY_DIR "/lib", place.path("lib")));
+    const QString picture = place.path("picture.png");
+    ASSERT_TRUE(page({"Nobody"}, {Qt::white, Qt::black}, "DejaVu Sans", 20).save(picture));
+    const auto sentence = [&] {
+        QProcess program;
+        program.start(place.path("bin/lumenpost"), {"faces", picture});
+        EXPECT_TRUE(program.waitForFinished());
+        EXPECT_EQ(program.exitCode(), 1);
+        return QString::fromUtf8(program.readAllStandardError());
+    };
+    EXPECT_EQ(sentence(), "lumenpost: The model for finding faces is missing; install Lumenpost again.\n");
+    QFile whole(LUMENPOST_BINARY_DIR "/share/lumenpost/face_detection.onnx");
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    for (const QByteArray &content : {QByteArray(), QByteArray("no model"), whole.read(whole.size() / 2)}) {
+        QFile model(place.path("share/lumenpost/face_detection.onnx"));
+        ASSERT_TRUE(model.open(QIODevice::WriteOnly));
+        model.write(content);
+        model.close();
+        EXPECT_EQ(sentence(),
+                  "lumenpost: The model for finding faces can't be used; install Lumenpost again.\n")
+            << content.size();
     }
 }
