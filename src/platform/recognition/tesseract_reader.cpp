@@ -34,6 +34,9 @@ Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &da
         return fail(Error::Kind::Unavailable,
                     "The text recognition data for “" + languages + "” can't be read.", dataFolder);
     parts->api.SetPageSegMode(tesseract::PSM_SINGLE_LINE);
+    // Its search for a fixed pitch and its learning serve another recogniser than the one used here.
+    parts->api.SetVariable("textord_all_prop", "1");
+    parts->api.SetVariable("classify_enable_learning", "0");
     return std::unique_ptr<TesseractReader>(new TesseractReader(std::move(parts)));
 }
 
