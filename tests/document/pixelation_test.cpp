@@ -216,20 +216,27 @@ TEST(Pixelation, GuessingAndComparingUndoesPlainAveragesButNotThis)
 
 TEST(Pixelation, StillLooksLikeAMosaicOfWhatIsThere)
 {
-    // Left dark, right light, text in between: each third keeps its brightness, and the text's blocks vary.
-    QImage image = written("Confidential words 1234 5678", 16);
-    QPainter(&image).fillRect(0, 0, 20, 60, QColor(20, 20, 40));
-    const QImage mosaic = pixelated(image);
-    const double side = pixelationBlock(image.size());
-    EXPECT_TRUE(hasColor(mosaic, {4, 56}, qRgb(20, 20, 40), 30));
-    EXPECT_TRUE(hasColor(mosaic, {350, 4}, qRgb(255, 255, 255), 0));
-    std::vector<double> values;
-    for (double x = 60; x < 200; x += side) {
-        const QRgb pixel = mosaic.pixel(static_cast<int>(x), 32);
-        values.push_back(qGray(pixel));
-        EXPECT_GT(qGray(pixel), 110);
+    // Left dark, right light, text in between. The noise is another in every run and for every picture: what
+    // must hold is told of the middle of several pictures, not of one.
+    std::vector<int> darkest;
+    std::vector<int> contrasts;
+    for (int i = 0; i < 11; ++i) {
+        QImage image = written(QStringLiteral("Confidential words 1234 567%1").arg(i), 16);
+        QPainter(&image).fillRect(0, 0, 20, 60, QColor(20, 20, 40));
+        const QImage mosaic = pixelated(image);
+        EXPECT_TRUE(hasColor(mosaic, {4, 56}, qRgb(20, 20, 40), 30));
+        EXPECT_TRUE(hasColor(mosaic, {350, 4}, qRgb(255, 255, 255), 0));
+        std::vector<int> values;
+        for (double x = 60; x < 200; x += pixelationBlock(image.size()))
+            values.push_back(qGray(mosaic.pixel(static_cast<int>(x), 32)));
+        const auto [low, high] = std::ranges::minmax(values);
+        darkest.push_back(low);
+        contrasts.push_back(high - low);
     }
-    EXPECT_GT(*std::ranges::max_element(values) - *std::ranges::min_element(values), 12);
+    std::ranges::sort(darkest);
+    std::ranges::sort(contrasts);
+    EXPECT_GT(darkest[5], 110);  // each part keeps its brightness
+    EXPECT_GT(contrasts[5], 12); // and the text's blocks vary
 }
 
 TEST(Pixelation, KeepsTheHuesAndOpacityOfAPicture)
