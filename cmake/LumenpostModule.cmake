@@ -144,6 +144,7 @@ function(lumenpost_bench)
     add_executable(bench_${M_NAME} EXCLUDE_FROM_ALL ${sources})
     set_target_properties(bench_${M_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
     _lumenpost_setup(bench_${M_NAME} bench)
+    target_include_directories(bench_${M_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/bench)
     target_link_libraries(bench_${M_NAME} PRIVATE benchmark::benchmark)
 endfunction()
 

@@ -3,6 +3,8 @@
 //
 //     cmake --build build/release --target bench_document && build/release/bench/bench_document
 
+#include "mixed_objects.h"
+
 #include "document/editor_document.h"
 #include "document/layer_cache.h"
 #include "document/renderer.h"
@@ -36,49 +38,11 @@ QImage page()
     return image;
 }
 
-QList<Annotation> mixedObjects(int count)
-{
-    QRandomGenerator random(7);
-    const auto within = [&](double low, double high) { return low + random.generateDouble() * (high - low); };
-    QImage picture(400, 300, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(QColor(90, 160, 120));
-    const QList kinds{ToolKind::Arrow,   ToolKind::Rectangle, ToolKind::Ellipse, ToolKind::Line,
-                      ToolKind::Pen,     ToolKind::Highlight, ToolKind::Text,    ToolKind::Callout,
-                      ToolKind::Step,    ToolKind::Stamp,     ToolKind::Blur,    ToolKind::Spotlight,
-                      ToolKind::Magnify, ToolKind::Measure,   ToolKind::Image};
-    QList<Annotation> objects;
-    for (int i = 0; i < count; ++i) {
-        Annotation a;
-        a.id = QUuid::createUuid();
-        a.kind = kinds[i % kinds.size()];
-        a.start = {within(0, 3200), within(0, 1800)};
-        a.end = a.start + QPointF(within(150, 600), within(80, 350));
-        a.color = QColor::fromHsv(i * 37 % 360, 220, 230);
-        a.lineWidth = within(3, 14);
-        const int styles = static_cast<int>(Tools::styles(a.kind).size());
-        a.style = styles ? i / static_cast<int>(kinds.size()) % styles : 0;
-        a.font = i % 5;
-        a.number = i;
-        if (a.kind == ToolKind::Text || a.kind == ToolKind::Callout)
-            a.text = "Look here, this matters";
-        if (a.kind == ToolKind::Stamp)
-            a.text = QStringList{"sym:checkmark.circle.fill", "emoji:🎉", "key:⌘"}[i % 3];
-        if (a.kind == ToolKind::Pen) {
-            for (int k = 0; k < 200; ++k)
-                a.points.append(a.start + QPointF(k * 2, 60 * std::sin(k * 0.1)));
-        }
-        if (a.kind == ToolKind::Image)
-            a.image = picture;
-        objects.append(a);
-    }
-    return objects;
-}
-
 EditorDocument::Source source()
 {
     Effects effects;
     effects.border = effects.shadow = effects.rounded = effects.backdrop = true;
-    return {page(), mixedObjects(100), effects, {}};
+    return {page(), mixedObjects(100, {4000, 2250}, everyKind()), effects, {}};
 }
 
 } // namespace
@@ -123,7 +87,7 @@ static void OneObject(benchmark::State &state)
 {
     const QImage base = page();
     const QImage pixelated = Renderer::pixelated(base);
-    const Annotation object = mixedObjects(15)[state.range(0)];
+    const Annotation object = mixedObjects(15, {4000, 2250}, everyKind())[state.range(0)];
     QImage canvas = base.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&canvas);
     for (auto _ : state) {

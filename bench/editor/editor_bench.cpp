@@ -3,6 +3,8 @@
 //     cmake --build build/release --target bench_editor
 //     TD_SIZE=3840x2160 tests/desktop/test-desktop run build/release/bench/bench_editor
 
+#include "mixed_objects.h"
+
 #include "base/async.h"
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
@@ -39,33 +41,11 @@ QImage page(QSize size)
 
 QList<Annotation> mixedObjects(int count, QSize size)
 {
-    QRandomGenerator random(7);
-    const auto within = [&](double low, double high) { return low + random.generateDouble() * (high - low); };
-    const QList kinds{ToolKind::Arrow,    ToolKind::Rectangle, ToolKind::Ellipse, ToolKind::Line,
-                      ToolKind::Pen,      ToolKind::Text,      ToolKind::Callout, ToolKind::Step,
-                      ToolKind::Stamp,    ToolKind::Blur,      ToolKind::Magnify, ToolKind::Measure,
-                      ToolKind::Highlight};
-    QList<Annotation> objects;
-    for (int i = 0; i < count; ++i) {
-        Annotation a;
-        a.id = QUuid::createUuid();
-        a.kind = kinds[i % kinds.size()];
-        a.start = {within(0, size.width() * 0.8), within(0, size.height() * 0.8)};
-        a.end = a.start + QPointF(within(150, 600), within(80, 350));
-        a.color = QColor::fromHsv(i * 37 % 360, 220, 230);
-        a.lineWidth = within(3, 14);
-        a.number = i;
-        if (a.kind == ToolKind::Text || a.kind == ToolKind::Callout)
-            a.text = "Look here, this matters";
-        if (a.kind == ToolKind::Stamp)
-            a.text = QStringList{"sym:checkmark.circle.fill", "emoji:🎉", "key:⌘"}[i % 3];
-        if (a.kind == ToolKind::Pen) {
-            for (int k = 0; k < 200; ++k)
-                a.points.append(a.start + QPointF(k * 2, 60 * std::sin(k * 0.1)));
-        }
-        objects.append(a);
-    }
-    return objects;
+    // Spotlights and pasted pictures are measured on their own.
+    QList<ToolKind> kinds = everyKind();
+    kinds.removeAll(ToolKind::Spotlight);
+    kinds.removeAll(ToolKind::Image);
+    return mixedObjects(count, size, kinds);
 }
 
 // Tells when a widget has been painted and the paint has reached the screen.
