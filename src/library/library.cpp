@@ -161,12 +161,6 @@ QString Library::freePath(const QString &stem, const QString &extension) const
     return freeFilePath(folder(), stem, extension, m_beingWritten);
 }
 
-void Library::noteSaved(const QString &path)
-{
-    if (QFile::exists(path))
-        Q_EMIT changed();
-}
-
 bool Library::contains(const QString &path) const
 {
     return QDir::cleanPath(QFileInfo(path).absolutePath()) == QDir::cleanPath(folder());

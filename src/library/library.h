@@ -64,8 +64,6 @@ public:
     std::optional<QString> rename(const QString &path, const QString &name);
     void remove(const QString &path);
     bool contains(const QString &path) const;
-    // Announces a file that another operation wrote to the path of newURL.
-    void noteSaved(const QString &path);
 
     // ".lumenpost/projects/<base>" and ".lumenpost/versions/<base>" of a file.
     QString projectDirectory(const QString &path) const;
