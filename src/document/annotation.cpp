@@ -189,6 +189,15 @@ QList<std::pair<AnnotationHandle, QPointF>> Annotation::handles() const
     return {};
 }
 
+std::optional<QPointF> Annotation::handlePoint(AnnotationHandle wanted) const
+{
+    for (const auto &[handle, point] : handles()) {
+        if (handle == wanted)
+            return point;
+    }
+    return std::nullopt;
+}
+
 void Annotation::move(AnnotationHandle handle, const QPointF &point)
 {
     switch (handle) {

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 #include <QUuid>
+#include <optional>
 #include <utility>
 
 // The faces of text objects, with the numbers that projects store.
@@ -77,6 +78,8 @@ struct Annotation {
     bool isHit(const QPointF &point, double tolerance) const;
     // Drag handles and where they lie, in the order in which they are tested.
     QList<std::pair<AnnotationHandle, QPointF>> handles() const;
+    // Where one of them lies; nothing when the object has no such handle.
+    std::optional<QPointF> handlePoint(AnnotationHandle wanted) const;
     // Drags a handle to a point. A box stays normalised, and flips when an edge passes the opposite one.
     // Stamps and images keep their aspect.
     void move(AnnotationHandle handle, const QPointF &point);

@@ -256,6 +256,10 @@ bool usesFont(ToolKind kind)
 {
     return facts(kind).font;
 }
+bool holdsText(ToolKind kind)
+{
+    return kind == ToolKind::Text || kind == ToolKind::Callout;
+}
 QChar shortcutKey(ToolKind kind)
 {
     return QLatin1Char(facts(kind).shortcut);

@@ -61,6 +61,8 @@ QString hint(ToolKind kind);
 bool usesColor(ToolKind kind);
 bool usesSize(ToolKind kind);
 bool usesFont(ToolKind kind);
+// Whether an object of the kind holds text that can be edited.
+bool holdsText(ToolKind kind);
 
 // The upper-case letter that picks the tool; a null character for Image.
 QChar shortcutKey(ToolKind kind);

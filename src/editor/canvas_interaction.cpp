@@ -13,9 +13,6 @@ constexpr double handleReach = 8;   // points
 constexpr double hitTolerance = 6;  // points
 constexpr double leastCrop = 8;     // image pixels
 constexpr double leastTextArea = 6; // image pixels
-constexpr double arrowStep = 1;
-constexpr double largeArrowStep = 10;
-constexpr double leastWidth = 2, mostWidth = 30;
 constexpr double panPerNotch = 10;  // points for a line of a wheel
 constexpr double linesPerNotch = 3; // as the toolkit scrolls lists
 constexpr double zoomPerPixel = 1.0 / 200;
@@ -29,17 +26,6 @@ struct Overloaded : Ts... {
 bool reshapesImage(ToolKind tool)
 {
     return tool == ToolKind::Crop || tool == ToolKind::Cutout;
-}
-
-bool holdsText(ToolKind kind)
-{
-    return kind == ToolKind::Text || kind == ToolKind::Callout;
-}
-
-// What of the modifiers decides between a command and a plain key.
-Qt::KeyboardModifiers commandModifiers(Qt::KeyboardModifiers modifiers)
-{
-    return modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
 }
 
 QRectF rectBetween(const QPointF &a, const QPointF &b)
@@ -78,15 +64,6 @@ void normalize(Annotation &annotation)
 AnnotationHandle oppositeEnd(AnnotationHandle handle)
 {
     return handle == AnnotationHandle::Start ? AnnotationHandle::End : AnnotationHandle::Start;
-}
-
-std::optional<QPointF> handlePoint(const Annotation &annotation, AnnotationHandle wanted)
-{
-    for (const auto &[handle, point] : annotation.handles()) {
-        if (handle == wanted)
-            return point;
-    }
-    return std::nullopt;
 }
 
 } // namespace
@@ -270,7 +247,7 @@ bool CanvasInteraction::pressObject(const Press &press, const QPointF &point)
         }
     }
     const auto hit = m_document.hitTest(point, tolerance());
-    if (press.clickCount == 2 && hit && holdsText(hit->kind)) {
+    if (press.clickCount == 2 && hit && Tools::holdsText(hit->kind)) {
         m_document.setSelectedID(hit->id);
         beginText(*hit);
         return true;
@@ -364,7 +341,7 @@ void CanvasInteraction::drag(const QPointF &position, Qt::KeyboardModifiers modi
                 QPointF target = point;
                 if (shift &&
                     (resize.handle == AnnotationHandle::Start || resize.handle == AnnotationHandle::End)) {
-                    if (const auto from = handlePoint(resize.original, oppositeEnd(resize.handle)))
+                    if (const auto from = resize.original.handlePoint(oppositeEnd(resize.handle)))
                         target = constrained(*from, point, resize.original.kind);
                 }
                 Annotation resized = resize.original;
@@ -465,7 +442,7 @@ void CanvasInteraction::beginText(const Annotation &annotation)
 
 void CanvasInteraction::editSelectedText()
 {
-    if (const auto selected = m_document.selected(); selected && holdsText(selected->kind))
+    if (const auto selected = m_document.selected(); selected && Tools::holdsText(selected->kind))
         beginText(*selected);
 }
 
@@ -535,197 +512,6 @@ void CanvasInteraction::commitText()
         }
     }
     m_host.repaint();
-}
-
-// MARK: Keys
-
-bool CanvasInteraction::keyPress(const Key &key)
-{
-    if (commandKey(key))
-        return true;
-    const auto selected = m_document.selected();
-    switch (key.key) {
-    case Qt::Key_Space:
-        if (commandModifiers(key.modifiers))
-            return false;
-        if (!key.isRepeat) {
-            m_spaceHeld = true;
-            m_host.updateCursor();
-        }
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (!selected || !holdsText(selected->kind))
-            return false;
-        beginText(*selected);
-        return true;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-        if (commandModifiers(key.modifiers) || m_document.annotations().isEmpty())
-            return false;
-        selectNext(key.key == Qt::Key_Backtab || (key.modifiers & Qt::ShiftModifier));
-        return true;
-    case Qt::Key_Delete:
-    case Qt::Key_Backspace:
-        m_document.deleteSelected();
-        return true;
-    case Qt::Key_Escape:
-        escape();
-        return true;
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        return arrowKey(key);
-    default:
-        break;
-    }
-    if (commandModifiers(key.modifiers) || key.key < Qt::Key_A || key.key > Qt::Key_Z)
-        return false;
-    const auto tool = Tools::ofShortcut(QChar(key.key).toLower());
-    if (tool)
-        m_document.setTool(*tool);
-    return tool.has_value();
-}
-
-bool CanvasInteraction::commandKey(const Key &key)
-{
-    if (commandModifiers(key.modifiers) != Qt::ControlModifier)
-        return false;
-    switch (key.key) {
-    case Qt::Key_K:
-        m_document.setShowPalette(true);
-        return true;
-    case Qt::Key_D:
-        m_document.duplicateSelected();
-        return true;
-    case Qt::Key_BracketRight:
-        m_document.bringToFront();
-        return true;
-    case Qt::Key_BracketLeft:
-        m_document.sendToBack();
-        return true;
-    default:
-        return false;
-    }
-}
-
-void CanvasInteraction::keyRelease(const Key &key)
-{
-    if (key.key == Qt::Key_Space && !key.isRepeat) {
-        m_spaceHeld = false;
-        m_host.updateCursor();
-    }
-}
-
-void CanvasInteraction::escape()
-{
-    m_document.setSelectedID({});
-    m_document.setPickingColor(false);
-    m_document.setSelectingText(false);
-    endDrag();
-}
-
-bool CanvasInteraction::arrowKey(const Key &key)
-{
-    auto selected = m_document.selected();
-    if (!selected)
-        return false;
-    const double step = key.modifiers & Qt::ShiftModifier ? largeArrowStep : arrowStep;
-    const double dx = key.key == Qt::Key_Left ? -step : key.key == Qt::Key_Right ? step : 0;
-    const double dy = key.key == Qt::Key_Up ? -step : key.key == Qt::Key_Down ? step : 0;
-    m_document.pushUndo();
-    if (!(key.modifiers & Qt::AltModifier)) {
-        selected->offset(dx, dy);
-    } else if (const auto corner = handlePoint(*selected, AnnotationHandle::BottomRight)) {
-        selected->move(AnnotationHandle::BottomRight, *corner + QPointF(dx, dy));
-    } else if (const auto end = handlePoint(*selected, AnnotationHandle::End)) {
-        selected->move(AnnotationHandle::End, *end + QPointF(dx, dy));
-    } else {
-        const double grow = key.key == Qt::Key_Right || key.key == Qt::Key_Up ? 1 : -1;
-        selected->lineWidth = std::clamp(selected->lineWidth + grow, leastWidth, mostWidth);
-    }
-    m_document.replace(*selected);
-    m_host.repaint();
-    return true;
-}
-
-// MARK: Commands
-
-void CanvasInteraction::select(const QUuid &id)
-{
-    if (const auto chosen = object(id)) {
-        m_document.adoptStyle(*chosen);
-        m_document.setSelectedID(id);
-    }
-}
-
-void CanvasInteraction::selectNext(bool backwards)
-{
-    const auto &objects = m_document.annotations();
-    const auto count = objects.size();
-    if (count == 0)
-        return;
-    qsizetype at = -1;
-    if (const auto selected = m_document.selected()) {
-        for (qsizetype i = 0; i < count; ++i) {
-            if (objects[i].id == selected->id)
-                at = i;
-        }
-    }
-    const qsizetype next = at < 0 ? (backwards ? count - 1 : 0) : (at + (backwards ? -1 : 1) + count) % count;
-    select(objects[next].id);
-    m_host.announceSelection();
-}
-
-void CanvasInteraction::selectForMenu(const QPointF &position)
-{
-    commitText();
-    const auto hit = m_document.hitTest(viewport().toImage(position), tolerance());
-    const auto selected = m_document.selected();
-    if (hit && !(selected && selected->id == hit->id))
-        select(hit->id);
-}
-
-void CanvasInteraction::cut()
-{
-    m_document.copySelected(m_pasteboard);
-    m_document.deleteSelected();
-}
-
-void CanvasInteraction::copy()
-{
-    m_document.copySelected(m_pasteboard);
-}
-
-void CanvasInteraction::paste()
-{
-    std::optional<QPointF> at;
-    if (const auto pointer = m_host.pointer())
-        at = viewport().toImage(*pointer);
-    m_document.paste(m_pasteboard, at);
-}
-
-void CanvasInteraction::duplicate()
-{
-    m_document.duplicateSelected();
-}
-
-void CanvasInteraction::startEyedropper()
-{
-    m_document.setPickingColor(true);
-    m_host.updateCursor();
-}
-
-void CanvasInteraction::startTextSelection()
-{
-    m_document.setSelectingText(true);
-    m_host.updateCursor();
-}
-
-void CanvasInteraction::dropImage(const QImage &image, const QPointF &position)
-{
-    m_document.addImageObject(image, viewport().toImage(position));
 }
 
 // MARK: Painting

@@ -281,7 +281,7 @@ QMenu *CanvasView::makeContextMenu()
         item("Pick Color from Image", "eyedropper", "", [this] { m_interaction.startEyedropper(); });
         return menu;
     }
-    if (selected->kind == ToolKind::Text || selected->kind == ToolKind::Callout) {
+    if (Tools::holdsText(selected->kind)) {
         item("Edit Text", "character.cursor.ibeam", "Return", [this] { m_interaction.editSelectedText(); });
         menu->addSeparator();
     }

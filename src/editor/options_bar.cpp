@@ -36,11 +36,6 @@ QString fontLabel(TextFont font)
     return fontLabels.front().label;
 }
 
-bool isText(ToolKind kind)
-{
-    return kind == ToolKind::Text || kind == ToolKind::Callout;
-}
-
 QIcon presetIcon(const StylePreset &preset)
 {
     const auto tool = Tools::fromRawValue(preset.tool);
@@ -248,10 +243,11 @@ void OptionsBar::follow()
     for (Swatch *swatch : m_swatches)
         swatch->setChecked(swatch->color().rgba() == m_document.color().toRgb().rgba());
     m_size->setVisible(Tools::usesSize(shown));
-    m_size->setName(isText(shown) ? "Size" : "Width");
+    m_size->setName(Tools::holdsText(shown) ? "Size" : "Width");
     m_size->setValue(qRound(m_document.lineWidth()));
-    TipCenter::describe(
-        m_size, {isText(shown) ? "Size" : "Width", isText(shown) ? "Text size." : "Line thickness.", {}});
+    TipCenter::describe(m_size, {Tools::holdsText(shown) ? "Size" : "Width",
+                                 Tools::holdsText(shown) ? "Text size." : "Line thickness.",
+                                 {}});
     m_font->setVisible(Tools::usesFont(shown));
     m_font->setText(fontLabel(m_document.textFont()));
     m_font->updateGeometry();

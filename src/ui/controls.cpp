@@ -38,6 +38,7 @@ QColor washFor(const QAbstractButton &button, const Theme::Tokens &t)
 BarButton::BarButton(const QString &symbol, const QString &text, Label label, QWidget *parent)
     : QAbstractButton(parent), m_symbol(symbol), m_label(label)
 {
+    setAttribute(Qt::WA_Hover);
     setText(text);
     setAccessibleName(text);
     setFocusPolicy(Qt::TabFocus);
@@ -155,18 +156,6 @@ void BarButton::keyPressEvent(QKeyEvent *event)
     QAbstractButton::keyPressEvent(event);
 }
 
-void BarButton::enterEvent(QEnterEvent *event)
-{
-    update();
-    QAbstractButton::enterEvent(event);
-}
-
-void BarButton::leaveEvent(QEvent *event)
-{
-    update();
-    QAbstractButton::leaveEvent(event);
-}
-
 // MARK: Hairline
 
 Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent), m_orientation(orientation)
@@ -193,6 +182,7 @@ void Hairline::paintEvent(QPaintEvent *)
 Chip::Chip(const QString &text, const QString &symbol, QWidget *parent)
     : QAbstractButton(parent), m_symbol(symbol)
 {
+    setAttribute(Qt::WA_Hover);
     setText(text);
     setCheckable(true);
     setFocusPolicy(Qt::TabFocus);
@@ -238,6 +228,7 @@ void Chip::paintEvent(QPaintEvent *)
 Swatch::Swatch(const QColor &color, const QString &name, QWidget *parent)
     : QAbstractButton(parent), m_color(color)
 {
+    setAttribute(Qt::WA_Hover);
     setText(name);
     setAccessibleName(name);
     setCheckable(true);
