@@ -1,17 +1,13 @@
 #include "document/annotation.h"
 
 #include "base/colors.h"
+#include "base/geometry.h"
 #include "document/text_block.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-QRectF outset(const QRectF &rect, double x, double y)
-{
-    return rect.adjusted(-x, -y, x, y);
-}
 
 // A union that also counts rectangles without width or height, as a point is one.
 QRectF withPoint(const QRectF &rect, const QPointF &point)

@@ -1,6 +1,7 @@
 #include "document/stamps.h"
 
 #include "artwork/symbols.h"
+#include "base/geometry.h"
 #include "document/shapes.h"
 #include "document/soft_shadow.h"
 #include "document/text_block.h"
@@ -14,18 +15,13 @@ namespace {
 
 const QColor shadowColor = QColor::fromRgbF(0, 0, 0, 0.35f);
 
-QPointF centered(const QSizeF &size, const QRectF &rect)
-{
-    return {rect.center().x() - size.width() / 2, rect.center().y() - size.height() / 2};
-}
-
 void drawSymbol(const QString &name, const QRectF &rect, const QColor &color, QPainter &painter)
 {
     const QSizeF ink = Symbols::ink(name).size();
     if (ink.isEmpty())
         return;
     const QSizeF size = ink.scaled(rect.size(), Qt::KeepAspectRatio);
-    const QRectF target(centered(size, rect), size);
+    const QRectF target(centered(size, rect.center()), size);
 
     const double scale = std::sqrt(std::abs(painter.deviceTransform().determinant()));
     const QSize pixels = (size * scale).toSize().expandedTo({1, 1});
@@ -53,7 +49,7 @@ TextBlock legendBlock(const QString &legend, const QRectF &rect)
 void drawEmoji(const QString &emoji, const QRectF &rect, QPainter &painter)
 {
     const TextBlock block = emojiBlock(emoji, rect);
-    block.paint(painter, centered(block.size(), rect), Qt::black);
+    block.paint(painter, centered(block.size(), rect.center()), Qt::black);
 }
 
 void drawKey(const QString &legend, const QRectF &rect, QPainter &painter)
@@ -65,7 +61,7 @@ void drawKey(const QString &legend, const QRectF &rect, QPainter &painter)
     painter.fillPath(cap, QColor::fromRgbF(0.98f, 0.98f, 0.98f));
     painter.strokePath(cap, QPen(QColor::fromRgbF(0.7f, 0.7f, 0.7f), std::max(h * 0.03, 1.0)));
     const TextBlock block = legendBlock(legend, rect);
-    block.paint(painter, centered(block.size(), rect), QColor::fromRgbF(0.15f, 0.15f, 0.15f));
+    block.paint(painter, centered(block.size(), rect.center()), QColor::fromRgbF(0.15f, 0.15f, 0.15f));
 }
 
 } // namespace
@@ -97,5 +93,6 @@ QRectF stampInk(const Annotation &annotation)
     if (!text || rect.isEmpty())
         return all;
     const double over = rect.height() * 0.2; // letters reach a little beyond their measured box
-    return all | QRectF(centered(text->size(), rect), text->size()).adjusted(-over, -over, over, over);
+    return all |
+           QRectF(centered(text->size(), rect.center()), text->size()).adjusted(-over, -over, over, over);
 }

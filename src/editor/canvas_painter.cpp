@@ -1,6 +1,7 @@
 #include "editor/canvas_painter.h"
 
 #include "base/colors.h"
+#include "base/geometry.h"
 #include "document/editor_document.h"
 #include "document/renderer.h"
 #include "document/soft_shadow.h"
@@ -26,11 +27,6 @@ constexpr double chromeWidth = 1.5;
 
 const QColor systemBlue(0, 122, 255);
 const QColor systemRed(255, 59, 48);
-
-QRectF outset(const QRectF &rect, double by)
-{
-    return rect.adjusted(-by, -by, by, by);
-}
 
 QPen dashed(const QColor &color, double width, double on, double off)
 {
