@@ -1,0 +1,119 @@
+#include "ui/control_look.h"
+
+#include "ui/style_painting.h"
+#include "ui/symbol.h"
+#include "ui/theme.h"
+
+#include <QStyleOption>
+
+using namespace StylePainting;
+
+namespace ControlLook {
+
+namespace {
+
+constexpr int sliderTrack = 4;
+
+} // namespace
+
+void drawPushButton(const QStyleOptionButton &button, QPainter *painter)
+{
+    const auto &t = Theme::tokens(button.palette);
+    const bool enabled = isOn(&button, QStyle::State_Enabled);
+    const bool down = isOn(&button, QStyle::State_Sunken) || isOn(&button, QStyle::State_On);
+    const bool over = isOn(&button, QStyle::State_MouseOver);
+    const bool flat = button.features & QStyleOptionButton::Flat;
+    const bool primary = button.features & QStyleOptionButton::DefaultButton;
+    QColor fill = t.surface, edge = t.hairline;
+    if (flat) {
+        fill = Qt::transparent;
+        edge = Qt::transparent;
+    }
+    if (primary && enabled) {
+        fill = down ? t.accentFill.darker(118) : over ? t.accentFill.darker(107) : t.accentFill;
+        edge = Qt::transparent;
+    }
+    fillRounded(painter, button.rect, Theme::Radius::control, fill, edge);
+    if (!primary && enabled && (down || over))
+        fillRounded(painter, button.rect, Theme::Radius::control, down ? t.pressed : t.hover);
+}
+
+void drawField(const QStyleOption &field, QPainter *painter)
+{
+    const auto &t = Theme::tokens(field.palette);
+    const bool enabled = isOn(&field, QStyle::State_Enabled);
+    const bool focused = enabled && isOn(&field, QStyle::State_HasFocus);
+    fillRounded(painter, field.rect, Theme::Radius::control, enabled ? t.surface : t.window,
+                focused ? t.accent : t.hairline);
+}
+
+void drawMark(const QStyleOption *option, QPainter *painter, Mark mark)
+{
+    const bool round = mark == Mark::Radio;
+    const auto &t = Theme::tokens(option->palette);
+    const bool enabled = isOn(option, QStyle::State_Enabled);
+    const bool on = isOn(option, QStyle::State_On);
+    const bool mixed = isOn(option, QStyle::State_NoChange);
+    const QRectF rect = option->rect;
+    const qreal radius = round ? rect.height() / 2 : 4;
+    QColor fill = on || mixed ? t.accent : t.surface;
+    if (!enabled)
+        fill = on || mixed ? t.disabled : t.window;
+    QColor edge = on || mixed ? QColor(Qt::transparent) : t.dark ? QColor(0x77777F) : QColor(0x8C8C96);
+    if (!enabled && !on)
+        edge = t.hairline;
+    fillRounded(painter, rect, radius, fill, edge);
+    if (enabled && isOn(option, QStyle::State_MouseOver))
+        fillRounded(painter, rect, radius, t.hover);
+    if (round && on)
+        fillRounded(painter, QRectF(0, 0, 6, 6).translated(rect.center() - QPointF(3, 3)), 3, t.onAccent);
+    else if (mixed)
+        fillRounded(painter, QRectF(0, 0, 8, 2).translated(rect.center() - QPointF(4, 1)), 1, t.onAccent);
+    else if (on)
+        drawCheckMark(painter, rect, t.onAccent);
+}
+
+void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect &groove, const QRect &knob)
+{
+    const auto &t = Theme::tokens(slider.palette);
+    const bool enabled = isOn(&slider, QStyle::State_Enabled);
+    const QPointF center = QRectF(knob).center();
+    QRectF track, filled;
+    if (slider.orientation == Qt::Horizontal) {
+        track = QRectF(groove.left(), center.y() - sliderTrack / 2.0, groove.width(), sliderTrack);
+        filled = track;
+        slider.upsideDown ? filled.setLeft(center.x()) : filled.setRight(center.x());
+    } else {
+        track = QRectF(center.x() - sliderTrack / 2.0, groove.top(), sliderTrack, groove.height());
+        filled = track;
+        slider.upsideDown ? filled.setTop(center.y()) : filled.setBottom(center.y());
+    }
+    fillRounded(painter, track, sliderTrack / 2.0, t.track);
+    fillRounded(painter, filled, sliderTrack / 2.0, enabled ? t.accent : t.disabled);
+    fillRounded(painter, QRectF(knob).translated(0, 0.5), sliderKnob / 2.0, t.raisedShadow);
+    fillRounded(painter, knob, sliderKnob / 2.0, t.dark ? QColor(0xE6E6EC) : QColor(Qt::white), t.hairline);
+}
+
+void drawComboBox(const QStyleOption &box, QPainter *painter, const QRect &arrow)
+{
+    const auto &t = Theme::tokens(box.palette);
+    const bool enabled = isOn(&box, QStyle::State_Enabled);
+    fillRounded(painter, box.rect, Theme::Radius::control, t.surface, t.hairline);
+    if (enabled && isOn(&box, QStyle::State_MouseOver))
+        fillRounded(painter, box.rect, Theme::Radius::control, t.hover);
+    drawSymbol(*painter, QRectF(arrow.center() - QPoint(5, 5), QSizeF(11, 11)), "chevron.down",
+               enabled ? t.secondary : t.disabled);
+}
+
+void drawRow(const QStyleOption &row, QPainter *painter)
+{
+    const auto &t = Theme::tokens(row.palette);
+    const bool over = isOn(&row, QStyle::State_MouseOver);
+    const QRectF wash = QRectF(row.rect).adjusted(2, 1, -2, -1);
+    if (isOn(&row, QStyle::State_Selected))
+        fillRounded(painter, wash, Theme::Radius::control, over ? t.accentHover : t.accentWash);
+    else if (over && isOn(&row, QStyle::State_Enabled))
+        fillRounded(painter, wash, Theme::Radius::control, t.hover);
+}
+
+} // namespace ControlLook
