@@ -224,7 +224,7 @@ void save(EditorStage &stage, const QString &path, QSize size)
         QTest::qWait(300);
         bool ended = false;
         const auto connection =
-            QObject::connect(editor.get(), &EditorWindowController::savingEnded, [&] { ended = true; });
+            QObject::connect(&editor->saving(), &DocumentSaving::ended, [&] { ended = true; });
         QElapsedTimer timer, beat;
         double worst = 0;
         QTimer heart;
@@ -236,7 +236,7 @@ void save(EditorStage &stage, const QString &path, QSize size)
         timer.start();
         beat.start();
         heart.start();
-        editor->save();
+        editor->saving().save();
         while (!ended)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         total.values.append(milliseconds(timer));

@@ -90,13 +90,16 @@ void EditorDocument::setSelectedID(const std::optional<QUuid> &id)
         set(m_selectedID, id, Field::Selection);
 }
 
+std::optional<Annotation> EditorDocument::object(const QUuid &id) const
+{
+    const auto found = std::find_if(m_annotations.begin(), m_annotations.end(),
+                                    [&](const Annotation &a) { return a.id == id; });
+    return found == m_annotations.end() ? std::nullopt : std::optional(*found);
+}
+
 std::optional<Annotation> EditorDocument::selected() const
 {
-    if (!m_selectedID)
-        return {};
-    const auto found = std::find_if(m_annotations.begin(), m_annotations.end(),
-                                    [&](const Annotation &a) { return a.id == *m_selectedID; });
-    return found == m_annotations.end() ? std::nullopt : std::optional(*found);
+    return m_selectedID ? object(*m_selectedID) : std::nullopt;
 }
 
 void EditorDocument::setTool(ToolKind tool)

@@ -77,6 +77,7 @@ public:
     // --- selection
     std::optional<QUuid> selectedID() const { return m_selectedID; }
     void setSelectedID(const std::optional<QUuid> &id);
+    std::optional<Annotation> object(const QUuid &id) const;
     std::optional<Annotation> selected() const;
 
     // --- tools. A change of colour, size or font is written into the selected object; it is no undo step of

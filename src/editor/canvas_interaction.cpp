@@ -1,11 +1,9 @@
 #include "editor/canvas_interaction.h"
 
 #include "document/editor_document.h"
-#include "document/text_block.h"
+#include "editor/drag_shapes.h"
 
-#include <QKeyEvent>
 #include <cmath>
-#include <numbers>
 
 namespace {
 
@@ -38,69 +36,12 @@ QRect roundedOutwards(const QRectF &rect)
     return rect.toAlignedRect();
 }
 
-// The size of a callout that was clicked instead of drawn.
-QPointF defaultCallout(const QPointF &start, double imageWidth)
-{
-    const double width = std::max(imageWidth * 0.18, 220.0);
-    return start + QPointF(width, width * 0.45);
-}
-
-// The box of a stamp that was clicked instead of drawn, centred on the click.
-QRectF defaultStamp(const QPointF &center, const QString &value, const QSize &image)
-{
-    const double height = std::max(std::min(image.width(), image.height()) * 0.08, 48.0);
-    const bool wideKey = value.startsWith("key:") && value.size() - 4 >= 3;
-    const QSizeF size(wideKey ? height * 2.2 : height, height);
-    return {center - QPointF(size.width(), size.height()) / 2, size};
-}
-
-void normalize(Annotation &annotation)
-{
-    const QRectF rect = annotation.rect();
-    annotation.start = rect.topLeft();
-    annotation.end = rect.bottomRight();
-}
-
 AnnotationHandle oppositeEnd(AnnotationHandle handle)
 {
     return handle == AnnotationHandle::Start ? AnnotationHandle::End : AnnotationHandle::Start;
 }
 
 } // namespace
-
-QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind)
-{
-    const QPointF d = b - a;
-    switch (kind) {
-    case ToolKind::Arrow:
-    case ToolKind::Line:
-    case ToolKind::Measure: {
-        constexpr double eighth = std::numbers::pi / 4;
-        const double angle = std::round(std::atan2(d.y(), d.x()) / eighth) * eighth;
-        const double length = std::hypot(d.x(), d.y());
-        return a + QPointF(std::cos(angle), std::sin(angle)) * length;
-    }
-    case ToolKind::Pen:
-        return b;
-    case ToolKind::Select:
-    case ToolKind::Rectangle:
-    case ToolKind::Ellipse:
-    case ToolKind::Highlight:
-    case ToolKind::Text:
-    case ToolKind::Callout:
-    case ToolKind::Step:
-    case ToolKind::Stamp:
-    case ToolKind::Blur:
-    case ToolKind::Spotlight:
-    case ToolKind::Magnify:
-    case ToolKind::Crop:
-    case ToolKind::Cutout:
-    case ToolKind::Image:
-        break;
-    }
-    const double side = std::max(std::abs(d.x()), std::abs(d.y()));
-    return a + QPointF(d.x() < 0 ? -side : side, d.y() < 0 ? -side : side);
-}
 
 // MARK: View
 
@@ -167,15 +108,6 @@ void CanvasInteraction::pinch(double magnification, const QPointF &position)
 double CanvasInteraction::tolerance() const
 {
     return hitTolerance / viewport().scale();
-}
-
-std::optional<Annotation> CanvasInteraction::object(const QUuid &id) const
-{
-    for (const Annotation &annotation : m_document.annotations()) {
-        if (annotation.id == id)
-            return annotation;
-    }
-    return std::nullopt;
 }
 
 std::optional<AnnotationHandle> CanvasInteraction::handleHit(const QPointF &viewPoint) const
@@ -249,7 +181,7 @@ bool CanvasInteraction::pressObject(const Press &press, const QPointF &point)
     const auto hit = m_document.hitTest(point, tolerance());
     if (press.clickCount == 2 && hit && Tools::holdsText(hit->kind)) {
         m_document.setSelectedID(hit->id);
-        beginText(*hit);
+        m_text.begin(*hit);
         return true;
     }
     if (reshapes || !hit)
@@ -270,7 +202,7 @@ void CanvasInteraction::pressTool(const QPointF &point)
         m_document.setSelectedID({});
         break;
     case ToolKind::Text:
-        beginText(point);
+        m_text.begin(point);
         break;
     case ToolKind::Step:
         m_document.add(m_document.makeAnnotation(tool, point));
@@ -395,23 +327,12 @@ void CanvasInteraction::finishDrawing()
 {
     if (!m_draft)
         return;
-    Annotation drawn = *std::exchange(m_draft, std::nullopt);
-    const bool isCallout = drawn.kind == ToolKind::Callout;
-    const bool isStamp = drawn.kind == ToolKind::Stamp;
-    if (isCallout && !drawn.isMeaningful())
-        drawn.end = defaultCallout(drawn.start, m_document.base().width());
-    if (isStamp && !drawn.isMeaningful()) {
-        const QRectF box = defaultStamp(drawn.start, drawn.text, m_document.base().size());
-        drawn.start = box.topLeft();
-        drawn.end = box.bottomRight();
-    }
-    if (!drawn.isMeaningful())
+    const auto object = drawn(*std::exchange(m_draft, std::nullopt), m_document.base().size());
+    if (!object)
         return;
-    if (isCallout || isStamp)
-        normalize(drawn);
-    m_document.add(drawn);
-    if (isCallout)
-        beginText(drawn);
+    m_document.add(*object);
+    if (object->kind == ToolKind::Callout)
+        m_text.begin(*object);
 }
 
 void CanvasInteraction::finishTextSelection()
@@ -423,95 +344,10 @@ void CanvasInteraction::finishTextSelection()
         m_host.copyText(roundedOutwards(*m_band) & m_document.imageBounds().toRect());
 }
 
-// MARK: Text
-
-void CanvasInteraction::beginText(const QPointF &point)
-{
-    commitText();
-    m_textTarget = point;
-    m_host.openTextField({});
-}
-
-void CanvasInteraction::beginText(const Annotation &annotation)
-{
-    commitText();
-    m_textTarget = annotation.id;
-    m_host.openTextField(annotation.text);
-    m_host.repaint();
-}
-
 void CanvasInteraction::editSelectedText()
 {
     if (const auto selected = m_document.selected(); selected && Tools::holdsText(selected->kind))
-        beginText(*selected);
-}
-
-QUuid CanvasInteraction::editedObject() const
-{
-    const auto *id = m_textTarget ? std::get_if<QUuid>(&*m_textTarget) : nullptr;
-    return id ? *id : QUuid();
-}
-
-std::optional<InlineText> CanvasInteraction::inlineText() const
-{
-    if (!m_textTarget)
-        return std::nullopt;
-    const CanvasViewport view = viewport();
-    const double scale = view.scale();
-    InlineText field;
-    if (const QPointF *anchor = std::get_if<QPointF>(&*m_textTarget)) {
-        const double size = std::max(m_document.lineWidth() * 6, 14.0);
-        field.frame = QRectF(view.toView(*anchor), QSizeF(240, std::trunc(size * scale * 1.35)));
-        field.font = Fonts::font(designOf(m_document.textFont()), size * scale);
-        field.color = m_document.color();
-        field.placeholder = QStringLiteral("Type, then Return");
-        return field;
-    }
-    const auto edited = object(std::get<QUuid>(*m_textTarget));
-    if (!edited)
-        return std::nullopt;
-    const double size = edited->textSize();
-    const bool isCallout = edited->kind == ToolKind::Callout;
-    field.font = Fonts::font(designOf(edited->textFont()), size * scale * (isCallout ? 0.75 : 1));
-    if (isCallout) {
-        const double raw = edited->lineWidth * 6;
-        const double dx = raw < 14 ? 5.6 : raw * 0.4, dy = raw < 14 ? 4.2 : raw * 0.3;
-        field.frame = view.toView(edited->rect().adjusted(dx, dy, -dx, -dy));
-        field.color = Qt::black;
-        field.placeholder = QStringLiteral("Type your callout, then Return (⌥↩ for a new line)");
-        field.wraps = true;
-        field.centered = true;
-    } else {
-        const double width = std::max(edited->bounds().width() * scale + 40, 240.0);
-        field.frame = QRectF(view.toView(edited->start), QSizeF(width, std::trunc(size * scale * 1.35)));
-        field.color = edited->color;
-    }
-    return field;
-}
-
-void CanvasInteraction::commitText()
-{
-    if (!m_textTarget)
-        return;
-    const TextTarget target = *std::exchange(m_textTarget, std::nullopt);
-    const QString text = m_host.closeTextField().trimmed();
-    if (const QPointF *anchor = std::get_if<QPointF>(&target)) {
-        if (!text.isEmpty()) {
-            Annotation added = m_document.makeAnnotation(ToolKind::Text, *anchor);
-            added.text = text;
-            m_document.add(added);
-        }
-    } else if (auto edited = object(std::get<QUuid>(target))) {
-        if (edited->kind == ToolKind::Text && text.isEmpty()) {
-            m_document.setSelectedID(edited->id);
-            m_document.deleteSelected();
-        } else if (edited->text != text) {
-            m_document.pushUndo();
-            edited->text = text;
-            m_document.replace(*edited);
-        }
-    }
-    m_host.repaint();
+        m_text.begin(*selected);
 }
 
 // MARK: Painting

@@ -1,32 +1,18 @@
 #pragma once
 
 #include "document/annotation.h"
+#include "editor/canvas_host.h"
 #include "editor/canvas_viewport.h"
+#include "editor/text_editing.h"
 
-#include <QColor>
-#include <QFont>
-#include <QList>
 #include <QPointF>
-#include <QRect>
 #include <QRectF>
-#include <QString>
 #include <QUuid>
 #include <optional>
 #include <variant>
 
 class EditorDocument;
 class Pasteboard;
-
-// The editable field for typing a text object, in view coordinates.
-struct InlineText {
-    QRectF frame;
-    QFont font;
-    QColor color;
-    QString placeholder;
-    bool wraps = false; // inside a callout's box; otherwise the field grows with what is typed
-    bool centered = false;
-    bool operator==(const InlineText &) const = default;
-};
 
 // Turns pointer and key events on a canvas into operations on the document: presses, drags and releases,
 // zooming and panning, typing and arranging. Knows no window: the view around it is a host of a few calls, so
@@ -35,24 +21,6 @@ struct InlineText {
 // Positions that come in are view coordinates in points, y down. Command is Ctrl, Option is Alt.
 class CanvasInteraction {
 public:
-    // What the machine asks of the view around it.
-    class Host {
-    public:
-        virtual ~Host() = default;
-        virtual void repaint() = 0;
-        virtual void updateCursor() = 0;
-        // Shows a field with `text` in it, selected in full. Closing gives what was typed.
-        virtual void openTextField(const QString &text) = 0;
-        virtual QString closeTextField() = 0;
-        // Recognises the text in a part of the finished picture and copies it.
-        virtual void copyText(const QRect &area) = 0;
-        virtual void notify(const QString &text, const QString &symbol) = 0;
-        // Tells assistive technology which object is selected now.
-        virtual void announceSelection() = 0;
-        // Where the pointer is; nothing when outside of the view.
-        virtual std::optional<QPointF> pointer() const = 0;
-    };
-
     struct Press {
         QPointF position;
         Qt::KeyboardModifiers modifiers;
@@ -74,8 +42,8 @@ public:
     enum class Cursor { Arrow, Cross, OpenHand, ClosedHand, Text, ResizeRows, ResizeColumns };
     enum class BandKind { TextArea, Crop, Cutout };
 
-    CanvasInteraction(EditorDocument &document, Pasteboard &pasteboard, Host &host)
-        : m_document(document), m_pasteboard(pasteboard), m_host(host)
+    CanvasInteraction(EditorDocument &document, Pasteboard &pasteboard, CanvasHost &host)
+        : m_document(document), m_pasteboard(pasteboard), m_host(host), m_text(document, host)
     {}
 
     // The view's size in points, and device pixels for a point.
@@ -97,10 +65,10 @@ public:
     void panBy(const QPointF &delta);
 
     // Text being typed.
-    bool isEditingText() const { return m_textTarget.has_value(); }
-    std::optional<InlineText> inlineText() const;
-    QUuid editedObject() const; // null while typing a new one
-    void commitText();
+    bool isEditingText() const { return m_text.isOpen(); }
+    std::optional<InlineText> inlineText() const { return m_text.field(viewport()); }
+    QUuid editedObject() const { return m_text.object(); } // null while typing a new one
+    void commitText() { m_text.commit(); }
     void editSelectedText();
 
     // Commands
@@ -142,20 +110,15 @@ private:
         QPointF origin;
     };
     using DragMode = std::variant<None, Drawing, Cropping, Cutting, SelectingText, Moving, Resizing, Panning>;
-    // What the open field is for: an object, or a new one at an image point.
-    using TextTarget = std::variant<QUuid, QPointF>;
 
     void pickColor(const QPointF &point);
     bool pressObject(const Press &press, const QPointF &point);
     void pressTool(const QPointF &point);
-    void beginText(const QPointF &point);
-    void beginText(const Annotation &annotation);
     void finishDrawing();
     void finishTextSelection();
     void beforeFirstMove();
     QRectF band(const QPointF &a, const QPointF &b) const;
     std::optional<AnnotationHandle> handleHit(const QPointF &viewPoint) const;
-    std::optional<Annotation> object(const QUuid &id) const;
     double tolerance() const;
     bool arrowKey(const Key &key);
     bool commandKey(const Key &key);
@@ -164,7 +127,7 @@ private:
 
     EditorDocument &m_document;
     Pasteboard &m_pasteboard;
-    Host &m_host;
+    CanvasHost &m_host;
     QSizeF m_viewSize;
     double m_backing = 2;
     QPointF m_pan;
@@ -173,10 +136,6 @@ private:
     std::optional<QPointF> m_dragOrigin; // image point of the last press
     bool m_movedSinceDown = false;
     std::optional<QRectF> m_band; // image pixels
-    std::optional<TextTarget> m_textTarget;
+    TextEditing m_text;
     bool m_spaceHeld = false;
 };
-
-// The Shift rule for a drag from `a` to `b`: lines keep their length and snap to 45 degrees, a pen is free,
-// all others become square.
-QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind);

@@ -38,7 +38,7 @@ bool CanvasInteraction::keyPress(const Key &key)
     case Qt::Key_Enter:
         if (!selected || !Tools::holdsText(selected->kind))
             return false;
-        beginText(*selected);
+        m_text.begin(*selected);
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
@@ -135,7 +135,7 @@ bool CanvasInteraction::arrowKey(const Key &key)
 
 void CanvasInteraction::select(const QUuid &id)
 {
-    if (const auto chosen = object(id)) {
+    if (const auto chosen = m_document.object(id)) {
         m_document.adoptStyle(*chosen);
         m_document.setSelectedID(id);
     }

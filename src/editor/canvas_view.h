@@ -14,7 +14,7 @@ class QMenu;
 
 // Shows a document and hands pointer, keys, drops and pinches to the interaction. Its objects are children
 // for assistive technology.
-class CanvasView : public QWidget, private CanvasInteraction::Host {
+class CanvasView : public QWidget, private CanvasHost {
     Q_OBJECT
 public:
     // All outlive the view.

@@ -73,6 +73,9 @@ void showAlert(QWidget &window, const Error &error)
     if (error.isCancelled())
         return;
     Log::error("Dialog: " + error.message, error);
+    window.show();
+    window.raise();
+    window.activateWindow();
     auto *sheet = new Sheet(&window, warningSymbol, error.message);
     sheet->setObjectName("alert");
     if (!error.detail.isEmpty())

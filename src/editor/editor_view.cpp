@@ -60,14 +60,14 @@ protected:
         BarButton::mousePressEvent(event);
         m_press = event->position();
         m_isDragged = false;
-        m_controller.prepareDrag();
+        m_controller.sharing().prepareDrag();
     }
     void mouseMoveEvent(QMouseEvent *event) override
     {
         const bool far = (event->position() - m_press).manhattanLength() >= QApplication::startDragDistance();
         if ((event->buttons() & Qt::LeftButton) && far && !std::exchange(m_isDragged, true)) {
             setDown(false);
-            m_controller.startDrag();
+            m_controller.sharing().startDrag();
         }
     }
     void mouseReleaseEvent(QMouseEvent *event) override

@@ -1,39 +1,18 @@
 #include "editor/editor_window_controller.h"
 
-#include "base/async.h"
-#include "base/clock.h"
-#include "base/log.h"
-#include "base/notice.h"
-#include "document/image_files.h"
 #include "editor/canvas_view.h"
 #include "editor/editor_sheets.h"
 #include "editor/editor_view.h"
-#include "editor/finished_image.h"
-#include "editor/pins.h"
 #include "library/library.h"
-#include "library/library_versions.h"
-#include "platform/pasteboard.h"
-#include "platform/workspace.h"
-#include "services/text_recognizer.h"
-#include "services/uploader.h"
-#include "settings/app_settings.h"
 #include "ui/sheet.h"
-#include "ui/symbol.h"
 
-#include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
-#include <QDrag>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QMenu>
-#include <QMimeData>
+#include <QGuiApplication>
 #include <QScreen>
-#include <QUrlQuery>
 
 namespace {
 
-constexpr auto doneSymbol = "checkmark.circle.fill";
 constexpr QSize leastWindow(1230, 540);
 constexpr int widthBeyondImage = 80, heightBeyondImage = 200;
 constexpr int usualWidth = 1320, usualHeight = 620;
@@ -52,39 +31,16 @@ QSize windowSize(const QSize &image, const QScreen *screen)
         .toSize();
 }
 
-int nonEmptyLines(const QString &text)
-{
-    return static_cast<int>(text.split('\n', Qt::SkipEmptyParts).size());
-}
-
-// A file name cannot hold a slash.
-QString fileStem(QString title)
-{
-    return title.replace('/', '-');
-}
-
-// Exactly what the file system compares, without a trailing slash or dots.
-QString standardized(const QString &path)
-{
-    return QDir::cleanPath(QDir(path).absolutePath());
-}
-
-Result<void> writeAll(const FinishedImage &finished, const QString &path,
-                      const std::optional<FileHistory> &history, const QDateTime &now)
-{
-    if (history)
-        history->saveVersion(now);
-    if (auto written = ImageFiles::write(finished.exported(), path); !written)
-        return written;
-    return history ? history->saveProject(finished.base, finished.project()) : Result<void>{};
-}
-
 } // namespace
 
 EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> document, EditorPorts ports)
     : m_document(std::move(document)),
       m_ports(std::move(ports)),
-      m_view(std::make_unique<EditorView>(*this, m_ports))
+      m_view(std::make_unique<EditorView>(*this, m_ports)),
+      m_desk{*m_document, *m_view, m_view->canvas(), m_ports},
+      m_saving(m_desk),
+      m_sharing(m_desk),
+      m_reading(m_desk)
 {
     m_view->setMinimumSize(leastWindow);
     const QScreen *screen = QGuiApplication::primaryScreen();
@@ -98,7 +54,7 @@ EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> d
     m_view->installEventFilter(this);
     connect(m_document.get(), &EditorDocument::changed, this, &EditorWindowController::onChanged);
     connect(&m_ports.library, &Library::renamed, this, &EditorWindowController::followRename);
-    connect(&canvas(), &CanvasView::textAreaChosen, this, &EditorWindowController::copyTextIn);
+    connect(&canvas(), &CanvasView::textAreaChosen, &m_reading, &DocumentReading::copyTextIn);
 }
 
 EditorWindowController::~EditorWindowController()
@@ -133,7 +89,7 @@ void EditorWindowController::bringToFront()
 bool EditorWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_view.get() && event->type() == QEvent::Close && !std::exchange(m_isClosed, true)) {
-        canvas().interaction().commitText();
+        m_desk.commitText();
         // When the event has been dealt with: the receiver may delete this.
         QMetaObject::invokeMethod(
             this,
@@ -155,16 +111,9 @@ QString EditorWindowController::title() const
     return QStringLiteral("Untitled Capture");
 }
 
-bool EditorWindowController::isInLibrary() const
-{
-    const QString path = m_document->fileURL().toLocalFile();
-    return !path.isEmpty() &&
-           standardized(QFileInfo(path).path()) == standardized(m_ports.settings.saveFolder());
-}
-
 void EditorWindowController::followRename(const QString &oldPath, const QString &newPath)
 {
-    if (standardized(m_document->fileURL().toLocalFile()) == standardized(oldPath) && !oldPath.isEmpty())
+    if (!oldPath.isEmpty() && isSamePath(m_document->fileURL().toLocalFile(), oldPath))
         m_document->setFileURL(QUrl::fromLocalFile(newPath));
 }
 
@@ -194,52 +143,94 @@ bool EditorWindowController::isEnabled(EditorCommand command) const
     }
 }
 
-bool EditorWindowController::isChecked(EditorCommand command) const
+namespace {
+
+// What a command of that kind switches; nothing for any other.
+bool Effects::*effectOf(EditorCommand command)
 {
-    const Effects &effects = m_document->effects();
     switch (command) {
     case EditorCommand::ToggleBackdrop:
-        return effects.backdrop;
+        return &Effects::backdrop;
     case EditorCommand::ToggleBorder:
-        return effects.border;
+        return &Effects::border;
     case EditorCommand::ToggleShadow:
-        return effects.shadow;
+        return &Effects::shadow;
     case EditorCommand::ToggleRounded:
-        return effects.rounded;
+        return &Effects::rounded;
     default:
-        return false;
+        return nullptr;
     }
+}
+
+} // namespace
+
+bool EditorWindowController::isChecked(EditorCommand command) const
+{
+    const auto effect = effectOf(command);
+    return effect && m_document->effects().*effect;
+}
+
+void EditorWindowController::toggle(bool Effects::*effect)
+{
+    Effects effects = m_document->effects();
+    effects.*effect = !(effects.*effect);
+    m_document->setEffects(effects);
 }
 
 void EditorWindowController::run(EditorCommand command)
 {
+    m_desk.commitText();
+    switch (command) {
+    case EditorCommand::CopyImage:
+        return m_sharing.copyImage();
+    case EditorCommand::Save:
+        return m_saving.save();
+    case EditorCommand::SaveAs:
+        return m_saving.saveAs();
+    case EditorCommand::Share:
+        return m_sharing.share();
+    case EditorCommand::Upload:
+        return m_sharing.upload();
+    case EditorCommand::Pin:
+        return m_sharing.pin();
+    case EditorCommand::DragOut:
+        return m_sharing.copyFile();
+    case EditorCommand::ToggleBackdrop:
+    case EditorCommand::ToggleBorder:
+    case EditorCommand::ToggleShadow:
+    case EditorCommand::ToggleRounded:
+        return toggle(effectOf(command));
+    case EditorCommand::RedactSensitive:
+        return m_reading.redact(Redaction::Mode::Sensitive);
+    case EditorCommand::RedactAllText:
+        return m_reading.redact(Redaction::Mode::AllText);
+    case EditorCommand::RedactFaces:
+        return m_reading.redact(Redaction::Mode::Faces);
+    case EditorCommand::GrabText:
+        return m_reading.grabText();
+    case EditorCommand::Describe:
+        return m_reading.runAI(ClaudeClient::Action::Describe);
+    case EditorCommand::DescribeSteps:
+        return m_reading.runAI(ClaudeClient::Action::Steps);
+    case EditorCommand::AltText:
+        return m_reading.runAI(ClaudeClient::Action::AltText);
+    case EditorCommand::Rename:
+        return m_reading.runAI(ClaudeClient::Action::Name);
+    case EditorCommand::CommandPalette:
+        return m_document->setShowPalette(true);
+    default:
+        return runOnCanvas(command);
+    }
+}
+
+void EditorWindowController::runOnCanvas(EditorCommand command)
+{
     CanvasInteraction &interaction = canvas().interaction();
-    // What is being typed belongs to the picture.
-    interaction.commitText();
-    const auto flip = [this](bool Effects::*effect) {
-        Effects effects = m_document->effects();
-        effects.*effect = !(effects.*effect);
-        m_document->setEffects(effects);
-    };
     switch (command) {
     case EditorCommand::Undo:
         return m_document->undo();
     case EditorCommand::Redo:
         return m_document->redo();
-    case EditorCommand::CopyImage:
-        return copyImage();
-    case EditorCommand::Save:
-        return save();
-    case EditorCommand::SaveAs:
-        return saveAs();
-    case EditorCommand::Share:
-        return share();
-    case EditorCommand::Upload:
-        return upload();
-    case EditorCommand::Pin:
-        return pin();
-    case EditorCommand::DragOut:
-        return copyFile();
     case EditorCommand::ZoomIn:
         return interaction.zoomBy(1.25);
     case EditorCommand::ZoomOut:
@@ -248,36 +239,12 @@ void EditorWindowController::run(EditorCommand command)
         return interaction.setZoom({});
     case EditorCommand::ActualSize:
         return interaction.setZoom(1);
-    case EditorCommand::ToggleBackdrop:
-        return flip(&Effects::backdrop);
-    case EditorCommand::ToggleBorder:
-        return flip(&Effects::border);
-    case EditorCommand::ToggleShadow:
-        return flip(&Effects::shadow);
-    case EditorCommand::ToggleRounded:
-        return flip(&Effects::rounded);
-    case EditorCommand::RedactSensitive:
-        return redact(Redaction::Mode::Sensitive);
-    case EditorCommand::RedactAllText:
-        return redact(Redaction::Mode::AllText);
-    case EditorCommand::RedactFaces:
-        return redact(Redaction::Mode::Faces);
-    case EditorCommand::GrabText:
-        return grabText();
     case EditorCommand::CopyTextFromArea:
         canvas().setFocus();
         return interaction.startTextSelection();
     case EditorCommand::PickColor:
         canvas().setFocus();
         return interaction.startEyedropper();
-    case EditorCommand::Describe:
-        return runAI(ClaudeClient::Action::Describe);
-    case EditorCommand::DescribeSteps:
-        return runAI(ClaudeClient::Action::Steps);
-    case EditorCommand::AltText:
-        return runAI(ClaudeClient::Action::AltText);
-    case EditorCommand::Rename:
-        return runAI(ClaudeClient::Action::Name);
     case EditorCommand::Cut:
         return interaction.cut();
     case EditorCommand::CopyObject:
@@ -292,8 +259,8 @@ void EditorWindowController::run(EditorCommand command)
         return m_document->bringToFront();
     case EditorCommand::SendToBack:
         return m_document->sendToBack();
-    case EditorCommand::CommandPalette:
-        return m_document->setShowPalette(true);
+    default:
+        Q_ASSERT_X(false, "run", "a command that nobody carries out");
     }
 }
 
@@ -324,310 +291,10 @@ void EditorWindowController::openPalette()
 {
     if (m_view->findChild<CommandPalette *>(QString(), Qt::FindDirectChildrenOnly))
         return;
-    canvas().interaction().commitText();
+    m_desk.commitText();
     auto *palette = new CommandPalette(m_view.get(), paletteCommands());
     connect(palette, &Sheet::closed, m_document.get(), [this] { m_document->setShowPalette(false); });
     palette->open();
-}
-
-// MARK: Workers
-
-// Draws what the document is now on a worker; `done` is called while this lives.
-template <typename Work, typename Done>
-void EditorWindowController::onWorker(Work work, Done done)
-{
-    canvas().interaction().commitText();
-    whenDone(runInBackground([finished = FinishedImage(*m_document), work] { return work(finished); }), this,
-             done);
-}
-
-void EditorWindowController::withTemporaryFile(const std::function<void(const QString &)> &use)
-{
-    onWorker(
-        [name = fileStem(m_view->windowTitle())](const FinishedImage &finished) -> std::optional<QString> {
-            return ImageFiles::temporaryPNG(finished.exported(), name);
-        },
-        [this, use](const std::optional<QString> &path) {
-            if (path)
-                use(*path);
-            else
-                showError({Error::Kind::Failed, "The picture could not be written to a temporary file.", {}});
-        });
-}
-
-void EditorWindowController::copyImage()
-{
-    onWorker(
-        [](const FinishedImage &finished) {
-            return ImageFiles::encode(finished.exported(), ImageFiles::Type::Png);
-        },
-        [this](const QByteArray &png) {
-            m_ports.pasteboard.setFlavors({{"image/png", png}});
-            m_ports.notices.post("Image copied to clipboard", doneSymbol);
-        });
-}
-
-void EditorWindowController::copyFile()
-{
-    withTemporaryFile([this](const QString &path) {
-        m_ports.pasteboard.setFile(QUrl::fromLocalFile(path));
-        m_ports.notices.post("Image file copied to clipboard", doneSymbol);
-    });
-}
-
-void EditorWindowController::pin()
-{
-    onWorker([](const FinishedImage &finished) { return finished.exported(); },
-             [this](const QImage &image) { m_ports.pins.pin(image); });
-}
-
-// MARK: Saving
-
-void EditorWindowController::save()
-{
-    canvas().interaction().commitText();
-    if (m_document->saveHandler) {
-        m_document->saveHandler(*m_document);
-        m_ports.notices.post("Step updated in your guide", "list.number");
-        return;
-    }
-    if (m_document->fileURL().isEmpty())
-        return saveAs();
-    if (m_isSaving) {
-        m_saveAgain = true;
-        return;
-    }
-    m_isSaving = true;
-    const QString path = m_document->fileURL().toLocalFile();
-    std::optional<FileHistory> history;
-    if (isInLibrary())
-        history.emplace(m_ports.library, path);
-    const auto saved =
-        runInBackground([finished = FinishedImage(*m_document), path, history, now = m_ports.clock.now()] {
-            return writeAll(finished, path, history, now);
-        });
-    // The Library outlives the window: a save that is under way ends in order although its window has been
-    // closed.
-    Library *library = &m_ports.library;
-    NoticeBoard *notices = &m_ports.notices;
-    whenDone(saved, library, [self = QPointer(this), library, notices, path](const Result<void> &result) {
-        if (result) {
-            library->postChanged();
-            notices->post("Saved " + QFileInfo(path).fileName(), doneSymbol);
-        } else if (!self) {
-            Log::error("Saving failed after the window was closed", result.error());
-            notices->post(result.error().message, "exclamationmark.triangle.fill");
-        }
-        if (self)
-            self->finishSave(result);
-    });
-}
-
-void EditorWindowController::finishSave(const Result<void> &result)
-{
-    m_isSaving = false;
-    if (!result) {
-        m_saveAgain = false;
-        showAlert(result.error());
-    }
-    if (std::exchange(m_saveAgain, false))
-        return save();
-    Q_EMIT savingEnded();
-}
-
-void EditorWindowController::saveAs()
-{
-    canvas().interaction().commitText();
-    const QString path = m_document->fileURL().toLocalFile();
-    const QString stem = path.isEmpty() ? QStringLiteral("Capture") : QFileInfo(path).completeBaseName();
-    auto *dialog = new QFileDialog(m_view.get(), "Save As");
-    dialog->setObjectName("saveAs");
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setFileMode(QFileDialog::AnyFile);
-    dialog->setNameFilters({"PNG image (*.png)", "JPEG image (*.jpg *.jpeg)", "HEIC image (*.heic)"});
-    dialog->setDefaultSuffix("png");
-    dialog->setDirectory(path.isEmpty() ? m_ports.settings.saveFolder() : QFileInfo(path).path());
-    dialog->selectFile(stem + ".png");
-    connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString &filter) {
-        dialog->setDefaultSuffix(filter.startsWith("JPEG")   ? "jpg"
-                                 : filter.startsWith("HEIC") ? "heic"
-                                                             : "png");
-    });
-    connect(dialog, &QFileDialog::fileSelected, this, &EditorWindowController::saveCopy);
-    dialog->open();
-}
-
-void EditorWindowController::saveCopy(const QString &path)
-{
-    onWorker([path](const FinishedImage &finished) { return ImageFiles::write(finished.exported(), path); },
-             [this, path](const Result<void> &written) {
-                 if (!written)
-                     return showAlert(written.error());
-                 if (standardized(QFileInfo(path).path()) == standardized(m_ports.settings.saveFolder()))
-                     m_ports.library.postChanged();
-                 m_ports.notices.post("Saved " + QFileInfo(path).fileName(), doneSymbol);
-             });
-}
-
-// MARK: Sharing
-
-// The desktop has no picker of programs to share with; these are the ways it has.
-void EditorWindowController::share()
-{
-    withTemporaryFile([this](const QString &path) {
-        auto *menu = new QMenu(m_view.get());
-        menu->setObjectName("shareMenu");
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        const QUrl file = QUrl::fromLocalFile(path);
-        const auto report = [this](const Result<void> &result) {
-            if (!result)
-                showError(result.error());
-        };
-        menu->addAction(symbolIcon("doc.on.doc"), "Copy File", this, [this, file] {
-            m_ports.pasteboard.setFile(file);
-            m_ports.notices.post("Image file copied to clipboard", doneSymbol);
-        });
-        menu->addAction(symbolIcon("paperplane"), "Send by Email…", this, [this, file, report] {
-            QUrl mail("mailto:");
-            QUrlQuery query;
-            query.addQueryItem("subject", m_view->windowTitle());
-            query.addQueryItem("attach", file.toLocalFile());
-            mail.setQuery(query);
-            report(m_ports.workspace.open(mail));
-        });
-        menu->addAction(symbolIcon("photo"), "Open in Another Program", this,
-                        [this, file, report] { report(m_ports.workspace.open(file)); });
-        menu->addAction(symbolIcon("folder"), "Show in File Manager", this,
-                        [this, path, report] { report(m_ports.workspace.reveal(path)); });
-        const QSize size = menu->sizeHint();
-        menu->popup(canvas().mapToGlobal(QPoint(canvas().width() - size.width() - 8, 8)));
-    });
-}
-
-void EditorWindowController::prepareDrag()
-{
-    m_dragFile.clear();
-    m_wantsDrag = false;
-    withTemporaryFile([this](const QString &path) {
-        m_dragFile = path;
-        if (m_wantsDrag)
-            startDrag();
-    });
-}
-
-void EditorWindowController::startDrag()
-{
-    m_wantsDrag = true;
-    if (m_dragFile.isEmpty() || !(QGuiApplication::mouseButtons() & Qt::LeftButton))
-        return;
-    m_wantsDrag = false;
-    auto *data = new QMimeData;
-    data->setUrls({QUrl::fromLocalFile(m_dragFile)});
-    auto *drag = new QDrag(m_view.get());
-    drag->setMimeData(data);
-    const QImage preview = m_document->base().scaled(160, 160, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    drag->setPixmap(QPixmap::fromImage(preview));
-    drag->exec(Qt::CopyAction); // the toolkit knows no other way of dragging
-}
-
-void EditorWindowController::upload()
-{
-    m_document->setBusy(true);
-    onWorker([](const FinishedImage &finished) { return finished.exported(); },
-             [this](const QImage &image) {
-                 whenDone(m_ports.uploader.imgur(image), this, [this](const Result<QUrl> &link) {
-                     m_document->setBusy(false);
-                     if (!link)
-                         return showError(link.error());
-                     m_ports.pasteboard.setText(link->toString());
-                     const QString host =
-                         link->host().isEmpty() ? QStringLiteral("i.imgur.com") : link->host();
-                     m_ports.notices.post("Link copied: " + host, "link");
-                 });
-             });
-}
-
-// MARK: Recognition
-
-void EditorWindowController::grabText()
-{
-    m_document->setBusy(true);
-    onWorker([](const FinishedImage &finished) { return finished.flattened(); },
-             [this](const QImage &image) {
-                 whenDone(m_ports.recognizer.text(image), this, [this](const Result<QString> &text) {
-                     m_document->setBusy(false);
-                     copyRecognized(text.value_or(QString()), false);
-                 });
-             });
-}
-
-void EditorWindowController::copyTextIn(const QRect &area)
-{
-    onWorker([area](const FinishedImage &finished) { return finished.flattened().copy(area); },
-             [this](const QImage &image) {
-                 whenDone(m_ports.recognizer.text(image), this, [this](const Result<QString> &text) {
-                     copyRecognized(text.value_or(QString()), true);
-                 });
-             });
-}
-
-void EditorWindowController::copyRecognized(const QString &text, bool fromArea)
-{
-    if (text.isEmpty()) {
-        m_ports.notices.post(fromArea ? "No text found in that area" : "No text found",
-                             "text.magnifyingglass");
-        return;
-    }
-    m_ports.pasteboard.setText(text);
-    // The whole picture always speaks of lines, a part of it counts.
-    const bool single = fromArea && !text.contains('\n');
-    const QString words =
-        single ? QStringLiteral("Copied %1 line of text") : QStringLiteral("Copied %1 lines of text");
-    m_ports.notices.post(words.arg(nonEmptyLines(text)), "text.viewfinder");
-}
-
-void EditorWindowController::redact(Redaction::Mode mode)
-{
-    Redaction::redact(*m_document, m_ports.recognizer, mode, [this, mode](int count) {
-        const Notice notice = Redaction::notice(mode, count);
-        m_ports.notices.post(notice.text, notice.symbol);
-    });
-}
-
-// MARK: AI
-
-void EditorWindowController::runAI(ClaudeClient::Action action)
-{
-    m_document->setBusy(true);
-    onWorker([](const FinishedImage &finished) { return finished.flattened(); },
-             [this, action](const QImage &image) {
-                 whenDone(m_ports.claude.run(action, image), this,
-                          [this, action](const Result<QString> &reply) {
-                              m_document->setBusy(false);
-                              if (reply)
-                                  finishAI(action, *reply);
-                              else
-                                  showError(reply.error());
-                          });
-             });
-}
-
-void EditorWindowController::finishAI(ClaudeClient::Action action, const QString &reply)
-{
-    if (action != ClaudeClient::Action::Name) {
-        m_document->setAIResult(AIResult{QUuid::createUuid(), ClaudeClient::title(action), reply});
-        return;
-    }
-    if (isInLibrary()) {
-        if (const auto renamed = m_ports.library.rename(m_document->fileURL().toLocalFile(), reply)) {
-            m_document->setFileURL(QUrl::fromLocalFile(*renamed));
-            m_ports.notices.post(
-                QStringLiteral("Renamed to “%1”").arg(QFileInfo(*renamed).completeBaseName()), "sparkles");
-            return;
-        }
-    }
-    m_document->setAIResult(AIResult{QUuid::createUuid(), QStringLiteral("Suggested Name"), reply});
 }
 
 // MARK: Sheets
@@ -642,17 +309,4 @@ void EditorWindowController::showAIResult()
 void EditorWindowController::promptSavePreset()
 {
     EditorSheets::promptPreset(*m_view, *m_document, m_ports.presets, m_ports.notices);
-}
-
-// A failed save: the edit stays open and unsaved.
-void EditorWindowController::showAlert(const Error &error)
-{
-    if (!error.isCancelled())
-        bringToFront();
-    EditorSheets::showAlert(*m_view, error);
-}
-
-void EditorWindowController::showError(const Error &error)
-{
-    EditorSheets::showError(*m_view, error, m_ports.openSettings);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/canvas_interaction.h"
+#include "editor/text_editing.h"
 
 #include <QTextEdit>
 

@@ -12,7 +12,7 @@
 // A canvas without a window: events go straight into the interaction, and what it asks of a view is recorded.
 // The view is as large as the picture plus the margins, at one device pixel a point, so a view position is an
 // image position moved by `origin()`.
-class CanvasTest : public testing::Test, protected CanvasInteraction::Host {
+class CanvasTest : public testing::Test, protected CanvasHost {
 protected:
     static constexpr int width = 800, height = 600;
 

@@ -1,4 +1,5 @@
 #include "canvas_fixture.h"
+#include "editor/drag_shapes.h"
 
 TEST_F(CanvasTest, DrawsEachDraggedToolFromPressToRelease)
 {

@@ -39,8 +39,8 @@ protected:
     }
     static void save(EditorWindowController &editor)
     {
-        QSignalSpy ended(&editor, &EditorWindowController::savingEnded);
-        editor.save();
+        QSignalSpy ended(&editor.saving(), &DocumentSaving::ended);
+        editor.saving().save();
         ASSERT_TRUE(ended.count() || ended.wait());
     }
     bool waitForNotice(const QString &text)
@@ -97,13 +97,13 @@ TEST_F(EditorWindowTest, SavingTwiceAtOnceKeepsTheLaterState)
 {
     const QString path = put("shot.png");
     auto editor = stage.open(path);
-    QSignalSpy ended(editor.get(), &EditorWindowController::savingEnded);
-    editor->save();
+    QSignalSpy ended(&editor->saving(), &DocumentSaving::ended);
+    editor->saving().save();
     addBox(editor->document());
-    editor->save();
+    editor->saving().save();
     ASSERT_TRUE(ended.wait());
     EXPECT_EQ(stage.open(path)->document().annotations().size(), 1);
-    EXPECT_FALSE(editor->isSaving());
+    EXPECT_FALSE(editor->saving().isSaving());
 }
 
 TEST_F(EditorWindowTest, AFileThatCannotBeWrittenLeavesTheEditOpenAndSaysWhy)
@@ -124,7 +124,7 @@ TEST_F(EditorWindowTest, ASaveThatIsUnderWayOutlivesItsWindow)
     const QString path = put("shot.png");
     auto editor = stage.open(path);
     addBox(editor->document());
-    editor->save();
+    editor->saving().save();
     editor.reset();
     EXPECT_TRUE(waitForNotice("Saved shot.png"));
     EXPECT_EQ(stage.open(path)->document().annotations().size(), 1);
@@ -151,7 +151,7 @@ TEST_F(EditorWindowTest, SavingWithoutAFileAsksForOne)
     auto editor = stage.open(picture());
     editor->show();
     EXPECT_EQ(editor->window().windowTitle(), "Untitled Capture");
-    editor->save();
+    editor->saving().save();
     EXPECT_NE(sheet(*editor, "saveAs"), nullptr);
 }
 
@@ -161,7 +161,7 @@ TEST_F(EditorWindowTest, ACopyIntoTheSameFolderIsNoVersionAndNoProject)
     auto editor = stage.open(path);
     addBox(editor->document());
     const QString copy = stage.inLibrary("copy.jpg");
-    editor->saveCopy(copy);
+    editor->saving().saveCopy(copy);
     EXPECT_TRUE(waitForNotice("Saved copy.jpg"));
     EXPECT_TRUE(QFileInfo::exists(copy));
     EXPECT_FALSE(QFileInfo::exists(stage.library.projectDirectory(copy)));
@@ -187,10 +187,10 @@ TEST_F(EditorWindowTest, AGuidesStepIsSavedByItsOwnHandler)
     auto editor = stage.open(put("shot.png"));
     int handled = 0;
     editor->document().saveHandler = [&](EditorDocument &) { ++handled; };
-    editor->save();
+    editor->saving().save();
     EXPECT_EQ(handled, 1);
     EXPECT_EQ(stage.notices, QList<Notice>({{"Step updated in your guide", "list.number"}}));
-    EXPECT_FALSE(editor->isSaving());
+    EXPECT_FALSE(editor->saving().isSaving());
 }
 
 TEST_F(EditorWindowTest, ABrokenProjectOpensTheFlatFileAndAVanishedFileABlankOne)
@@ -209,7 +209,7 @@ TEST_F(EditorWindowTest, CopiesTheFinishedImageWithItsEffects)
 {
     auto editor = stage.open(picture());
     editor->run(EditorCommand::ToggleBorder);
-    editor->copyImage();
+    editor->sharing().copyImage();
     ASSERT_TRUE(waitForNotice("Image copied to clipboard"));
     EXPECT_EQ(stage.fakes.pasteboard.image().size(), QSize(136, 96));
 }
@@ -218,7 +218,7 @@ TEST_F(EditorWindowTest, CountsTheLinesOfTextItCopies)
 {
     auto editor = stage.open(picture());
     stage.fakes.text.answer = QList<RecognizedLine>{{"only one", {}, {}, 1}};
-    editor->grabText();
+    editor->reading().grabText();
     EXPECT_TRUE(editor->document().isBusy());
     EXPECT_TRUE(waitForNotice("Copied 1 lines of text")) << "the whole picture always speaks of lines";
     EXPECT_EQ(stage.fakes.pasteboard.text(), "only one");
@@ -232,7 +232,7 @@ TEST_F(EditorWindowTest, CountsTheLinesOfTextItCopies)
     stage.fakes.text.answer = fail("The engine is missing.");
     Q_EMIT editor->canvas().textAreaChosen(QRect(10, 10, 40, 20));
     EXPECT_TRUE(waitForNotice("No text found in that area"));
-    editor->grabText();
+    editor->reading().grabText();
     EXPECT_TRUE(waitForNotice("No text found"));
 }
 
@@ -242,7 +242,7 @@ TEST_F(EditorWindowTest, UploadsTheFinishedImageAndCopiesItsLink)
     stage.fakes.http.answers = {
         HttpResponse{200, R"({"data":{"link":"https://i.imgur.com/xyz.png"},"success":true})"}};
     auto editor = stage.open(picture());
-    editor->upload();
+    editor->sharing().upload();
     EXPECT_TRUE(waitForNotice("Link copied: i.imgur.com"));
     EXPECT_EQ(stage.fakes.pasteboard.text(), "https://i.imgur.com/xyz.png");
     EXPECT_FALSE(editor->document().isBusy());
@@ -252,7 +252,7 @@ TEST_F(EditorWindowTest, AMissingKeyOffersTheSettings)
 {
     auto editor = stage.open(picture());
     editor->show();
-    editor->runAI(ClaudeClient::Action::Describe);
+    editor->reading().runAI(ClaudeClient::Action::Describe);
     ASSERT_TRUE(QTest::qWaitFor([&] { return sheet(*editor, "error") != nullptr; }));
     EXPECT_FALSE(editor->document().isBusy());
     for (auto *button : sheet(*editor, "error")->findChildren<QPushButton *>()) {
@@ -268,13 +268,13 @@ TEST_F(EditorWindowTest, ANameFromTheServiceRenamesOnlyFilesOfTheLibrary)
     stage.fakes.http.answers = {HttpResponse{
         200, R"({"content":[{"type":"text","text":"Invoice March"}],"stop_reason":"end_turn"})"}};
     auto inside = stage.open(put("shot.png"));
-    inside->runAI(ClaudeClient::Action::Name);
+    inside->reading().runAI(ClaudeClient::Action::Name);
     EXPECT_TRUE(waitForNotice("Renamed to “Invoice March”"));
     EXPECT_TRUE(QFileInfo::exists(stage.inLibrary("Invoice March.png")));
 
     auto outside = stage.open(picture(), stage.home.path("shot.png"));
     outside->show();
-    outside->runAI(ClaudeClient::Action::Name);
+    outside->reading().runAI(ClaudeClient::Action::Name);
     EXPECT_TRUE(QTest::qWaitFor([&] { return sheet(*outside, "aiResult") != nullptr; }));
     EXPECT_EQ(outside->document().fileURL().toLocalFile(), stage.home.path("shot.png"));
 }

@@ -21,7 +21,7 @@ protected:
     void redact(Redaction::Mode mode)
     {
         const auto before = stage.notices.size();
-        editor->redact(mode);
+        editor->reading().redact(mode);
         EXPECT_TRUE(editor->document().isBusy());
         ASSERT_TRUE(QTest::qWaitFor([&] { return stage.notices.size() > before; }));
         EXPECT_FALSE(editor->document().isBusy());

@@ -119,7 +119,7 @@ int main(int argc, char **argv)
         if (state == "palette")
             editor->run(EditorCommand::CommandPalette);
         if (state == "error")
-            editor->runAI(ClaudeClient::Action::Describe);
+            editor->reading().runAI(ClaudeClient::Action::Describe);
         if (state == "preset")
             editor->promptSavePreset();
         if (state == "ai")
@@ -150,9 +150,9 @@ int main(int argc, char **argv)
             }
         }
         if (state == "saveas")
-            editor->saveAs();
+            editor->saving().saveAs();
         if (state == "share")
-            editor->share();
+            editor->sharing().share();
         if (state == "colors") {
             for (auto *button : editor->window().findChildren<BarButton *>()) {
                 if (button->text() == "More Colors")
@@ -160,7 +160,7 @@ int main(int argc, char **argv)
             }
         }
         if (state == "saved")
-            editor->save();
+            editor->saving().save();
     });
     return application.exec();
 }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QPointF>
+#include <QRect>
+#include <QString>
+#include <optional>
+
+// What the canvas asks of the view around it.
+class CanvasHost {
+public:
+    virtual ~CanvasHost() = default;
+    virtual void repaint() = 0;
+    virtual void updateCursor() = 0;
+    // Shows a field with `text` in it, selected in full. Closing gives what was typed.
+    virtual void openTextField(const QString &text) = 0;
+    virtual QString closeTextField() = 0;
+    // Recognises the text in a part of the finished picture and copies it.
+    virtual void copyText(const QRect &area) = 0;
+    virtual void notify(const QString &text, const QString &symbol) = 0;
+    // Tells assistive technology which object is selected now.
+    virtual void announceSelection() = 0;
+    // Where the pointer is; nothing when outside of the view.
+    virtual std::optional<QPointF> pointer() const = 0;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "editor/editor_desk.h"
+
+#include <QObject>
+#include <QString>
+
+// The ways in which a finished picture leaves the editor other than into a file of the user's: clipboard,
+// other programs, the upload service, a pin on the desktop.
+class DocumentSharing : public QObject {
+    Q_OBJECT
+public:
+    explicit DocumentSharing(const EditorDesk &desk) : m_desk(desk) {}
+
+    void copyImage();
+    // For those who can't drag: the file goes to the clipboard.
+    void copyFile();
+    void pin();
+    void share();
+    void upload();
+    // Makes the file that is dragged out of the window; drags it once it is there, if the button is still
+    // down.
+    void prepareDrag();
+    void startDrag();
+
+private:
+    EditorDesk m_desk;
+    QString m_dragFile;
+    bool m_wantsDrag = false;
+};
