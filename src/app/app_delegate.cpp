@@ -74,28 +74,7 @@ bool AppDelegate::launch(const QStringList &words)
     m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
     m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
     m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
-    m_captures = std::make_unique<CaptureFlow>(CaptureFlow::Parts{
-        .capturer = *m_capturer,
-        .screens = *m_platform.screens,
-        .pictures = *m_platform.pictures,
-        .pointer = *m_platform.pointer,
-        .permissions = *m_platform.permissions,
-        .workspace = *m_platform.workspace,
-        .pasteboard = *m_platform.pasteboard,
-        .sounds = *m_platform.sounds,
-        .library = *m_library,
-        .recognizer = *m_recognizer,
-        .claude = *m_claude,
-        .prefs = *m_prefs,
-        .settings = *m_settings,
-        .notices = m_notices,
-        .clock = m_clock,
-    });
-    connect(m_captures.get(), &CaptureFlow::failed, this, [this](const Error &error) {
-        m_alerts.showCaptureError(
-            error, [this] { relaunch(); },
-            [this] { m_platform.permissions->openSettings(Permission::ScreenRecording); });
-    });
+    buildCaptures();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
     m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs);
@@ -119,6 +98,32 @@ bool AppDelegate::launch(const QStringList &words)
         openArguments(arguments);
     QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::warmUp);
     return true;
+}
+
+void AppDelegate::buildCaptures()
+{
+    m_captures = std::make_unique<CaptureFlow>(CaptureFlow::Parts{
+        .capturer = *m_capturer,
+        .screens = *m_platform.screens,
+        .pictures = *m_platform.pictures,
+        .pointer = *m_platform.pointer,
+        .permissions = *m_platform.permissions,
+        .workspace = *m_platform.workspace,
+        .pasteboard = *m_platform.pasteboard,
+        .sounds = *m_platform.sounds,
+        .library = *m_library,
+        .recognizer = *m_recognizer,
+        .claude = *m_claude,
+        .prefs = *m_prefs,
+        .settings = *m_settings,
+        .notices = m_notices,
+        .clock = m_clock,
+    });
+    connect(m_captures.get(), &CaptureFlow::failed, this, [this](const Error &error) {
+        m_alerts.showCaptureError(
+            error, [this] { relaunch(); },
+            [this] { m_platform.permissions->openSettings(Permission::ScreenRecording); });
+    });
 }
 
 // The first shortcut should be answered as quickly as every other.

@@ -49,6 +49,7 @@ private:
     bool isAvailable(HotKeyAction action) const;
     void warmUp();
     void buildStatusItem();
+    void buildCaptures();
     void buildEditors();
     void followActiveApplication();
 

@@ -77,30 +77,8 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
     connect(m_styles, &SegmentedPicker::chosen, this,
             [this](int index) { m_document.setStyle(index, kind()); });
 
-    m_font = new BarButton("textformat", "System", BarButton::Label::Beside);
-    m_font->setObjectName("font");
-    TipCenter::describe(m_font, {"Font", "Typeface for text and callouts.", {}});
-    m_font->setAccessibleName("Font");
-    auto *fonts = new QMenu;
-    for (const FontLabel &entry : fontLabels)
-        fonts->addAction(entry.label, this, [this, font = entry.font] { m_document.setTextFont(font); })
-            ->setCheckable(true);
-    m_font->setMenu(fonts);
-    connect(m_font, &BarButton::menuAboutToOpen, this, [this, fonts] {
-        for (QAction *item : fonts->actions())
-            item->setChecked(item->text() == fontLabel(m_document.textFont()));
-    });
-
-    m_stamp = new BarButton("seal", "Choose Stamp", BarButton::Label::Beside);
-    m_stamp->setObjectName("stamp");
-    TipCenter::describe(m_stamp,
-                        {"Choose Stamp", "Pick a symbol, emoji or keyboard key to place on the image.", {}});
-    connect(m_stamp, &QAbstractButton::clicked, this, [this] {
-        auto *picker = new StampPicker(m_document.stampValue(), this);
-        connect(picker, &StampPicker::chosen, this,
-                [this](const QString &value) { m_document.setStampValue(value); });
-        picker->openUnder(m_stamp);
-    });
+    makeFontButton();
+    makeStampButton();
 
     m_note = new QLabel("Nothing selected — click an object to change it");
     m_note->setFont(Theme::font(Theme::Type::Control));
@@ -133,6 +111,37 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
         }
     });
     follow();
+}
+
+void OptionsBar::makeFontButton()
+{
+    m_font = new BarButton("textformat", "System", BarButton::Label::Beside);
+    m_font->setObjectName("font");
+    TipCenter::describe(m_font, {"Font", "Typeface for text and callouts.", {}});
+    m_font->setAccessibleName("Font");
+    auto *fonts = new QMenu;
+    for (const FontLabel &entry : fontLabels)
+        fonts->addAction(entry.label, this, [this, font = entry.font] { m_document.setTextFont(font); })
+            ->setCheckable(true);
+    m_font->setMenu(fonts);
+    connect(m_font, &BarButton::menuAboutToOpen, this, [this, fonts] {
+        for (QAction *item : fonts->actions())
+            item->setChecked(item->text() == fontLabel(m_document.textFont()));
+    });
+}
+
+void OptionsBar::makeStampButton()
+{
+    m_stamp = new BarButton("seal", "Choose Stamp", BarButton::Label::Beside);
+    m_stamp->setObjectName("stamp");
+    TipCenter::describe(m_stamp,
+                        {"Choose Stamp", "Pick a symbol, emoji or keyboard key to place on the image.", {}});
+    connect(m_stamp, &QAbstractButton::clicked, this, [this] {
+        auto *picker = new StampPicker(m_document.stampValue(), this);
+        connect(picker, &StampPicker::chosen, this,
+                [this](const QString &value) { m_document.setStampValue(value); });
+        picker->openUnder(m_stamp);
+    });
 }
 
 void OptionsBar::paintEvent(QPaintEvent *)

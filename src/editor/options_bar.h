@@ -34,6 +34,8 @@ protected:
 
 private:
     QWidget *makeColors();
+    void makeFontButton();
+    void makeStampButton();
     void addPresets();
     void chooseColor();
     void fillPresetMenu();
