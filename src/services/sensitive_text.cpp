@@ -31,19 +31,36 @@ const QRegularExpression &patterns()
     return expression;
 }
 
+// Well-known ends of addresses, for those whose last dot was taken for a blank or for nothing. The short ones
+// end many words too.
+constexpr auto LongDomains = "example|com|org|net|edu|gov|info|dev|app|test";
+constexpr auto ShortDomains = "at|be|ch|co|de|dk|es|eu|fi|fr|io|it|me|nl|no|pl|se|uk|us";
+
 // What the same secrets look like after the usual slips of reading; applied to lines without stray blanks.
 const QRegularExpression &misreadPatterns()
 {
     static const QRegularExpression expression = compiled({
         R"([A-Z0-9._%+-]+@[A-Z0-9.-]+[.,][A-Z]{2,})",
-        R"([A-Z0-9._%+-]{2,}@[A-Z0-9-]{3,} [A-Z]{2,}$)", // the dot taken for a blank
-        R"(\b[s5][kx][-_.][A-Z0-9_.-]{16,})",
+        QStringLiteral(R"([A-Z0-9._%+-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(LongDomains),
+        QStringLiteral(R"((?=[A-Z]*[0-9._%+-])[A-Z0-9._%+-]{3,}@[A-Z0-9-]{3,} ?(?:%1)\b(?![:~-]))")
+            .arg(ShortDomains),
+        R"(\b[s5]{1,2}[kx][-_.][A-Z0-9_.-]{16,})",
         R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
-        R"([g9]h[pousr0]_?[A-Z0-9]{20,})",
-        R"(\b[A4]K[I1L|][A4][0-9A-Z|]{15,17}\b)",
-        R"(\b[xX][oO0][xX][abprs8]-?[A-Z0-9-]{10,})",
-        R"(\b[e6]y[JI1][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,})",
-        R"(\b[A-Z0-9_-]{30,}\b)",
+        R"(\b[s5pr]k[-_ ]?(?:live|test|proj)[-_ ][A-Z0-9_-]{12,})",
+        R"(\bgh[pousr]_[A-Z0-9]{18,})",
+        R"(\b[A4]K[I1LT|][A4][0-9A-Z|)\]]{15,17})",
+        R"(\bx[o0]x[abprs8]-?[A-Z0-9-]{10,})",
+        R"(\b[e6]y[JI1Lj)\]}][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,}(?:\.[A-Z0-9_-]+)?)",
+    });
+    return expression;
+}
+
+// Keys that lost the sign after their prefix, or some of the letters; words begin so too.
+const QRegularExpression &shortenedPatterns()
+{
+    static const QRegularExpression expression = compiled({
+        R"(\b[s5pr]k[-_]?[A-Z0-9_-]{14,})",
+        R"(\b[g9]h[pousr0][A-Z0-9]{18,})",
     });
     return expression;
 }
@@ -56,48 +73,6 @@ QList<Match> found(const QRegularExpression &expression, const QString &text)
         list.append({match.capturedStart(), match.capturedLength()});
     }
     return list;
-}
-
-// Signs that stand for another in the midst of a secret; one for one, so that places stay.
-QString plainSigns(QString line)
-{
-    for (QChar &sign : line) {
-        switch (sign.unicode()) {
-        case u'\u2010':
-        case u'\u2011':
-        case u'\u2012':
-        case u'\u2013':
-        case u'\u2014':
-        case u'\u2212':
-            sign = '-';
-            break;
-        case u'©':
-        case u'®':
-            sign = '@';
-            break;
-        case u'£':
-            sign = 'f';
-            break;
-        case u'¢':
-            sign = 'c';
-            break;
-        case u'€':
-            sign = 'e';
-            break;
-        case u'§':
-            sign = 's';
-            break;
-        case u'°':
-            sign = '0';
-            break;
-        case u'|':
-            sign = 'l';
-            break;
-        default:
-            break;
-        }
-    }
-    return line;
 }
 
 // Letters that are read for digits become digits in words that are mostly made of digits.
@@ -126,61 +101,179 @@ bool isKeySign(QChar c)
     return c.unicode() < 128 && (c.isLetterOrNumber() || c == '_' || c == '-');
 }
 
-// No word of a language: letters and digits in one, or capitals after small letters.
-bool looksOpaque(QStringView word)
+// What a run of letters and digits is made of.
+struct Mixture {
+    int letters = 0;
+    int digits = 0;
+    int pairs = 0; // of neighbours without a hyphen or underscore between
+    int turns = 0; // pairs that go from one kind of sign to another
+    bool hasSmall = false;
+    bool isHex = true;
+};
+
+Mixture mixtureOf(QStringView run)
 {
-    bool letter = false;
-    bool digit = false;
-    int turns = 0;
-    for (qsizetype i = 0; i < word.size(); ++i) {
-        letter |= word[i].isLetter();
-        digit |= word[i].isDigit();
-        turns += i > 0 && word[i].isUpper() && word[i - 1].isLower();
+    Mixture mixture;
+    for (qsizetype i = 0; i < run.size(); ++i) {
+        const QChar c = run[i];
+        mixture.letters += c.isLetter();
+        mixture.digits += c.isDigit();
+        mixture.hasSmall |= c.isLower();
+        mixture.isHex &= c == '-' || QStringView(u"0123456789abcdefABCDEF").contains(c);
+        if (i == 0 || !c.isLetterOrNumber() || !run[i - 1].isLetterOrNumber())
+            continue;
+        ++mixture.pairs;
+        const QChar last = run[i - 1];
+        // A capital before small letters is the usual hump of a name, unless it follows another.
+        const bool isHump = last.isUpper() && c.isLower() && (i == 1 || !run[i - 2].isUpper());
+        mixture.turns += (c.isDigit() != last.isDigit() || c.isUpper() != last.isUpper()) && !isHump;
     }
-    return (letter && digit && word.size() >= 5) || turns >= 2 || (digit && word.size() >= 8);
+    return mixture;
+}
+
+template <typename Accept>
+QStringView stretchAfter(const QString &line, qsizetype from, Accept accept)
+{
+    qsizetype end = from;
+    while (end < line.size() && accept(line[end]))
+        ++end;
+    return QStringView(line).sliced(from, end - from);
+}
+
+template <typename Accept>
+QStringView stretchBefore(const QString &line, qsizetype to, Accept accept)
+{
+    qsizetype from = to;
+    while (from > 0 && accept(line[from - 1]))
+        --from;
+    return QStringView(line).sliced(from, to - from);
+}
+
+// Brackets and strokes that were read for a letter, mostly a J, in the midst of a key become one.
+QString lettersForBrackets(QString line)
+{
+    for (qsizetype i = 1; i + 1 < line.size(); ++i) {
+        const bool closes = QStringView(u")]}").contains(line[i]);
+        if (!closes && !QStringView(u"([{!/").contains(line[i]))
+            continue;
+        const QStringView before = stretchBefore(line, i, isKeySign);
+        const QStringView after = stretchAfter(line, i + 1, isKeySign);
+        const bool isWebToken = closes && before.compare(u"ey", Qt::CaseInsensitive) == 0;
+        const bool isInKey = beginsLikeAKey(before) && mayBeJumbled(after);
+        // Names are called with arguments, and nothing follows a bracket that closes.
+        const bool isInRun = closes ? before.size() >= 3 && after.size() >= 3 &&
+                                          isJumbled(before.toString() + after.toString())
+                                    : line[i] != '/' && isJumbled(before) && isJumbled(after);
+        if (isWebToken || isInKey || isInRun)
+            line[i] = u'J';
+    }
+    return line;
 }
 
 struct Joined {
     QString text;
     QList<qsizetype> places; // of each code unit in the line
+
+    bool endsInBlank(qsizetype before) const
+    {
+        return text.size() > before && text[text.size() - 1 - before] == ' ';
+    }
 };
 
 // The line without the blanks that a reader puts into addresses and keys: beside an @, after a dot or
-// underscore before an address, and between two stretches that are no words.
+// underscore before an address, and between stretches of a key.
 Joined withoutStrayBlanks(const QString &line)
 {
-    const auto stretch = [&line](qsizetype from, int step) {
-        qsizetype end = from;
-        while (end >= 0 && end < line.size() && (isKeySign(line[end]) || line[end] == '.'))
-            end += step;
-        return step > 0 ? QStringView(line).mid(from, end - from)
-                        : QStringView(line).mid(end + 1, from - end);
-    };
+    constexpr qsizetype Crumb = 2; // signs that stand alone in the midst of a key
+    const auto isPart = [](QChar c) { return isKeySign(c) || c == '.'; };
     Joined joined;
     for (qsizetype i = 0; i < line.size(); ++i) {
         if (line[i] == ' ' && i > 0 && i + 1 < line.size()) {
-            const QStringView before = stretch(i - 1, -1);
-            const QStringView after = stretch(i + 1, 1);
+            // With what was joined to it already.
+            const QStringView before = stretchBefore(joined.text, joined.text.size(), isPart);
+            const QStringView after = stretchAfter(line, i + 1, isPart);
+            const qsizetype end = i + 1 + after.size();
             const bool besideAt = line[i - 1] == '@' || line[i + 1] == '@';
-            const bool mail = !after.isEmpty() && i + 1 + after.size() < line.size() &&
-                              line[i + 1 + after.size()] == '@' &&
-                              (before.endsWith('.') || before.endsWith('_'));
-            const qsizetype at = i - 1 - before.size();
-            const bool domain = at >= 0 && line[at] == '@' && !after.isEmpty() &&
+            const bool mail = !after.isEmpty() && end < line.size() && line[end] == '@' &&
+                              (before.endsWith('.') || before.endsWith('_') || after.startsWith('_'));
+            const bool domain = !after.isEmpty() && joined.text.chopped(before.size()).endsWith('@') &&
                                 (before.endsWith('.') || after.startsWith('.'));
-            const bool key = looksOpaque(before) && looksOpaque(after);
-            const bool prefix = QRegularExpression(R"(^(?:[spr]k|gh[pousr]|xox[abprs]|eyJ?|AKIA)[-_]?$)",
-                                                   QRegularExpression::CaseInsensitiveOption)
-                                    .match(before)
-                                    .hasMatch() &&
-                                looksOpaque(after);
-            if (besideAt || mail || domain || key || prefix)
+            const auto isCrumb = [](QStringView text) { return !text.isEmpty() && text.size() <= Crumb; };
+            const bool typed = beginsLikeAKey(before);
+            const bool ofKey =
+                typed || isJumbled(before) ||
+                (isCrumb(before) && joined.endsInBlank(before.size()) &&
+                 isJumbled(stretchBefore(joined.text, joined.text.size() - before.size() - 1, isPart)));
+            const bool goesOn = isJumbled(after) || (typed && mayBeJumbled(after)) ||
+                                (isCrumb(after) && end + 1 < line.size() && line[end] == ' ' &&
+                                 mayBeJumbled(stretchAfter(line, end + 1, isPart)));
+            if (besideAt || mail || domain || (ofKey && goesOn))
                 continue;
         }
         joined.text += line[i];
         joined.places.append(i);
     }
     return joined;
+}
+
+} // namespace
+
+bool beginsLikeAKey(QStringView stretch)
+{
+    static const QRegularExpression prefix(R"(^(?:[spr]k[-_]|gh[pousr]_|xox[abprs]-|eyJ|AKIA))",
+                                           QRegularExpression::CaseInsensitiveOption);
+    return prefix.match(stretch).hasMatch();
+}
+
+bool isJumbled(QStringView run)
+{
+    constexpr qsizetype Fewest = 4; // signs; less is too little to tell
+    const Mixture mixture = mixtureOf(run);
+    if (mixture.letters + mixture.digits < Fewest)
+        return false;
+    const bool isMixed = mixture.letters > 0 && mixture.digits > 0;
+    // In names, capitals and numbers come once in four letters and more.
+    return (mixture.turns >= 2 && 20 * mixture.turns >= 7 * mixture.pairs) ||
+           (isMixed && mixture.isHex && mixture.letters + mixture.digits >= 6) ||
+           (isMixed && !mixture.hasSmall && mixture.turns >= 2);
+}
+
+QChar plainSign(QChar sign)
+{
+    switch (sign.unicode()) {
+    case u'\u2010':
+    case u'\u2011':
+    case u'\u2012':
+    case u'\u2013':
+    case u'\u2014':
+    case u'\u2212':
+        return u'-';
+    case u'©':
+    case u'®':
+        return u'@';
+    case u'£':
+        return u'f';
+    case u'¢':
+        return u'c';
+    case u'€':
+        return u'e';
+    case u'§':
+        return u's';
+    case u'¥':
+        return u'Y';
+    case u'°':
+        return u'0';
+    case u'|':
+        return u'l';
+    default: // an accent is a stroke of the letter, as a 6 may be read for an é
+        return sign.decompositionTag() == QChar::Canonical ? sign.decomposition().front() : sign;
+    }
+}
+
+QString plainSigns(QString line)
+{
+    std::ranges::transform(line, line.begin(), plainSign);
+    return lettersForBrackets(line);
 }
 
 QList<Match> merged(QList<Match> all)
@@ -196,7 +289,11 @@ QList<Match> merged(QList<Match> all)
     return apart;
 }
 
-} // namespace
+bool mayBeJumbled(QStringView run)
+{
+    const Mixture mixture = mixtureOf(run);
+    return mixture.turns >= 2 || (mixture.letters > 0 && mixture.digits > 0);
+}
 
 QList<Match> matches(const QString &line)
 {
@@ -210,8 +307,11 @@ QList<Match> matchesInReadLine(const QString &line)
     all += matches(plain);
     all += matches(digitsForLetters(plain));
     const Joined joined = withoutStrayBlanks(plain);
-    for (const auto *expression : {&patterns(), &misreadPatterns()}) {
+    for (const auto *expression : {&patterns(), &misreadPatterns(), &shortenedPatterns()}) {
         for (const Match &match : found(*expression, joined.text)) {
+            if (expression == &shortenedPatterns() &&
+                !isJumbled(QStringView(joined.text).sliced(match.start, match.length)))
+                continue;
             const qsizetype first = joined.places[match.start];
             all.append({first, joined.places[match.end() - 1] + 1 - first});
         }

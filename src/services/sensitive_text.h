@@ -22,4 +22,20 @@ QList<Match> matches(const QString &line);
 // longer, and what it would have found had the line been read rightly. Matches don't overlap.
 QList<Match> matchesInReadLine(const QString &line);
 
+// The sign that another is taken for when a secret is read, a hyphen for a dash or an @ for ©; most signs are
+// themselves. One for one, so that places stay.
+QChar plainSign(QChar sign);
+QString plainSigns(QString line);
+
+// The same stretches from left to right, those that overlap as one.
+QList<Match> merged(QList<Match> matches);
+
+// Whether a stretch begins as the keys and tokens of services do.
+bool beginsLikeAKey(QStringView stretch);
+// Whether a run of letters, digits, hyphens and underscores looks like a key or a part of one rather than a
+// word, a name or a number: it goes back and forth between small letters, capitals and digits.
+bool isJumbled(QStringView run);
+// Whether it could be a part of a key, judged by less: a name of several words in one can be, too.
+bool mayBeJumbled(QStringView run);
+
 } // namespace SensitiveText

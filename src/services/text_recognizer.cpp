@@ -1,14 +1,22 @@
 #include "services/text_recognizer.h"
 
 #include "platform/face_engine.h"
-#include "services/sensitive_text.h"
+#include "services/sensitive_lines.h"
 
 #include <QLocale>
 
 namespace {
 
-// What a letter's box may lack of its ink, in pixels.
-constexpr double LetterBoxError = 2;
+// Wide enough to hide the letters: a letter's box may lack some pixels of its ink, and some fonts reach
+// farther up and down than the usual ones whose lines the boxes stand for.
+QRectF padded(const QRectF &box, QSize imageSize)
+{
+    constexpr double LetterBoxError = 2;
+    const double height = box.height() * imageSize.height();
+    const double dx = std::max(LetterBoxError, height / 12) / std::max(imageSize.width(), 1);
+    const double dy = std::max(LetterBoxError, height / 10) / std::max(imageSize.height(), 1);
+    return box.adjusted(-dx, -dy, dx, dy);
+}
 
 template <typename From, typename Function>
 auto mapped(QFuture<Result<From>> future, Function function)
@@ -35,18 +43,17 @@ QString textOf(const QList<RecognizedLine> &lines)
 QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes which, QSize imageSize)
 {
     QList<QRectF> boxes;
-    const double dx = LetterBoxError / std::max(imageSize.width(), 1);
-    const double dy = LetterBoxError / std::max(imageSize.height(), 1);
-    for (const RecognizedLine &line : lines) {
-        switch (which) {
-        case TextRecognizer::Boxes::AllText:
+    switch (which) {
+    case TextRecognizer::Boxes::AllText:
+        for (const RecognizedLine &line : lines)
             boxes.append(line.box);
-            break;
-        case TextRecognizer::Boxes::Sensitive:
-            for (const auto &match : SensitiveText::matchesInReadLine(line.text))
-                boxes.append(line.boxOf(match.start, match.length).adjusted(-dx, -dy, dx, dy));
-            break;
-        }
+        break;
+    case TextRecognizer::Boxes::Sensitive:
+        const auto matches = SensitiveText::matchesInReadLines(lines);
+        for (qsizetype i = 0; i < lines.size(); ++i)
+            for (const auto &match : matches[i])
+                boxes.append(padded(lines[i].boxOf(match.start, match.length), imageSize));
+        break;
     }
     return boxes;
 }
