@@ -212,6 +212,32 @@ void frames(EditorStage &stage, QSize size)
     QTest::qWait(100);
 }
 
+// Everything outside of the first spotlight darkens at once, objects and all.
+void firstSpotlight(EditorStage &stage, QSize size)
+{
+    auto editor = stage.open(page(size));
+    editor->document().setAnnotations(mixedObjects(100, size));
+    editor->show();
+    editor->window().resize(QGuiApplication::primaryScreen()->availableSize() * 0.95);
+    QTest::qWait(600);
+    Hand hand(*editor);
+    Figures first, later;
+    for (int i = 0; i < 12; ++i) {
+        editor->document().setSelectedID({});
+        editor->document().setTool(ToolKind::Spotlight);
+        QTest::qWait(100);
+        const Figures stroke = hand.stroke(path(hand.at({300, 300}), hand.at({1200, 900}), 20));
+        first.values.append(stroke.values.first());
+        later.values.append(stroke.values.mid(1));
+        editor->document().undo();
+        QTest::qWait(50);
+    }
+    first.print("  first frame of the first spotlight");
+    later.print("  its later frames");
+    editor->window().close();
+    QTest::qWait(100);
+}
+
 void save(EditorStage &stage, const QString &path, QSize size)
 {
     Figures total, stall;
@@ -289,9 +315,14 @@ int main(int argc, char **argv)
         memory(stage, hd, application.arguments().value(2).toInt());
         return 0;
     }
+    if (application.arguments().value(1) == "spotlight") {
+        firstSpotlight(stage, {3840, 2160});
+        return 0;
+    }
     openToFirstFrame(stage, hd, "openEditor to the first painted frame, 1080p");
     openToFirstFrame(stage, uhd, "openEditor to the first painted frame, 4K");
     frames(stage, {3840, 2160});
+    firstSpotlight(stage, {3840, 2160});
     save(stage, uhd, {3840, 2160});
     return 0;
 }

@@ -36,11 +36,14 @@ QPen dashed(const QColor &color, double width, double on, double off)
     return pen;
 }
 
+bool isSpotlight(const Annotation &annotation)
+{
+    return annotation.kind == ToolKind::Spotlight;
+}
+
 bool dims(const QList<Annotation> &objects)
 {
-    return std::any_of(objects.begin(), objects.end(), [](const Annotation &a) {
-        return a.kind == ToolKind::Spotlight && !a.rect().isEmpty();
-    });
+    return std::any_of(objects.begin(), objects.end(), isSpotlight);
 }
 
 bool sameStage(const CanvasPainter::Scene &a, const CanvasPainter::Scene &b)
@@ -65,6 +68,43 @@ QString bandLabel(const CanvasPainter::Scene &scene)
     return {};
 }
 
+// Draws the objects anew over the stage, in one part of the layer. Callable from any thread.
+void drawObjects(QImage &layer, const QImage &stage, const CanvasPainter::Scene &scene, const QRect &rect)
+{
+    const Effects &effects = scene.effects;
+    const QTransform toView = scene.imageToView();
+    const QRectF image(scene.base.rect());
+    const double s = scene.viewport.scale();
+
+    QPainter painter(&layer);
+    painter.setClipRect(rect);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPointF(), stage);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.save();
+    const QRectF frame = toView.mapRect(image);
+    const double radius = effects.rounded || effects.backdrop ? cornerRadius * s : 0;
+    if (radius > 0) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath clip;
+        clip.addRoundedRect(frame, radius, radius);
+        painter.setClipPath(clip, Qt::IntersectClip);
+    } else {
+        painter.setClipRect(frame, Qt::IntersectClip);
+    }
+    painter.setTransform(toView, true);
+    Renderer::drawSpotlights(image.size(), scene.objects, painter);
+    for (const Annotation &annotation : scene.objects)
+        Renderer::drawObject(annotation, scene.base, scene.pixelated, painter);
+    painter.restore();
+
+    if (effects.border) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(effects.borderColor, borderWidth * s, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+        painter.drawRoundedRect(frame, radius, radius);
+    }
+}
+
 } // namespace
 
 CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
@@ -83,9 +123,12 @@ CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
     if ((scene.draft && isBlur(*scene.draft)) ||
         std::any_of(scene.objects.begin(), scene.objects.end(), isBlur))
         scene.pixelated = document.pixelated();
-    // Dimming lies under all objects, also while it is being drawn.
-    if (scene.draft && scene.draft->kind == ToolKind::Spotlight)
-        scene.objects.append(*std::exchange(scene.draft, std::nullopt));
+    // Dimming lies under all objects, also while it is being drawn. A press alone dims nothing yet.
+    if (scene.draft && isSpotlight(*scene.draft)) {
+        const Annotation spotlight = *std::exchange(scene.draft, std::nullopt);
+        if (!spotlight.rect().isEmpty())
+            scene.objects.append(spotlight);
+    }
     scene.selected = document.selected();
     if (scene.selected && scene.selected->id == edited)
         scene.selected.reset();
@@ -96,9 +139,9 @@ CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
 }
 
 // Whole device pixels, so that a picture at 100 percent is not smeared over two.
-QTransform CanvasPainter::imageToView() const
+QTransform CanvasPainter::Scene::imageToView() const
 {
-    const CanvasViewport &view = m_scene.viewport;
+    const CanvasViewport &view = viewport;
     const QPointF origin = view.origin();
     const auto snapped = [&view](double value) { return std::round(value * view.backing) / view.backing; };
     const double scale = view.scale();
@@ -107,7 +150,7 @@ QTransform CanvasPainter::imageToView() const
 
 QRectF CanvasPainter::painted(const Annotation &annotation) const
 {
-    return outset(imageToView().mapRect(Renderer::paintedRect(annotation)), 2);
+    return outset(m_scene.imageToView().mapRect(Renderer::paintedRect(annotation)), 2);
 }
 
 QRegion CanvasPainter::update(const Scene &scene)
@@ -119,6 +162,14 @@ QRegion CanvasPainter::update(const Scene &scene)
     if (!stageStays) {
         renderStage();
         renderObjects(whole);
+        return whole;
+    }
+    if (!dims(before) && dims(scene.objects) && m_ahead && m_ahead->fits(scene)) {
+        m_layer = std::exchange(m_ahead, std::nullopt)->layer;
+        for (const Annotation &annotation : scene.objects) {
+            if (isSpotlight(annotation))
+                renderObjects(painted(annotation).toAlignedRect() & whole);
+        }
         return whole;
     }
     const QRegion changed = changedObjects(before, scene.objects) & whole;
@@ -188,7 +239,7 @@ QRegion CanvasPainter::overlayRegion() const
         QRectF rect = m_scene.selected->bounds();
         for (const auto &[handle, point] : m_scene.selected->handles())
             rect |= QRectF(point, QSizeF(0.01, 0.01));
-        region |= outset(imageToView().mapRect(rect), chromeReach).toAlignedRect();
+        region |= outset(m_scene.imageToView().mapRect(rect), chromeReach).toAlignedRect();
     }
     if (m_scene.band) // the crop band darkens all around it; labels hang below
         region |= QRect(QPoint(), m_scene.viewport.view.toSize());
@@ -211,7 +262,7 @@ void CanvasPainter::renderStage()
 
 void CanvasPainter::drawStage(QPainter &painter)
 {
-    const QTransform toView = imageToView();
+    const QTransform toView = m_scene.imageToView();
     const double s = m_scene.viewport.scale();
     const Effects &effects = m_scene.effects;
     painter.fillRect(QRectF(QPointF(), m_scene.viewport.view), Theme::canvasSurround());
@@ -247,7 +298,7 @@ void CanvasPainter::drawBase(QPainter &painter)
 {
     const CanvasViewport &view = m_scene.viewport;
     const double zoom = view.displayZoom();
-    const QRectF frame = imageToView().mapRect(QRectF(m_scene.base.rect()));
+    const QRectF frame = m_scene.imageToView().mapRect(QRectF(m_scene.base.rect()));
     if (zoom >= 1) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom > 1 && zoom <= sharpAbove);
         painter.drawImage(frame, m_scene.base);
@@ -277,51 +328,43 @@ void CanvasPainter::renderObjects(const QRegion &region)
     m_layer.setDevicePixelRatio(m_stage.devicePixelRatio());
     // Rectangle by rectangle, so that nothing is drawn for the room between them.
     if (region.rectCount() > mostRects)
-        return renderObjectsIn(region.boundingRect());
+        return drawObjects(m_layer, m_stage, m_scene, region.boundingRect());
     for (const QRect &rect : region)
-        renderObjectsIn(rect);
+        drawObjects(m_layer, m_stage, m_scene, rect);
 }
 
-void CanvasPainter::renderObjectsIn(const QRect &rect)
+// MARK: Ahead
+
+bool CanvasPainter::Dimmed::fits(const Scene &now) const
 {
-    const Effects &effects = m_scene.effects;
-    const QTransform toView = imageToView();
-    const QRectF image(m_scene.base.rect());
-    const double s = m_scene.viewport.scale();
+    QList<Annotation> objects = now.objects;
+    objects.removeIf(isSpotlight);
+    return sameStage(scene, now) && scene.objects == objects;
+}
 
-    QPainter painter(&m_layer);
-    painter.setClipRect(rect);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(QPointF(), m_stage);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.save();
-    const QRectF frame = toView.mapRect(image);
-    const double radius = effects.rounded || effects.backdrop ? cornerRadius * s : 0;
-    if (radius > 0) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        QPainterPath clip;
-        clip.addRoundedRect(frame, radius, radius);
-        painter.setClipPath(clip, Qt::IntersectClip);
-    } else {
-        painter.setClipRect(frame, Qt::IntersectClip);
-    }
-    painter.setTransform(toView, true);
-    Renderer::drawSpotlights(image.size(), m_scene.objects, painter);
-    for (const Annotation &annotation : m_scene.objects)
-        Renderer::drawObject(annotation, m_scene.base, m_scene.pixelated, painter);
-    painter.restore();
+void CanvasPainter::Dimmed::draw()
+{
+    Scene all = scene;
+    Annotation closed; // a hole of no size
+    closed.kind = ToolKind::Spotlight;
+    all.objects.append(closed);
+    layer = stage;
+    drawObjects(layer, stage, all, QRect(QPoint(), scene.viewport.view.toSize()));
+}
 
-    if (effects.border) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(effects.borderColor, borderWidth * s, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-        painter.drawRoundedRect(frame, radius, radius);
-    }
+std::optional<CanvasPainter::Dimmed> CanvasPainter::dimmedAhead() const
+{
+    if (m_stage.isNull() || m_scene.objects.isEmpty() || dims(m_scene.objects) ||
+        (m_ahead && m_ahead->fits(m_scene)))
+        return std::nullopt;
+    return Dimmed{m_scene, m_stage, {}};
 }
 
 void CanvasPainter::releaseCaches()
 {
     m_stage = QImage();
     m_scaled = QImage();
+    m_ahead.reset();
     m_scene.pixelated = QImage();
 }
 
@@ -333,8 +376,8 @@ void CanvasPainter::paint(QPainter &painter) const
     painter.setRenderHint(QPainter::Antialiasing);
     if (m_scene.draft) {
         painter.save();
-        painter.setClipRect(imageToView().mapRect(QRectF(m_scene.base.rect())), Qt::IntersectClip);
-        painter.setTransform(imageToView(), true);
+        painter.setClipRect(m_scene.imageToView().mapRect(QRectF(m_scene.base.rect())), Qt::IntersectClip);
+        painter.setTransform(m_scene.imageToView(), true);
         Renderer::drawObject(*m_scene.draft, m_scene.base, m_scene.pixelated, painter);
         painter.restore();
     }
@@ -348,7 +391,7 @@ void CanvasPainter::paint(QPainter &painter) const
 
 void CanvasPainter::drawBand(QPainter &painter) const
 {
-    const QRectF band = imageToView().mapRect(*m_scene.band);
+    const QRectF band = m_scene.imageToView().mapRect(*m_scene.band);
     switch (m_scene.bandKind) {
     case CanvasInteraction::BandKind::TextArea: {
         QColor fill = systemBlue;
@@ -359,7 +402,7 @@ void CanvasPainter::drawBand(QPainter &painter) const
     case CanvasInteraction::BandKind::Crop: {
         QPainterPath outside;
         outside.setFillRule(Qt::OddEvenFill);
-        outside.addRect(imageToView().mapRect(QRectF(m_scene.base.rect())));
+        outside.addRect(m_scene.imageToView().mapRect(QRectF(m_scene.base.rect())));
         outside.addRect(band);
         painter.fillPath(outside, QColor::fromRgbF(0, 0, 0, 0.55f));
         break;
@@ -375,7 +418,7 @@ void CanvasPainter::drawBand(QPainter &painter) const
 
 void CanvasPainter::drawBandOutline(QPainter &painter) const
 {
-    const QRectF band = imageToView().mapRect(*m_scene.band);
+    const QRectF band = m_scene.imageToView().mapRect(*m_scene.band);
     const bool crop = m_scene.bandKind == CanvasInteraction::BandKind::Crop;
     painter.setPen(crop ? QPen(Qt::white, chromeWidth) : dashed(systemRed, chromeWidth, 6, 4));
     painter.setBrush(Qt::NoBrush);
@@ -402,7 +445,7 @@ void CanvasPainter::drawLabel(QPainter &painter, const QPointF &topLeft, const Q
 
 void CanvasPainter::drawSelection(QPainter &painter) const
 {
-    const QTransform toView = imageToView();
+    const QTransform toView = m_scene.imageToView();
     const QColor accent = brandColor();
     painter.setBrush(Qt::NoBrush);
     painter.setPen(dashed(accent, chromeWidth, 4, 3));

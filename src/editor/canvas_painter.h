@@ -33,24 +33,37 @@ public:
         bool cutsColumns = false;
 
         static Scene of(const EditorDocument &document, const CanvasInteraction &interaction);
+        QTransform imageToView() const;
+    };
+    // The canvas dimmed as a whole, objects and all: what the first spotlight shows around its hole.
+    struct Dimmed {
+        Scene scene; // as it was when this was asked for
+        QImage stage;
+        QImage layer;
+
+        // Takes longer than a frame; callable from any thread.
+        void draw();
+        bool fits(const Scene &now) const;
     };
 
     // Takes the scene over and tells what part of the view has to be painted, in points.
     QRegion update(const Scene &scene);
     // Within the painter's clip.
     void paint(QPainter &painter) const;
+    // The first spotlight changes every pixel at once. Where that has been drawn ahead, its first frame is as
+    // quick as all others. Nothing when there is nothing to prepare, or it is prepared already.
+    std::optional<Dimmed> dimmedAhead() const;
+    void keepAhead(std::optional<Dimmed> drawn) { m_ahead = std::move(drawn); }
     // Gives back what only the next change needs, which then takes a little longer.
     void releaseCaches();
 
 private:
     void renderStage();
     void renderObjects(const QRegion &region); // points
-    void renderObjectsIn(const QRect &rect);
     QRegion changedObjects(const QList<Annotation> &before, const QList<Annotation> &after) const;
     QRegion changedHole(const Annotation *before, const Annotation *after) const;
     QRegion overlayRegion() const;
     QRectF painted(const Annotation &annotation) const; // view coordinates
-    QTransform imageToView() const;
     void drawStage(QPainter &painter);
     void drawBase(QPainter &painter);
     void drawBand(QPainter &painter) const;
@@ -63,4 +76,5 @@ private:
     QImage m_layer;  // the same with all objects
     QImage m_scaled; // the picture reduced to its size in the view
     qint64 m_scaledKey = 0;
+    std::optional<Dimmed> m_ahead;
 };

@@ -122,6 +122,29 @@ void CanvasView::synchronize()
             m_textField->setLook(*look);
     }
     reportZoom();
+    drawAhead();
+}
+
+// While the user moves to where the first spotlight will be.
+void CanvasView::drawAhead()
+{
+    if (m_document.tool() != ToolKind::Spotlight)
+        return m_painter.keepAhead({});
+    if (m_isDrawingAhead)
+        return;
+    auto dimmed = m_painter.dimmedAhead();
+    if (!dimmed)
+        return;
+    m_isDrawingAhead = true;
+    const auto drawn = runInBackground([dimmed = std::move(*dimmed)]() mutable {
+        dimmed.draw();
+        return std::move(dimmed);
+    });
+    whenDone(drawn, this, [this](CanvasPainter::Dimmed done) {
+        m_isDrawingAhead = false;
+        m_painter.keepAhead(std::move(done));
+        drawAhead(); // what has changed meanwhile
+    });
 }
 
 void CanvasView::reportZoom()
@@ -164,6 +187,9 @@ bool CanvasView::event(QEvent *event)
         }
         break;
     }
+    case QEvent::WindowActivate:
+        drawAhead();
+        break;
     case QEvent::WindowDeactivate:
         // Any number of editors may stand open; those that nobody works in keep only what they show.
         m_painter.releaseCaches();

@@ -67,6 +67,7 @@ private:
 
     void synchronize();
     void reportZoom();
+    void drawAhead();
     void press(QMouseEvent *event, int clickCount);
 
     EditorDocument &m_document;
@@ -76,4 +77,5 @@ private:
     CanvasPainter m_painter;
     QPointer<InlineTextField> m_textField;
     bool m_isStale = true;
+    bool m_isDrawingAhead = false;
 };

@@ -164,3 +164,45 @@ TEST_F(CanvasPainterTest, GoesOnAfterItsCachesWereGivenBack)
     fresh.update(scene());
     EXPECT_LE(difference(shown(painter, scene()), shown(fresh, scene())), 3);
 }
+
+TEST_F(CanvasPainterTest, TheFirstSpotlightLooksTheSameWhenItsDimmingWasDrawnAhead)
+{
+    addBox({100, 100, 80, 60});
+    document.setSelectedID({});
+    const auto ahead = [](CanvasPainter &painter) {
+        auto dimmed = painter.dimmedAhead();
+        if (dimmed)
+            dimmed->draw();
+        return dimmed;
+    };
+    CanvasPainter painter;
+    painter.update(scene());
+    painter.keepAhead(ahead(painter));
+    EXPECT_FALSE(painter.dimmedAhead()) << "at hand already";
+
+    use(ToolKind::Spotlight);
+    press(200, 200);
+    painter.update(scene());
+    EXPECT_EQ(pixel(shown(painter, scene()), 200, 200), QColor(Qt::white)) << "a press alone dims nothing";
+    drag(500, 400);
+    painter.update(scene());
+    CanvasPainter fresh;
+    fresh.update(scene());
+    EXPECT_LE(difference(shown(painter, scene()), shown(fresh, scene())), 3);
+
+    // What was drawn for other objects doesn't serve.
+    canvas.release(at(500, 400));
+    document.undo();
+    CanvasPainter late;
+    late.update(scene());
+    auto stale = ahead(late);
+    addBox({300, 300, 80, 60});
+    late.update(scene());
+    late.keepAhead(stale);
+    press(200, 200);
+    drag(500, 400);
+    late.update(scene());
+    CanvasPainter anew;
+    anew.update(scene());
+    EXPECT_LE(difference(shown(late, scene()), shown(anew, scene())), 3);
+}
