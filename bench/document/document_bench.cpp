@@ -6,7 +6,6 @@
 #include "mixed_objects.h"
 
 #include "document/editor_document.h"
-#include "document/layer_cache.h"
 #include "document/renderer.h"
 
 #include <QGuiApplication>
@@ -97,45 +96,6 @@ static void OneObject(benchmark::State &state)
     state.SetLabel(Tools::rawValue(object.kind).toStdString());
 }
 BENCHMARK(OneObject)->DenseRange(0, 14)->Unit(benchmark::kMicrosecond);
-
-static void PrepareLayers(benchmark::State &state)
-{
-    const EditorDocument document(source());
-    const LayerCache::Scene scene{document.base(), document.pixelated(), document.annotations()};
-    LayerCache cache;
-    for (auto _ : state)
-        cache.prepare(scene, QTransform(), size4K, scene.annotations[50].id);
-}
-BENCHMARK(PrepareLayers)->Unit(benchmark::kMillisecond);
-
-// Each of the hundred objects dragged for 40 steps at full size; reports the median and the 99th percentile
-// of a step.
-static void DragStep(benchmark::State &state)
-{
-    const EditorDocument document(source());
-    const LayerCache::Scene scene{document.base(), document.pixelated(), document.annotations()};
-    std::vector<double> steps;
-    for (auto _ : state) {
-        for (const Annotation &original : scene.annotations) {
-            LayerCache cache;
-            cache.prepare(scene, QTransform(), size4K, original.id);
-            for (int step = 1; step <= 40; ++step) {
-                Annotation moved = original;
-                moved.offset(step * 3, step * 2);
-                const auto begin = std::chrono::steady_clock::now();
-                benchmark::DoNotOptimize(cache.update(moved));
-                steps.push_back(
-                    std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
-                        .count());
-            }
-        }
-    }
-    std::sort(steps.begin(), steps.end());
-    state.counters["median_ms"] = steps[steps.size() / 2];
-    state.counters["p99_ms"] = steps[steps.size() * 99 / 100];
-    state.counters["worst_ms"] = steps.back();
-}
-BENCHMARK(DragStep)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 static void Snapshot(benchmark::State &state)
 {

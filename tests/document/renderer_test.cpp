@@ -1,6 +1,5 @@
 #include "document/renderer.h"
 
-#include "document/layer_cache.h"
 #include "document/shapes.h"
 #include "pixels.h"
 
@@ -278,61 +277,4 @@ TEST(Renderer, SurvivesBrokenNumbersInReasonableTime)
     const QImage picture = drawn(base, objects);
     EXPECT_EQ(picture.size(), base.size());
     EXPECT_LT(timer.elapsed(), 20000); // no loop over a number from the file
-}
-
-TEST(LayerCache, ShowsWhatTheRendererDrawsAfterEveryStep)
-{
-    // The edges of letters on a ground that shines through are blended by its brightness.
-    constexpr int lettersApart = 16;
-    const QSize size(260, 200);
-    QRandomGenerator random(21);
-    for (const QImage &base :
-         {pattern(size), pattern(size).convertToFormat(QImage::Format_ARGB32_Premultiplied)}) {
-        QList<Annotation> objects;
-        for (const ToolKind kind : Tools::all) {
-            objects.append(randomObject(kind, random, size));
-            if (kind == ToolKind::Highlight || kind == ToolKind::Spotlight)
-                objects.append(randomObject(kind, random, size));
-        }
-        const QImage pixelated = Renderer::pixelated(base);
-        for (qsizetype i = 0; i < objects.size(); ++i) {
-            SCOPED_TRACE(Tools::rawValue(objects[i].kind).toStdString() + " " + std::to_string(i));
-            LayerCache cache;
-            cache.prepare({base, pixelated, objects}, QTransform(), size, objects[i].id);
-            QList<Annotation> now = objects;
-            ASSERT_TRUE(looksLike(cache.picture(), Renderer::flattened(base, pixelated, now), lettersApart));
-            for (int step = 0; step < 3; ++step) {
-                now[i].offset(random.bounded(40) - 20, random.bounded(40) - 20);
-                now[i].lineWidth = 1 + random.bounded(12);
-                const QImage before = cache.picture().copy();
-                const QRect changed = cache.update(now[i]);
-                ASSERT_TRUE(
-                    looksLike(cache.picture(), Renderer::flattened(base, pixelated, now), lettersApart));
-                for (int y = 0; y < size.height(); y += 3) { // and nothing outside the named region
-                    for (int x = 0; x < size.width(); ++x) {
-                        if (!changed.contains(x, y))
-                            ASSERT_EQ(before.pixel(x, y), cache.picture().pixel(x, y));
-                    }
-                }
-            }
-        }
-    }
-}
-
-TEST(LayerCache, ShowsAScaledPartOfTheImageAndIgnoresOtherObjects)
-{
-    const QImage base = ground({400, 300}, Qt::white);
-    Annotation box = object(ToolKind::Rectangle, {100, 100}, {200, 200});
-    box.style = 2;
-    LayerCache cache;
-    cache.prepare({base, {}, {box}}, QTransform(0.5, 0, 0, 0.5, 20, -25), {200, 100}, box.id);
-    EXPECT_TRUE(hasColor(cache.picture(), {5, 50}, qRgba(0, 0, 0, 0))); // beside the image
-    EXPECT_TRUE(hasColor(cache.picture(), {30, 50}, qRgb(255, 255, 255)));
-    EXPECT_TRUE(hasColor(cache.picture(), {90, 50}, qRgb(255, 0, 0)));
-    EXPECT_TRUE(cache.update(object(ToolKind::Line, {0, 0}, {9, 9})).isEmpty());
-    box.offset(100, 0);
-    const QRect changed = cache.update(box);
-    EXPECT_TRUE(changed.contains(QRect(70, 25, 100, 50)));
-    EXPECT_TRUE(hasColor(cache.picture(), {90, 50}, qRgb(255, 255, 255), 25)); // only its shadow near by
-    EXPECT_TRUE(hasColor(cache.picture(), {150, 50}, qRgb(255, 0, 0)));
 }
