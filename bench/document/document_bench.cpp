@@ -97,6 +97,17 @@ static void OneObject(benchmark::State &state)
 }
 BENCHMARK(OneObject)->DenseRange(0, 14)->Unit(benchmark::kMicrosecond);
 
+// As a script makes them, or a project from elsewhere: the time goes with their number.
+static void ManyObjects(benchmark::State &state)
+{
+    const QImage base = page();
+    const QImage pixelated = Renderer::pixelated(base);
+    const auto objects = mixedObjects(static_cast<int>(state.range(0)), {4000, 2250}, everyKind());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Renderer::flattened(base, pixelated, objects));
+}
+BENCHMARK(ManyObjects)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->Iterations(1);
+
 static void Snapshot(benchmark::State &state)
 {
     EditorDocument document(source());
