@@ -3,6 +3,7 @@
 #include "base/colors.h"
 #include "document/cutout.h"
 #include "document/image_files.h"
+#include "document/project_save.h"
 #include "document/renderer.h"
 #include "platform/pasteboard.h"
 
@@ -39,6 +40,7 @@ EditorDocument::EditorDocument(const Source &source, QObject *parent)
 EditorDocument::Source EditorDocument::load(const QString &path, const QString &projectDirectory)
 {
     const QUrl url = QUrl::fromLocalFile(path);
+    ProjectSave::settle(path, projectDirectory);
     if (const auto contents = ProjectFile::read(projectDirectory))
         return {contents->base, contents->project.objects(), contents->project.effects(), url};
     if (const auto image = ImageFiles::read(path))

@@ -18,16 +18,6 @@ namespace {
 
 constexpr auto doneSymbol = "checkmark.circle.fill";
 
-Result<void> writeAll(const FinishedImage &finished, const QString &path,
-                      const std::optional<FileHistory> &history, const QDateTime &now)
-{
-    if (history)
-        history->saveVersion(now);
-    if (auto written = ImageFiles::write(finished.exported(), path); !written)
-        return written;
-    return history ? history->saveProject(finished.base, finished.project()) : Result<void>{};
-}
-
 } // namespace
 
 void DocumentSaving::save()
@@ -49,9 +39,12 @@ void DocumentSaving::save()
     std::optional<FileHistory> history;
     if (m_desk.isInLibrary())
         history.emplace(m_desk.ports.library, path);
-    const auto saved =
-        runInBackground([finished = FinishedImage(m_desk.document), path, history,
-                         now = m_desk.ports.clock.now()] { return writeAll(finished, path, history, now); });
+    const auto saved = runInBackground([finished = FinishedImage(m_desk.document), path, history,
+                                        now = m_desk.ports.clock.now()]() -> Result<void> {
+        if (history)
+            return history->save(finished.exported(), finished.base, finished.project(), now);
+        return ImageFiles::write(finished.exported(), path);
+    });
     // The Library outlives the window: a save that is under way ends in order although its window has been
     // closed.
     Library *library = &m_desk.ports.library;

@@ -3,6 +3,7 @@
 #include "base/atomic_file.h"
 #include "base/log.h"
 #include "document/project_file.h"
+#include "document/project_save.h"
 #include "library/library.h"
 
 #include <QDir>
@@ -56,6 +57,7 @@ void FileHistory::saveVersion(const QDateTime &now) const
 {
     if (!QFileInfo::exists(m_path))
         return;
+    ProjectSave::settle(m_path, m_projectDirectory);
     const QString name = QFileInfo(m_path).fileName();
     const QString target = m_versionsDirectory + '/' + QString::number(now.toMSecsSinceEpoch());
     bool kept = QDir().mkpath(target) && QFile::copy(m_path, target + '/' + name);
@@ -72,6 +74,13 @@ void FileHistory::saveVersion(const QDateTime &now) const
 Result<void> FileHistory::saveProject(const QImage &base, const ProjectFile &project) const
 {
     return ProjectFile::write(m_projectDirectory, base, project);
+}
+
+Result<void> FileHistory::save(const QImage &finished, const QImage &base, const ProjectFile &project,
+                               const QDateTime &now) const
+{
+    saveVersion(now);
+    return ProjectSave::write(m_path, finished, m_projectDirectory, base, project);
 }
 
 QList<LibraryVersion> FileHistory::versions() const

@@ -35,6 +35,10 @@ public:
     void saveVersion(const QDateTime &now) const;
     // Replaces the project: the picture under the objects, and the objects.
     Result<void> saveProject(const QImage &base, const ProjectFile &project) const;
+    // Keeps a version, then replaces the file by the finished picture, and its project. However this ends,
+    // file and project belong together.
+    Result<void> save(const QImage &finished, const QImage &base, const ProjectFile &project,
+                      const QDateTime &now) const;
     // Newest first. What isn't named by a number is not a version.
     QList<LibraryVersion> versions() const;
     // Puts a version in the file's place, after keeping the present state as the newest version. False when

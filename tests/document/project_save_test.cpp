@@ -1,0 +1,114 @@
+#include "document/project_save.h"
+
+#include "document/editor_document.h"
+#include "document/image_files.h"
+#include "document/project_file.h"
+#include "pixels.h"
+#include "support/temporary_folder.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+
+namespace {
+
+// A picture of one colour, and its project: the colour's name in a text object, over a base of that colour.
+class ProjectSaveTest : public testing::Test {
+protected:
+    Result<void> save(const QString &color)
+    {
+        return ProjectSave::write(path, filled(color), directory, filled(color), project(color));
+    }
+    // What an editor shows, and what the folder's other readers see.
+    QStringList state()
+    {
+        const auto opened = EditorDocument::load(path, directory);
+        return {ImageFiles::read(path)->pixelColor(0, 0).name(), opened.base.pixelColor(0, 0).name(),
+                opened.annotations.value(0).text};
+    }
+    QStringList files(const QString &folder)
+    {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+    static QImage filled(const QColor &color)
+    {
+        QImage image(4, 4, QImage::Format_RGB32);
+        image.fill(color);
+        return image;
+    }
+    static ProjectFile project(const QString &text)
+    {
+        Annotation object;
+        object.kind = ToolKind::Text;
+        object.text = text;
+        return ProjectFile::describing({object}, {});
+    }
+
+    TemporaryFolder home;
+    const QString path = home.path("shot.png"), directory = home.path("projects/shot");
+    const QString red = "#ff0000", blue = "#0000ff";
+};
+
+} // namespace
+
+TEST_F(ProjectSaveTest, ACrashAtAnyMomentLeavesAPictureWithItsOwnProject)
+{
+    // What is on the disk at each moment of a save of blue over red, by what has been done.
+    enum { Base, Description, Digest, Picture, BaseMoved, AllMoved, Moments };
+    const TemporaryFolder done;
+    ASSERT_TRUE(ImageFiles::write(filled(blue), done.path("shot.png")));
+    for (int moment = Base; moment < Moments; ++moment) {
+        SCOPED_TRACE(moment);
+        QDir(home.path()).removeRecursively();
+        QDir().mkpath(home.path());
+        ASSERT_TRUE(save(red));
+        const QString waiting = directory + "/.saving";
+        ASSERT_TRUE(ProjectFile::write(waiting, filled(blue), project(blue)));
+        if (moment < Description)
+            QFile::remove(waiting + "/project.json");
+        QFile digest(waiting + "/picture.sha256");
+        QFile picture(done.path("shot.png"));
+        if (moment >= Digest) {
+            ASSERT_TRUE(digest.open(QIODevice::WriteOnly) && picture.open(QIODevice::ReadOnly));
+            digest.write(QCryptographicHash::hash(picture.readAll(), QCryptographicHash::Sha256).toHex());
+            digest.close();
+        }
+        const auto replace = [](const QString &from, const QString &to) {
+            return QFile::remove(to) && QFile::copy(from, to);
+        };
+        if (moment >= Picture)
+            ASSERT_TRUE(replace(done.path("shot.png"), path));
+        for (const QString &part : {"base.png", "project.json"}) {
+            if (moment >= (part == "base.png" ? BaseMoved : AllMoved))
+                ASSERT_TRUE(replace(waiting + '/' + part, directory + '/' + part) &&
+                            QFile::remove(waiting + '/' + part));
+        }
+        const QString now = moment < Picture ? red : blue;
+        EXPECT_EQ(state(), QStringList({now, now, now}));
+        EXPECT_EQ(files(directory), QStringList({"base.png", "project.json"}));
+    }
+}
+
+TEST_F(ProjectSaveTest, AFailureLeavesPictureAndProjectAsTheyWere)
+{
+    ASSERT_TRUE(save(red));
+    const auto impossible = ProjectSave::write(home.path("missing/shot.png"), filled(blue), directory,
+                                               filled(blue), project(blue));
+    EXPECT_FALSE(impossible);
+    EXPECT_EQ(state(), QStringList({red, red, red}));
+    EXPECT_EQ(files(directory), QStringList({"base.png", "project.json"}));
+}
+
+TEST_F(ProjectSaveTest, LeavesASaveUnderWayAlone)
+{
+    ASSERT_TRUE(save(red));
+    ASSERT_TRUE(ProjectFile::write(directory + "/.saving", filled(blue), project(blue)));
+    QLockFile other(directory + "/.saving.lock");
+    ASSERT_TRUE(other.tryLock(0));
+    EXPECT_EQ(state(), QStringList({red, red, red}));
+    EXPECT_TRUE(QFileInfo::exists(directory + "/.saving/base.png"));
+    const auto second = save(blue);
+    ASSERT_FALSE(second);
+    EXPECT_EQ(second.error().message, "shot.png is being saved already.");
+}
