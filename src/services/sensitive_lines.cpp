@@ -80,49 +80,104 @@ double stepDown(const RecognizedLine &above, const RecognizedLine &below)
     return (above.box.center().y() - below.box.center().y()) / height;
 }
 
-// The line right under another in one column of text; -1 when there is none.
-qsizetype lineUnder(const QList<RecognizedLine> &lines, qsizetype above)
+// Lines are broken between any two letters of a key, after a hyphen, and at the blanks of a number.
+bool endsInHyphen(const RecognizedLine &line)
 {
-    constexpr double Nearest = 0.6;
-    constexpr double Farthest = 2.2; // generous spacing; a blank line is farther
-    qsizetype best = -1;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QRectF &box = lines[i].box;
-        const double step = stepDown(lines[above], lines[i]);
-        const bool overlap = box.left() < lines[above].box.right() && box.right() > lines[above].box.left();
-        if (overlap && step > Nearest && step < Farthest &&
-            (best < 0 || step < stepDown(lines[above], lines[best])))
-            best = i;
-    }
-    return best;
+    return line.text.endsWith('-');
+}
+bool endsInTelephone(const RecognizedLine &line)
+{
+    static const QRegularExpression begun(R"((?:^|\s)\+\d[\d\s().-]*$)");
+    return begun.match(line.text).hasMatch();
 }
 
-// The right edge of the text around two lines, the one under the other: how far any line of their font
-// reaches that begins where the lower does.
-double rightEdge(const QList<RecognizedLine> &lines, qsizetype upper, qsizetype lower)
+// The width of what had no room at the end of the line above: a letter, or all up to the next place where
+// the line could have been broken.
+double widthOfFirst(const RecognizedLine &line, bool isLetter)
 {
-    const double slack = advanceOf(lines[upper]);
-    double edge = std::max(lines[upper].box.right(), lines[lower].box.right());
-    for (const RecognizedLine &line : lines)
-        if (std::abs(line.box.left() - lines[lower].box.left()) < slack && areOneFont(line, lines[upper]))
+    static const QRegularExpression end("[ -]");
+    const qsizetype length = line.text.indexOf(end);
+    if (isLetter || length == 0)
+        return advanceOf(line);
+    return line.boxOf(0, length < 0 ? line.text.size() : length + 1).width();
+}
+
+// How the lines of a picture stand to each other.
+class Layout {
+public:
+    explicit Layout(const QList<RecognizedLine> &lines);
+
+    // The next line under one in its column of text; -1 when there is none.
+    qsizetype below(qsizetype line) const { return m_below[line]; }
+    // Whether the line above ends for want of room, so that a word may go on in the one under it.
+    bool continues(qsizetype upper, qsizetype lower) const;
+
+private:
+    double rightEdge(qsizetype upper, qsizetype lower) const;
+
+    const QList<RecognizedLine> &m_lines;
+    QList<qsizetype> m_below;
+    QList<qsizetype> m_above;
+};
+
+Layout::Layout(const QList<RecognizedLine> &lines)
+    : m_lines(lines), m_below(lines.size(), -1), m_above(lines.size(), -1)
+{
+    constexpr double Nearest = 0.6;  // heights of a line
+    constexpr double Farthest = 1.8; // as far as generous spacing; rows of tables are farther
+    for (qsizetype upper = 0; upper < lines.size(); ++upper) {
+        for (qsizetype lower = 0; lower < lines.size(); ++lower) {
+            const RecognizedLine &a = lines[upper];
+            const RecognizedLine &b = lines[lower];
+            const double step = stepDown(a, b);
+            if (step < Nearest || step > Farthest || b.box.left() >= a.box.right() ||
+                b.box.right() <= a.box.left())
+                continue;
+            if (m_below[upper] < 0 || step < stepDown(a, lines[m_below[upper]]))
+                m_below[upper] = lower;
+            if (m_above[lower] < 0 || step < stepDown(lines[m_above[lower]], b))
+                m_above[lower] = upper;
+        }
+    }
+}
+
+// The right edge of the paragraph that holds two lines, the one under the other: how far its lines reach.
+// They stand at one distance, and begin where the lower of the two does.
+double Layout::rightEdge(qsizetype upper, qsizetype lower) const
+{
+    const double step = stepDown(m_lines[upper], m_lines[lower]);
+    double edge = std::max(m_lines[upper].box.right(), m_lines[lower].box.right());
+    const auto follow = [&](qsizetype from, const QList<qsizetype> &nextOf) {
+        for (qsizetype next = nextOf[from]; next >= 0; from = next, next = nextOf[from]) {
+            const RecognizedLine &line = m_lines[next];
+            const double distance = std::abs(stepDown(m_lines[from], line));
+            if (std::abs(line.box.left() - m_lines[lower].box.left()) > 0.6 * advanceOf(m_lines[upper]) ||
+                std::abs(distance - step) > 0.2 * step || !areOneFont(line, m_lines[upper]))
+                return;
             edge = std::max(edge, line.box.right());
+        }
+    };
+    follow(upper, m_above);
+    follow(lower, m_below);
     return edge;
 }
 
-bool continuesAtTheEdge(const QList<RecognizedLine> &lines, qsizetype upper, qsizetype lower)
+bool Layout::continues(qsizetype upper, qsizetype lower) const
 {
-    const RecognizedLine &above = lines[upper];
-    const RecognizedLine &below = lines[lower];
+    const RecognizedLine &above = m_lines[upper];
+    const RecognizedLine &below = m_lines[lower];
     const double letter = advanceOf(above);
     constexpr double MostIndent = 12; // letters by which the first line may be set in
-    return areOneFont(above, below) && below.box.left() < above.box.left() + 0.8 * letter &&
-           below.box.left() > above.box.left() - MostIndent * letter &&
-           above.box.right() > rightEdge(lines, upper, lower) - 1.6 * letter;
+    const bool isUnder = below.box.left() < above.box.left() + 0.8 * letter &&
+                         below.box.left() > above.box.left() - MostIndent * letter;
+    const double first = widthOfFirst(below, !endsInHyphen(above) && !endsInTelephone(above));
+    return isUnder && areOneFont(above, below) &&
+           above.box.right() + first + 0.6 * letter > rightEdge(upper, lower);
 }
 
 bool isRunSign(QChar c)
 {
-    return c.isLetterOrNumber() || QStringView(u"_-.@+%").contains(c);
+    return c.isLetterOrNumber() || QStringView(u"_-.@+%()").contains(c);
 }
 
 bool endsInARun(const QString &text)
@@ -153,38 +208,37 @@ struct Chain {
         qsizetype line;
         qsizetype sign;
     };
-    QList<qsizetype> lines;
     QString text;
     QList<Place> places; // of each sign of the text
 
-    void append(const QList<RecognizedLine> &all, qsizetype line)
+    Chain(const QList<RecognizedLine> &all, const QList<qsizetype> &lines)
     {
-        lines.append(line);
-        const QString signs = plainSigns(all[line].text);
-        const bool isRun = lines.size() > 1 && isOneRun(signs);
-        for (qsizetype i = 0; i < signs.size(); ++i) {
-            if (isRun && signs[i] == ' ')
-                continue;
-            text += signs[i];
-            places.append({line, i});
+        for (const qsizetype line : lines) {
+            const QString signs = plainSigns(all[line].text);
+            const bool isRun = line != lines.first() && isOneRun(signs);
+            for (qsizetype i = 0; i < signs.size(); ++i) {
+                if (isRun && signs[i] == ' ')
+                    continue;
+                text += signs[i];
+                places.append({line, i});
+            }
         }
     }
 };
 
-Chain chainFrom(const QList<RecognizedLine> &lines, qsizetype first)
+// The lines from one of them on that may go on in each other.
+QList<qsizetype> runOfLines(const QList<RecognizedLine> &lines, const Layout &layout, qsizetype first)
 {
-    Chain chain;
-    chain.append(lines, first);
-    for (qsizetype above = first; endsInARun(lines[above].text);) {
-        if (above != first && !isOneRun(lines[above].text))
+    constexpr qsizetype Longest = 32; // lines, more than the longest tokens have
+    QList<qsizetype> run{first};
+    while (run.size() < Longest && endsInARun(lines[run.last()].text) &&
+           (run.size() == 1 || isOneRun(lines[run.last()].text))) {
+        const qsizetype below = layout.below(run.last());
+        if (below < 0 || !beginsWithARun(lines[below].text) || !layout.continues(run.last(), below))
             break;
-        const qsizetype below = lineUnder(lines, above);
-        if (below < 0 || !beginsWithARun(lines[below].text) || !continuesAtTheEdge(lines, above, below))
-            break;
-        chain.append(lines, below);
-        above = below;
+        run.append(below);
     }
-    return chain;
+    return run;
 }
 
 // The part of a match that stands on one line.
@@ -208,10 +262,26 @@ QList<Part> partsOf(const QList<RecognizedLine> &lines, const Chain &chain, cons
     return parts;
 }
 
-bool isAddress(const QString &text)
+bool isMailAddress(const QString &text)
 {
-    static const QRegularExpression address(R"(^(?:[^@]+@[^@]+|(?:\d{1,3}\.){3}\d{1,3})$)");
+    static const QRegularExpression address(R"(^[^@]+@[^@]+$)");
     return address.match(text).hasMatch();
+}
+
+bool isNetworkAddress(const QString &text)
+{
+    constexpr qsizetype Shortest = 9; // signs; the numbers of chapters are shorter
+    static const QRegularExpression address(R"(^(?:(?:25[0-5]|2[0-4]\d|1?\d?\d)(?:\.|$)){4}(?<!\.)$)");
+    return text.size() >= Shortest && address.match(text).hasMatch();
+}
+
+bool isTelephone(const QString &text)
+{
+    constexpr auto FewestDigits = 9; // years and page numbers make less
+    constexpr auto MostDigits = 15;
+    static const QRegularExpression signs(R"(^\+?[\d\s().-]+$)");
+    const auto digits = std::ranges::count_if(text, [](QChar c) { return c.isDigit(); });
+    return digits >= FewestDigits && digits <= MostDigits && signs.match(text).hasMatch();
 }
 
 // Whether nothing but a mark or a quote stands behind the last part of a key.
@@ -230,22 +300,34 @@ bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
         whole += part.text;
     const Part &first = parts.first();
     const Part &last = parts.last();
-    if (isAddress(whole)) // sentences hold addresses and numbers too: only where letters stand in columns
-        return parts.size() == 2 && pitchOf(lines[first.line]) > 0 && !last.text.contains('@') &&
+    const RecognizedLine &firstLine = lines[first.line];
+    constexpr qsizetype Narrowest = 24; // signs to an edge that breaks anything
+    const bool isInColumns = pitchOf(firstLine) > 0 && firstLine.text.size() >= Narrowest;
+    const bool isHyphened = endsInHyphen(firstLine);
+    // Sentences hold addresses and numbers too: those break only where letters stand in columns.
+    if (isNetworkAddress(whole))
+        return parts.size() == 2 && isInColumns;
+    if (isTelephone(whole))
+        return parts.size() == 2 && (endsInTelephone(firstLine) || isHyphened);
+    if (isMailAddress(whole))
+        return parts.size() == 2 && (isHyphened || isInColumns) && !last.text.contains('@') &&
                matches(first.text).isEmpty() && matches(last.text).isEmpty();
-    const bool isTyped = beginsLikeAKey(whole);
+    const bool isTyped =
+        beginsLikeAKey(whole) || (beginsLikeAKey(whole, Prefix::Shortened) && isJumbled(first.text));
     if (!isTyped) {
         // A list of names of one length is no broken name.
-        const bool isList = first.text.size() == lines[first.line].text.size() &&
+        const bool isList = first.text.size() == firstLine.text.size() &&
                             last.text.size() == lines[last.line].text.size() &&
                             first.text.size() == last.text.size();
         if (whole.size() < OpaqueRun || isList || !isJumbled(first.text))
             return false;
     }
-    constexpr qsizetype Few = 4; // signs that are the rest of a key when nothing else stands on their line
-    const bool alone = endsItsLine(lines[last.line], last);
-    return (isTyped ? mayBeJumbled(whole) : isJumbled(whole)) &&
-           (isJumbled(last.text) || (alone && (last.text.size() <= Few || mayBeJumbled(last.text)))) &&
+    constexpr qsizetype Few = 4;   // signs that are the rest of a key when nothing else stands on their line
+    constexpr qsizetype Wide = 40; // signs to the edge of a terminal, where nothing ends by chance
+    const bool isAlone = endsItsLine(lines[last.line], last);
+    const bool isRest = isAlone && (last.text.size() <= Few || mayBeJumbled(last.text) ||
+                                    (isTyped && isInColumns && firstLine.text.size() >= Wide));
+    return (isTyped ? mayBeJumbled(whole) : isJumbled(whole)) && (isJumbled(last.text) || isRest) &&
            std::ranges::all_of(parts.sliced(1, parts.size() - 2),
                                [](const Part &part) { return mayBeJumbled(part.text); });
 }
@@ -257,17 +339,21 @@ QList<QList<Match>> matchesInReadLines(const QList<RecognizedLine> &lines)
     QList<QList<Match>> found;
     for (const RecognizedLine &line : lines)
         found.append(merged(matchesInReadLine(line.text) + shortenedRuns(line)));
+    const Layout layout(lines);
     for (qsizetype first = 0; first < lines.size(); ++first) {
-        const Chain chain = chainFrom(lines, first);
-        if (chain.lines.size() < 2)
-            continue;
-        for (const Match &match : matchesInReadLine(chain.text)) {
-            const QList<Part> parts = partsOf(lines, chain, match);
-            // What begins further down is found from there.
-            if (parts.size() < 2 || parts.first().line != first || !isBroken(lines, parts))
-                continue;
-            for (const Part &part : parts)
-                found[part.line] = merged(found[part.line] << part.match);
+        // A key may end before the lines cease to look like one.
+        bool isFound = false;
+        for (auto run = runOfLines(lines, layout, first); run.size() > 1 && !isFound; run.removeLast()) {
+            const Chain chain(lines, run);
+            for (const Match &match : matchesInReadLine(chain.text)) {
+                const QList<Part> parts = partsOf(lines, chain, match);
+                // What begins further down is found from there.
+                if (parts.size() < 2 || parts.first().line != first || !isBroken(lines, parts))
+                    continue;
+                isFound = true;
+                for (const Part &part : parts)
+                    found[part.line] = merged(found[part.line] << part.match);
+            }
         }
     }
     return found;

@@ -218,11 +218,13 @@ Joined withoutStrayBlanks(const QString &line)
 
 } // namespace
 
-bool beginsLikeAKey(QStringView stretch)
+bool beginsLikeAKey(QStringView stretch, Prefix prefix)
 {
-    static const QRegularExpression prefix(R"(^(?:[spr]k[-_]|gh[pousr]_|xox[abprs]-|eyJ|AKIA))",
-                                           QRegularExpression::CaseInsensitiveOption);
-    return prefix.match(stretch).hasMatch();
+    static const QRegularExpression whole(R"(^(?:[spr]k[-_]|gh[pousr]_|xox[abprs]-|eyJ|AKIA))",
+                                          QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression shortened(R"(^(?:[spr]k|gh[pousr]|xox[abprs]|eyJ|AKIA))",
+                                              QRegularExpression::CaseInsensitiveOption);
+    return (prefix == Prefix::Whole ? whole : shortened).match(stretch).hasMatch();
 }
 
 bool isJumbled(QStringView run)

@@ -30,8 +30,10 @@ QString plainSigns(QString line);
 // The same stretches from left to right, those that overlap as one.
 QList<Match> merged(QList<Match> matches);
 
-// Whether a stretch begins as the keys and tokens of services do.
-bool beginsLikeAKey(QStringView stretch);
+// Whether a stretch begins as the keys and tokens of services do; shortened, when reading lost the sign that
+// ends the prefix.
+enum class Prefix { Whole, Shortened };
+bool beginsLikeAKey(QStringView stretch, Prefix prefix = Prefix::Whole);
 // Whether a run of letters, digits, hyphens and underscores looks like a key or a part of one rather than a
 // word, a name or a number: it goes back and forth between small letters, capitals and digits.
 bool isJumbled(QStringView run);

@@ -59,6 +59,10 @@ TEST(SensitiveLines, FindsAKeyThatTheEdgeOfAWindowBroke)
     EXPECT_EQ(found({"-H 'Bearer sk-b2ZDS0IJoTNiStgnUZtK6iyzN", "wv'"}), "sk-b2ZDS0IJoTNiStgnUZtK6iyzN|wv");
     EXPECT_EQ(found({"[12:34:15] user anna.k@river", "bank.example from afar"}), "anna.k@river|bank.example");
     EXPECT_EQ(found({"[12:34:15] connection from 10.4", "4.7.21 is open"}), "10.4|4.7.21");
+    // Broken after a hyphen or at a blank, as words are, and so with some room left.
+    EXPECT_EQ(found({"Hello Yara, the key is pk-proj-", "iABcXu1GQcyjVmGG1Y0sXgFS and my number is +31 85",
+                     "269 25 25 and my mail copper@valley-", "heron.example by noon"}),
+              "pk-proj-|iABcXu1GQcyjVmGG1Y0sXgFS|+31 85|269 25 25|copper@valley-|heron.example");
     // A blank, a bracket and a currency sign are slips of reading.
     EXPECT_EQ(found({"KEYS2=mtQELsSpbVgAy0fAc4u", "O48H33b£71M0 s1aXZ9)Joay", "0Qh6ciLMX5ak"}),
               "mtQELsSpbVgAy0fAc4u|O48H33b£71M0 s1aXZ9)Joay|0Qh6ciLMX5ak");
