@@ -1,5 +1,7 @@
 #include "document/pixelation.h"
 
+#include "document/opaque.h"
+
 #include <QRandomGenerator>
 #include <algorithm>
 #include <array>
@@ -30,12 +32,14 @@ constexpr int bins = 16;
 
 // What one block holds: sums over its samples.
 struct Block {
-    std::array<double, 4> mean{};        // b, g, r, a, premultiplied
+    std::array<double, 3> mean{};        // b, g, r
     std::array<double, 3> spread{};      // covariance of each colour with the brightness
     double variance = 0;                 // of the brightness
     std::array<float, bins> histogram{}; // shares of brightness
     int darkest = 255;
     int brightest = 0;
+    int faintest = 255; // opacity
+    int strongest = 0;
 };
 
 struct Grid {
@@ -125,9 +129,10 @@ const std::array<uint32_t, 8> &keyOfThisRun()
     return key;
 }
 
-Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, int stepY)
+// Colours come from the picture without transparency, opacity from the picture itself.
+Block measure(const QImage &image, const QImage &seen, int x0, int x1, int y0, int y1, int stepX, int stepY)
 {
-    std::array<int64_t, 4> sum{};
+    std::array<int64_t, 3> sum{};
     std::array<int64_t, 3> product{};
     int64_t squares = 0;
     int64_t lights = 0;
@@ -135,8 +140,9 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
     std::array<int, bins> histogram{};
     Block block;
     for (int y = y0; y < y1; y += stepY) {
-        const uchar *line = image.constScanLine(y);
-        std::array<int, 4> s{};
+        const uchar *line = seen.constScanLine(y);
+        const uchar *opacities = image.constScanLine(y) + 3;
+        std::array<int, 3> s{};
         std::array<int, 3> p{};
         int sq = 0;
         int li = 0;
@@ -147,7 +153,9 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
                 s[c] += px[c];
                 p[c] += px[c] * light;
             }
-            s[3] += px[3];
+            const int opacity = opacities[4 * static_cast<qsizetype>(x)];
+            block.faintest = std::min(block.faintest, opacity);
+            block.strongest = std::max(block.strongest, opacity);
             sq += light * light;
             li += light;
             ++histogram[light * bins / 256];
@@ -155,7 +163,7 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
             block.brightest = std::max(block.brightest, light);
             ++count;
         }
-        for (int c = 0; c < 4; ++c)
+        for (int c = 0; c < 3; ++c)
             sum[c] += s[c];
         for (int c = 0; c < 3; ++c)
             product[c] += p[c];
@@ -166,7 +174,7 @@ Block measure(const QImage &image, int x0, int x1, int y0, int y1, int stepX, in
         return block;
     const double n = static_cast<double>(count);
     const double light = lights / n;
-    for (int c = 0; c < 4; ++c)
+    for (int c = 0; c < 3; ++c)
         block.mean[c] = sum[c] / n;
     for (int c = 0; c < 3; ++c)
         block.spread[c] = product[c] / n - block.mean[c] * light;
@@ -232,7 +240,7 @@ Block neighbourhood(const std::vector<Block> &blocks, const std::vector<double> 
     double total = 0;
     visitNeighbours(grid, grounds, column, row, [&](size_t index, double weight) {
         const Block &block = blocks[index];
-        for (int c = 0; c < 4; ++c)
+        for (int c = 0; c < 3; ++c)
             result.mean[c] += weight * block.mean[c];
         for (int c = 0; c < 3; ++c)
             result.spread[c] += weight * block.spread[c];
@@ -269,17 +277,18 @@ std::vector<double> noiseOf(const Noise &noise, const std::vector<double> &groun
     return result;
 }
 
-// Whether a block keeps its own colour: it has only one, and around it is nothing darker or brighter than a
-// faint line.
+// Whether a block keeps its own colour and opacity: it has only one, and around it is nothing that differs
+// from it by more than a faint line.
 bool isKept(const std::vector<Block> &blocks, const Grid &grid, int column, int row)
 {
     const Block &middle = blocks[static_cast<size_t>(row) * grid.columns + column];
-    if (middle.variance > 0)
+    if (middle.variance > 0 || middle.faintest < middle.strongest)
         return false;
     for (int y = std::max(row - 1, 0); y <= std::min(row + 1, grid.rows - 1); ++y) {
         for (int x = std::max(column - 1, 0); x <= std::min(column + 1, grid.columns - 1); ++x) {
             const Block &block = blocks[static_cast<size_t>(y) * grid.columns + x];
-            if (middle.darkest - block.darkest > faint || block.brightest - middle.darkest > faint)
+            if (middle.darkest - block.darkest > faint || block.brightest - middle.darkest > faint ||
+                middle.faintest - block.faintest > faint || block.strongest - middle.faintest > faint)
                 return false;
         }
     }
@@ -287,17 +296,16 @@ bool isKept(const std::vector<Block> &blocks, const Grid &grid, int column, int 
 }
 
 // The colour only moves along the neighbourhood's own range: the line on which its colours change with their
-// brightness.
+// brightness. Opaque, or what lies under a translucent block would show.
 QRgb colorOf(const Block &around, double noise)
 {
     const double move = noise * std::sqrt(around.variance);
-    const double alpha = around.mean[3];
     std::array<int, 3> channels;
     for (int c = 0; c < 3; ++c) {
         const double slope = around.variance > 0.25 ? around.spread[c] / around.variance : 0;
-        channels[c] = static_cast<int>(std::lround(std::clamp(around.mean[c] + move * slope, 0.0, alpha)));
+        channels[c] = static_cast<int>(std::lround(std::clamp(around.mean[c] + move * slope, 0.0, 255.0)));
     }
-    return qRgba(channels[2], channels[1], channels[0], static_cast<int>(std::lround(alpha)));
+    return qRgb(channels[2], channels[1], channels[0]);
 }
 
 } // namespace
@@ -313,7 +321,8 @@ QImage pixelated(const QImage &image)
     if (source.format() != QImage::Format_RGB32 && source.format() != QImage::Format_ARGB32_Premultiplied)
         source = source.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QImage result(source.size(), source.format());
-    if (source.isNull() || result.isNull())
+    const QImage seen = opaque(source);
+    if (source.isNull() || result.isNull() || seen.isNull())
         return image;
 
     const Grid grid(source.size());
@@ -322,8 +331,8 @@ QImage pixelated(const QImage &image)
     for (int row = 0; row < grid.rows; ++row) {
         for (int column = 0; column < grid.columns; ++column)
             blocks[static_cast<size_t>(row) * grid.columns + column] =
-                measure(source, grid.left(column), grid.left(column + 1), grid.top(row), grid.bottom(row),
-                        sampling, sampling);
+                measure(source, seen, grid.left(column), grid.left(column + 1), grid.top(row),
+                        grid.bottom(row), sampling, sampling);
     }
 
     const std::vector<double> grounds = groundsOf(blocks, grid);
@@ -336,9 +345,13 @@ QImage pixelated(const QImage &image)
         auto *first = reinterpret_cast<QRgb *>(result.scanLine(top));
         for (int column = 0; column < grid.columns; ++column) {
             const size_t index = static_cast<size_t>(row) * grid.columns + column;
-            QRgb color = isKept(blocks, grid, column, row)
-                             ? colorOf(blocks[index], 0)
-                             : colorOf(neighbourhood(blocks, grounds, grid, column, row), noise[index]);
+            QRgb color;
+            if (!isKept(blocks, grid, column, row))
+                color = colorOf(neighbourhood(blocks, grounds, grid, column, row), noise[index]);
+            else if (blocks[index].faintest < 255)
+                color = reinterpret_cast<const QRgb *>(source.constScanLine(top))[grid.left(column)];
+            else
+                color = colorOf(blocks[index], 0);
             if (source.format() == QImage::Format_RGB32)
                 color |= 0xff000000;
             std::fill(first + grid.left(column), first + grid.left(column + 1), color);

@@ -11,7 +11,8 @@
 // the neighbourhood's own range of colours by noise that nobody can repeat: its key is made when the program
 // starts, mixed with the whole picture, and never leaves the process. Half of that noise is as smooth as the
 // means are, so that no filter parts the two. Where nothing but one colour is near, there is nothing to hide,
-// and it stays exact.
+// and it stays exact. All other blocks are opaque, whatever the picture is: through a translucent one, the
+// picture under it would show.
 //
 // The same picture gives the same copy within one run of the program, so undo and redo don't flicker.
 QImage pixelated(const QImage &image);

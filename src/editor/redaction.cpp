@@ -8,29 +8,13 @@ namespace Redaction {
 
 namespace {
 
-constexpr double growX = 4, growY = 3; // pixels on each side, so that no edge of a letter shows
-
-QFuture<Result<QList<QRectF>>> boxes(TextRecognizer &recognizer, const QImage &image, Mode mode)
+int cover(EditorDocument &document, const QList<QRectF> &rects)
 {
-    switch (mode) {
-    case Mode::AllText:
-        return recognizer.boxes(image, TextRecognizer::Boxes::AllText);
-    case Mode::Sensitive:
-        return recognizer.boxes(image, TextRecognizer::Boxes::Sensitive);
-    case Mode::Faces:
-        return recognizer.faces(image);
-    }
-    Q_UNREACHABLE();
-}
-
-int cover(EditorDocument &document, const QList<QRectF> &found, const QSize &size)
-{
-    if (found.isEmpty())
+    if (rects.isEmpty())
         return 0;
     document.pushUndo();
     QList<Annotation> objects = document.annotations();
-    for (const QRectF &box : found) {
-        const QRectF rect = pixelRect(box, size);
+    for (const QRectF &rect : rects) {
         Annotation blur;
         blur.id = QUuid::createUuid();
         blur.kind = ToolKind::Blur;
@@ -42,27 +26,18 @@ int cover(EditorDocument &document, const QList<QRectF> &found, const QSize &siz
     }
     document.setAnnotations(objects);
     document.setSelectedID({});
-    return static_cast<int>(found.size());
+    return static_cast<int>(rects.size());
 }
 
 } // namespace
-
-QRectF pixelRect(const QRectF &box, const QSize &image)
-{
-    const double w = image.width(), h = image.height();
-    // QRectF's bottom is the upper edge of a box whose y grows upwards.
-    const QRectF rect(box.left() * w, (1 - box.bottom()) * h, box.width() * w, box.height() * h);
-    return rect.adjusted(-growX, -growY, growX, growY);
-}
 
 void redact(EditorDocument &document, TextRecognizer &recognizer, Mode mode,
             const std::function<void(int)> &done)
 {
     document.setBusy(true);
-    const QImage base = document.base();
-    whenDone(boxes(recognizer, base, mode), &document,
-             [&document, size = base.size(), done](const Result<QList<QRectF>> &found) {
-                 const int count = cover(document, found.value_or(QList<QRectF>{}), size);
+    whenDone(find(recognizer, document.base(), mode), &document,
+             [&document, done](const Result<QList<QRectF>> &found) {
+                 const int count = cover(document, found.value_or(QList<QRectF>{}));
                  document.setBusy(false);
                  done(count);
              });

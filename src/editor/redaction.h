@@ -1,11 +1,8 @@
 #pragma once
 
 #include "base/notice.h"
+#include "services/redaction.h"
 
-#include <QList>
-#include <QObject>
-#include <QRectF>
-#include <QSize>
 #include <functional>
 
 class EditorDocument;
@@ -15,8 +12,6 @@ class TextRecognizer;
 // reviewed, moved or taken away.
 namespace Redaction {
 
-enum class Mode { AllText, Sensitive, Faces };
-
 // Asks the recogniser about the document's base and adds what it found as one undo step, without selecting
 // it. The document is busy meanwhile. `done` gets the number of objects, 0 also when recognition failed; it
 // is not called when the document goes first.
@@ -25,8 +20,5 @@ void redact(EditorDocument &document, TextRecognizer &recognizer, Mode mode,
 
 // What to tell the user afterwards.
 Notice notice(Mode mode, int count);
-
-// Pixels (y down) of a normalised box with its origin at the lower left, grown by 4 and 3.
-QRectF pixelRect(const QRectF &box, const QSize &image);
 
 } // namespace Redaction

@@ -1,5 +1,6 @@
 #include "services/text_recognizer.h"
 
+#include "document/opaque.h"
 #include "platform/face_engine.h"
 #include "services/sensitive_lines.h"
 
@@ -72,7 +73,7 @@ QStringList TextRecognizer::userLanguages()
 
 QFuture<Result<QList<RecognizedLine>>> TextRecognizer::lines(const QImage &image)
 {
-    return m_text.recognize(image, m_languages);
+    return m_text.recognize(opaque(image), m_languages);
 }
 
 QFuture<Result<QString>> TextRecognizer::text(const QImage &image)

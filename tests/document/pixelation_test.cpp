@@ -258,6 +258,24 @@ TEST(Pixelation, KeepsTheHuesAndOpacityOfAPicture)
     }
 }
 
+TEST(Pixelation, HidesLettersThatStandOnNothing)
+{
+    for (const QColor &ink : {QColor(Qt::black), QColor(Qt::white), QColor(200, 60, 40, 200)}) {
+        QImage image(360, 60, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setPen(ink);
+        painter.drawText(24, 36, "Letters without a ground");
+        painter.end();
+        const QImage mosaic = pixelated(image);
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                ASSERT_TRUE(qAlpha(image.pixel(x, y)) == 0 || qAlpha(mosaic.pixel(x, y)) == 255)
+                    << ink.name().toStdString() << " shows through at " << x << ", " << y;
+        }
+    }
+}
+
 TEST(Pixelation, IsTheSameForTheSamePictureAndAnotherForEveryOther)
 {
     const QImage image = written("The same words", 16);
