@@ -6,12 +6,13 @@
 #include <QWidget>
 #include <cstdio>
 
-// platform_pattern_window SEED X Y WIDTH HEIGHT [frameless] [glass] [other]
+// platform_pattern_window SEED X Y WIDTH HEIGHT [frameless] [glass] [other] [holder]
 // Shows a window with pattern(SEED), says its id once it is painted, and stays until it is killed. "glass"
-// makes it transparent but for its middle.
+// makes it transparent but for its middle; "holder" takes the keyboard for itself.
 class PatternWindow : public QWidget {
 public:
-    PatternWindow(int seed, bool isGlass) : m_seed(seed), m_isGlass(isGlass)
+    PatternWindow(int seed, bool isGlass, bool isHolder)
+        : m_seed(seed), m_isGlass(isGlass), m_isHolder(isHolder)
     {
         setAttribute(isGlass ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
     }
@@ -27,6 +28,8 @@ protected:
             QMetaObject::invokeMethod(
                 this,
                 [this] {
+                    if (m_isHolder)
+                        grabKeyboard(); // only a window that can be seen may
                     std::printf("%u\n", unsigned(winId()));
                     std::fflush(stdout);
                 },
@@ -37,6 +40,7 @@ protected:
 private:
     int m_seed;
     bool m_isGlass;
+    bool m_isHolder;
     bool m_isTold = false;
 };
 
@@ -54,7 +58,7 @@ int main(int argc, char **argv)
     }
     if (words.size() < 6)
         return 2;
-    PatternWindow window(words[1].toInt(), words.contains("glass"));
+    PatternWindow window(words[1].toInt(), words.contains("glass"), words.contains("holder"));
     Qt::WindowFlags flags = Qt::Window;
     if (words.contains("frameless"))
         flags |= Qt::FramelessWindowHint;

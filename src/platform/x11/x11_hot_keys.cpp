@@ -2,6 +2,7 @@
 
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_key_codes.h"
+#include "platform/x11/x11_menus.h"
 
 #include <QSocketNotifier>
 #include <algorithm>
@@ -37,6 +38,7 @@ Result<void> X11HotKeys::connectToServer()
         m_notifier.reset();
         m_connection.reset();
         m_registered.clear();
+        m_rawKeys = {};
     }
     if (m_connection)
         return {};
@@ -66,6 +68,7 @@ Result<void> X11HotKeys::registerKey(quint32 id, int keyCode, int modifiers)
     if (auto grabbed = grab(key); !grabbed)
         return grabbed;
     m_registered.append(key);
+    m_rawKeys.listen(*m_connection);
     // What arrived while we waited for the answer wakes no notifier.
     QMetaObject::invokeMethod(this, &X11HotKeys::readEvents, Qt::QueuedConnection);
     return {};
@@ -76,6 +79,7 @@ void X11HotKeys::unregisterAll()
     if (m_connection) {
         for (const Registered &key : std::as_const(m_registered))
             release(key);
+        m_rawKeys.stopListening(*m_connection);
         xcb_flush(m_connection->xcb());
     }
     m_registered.clear();
@@ -100,6 +104,11 @@ void X11HotKeys::readEvents()
             isKeyboardChanged = isKeyboardChanged || mapping->request != XCB_MAPPING_POINTER;
             break;
         }
+        case XCB_GE_GENERIC:
+            if (const auto press = m_rawKeys.read(event.get());
+                press && find(press->keycode, press->modifiers) && isMenuOpen(*m_connection))
+                fire(press->keycode, press->modifiers, press->time);
+            break;
         default:
             break;
         }
@@ -116,19 +125,30 @@ void X11HotKeys::readEvents()
 
 void X11HotKeys::handleKey(bool isPress, quint8 keycode, quint16 state, quint32 time)
 {
+    m_rawKeys.follow(isPress, keycode);
     if (!isPress) {
         m_lastRelease = {keycode, time};
         return;
     }
-    const bool isRepeat = m_lastRelease.keycode == keycode && m_lastRelease.time == time;
-    if (isRepeat)
-        return;
-    const quint16 held = state & kRealModifiers & quint16(~m_numLock);
+    if (m_lastRelease != KeyEvent{keycode, time}) // else it repeats
+        fire(keycode, state, time);
+}
+
+const X11HotKeys::Registered *X11HotKeys::find(quint8 keycode, quint16 modifiers) const
+{
+    const quint16 held = modifiers & kRealModifiers & quint16(~m_numLock);
     const auto found = std::find_if(m_registered.begin(), m_registered.end(), [&](const Registered &key) {
         return key.keycode == keycode && key.xModifiers == held;
     });
-    if (found != m_registered.end())
-        Q_EMIT pressed(found->id);
+    return found == m_registered.end() ? nullptr : &*found;
+}
+
+void X11HotKeys::fire(quint8 keycode, quint16 modifiers, quint32 time)
+{
+    if (std::exchange(m_lastFired, {keycode, time}) == KeyEvent{keycode, time})
+        return;
+    if (const Registered *key = find(keycode, modifiers))
+        Q_EMIT pressed(key->id);
 }
 
 void X11HotKeys::learnKeyboard()
@@ -167,6 +187,11 @@ void X11HotKeys::learnKeyboard()
     };
     const xcb_keycode_t *keycodes = xcb_get_modifier_mapping_keycodes(modifiers.get());
     const int perModifier = modifiers->keycodes_per_modifier;
+    std::array<quint16, 256> modifierOf{};
+    for (int i = 0; i < 8 * perModifier; ++i)
+        modifierOf[keycodes[i]] |= quint16(1 << i / perModifier);
+    modifierOf[0] = 0; // stands for none
+    m_rawKeys.setModifiers(modifierOf);
     for (int modifier = 3; modifier < 8; ++modifier) { // Mod1 to Mod5
         for (int i = 0; i < perModifier; ++i) {
             const quint8 keycode = keycodes[modifier * perModifier + i];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hot_keys.h"
+#include "platform/x11/x11_raw_keys.h"
 
 #include <QList>
 #include <memory>
@@ -9,6 +10,10 @@ class QSocketNotifier;
 class X11Connection;
 
 // Grabs of keys on the root window, over a connection of its own that the event loop listens to.
+//
+// An open menu holds the keyboard, and a grab gets nothing then; but a picture of an open menu is what one
+// may want. While a menu is open our combinations are therefore taken from the raw keys too. Who else holds
+// the keyboard, as a screen lock or a viewer of another machine, means all keys and keeps them.
 class X11HotKeys : public HotKeys {
     Q_OBJECT
 public:
@@ -28,6 +33,8 @@ private:
 
     Result<void> connectToServer();
     void readEvents();
+    void fire(quint8 keycode, quint16 modifiers, quint32 time);
+    const Registered *find(quint8 keycode, quint16 modifiers) const;
     void handleKey(bool isPress, quint8 keycode, quint16 state, quint32 time);
     void learnKeyboard();
     quint8 keycodeFor(int keyCode) const;
@@ -45,8 +52,12 @@ private:
     quint16 m_alt = 0; // the modifier bits of this keyboard
     quint16 m_super = 0;
     quint16 m_numLock = 0;
-    struct {
+    struct KeyEvent {
         quint8 keycode = 0;
         quint32 time = 0;
-    } m_lastRelease; // a key that repeats is released and pressed at the same time
+        bool operator==(const KeyEvent &) const = default;
+    };
+    X11RawKeys m_rawKeys;
+    KeyEvent m_lastFired;   // which comes twice where both ways are open
+    KeyEvent m_lastRelease; // a key that repeats is released and pressed at the same time
 };
