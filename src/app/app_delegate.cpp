@@ -208,6 +208,11 @@ bool AppDelegate::isAvailable(HotKeyAction action) const
 
 void AppDelegate::perform(HotKeyAction action)
 {
+    // A menu of ours that is open would keep keyboard and pointer from what follows.
+    while (QWidget *menu = QApplication::activePopupWidget()) {
+        if (!menu->close())
+            break;
+    }
     using Intent = CaptureFlow::Intent;
     switch (action) {
     case HotKeyAction::Capture:
