@@ -4,14 +4,16 @@
 #include "platform/face_engine.h"
 
 #include <QThreadPool>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <vector>
 
-// BlazeFace, the full-range model with an input of 256×256 pixels, run by OpenCV. The picture is searched in
-// overlapping tiles of several sizes; each find must be confirmed by closer looks. Tiles that hold no
-// photograph are not looked at, so that pages of text cost next to nothing.
-//
-// Model: Bazarevsky et al., "BlazeFace: Sub-millisecond Neural Face Detection on Mobile GPUs", 2019.
+class FaceNet;
+struct FoundFace;
+
+// Finds faces in overlapping tiles of several sizes of the picture; each find must be confirmed by closer
+// looks. Places that hold no photograph are not looked at, so that pages of text cost next to nothing.
 class BlazeFace : public FaceEngine {
 public:
     // Reads the model at the first picture.
@@ -23,11 +25,13 @@ public:
     static QString standardModelPath();
 
 private:
-    class Net;
     Result<QList<QRectF>> work(const QImage &image);
+    // The results of `count` looks, shared out among the nets.
+    std::vector<std::vector<FoundFace>>
+    each(size_t count, const std::function<std::vector<FoundFace>(FaceNet &, size_t)> &look);
 
     QString m_modelPath;
-    std::mutex m_mutex; // one run at a time: the model uses both cores by itself
-    std::unique_ptr<Net> m_net;
+    std::mutex m_mutex;                           // one picture at a time: it keeps two cores busy
+    std::vector<std::unique_ptr<FaceNet>> m_nets; // one for each thread that looks
     QThreadPool m_threads;
 };
