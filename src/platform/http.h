@@ -11,9 +11,9 @@
 
 struct HttpRequest {
     QByteArray method = "GET";
-    QUrl url;
-    QList<std::pair<QByteArray, QByteArray>> headers;
-    QByteArray body;
+    QUrl url{};
+    QList<std::pair<QByteArray, QByteArray>> headers{};
+    QByteArray body{};
     std::chrono::milliseconds timeout{60000}; // without any byte moving
 };
 

@@ -142,9 +142,12 @@ Result<QString> ClaudeClient::read(const HttpResponse &response)
     if (reply["stop_reason"].toString() == "refusal")
         return std::unexpected(
             CloudError::refused(Json::string(reply["stop_details"].toObject(), "explanation")));
+    // A list that holds anything but blocks isn't the service's.
+    const QJsonArray content = reply["content"].toArray();
     QString text;
-    for (const QJsonValue &block : reply["content"].toArray())
-        if (block["type"].toString() == "text")
-            text += block["text"].toString();
+    if (std::ranges::all_of(content, &QJsonValueConstRef::isObject))
+        for (const QJsonValue &block : content)
+            if (block["type"].toString() == "text")
+                text += block["text"].toString();
     return text.trimmed();
 }

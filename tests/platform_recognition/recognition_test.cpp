@@ -231,18 +231,6 @@ TEST(TesseractEngine, ReadsSeveralPicturesAtOnce)
     }
 }
 
-TEST(BlazeFace, FindsNoFaceInTextAndEmptyPictures)
-{
-    const auto engine = makeFaceEngine();
-    for (const QImage &image :
-         {QImage(), QImage(1, 1, QImage::Format_RGB32),
-          page({"Nobody here", "(o_o) :-)"}, {Qt::white, Qt::black}, "DejaVu Sans", 40)}) {
-        const auto faces = engine->detect(image).result();
-        ASSERT_TRUE(faces) << faces.error().message.toStdString();
-        EXPECT_TRUE(faces->isEmpty());
-    }
-}
-
 TEST(BlazeFace, SaysInOneSentenceThatItsModelIsMissingOrBroken)
 {
     // The program finds the model beside its own folder: a copy of it elsewhere finds what is put there.

@@ -2,94 +2,18 @@
 #include "base/notice.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
+#include "fakes/fake_recognition.h"
 #include "platform/network/network_http.h"
 #include "services/claude_client.h"
 #include "services/uploader.h"
 #include "settings/app_settings.h"
 #include "settings/defaults.h"
+#include "support/loopback_server.h"
 #include "support/temporary_folder.h"
 
-#include <QTcpServer>
-#include <QTcpSocket>
-#include <QThread>
 #include <gtest/gtest.h>
-#include <mutex>
 
-namespace {
-
-// A web server on loopback, on a thread of its own, that answers every request with the same bytes.
-class Server {
-public:
-    enum class Then { Close, StayOpen };
-    explicit Server(QByteArray answer, Then then = Then::Close) : m_answer(std::move(answer)), m_then(then)
-    {
-        m_thread.start();
-        QMetaObject::invokeMethod(&m_context, [this] { listen(); }, Qt::BlockingQueuedConnection);
-    }
-    ~Server()
-    {
-        QMetaObject::invokeMethod(&m_context, [this] { m_server.reset(); }, Qt::BlockingQueuedConnection);
-        m_thread.quit();
-        m_thread.wait();
-    }
-    QByteArray url() const { return "http://127.0.0.1:" + QByteArray::number(m_port); }
-    QByteArray request() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_request;
-    }
-
-    static QByteArray reply(const QByteArray &body, const QByteArray &status = "200 OK")
-    {
-        return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" +
-               body;
-    }
-
-private:
-    struct Context : QObject {
-        explicit Context(QThread *thread) { moveToThread(thread); }
-    };
-    void listen()
-    {
-        m_server = std::make_unique<QTcpServer>();
-        m_server->listen(QHostAddress::LocalHost);
-        m_port = m_server->serverPort();
-        QObject::connect(m_server.get(), &QTcpServer::newConnection, m_server.get(), [this] {
-            QTcpSocket *socket = m_server->nextPendingConnection();
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { read(socket); });
-        });
-    }
-    void read(QTcpSocket *socket)
-    {
-        QByteArray all;
-        {
-            const std::lock_guard lock(m_mutex);
-            m_request += socket->readAll();
-            all = m_request;
-        }
-        const qsizetype head = all.indexOf("\r\n\r\n");
-        const qsizetype at = all.toLower().indexOf("content-length: ");
-        if (head < 0 || at < 0)
-            return;
-        const qsizetype length = all.mid(at + 16, all.indexOf('\r', at) - at - 16).toLongLong();
-        if (all.size() < head + 4 + length)
-            return;
-        socket->write(m_answer);
-        if (m_then == Then::Close)
-            socket->disconnectFromHost();
-    }
-
-    QByteArray m_answer;
-    Then m_then;
-    mutable std::mutex m_mutex;
-    QByteArray m_request;
-    quint16 m_port = 0;
-    QThread m_thread;
-    Context m_context{&m_thread};
-    std::unique_ptr<QTcpServer> m_server;
-};
-
-} // namespace
+using Server = LoopbackServer;
 
 class Online : public testing::Test {
 protected:
@@ -161,21 +85,44 @@ TEST_F(Online, AsksWithThePictureFirstAndTheWordsSecond)
     EXPECT_EQ(content[1]["text"], ClaudeClient::prompt(ClaudeClient::Action::Name));
 }
 
-TEST_F(Online, TellsEachFormOfReplyApart)
+TEST(ClaudeClient, TellsEachFormOfReplyApart)
 {
-    EXPECT_EQ(ask(Server::reply("{}")).value(), "");
-    EXPECT_EQ(ask(Server::reply("not json")).value(), "");
-    EXPECT_EQ(failureOf(Server::reply("<html>", "500 Oops")), "Claude API error (HTTP 500).");
-    EXPECT_EQ(failureOf(Server::reply(R"({"error":{"message":"too big"}})", "413 Large")), "too big");
-    EXPECT_EQ(failureOf(Server::reply(R"({"error":{"message":7}})", "401 No")),
-              "Claude API error (HTTP 401).");
-    EXPECT_EQ(failureOf(Server::reply(R"({"stop_reason":"refusal"})")), "Claude declined this request.");
-    EXPECT_EQ(
-        failureOf(Server::reply(R"({"stop_reason":"refusal","stop_details":{"explanation":"private"}})")),
-        "Claude declined this request: private");
-    EXPECT_EQ(failureOf("HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:9/\r\nContent-Length: 0\r\n\r\n"),
-              "Claude API error (HTTP 302).")
-        << "the key must not follow a redirect";
+    const QByteArray nested = QByteArray(5000, '[') + QByteArray(5000, ']');
+    const struct {
+        int status;
+        QByteArray body;
+        QString text; // what is read, or behind "!" the failure
+    } replies[] = {
+        {200, "{}", ""},
+        {200, "", ""},
+        {200, "not json", ""},
+        {200, "[1]", ""},
+        {200, nested, ""},
+        {200, "{\"content\":[{\"type\":\"text\",\"text\":\"\xff\"}]}", ""},
+        {200, R"({"content":{"type":"text","text":"no list"}})", ""},
+        {200, R"({"content":[{"type":"text","text":"a"},7]})", ""},
+        {200,
+         R"({"content":[{"type":"text","text":" a"},{"type":"text","text":7},{"type":8},{"text":"b"},)"
+         R"({"type":"text","text":"\u00e9\n\t"}],"stop_reason":null})",
+         "a\u00e9"},
+        {200, R"({"content":[{"type":"text","text":"a"}],"stop_reason":["refusal"],"usage":1e999})", ""},
+        {200, R"({"content":[{"type":"text","text":"a"}],"stop_reason":["refusal"],"usage":1e99})", "a"},
+        {200, R"({"stop_reason":"refusal"})", "!Claude declined this request."},
+        {200, R"({"stop_reason":"refusal","stop_details":{"explanation":7}})",
+         "!Claude declined this request."},
+        {200, R"({"stop_reason":"refusal","stop_details":{"explanation":"private"}})",
+         "!Claude declined this request: private"},
+        {500, "<html>", "!Claude API error (HTTP 500)."},
+        {0, "", "!Claude API error (HTTP 0)."},
+        {201, R"({"content":[{"type":"text","text":"a"}]})", "!Claude API error (HTTP 201)."},
+        {413, R"({"error":{"message":"too big"}})", "!too big"},
+        {401, R"({"error":{"message":7}})", "!Claude API error (HTTP 401)."},
+        {429, R"({"error":"slow down"})", "!Claude API error (HTTP 429)."},
+    };
+    for (const auto &[status, body, text] : replies) {
+        const auto read = ClaudeClient::read({status, body});
+        EXPECT_EQ(read ? *read : "!" + read.error().message, text) << body.left(90).toStdString();
+    }
 }
 
 TEST_F(Online, CountsHalfAReplyAsAFailure)
@@ -187,29 +134,6 @@ TEST_F(Online, CountsHalfAReplyAsAFailure)
     EXPECT_EQ(ask("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n40\r\n{\"content\":[").value_or(""),
               "");
     EXPECT_EQ(failureOf("HTTP/1.1 20"), "127.0.0.1 closed the connection before its answer was complete.");
-}
-
-TEST_F(Online, GivesUpOnAServerThatStaysSilent)
-{
-    Server server("", Server::Then::StayOpen);
-    const auto result = http.send({.method = "POST",
-                                   .url = QUrl(server.url()),
-                                   .headers = {},
-                                   .body = "x",
-                                   .timeout = std::chrono::milliseconds(60)})
-                            .result();
-    ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().message, "127.0.0.1 didn't answer in time.");
-}
-
-TEST_F(Online, FinishesAnExchangeUnderWayWhenItEnds)
-{
-    Server server("", Server::Then::StayOpen);
-    auto ending = std::make_unique<NetworkHttp>();
-    auto future = ending->send({.method = "POST", .url = QUrl(server.url()), .headers = {}, .body = "x"});
-    ending.reset();
-    ASSERT_TRUE(future.isFinished());
-    EXPECT_FALSE(future.result());
 }
 
 TEST_F(Online, AsksNothingWithoutCredentials)
@@ -255,17 +179,43 @@ TEST_F(Online, UploadsTheFormByteForByte)
     EXPECT_EQ(sent.convertToFormat(QImage::Format_RGB32), picture);
 }
 
-TEST_F(Online, TakesTheUploadsMessageFromEitherForm)
+TEST(Uploader, TellsEachFormOfReplyApart)
 {
-    const auto failure = [this](const QByteArray &body, const QByteArray &status = "400 Bad") {
-        const auto result = upload(Server::reply(body, status));
-        return result ? "no failure: " + result->toString() : result.error().message;
+    const struct {
+        int status;
+        QByteArray body;
+        QString told; // the link, or behind "!" the failure
+    } replies[] = {
+        {200, R"({"data":{"link":"https://i.example/a%20b.png?x=1"}})", "https://i.example/a%20b.png?x=1"},
+        {200, R"({"data":{"link":"http://a b"}})", "!Imgur upload failed."},
+        {200, R"({"data":{"link":""}})", "!Imgur upload failed."},
+        {200, R"({"data":{"link":7,"error":"no room"}})", "!no room"},
+        {200, R"({"data":[{"link":"https://i.example/a.png"}]})", "!Imgur upload failed."},
+        {201, R"({"data":{"link":"https://i.example/a.png"}})", "!Imgur upload failed."},
+        {400, R"({"data":{"error":"over capacity"}})", "!over capacity"},
+        {400, R"({"data":{"error":{"message":"bad type"}}})", "!bad type"},
+        {400, R"({"data":{"error":{"message":["bad"]}}})", "!Imgur upload failed."},
+        {502, "<html>", "!Imgur upload failed."},
+        {200, "", "!Imgur upload failed."},
+        {200, "{\"data\":{\"link\":\"https://i.example/\xff\"}}", "!Imgur upload failed."},
     };
-    EXPECT_EQ(failure(R"({"data":{"error":"over capacity"}})"), "over capacity");
-    EXPECT_EQ(failure(R"({"data":{"error":{"message":"bad type"}}})"), "bad type");
-    EXPECT_EQ(failure("<html>"), "Imgur upload failed.");
-    EXPECT_EQ(failure(R"({"data":{"link":"http://a b"}})", "200 OK"), "Imgur upload failed.");
-    EXPECT_EQ(failure(R"({"data":{"link":"https://i.example/a.png"}})", "500 No"), "Imgur upload failed.");
+    for (const auto &[status, body, told] : replies) {
+        const auto link = Uploader::read({status, body});
+        EXPECT_EQ(link ? link->toString(QUrl::FullyEncoded) : "!" + link.error().message, told)
+            << body.toStdString();
+    }
+}
+
+TEST_F(Online, PassesTheNetworksTroubleOnUnchanged)
+{
+    FakeHttp broken;
+    broken.answers = {FakeHttp::failed(FakeHttp::Failure::Silence)};
+    const QString told = broken.answers.first().error().message;
+    EXPECT_EQ(ClaudeClient(broken, settings).ask("?", picture, "low").result().error().message, told);
+    EXPECT_EQ(Uploader(broken, settings).imgur(picture).result().error().message, told);
+    ASSERT_EQ(broken.requests.size(), 2) << "nothing is tried again";
+    EXPECT_EQ(broken.requests[0].timeout, std::chrono::seconds(120));
+    EXPECT_EQ(broken.requests[1].timeout, std::chrono::seconds(60));
 }
 
 TEST_F(Online, WritesNothingSecretToTheLog)

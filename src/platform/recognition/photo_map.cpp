@@ -11,10 +11,10 @@ constexpr int BlockSize = 16;
 constexpr int PhotoColors = 72; // text in one colour on another has far fewer in a block, a photograph more
 constexpr int PhotoBlocks = 2;  // in an area worth a look
 
-constexpr int Samples = 48;       // across a face, so that it counts alike at any size
+constexpr int Samples = 32;       // across a face, so that it counts alike at any size
 constexpr double Edge = 0.12;     // left out at each side: it may be background
 constexpr double Alike = 0.01;    // of the contrast: neighbours without a difference
-constexpr double MostAlike = 0.2; // of all neighbours; photographs stay below .15, drawings are above .5
+constexpr double MostAlike = 0.2; // of all neighbours; photographs stay below .05, drawings are above .5
 constexpr int LeastContrast = 8;  // of 255
 constexpr int White = 250;        // overexposed, and from here on even in photographs too
 constexpr int Black = 5;
@@ -59,6 +59,10 @@ PhotoMap::PhotoMap(const PixelSource &picture)
     const QRect strip(0, 0, m_columns * BlockSize, BlockSize);
     if (strip.isEmpty())
         return;
+    if (picture.hasPalette()) {
+        std::ranges::fill(m_isPhoto, char(true)); // colours tell nothing here
+        return;
+    }
     ColorSet colors;
     for (int row = 0; row < m_rows; ++row) {
         const cv::Mat pixels = picture.scaled(strip.translated(0, row * BlockSize), strip.size());
