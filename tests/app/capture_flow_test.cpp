@@ -11,6 +11,7 @@
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 #include "support/temporary_folder.h"
 
@@ -38,7 +39,7 @@ protected:
         };
         machine.pictures.desktop = QImage(800, 300, QImage::Format_RGB32);
         machine.pictures.desktop.fill(Qt::darkGreen);
-        machine.pictures.windows.insert(77, picture(Qt::darkRed));
+        machine.pictures.windows.insert(77, filled({200, 100}, Qt::darkRed));
         machine.screens.listed = {{77, 4711, 0, QRectF(20, 20, 200, 100), "Terminal", "shell"}};
         machine.workspace.front = Workspace::Application{4711, "Terminal"};
         prefs.setSaveFolder(home.path("Shots"));
@@ -49,12 +50,6 @@ protected:
                          [this](const Error &error) { failures.append(error); });
     }
 
-    static QImage picture(const QColor &color)
-    {
-        QImage image(200, 100, QImage::Format_RGB32);
-        image.fill(color);
-        return image;
-    }
     QByteArray log() const
     {
         Log::flush();
@@ -254,7 +249,7 @@ TEST_F(CaptureFlowTest, CopiesGrabbedTextAndSavesNothing)
 {
     machine.text.answer = QList<RecognizedLine>{{"one line", QRectF(0, 0, 1, 1), {}, 1}};
     flow.startCapture(Intent::GrabText, 0);
-    pick(CaptureOverlayController::Image{picture(Qt::white)});
+    pick(CaptureOverlayController::Image{filled({200, 100}, Qt::white)});
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(shown.first(), (Notice{"Copied 1 lines of text", "text.viewfinder"}));
     EXPECT_EQ(machine.pasteboard.text(), "one line");
@@ -263,7 +258,7 @@ TEST_F(CaptureFlowTest, CopiesGrabbedTextAndSavesNothing)
     shown.clear();
     machine.text.answer = fail("The engine gave up.");
     flow.startCapture(Intent::GrabText, 0);
-    pick(CaptureOverlayController::Image{picture(Qt::white)});
+    pick(CaptureOverlayController::Image{filled({200, 100}, Qt::white)});
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(shown.first(), (Notice{"No text found", "text.magnifyingglass"}));
     EXPECT_EQ(machine.pasteboard.text(), "one line");

@@ -40,8 +40,8 @@ TEST_F(GrabText, PutsTheTextOfAWindowOnTheClipboardAndTellsHowMuch)
     key("ctrl+shift+t");
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != before.pixel(5, 5); }, 10000));
     // A drag around the text, from the desktop over the border of the window; the title stays out.
-    input({"mousemove", "190", "224", "mousedown", "1", "mousemove", "400", "280", "mousemove", "560", "330",
-           "mouseup", "1"});
+    xdotool({"mousemove", "190", "224", "mousedown", "1", "mousemove", "400", "280", "mousemove", "560",
+             "330", "mouseup", "1"});
     EXPECT_TRUE(QTest::qWaitFor([] { return pasted().contains("Harbour office\nOpen until noon"); }, 15000))
         << pasted().toStdString();
     EXPECT_TRUE(QTest::qWaitFor([this] { return readOnScreen().contains("Copied 2 lines of text"); }, 10000))

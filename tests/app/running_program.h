@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/temporary_folder.h"
+#include "support/xdotool.h"
 
 #include <QDir>
 #include <QFile>
@@ -70,14 +71,7 @@ protected:
         return QTest::qWaitFor([&] { return captures().size() >= count; }, 20000);
     }
 
-    static void input(const QStringList &words)
-    {
-        QProcess process;
-        process.start("xdotool", words);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000));
-        ASSERT_EQ(process.exitCode(), 0) << words.join(' ').toStdString();
-    }
-    static void key(const QString &key) { input({"key", key}); }
+    static void key(const QString &key) { xdotool({"key", key}); }
     static QImage photograph() { return QGuiApplication::primaryScreen()->grabWindow(0).toImage(); }
 
     TemporaryFolder home;

@@ -54,7 +54,7 @@ TEST_F(RunningProgram, MakesAFileOrALogLineOfEachQuickPress)
 {
     set(kNoEditor);
     start();
-    input({"key", "--delay", "1", "ctrl+shift+f", "ctrl+shift+f", "ctrl+shift+f"});
+    xdotool({"key", "--delay", "1", "ctrl+shift+f", "ctrl+shift+f", "ctrl+shift+f"});
     const auto answered = [this] {
         return captures().size() + log().count("Capture ignored: another capture is in progress");
     };
@@ -87,8 +87,8 @@ TEST_F(RunningProgram, PicksARegionExactlyToThePixelFromTheFrozenPicture)
     key("ctrl+shift+c");
     // The overlay dims what is not selected.
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != desktop.pixel(5, 5); }, 10000));
-    input({"mousemove", "100", "120", "mousedown", "1", "mousemove", "200", "180", "mousemove", "341", "263",
-           "mouseup", "1"});
+    xdotool({"mousemove", "100", "120", "mousedown", "1", "mousemove", "200", "180", "mousemove", "341",
+             "263", "mouseup", "1"});
     ASSERT_TRUE(waitForCaptures(1));
     const QImage capture(captures().first());
     EXPECT_EQ(capture.size(), QSize(241, 143));

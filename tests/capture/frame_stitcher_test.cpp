@@ -1,5 +1,6 @@
 #include "capture/frame_stitcher.h"
 #include "capture/page_picture.h"
+#include "support/pictures.h"
 
 #include <QColorSpace>
 #include <QJsonDocument>
@@ -77,8 +78,7 @@ TEST(RowSignatures, ReadNarrowPicturesInTheirFirstFourColumns)
 
 TEST(RowSignatures, TellRowsOfOneColour)
 {
-    QImage image(150, 3, QImage::Format_RGB32);
-    image.fill(Qt::darkCyan);
+    QImage image = filled({150, 3}, Qt::darkCyan);
     image.setPixel(101, 1, 0xff000000); // the last compared column
     image.setPixel(102, 2, 0xff000000); // the first of the scroll bar
     EXPECT_EQ(RowSignatures::of(image)->uniform, (std::vector<quint8>{1, 0, 1}));
@@ -168,18 +168,13 @@ TEST(FrameStitcher, TakesRowsFromTheFrameBeforeWhenTheHeaderHidesThem)
     EXPECT_TRUE(sameRows(stitcher.result(), stacked({header, page.rows(40, 200 + 130)})));
 }
 
-TEST(FrameStitcher, NeedsAMovingRegionOfSeventeenRows)
+TEST(FrameStitcher, NeedsAMovingRegionOfSeventeenRowsAndTwelveOfOverlap)
 {
     const QImage header = Page(100, 2).image();
     const Page page(200);
     // Without any row alike by chance the region under the header is what moves.
     EXPECT_EQ(shiftOf(page.frame(0, 116, header), page.frame(2, 116, header)), 0);
     EXPECT_EQ(shiftOf(page.frame(0, 117, header), page.frame(2, 117, header)), 2);
-}
-
-TEST(FrameStitcher, NeedsTwelveRowsOfOverlap)
-{
-    const Page page(200);
     EXPECT_EQ(shiftOf(page.frame(0, 60), page.frame(48, 60)), 48);
     EXPECT_EQ(shiftOf(page.frame(0, 60), page.frame(49, 60)), 0);
 }

@@ -9,6 +9,7 @@
 #include "platform/screens.h"
 #include "platform/session/make_platform.h"
 #include "platform/workspace.h"
+#include "support/xdotool.h"
 
 #include <QEventLoop>
 #include <QProcess>
@@ -53,13 +54,6 @@ protected:
                                             [this](const Overlay::Result &result) { outcome = result; });
         overlay->show();
         EXPECT_TRUE(QTest::qWaitFor([] { return qApp->activeWindow() != nullptr; }, 5000)) << "no keyboard";
-    }
-    // Runs beside our own loop, which must answer meanwhile.
-    static void xdotool(const QStringList &arguments)
-    {
-        QProcess process;
-        process.start("xdotool", arguments);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000));
     }
     void drag(QPoint from, QPoint to, const QString &modifier = {})
     {
@@ -113,10 +107,6 @@ TEST_F(OverlayOnDesktop, CropsWhatIsDraggedOnEachDisplay)
         drag(origin + QPoint(220, 180), origin + QPoint(521, 383));
         EXPECT_EQ(result<Overlay::Image>().image, shown(QRect(origin + QPoint(220, 180), QSize(301, 203))));
     }
-}
-
-TEST_F(OverlayOnDesktop, DragsASquareWithShift)
-{
     open({500, 500});
     drag({400, 400}, {350, 300}, "shift");
     EXPECT_EQ(result<Overlay::Image>().image, shown(QRect(300, 300, 100, 100)));
@@ -141,12 +131,11 @@ TEST_F(OverlayOnDesktop, ObeysTheKeyboardOfTheDisplayWithThePointer)
     open({500, 500});
     xdotool({"key", "KP_Enter"});
     EXPECT_EQ(result<Overlay::Image>().image, shown(QRect(0, 0, 960, 1080)));
-    open({500, 500});
-    xdotool({"key", "Escape"});
-    result<Overlay::Cancelled>();
-    open({500, 500});
-    xdotool({"click", "3"});
-    result<Overlay::Cancelled>();
+    for (const QStringList &cancels : {QStringList{"key", "Escape"}, {"click", "3"}}) {
+        open({500, 500});
+        xdotool(cancels);
+        result<Overlay::Cancelled>();
+    }
 }
 
 TEST_F(OverlayOnDesktop, SelectsByKeysAlone)

@@ -2,35 +2,13 @@
 
 #include "capture/ui/capture_overlay.h"
 #include "capture/ui/overlay_view.h"
-#include "platform/pointer_control.h"
-#include "platform/workspace.h"
+#include "fakes/fake_desktop.h"
+#include "fakes/fake_screens.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <gtest/gtest.h>
-
-class RestingPointer : public PointerControl {
-public:
-    QPointF position() const override { return at; }
-    void warp(QPointF point) override { at = point; }
-    bool canScroll() const override { return false; }
-    QFuture<Result<void>> wheel(int) override { return {}; }
-
-    QPointF at;
-};
-
-class QuietWorkspace : public Workspace {
-public:
-    std::optional<Application> frontmost() const override { return {}; }
-    Result<void> open(const QUrl &) override { return {}; }
-    Result<void> reveal(const QString &) override { return {}; }
-    void rememberActiveWindow() override { ++remembered; }
-    void restoreActiveWindow() override { ++restored; }
-
-    int remembered = 0;
-    int restored = 0;
-};
 
 // One display of 400 by 300 points at (1000, 50) with two windows on it, and a view over its picture.
 class OverlayTest : public testing::Test {
@@ -110,8 +88,8 @@ protected:
     }
     QImage painted() { return view->grab().toImage().convertToFormat(QImage::Format_RGB32); }
 
-    RestingPointer pointer;
-    QuietWorkspace workspace;
+    FakePointerControl pointer;
+    FakeWorkspace workspace;
     DisplaySnapshot snapshot;
     std::unique_ptr<CaptureOverlayController> controller;
     std::unique_ptr<OverlayView> view;

@@ -321,9 +321,10 @@ TEST_F(OverlayTest, CoversEveryDisplayAndGoesAtOnceWithTheFirstResult)
     open(1);
     view.reset();
     pointer.at = {1100, 150};
+    workspace.front = Workspace::Application{7, "Terminal"};
     controller->show();
     ASSERT_EQ(controller->windows().size(), 1u);
-    EXPECT_EQ(workspace.remembered, 1);
+    EXPECT_EQ(workspace.remembered, workspace.front);
     controller->finish(Overlay::Cancelled{});
     controller->finish(Overlay::Image{snapshot.image});
     EXPECT_TRUE(controller->windows().empty());

@@ -2,36 +2,28 @@
 #include "capture/ui/region_frame_window.h"
 #include "capture/ui/scrolling_chrome.h"
 #include "capture_ui/overlay_fixture.h"
-#include "platform/permissions.h"
-#include "platform/screen_pictures.h"
+#include "support/pictures.h"
 
 #include <QPushButton>
 #include <QTest>
 
 namespace {
 
-// A screen that shows noise, so that every shot differs from the last, and a session scrolled by hand.
-class NoisyScreen : public Screens, public ScreenPictures, public Permissions {
-public:
-    QList<Screen> screens() const override { return {screen}; }
-    QList<ListedWindow> windows() const override { return {}; }
-    ScreenPictures::Capabilities capabilities() const override { return {}; }
-    QFuture<Result<QImage>> display(const Screen &, Pointer) override { return shot(); }
-    QFuture<Result<QImage>> region(const Screen &, const QRectF &, Pointer) override { return shot(); }
-    QFuture<Result<QImage>> window(quint32, Pointer) override { return shot(); }
-    QFuture<Result<QImage>> shot()
+// A session that the user scrolls by hand.
+struct ByHand {
+    ByHand()
     {
-        ++shots;
-        QImage image(100, 60, QImage::Format_RGB32);
-        image.fill(QColor::fromHsv(shots * 30 % 360, 200, 200));
-        return readyFuture(Result<QImage>(image));
+        screens.connected = {screen};
+        pictures.desktop = filled({800, 800}, Qt::darkCyan);
+        pointer.mayScroll = false;
     }
-    PermissionStatus status(Permission) const override { return PermissionStatus::Granted; }
-    void request(Permission) override {}
-    void openSettings(Permission) override {}
-
-    Screen screen{1, "L", QRect(0, 0, 800, 800), 1, true};
-    int shots = 0;
+    const Screen screen{1, "L", QRect(0, 0, 800, 800), 1, true};
+    FakeScreens screens;
+    FakeScreenPictures pictures;
+    FakePointerControl pointer;
+    FakePermissions permissions;
+    ScrollingCaptureSession session{
+        {screens, pictures, pointer, permissions}, screen, QRectF(100, 100, 400, 200)};
 };
 
 } // namespace
@@ -57,10 +49,8 @@ TEST(RegionFrameWindow, LeavesTheRegionClear)
 
 TEST(ScrollingChrome, ShowsTheSessionAndEndsItWithDone)
 {
-    NoisyScreen screen;
-    RestingPointer pointer;
-    ScrollingCaptureSession session({screen, screen, pointer, screen}, screen.screen,
-                                    QRectF(100, 100, 400, 200));
+    ByHand hand;
+    ScrollingCaptureSession &session = hand.session;
     ScrollingChrome chrome(session);
     chrome.show();
     const auto result = session.run();
@@ -75,15 +65,12 @@ TEST(ScrollingChrome, ShowsTheSessionAndEndsItWithDone)
     ASSERT_TRUE(QTest::qWaitFor([&] { return result.isFinished(); }, 2000));
     EXPECT_FALSE(chrome.frameWindow().isVisible() || chrome.hud().isVisible());
     ASSERT_TRUE(result.result());
-    EXPECT_EQ(result.result()->value().size(), QSize(100, 60));
+    EXPECT_EQ(result.result()->value().size(), QSize(400, 200));
 }
 
 TEST(ScrollingChrome, PutsOwnWindowsAsideThatWouldCatchTheWheel)
 {
-    NoisyScreen screen;
-    RestingPointer pointer;
-    ScrollingCaptureSession session({screen, screen, pointer, screen}, screen.screen,
-                                    QRectF(100, 100, 400, 200));
+    ByHand hand;
     QWidget over;
     over.setGeometry(250, 150, 200, 100);
     over.show();
@@ -91,7 +78,7 @@ TEST(ScrollingChrome, PutsOwnWindowsAsideThatWouldCatchTheWheel)
     beside.setGeometry(510, 400, 200, 100);
     beside.show();
     {
-        ScrollingChrome chrome(session);
+        ScrollingChrome chrome(hand.session);
         chrome.show();
         EXPECT_TRUE(over.isMinimized());
         EXPECT_FALSE(beside.isMinimized());

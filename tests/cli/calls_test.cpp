@@ -1,6 +1,7 @@
 #include "call.h"
 
 #include "document/project_file.h"
+#include "support/pictures.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -130,8 +131,7 @@ TEST_F(CommandLine, KeepsALibraryInTheFolderOfTheCall)
 
 TEST_F(CommandLine, RendersAProjectWithAndWithoutEffects)
 {
-    QImage base(40, 30, QImage::Format_RGB32);
-    base.fill(Qt::white);
+    QImage base = filled({40, 30});
     Annotation box;
     box.kind = ToolKind::Rectangle;
     box.style = 2;

@@ -1,19 +1,9 @@
 #include "document/annotation.h"
+#include "pixels.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-Annotation object(ToolKind kind, QPointF start, QPointF end, double lineWidth = 6)
-{
-    Annotation a;
-    a.kind = kind;
-    a.start = start;
-    a.end = end;
-    a.color = Qt::red;
-    a.lineWidth = lineWidth;
-    return a;
-}
 
 const std::array boxes{ToolKind::Rectangle, ToolKind::Ellipse,   ToolKind::Highlight,
                        ToolKind::Blur,      ToolKind::Spotlight, ToolKind::Magnify};

@@ -2,19 +2,13 @@
 
 #include "document/image_files.h"
 #include "document/renderer.h"
+#include "fakes/fake_desktop.h"
 #include "pixels.h"
-#include "platform/pasteboard.h"
+#include "support/pictures.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QImage plain(int width, int height, QColor color = Qt::white)
-{
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-    image.fill(color);
-    return image;
-}
 
 // Every row has a colour of its own.
 QImage rows(int width, int height)
@@ -29,42 +23,10 @@ QImage rows(int width, int height)
 
 Annotation box(QPointF start, QPointF end)
 {
-    Annotation a;
-    a.id = QUuid::createUuid();
-    a.kind = ToolKind::Rectangle;
-    a.start = start;
-    a.end = end;
+    Annotation a = object(ToolKind::Rectangle, start, end, 2);
     a.color = Qt::blue;
-    a.lineWidth = 2;
     return a;
 }
-
-class FakePasteboard : public Pasteboard {
-public:
-    void clear() override { m_flavors.clear(); }
-    void setFlavors(const QList<Flavor> &flavors) override { m_flavors = flavors; }
-    void setText(const QString &text) override { m_flavors = {{"text/plain", text.toUtf8()}}; }
-    void setFile(const QUrl &file) override { m_flavors = {{"text/uri-list", file.toEncoded()}}; }
-    bool has(const QString &type) const override
-    {
-        return std::any_of(m_flavors.begin(), m_flavors.end(),
-                           [&](const Flavor &f) { return f.first == type; });
-    }
-    QByteArray data(const QString &type) const override
-    {
-        for (const auto &[name, bytes] : m_flavors) {
-            if (name == type)
-                return bytes;
-        }
-        return {};
-    }
-    QString text() const override { return QString::fromUtf8(data("text/plain")); }
-    bool hasImage() const override { return has("image/png"); }
-    QImage image() const override { return QImage::fromData(data("image/png")); }
-
-private:
-    QList<Flavor> m_flavors;
-};
 
 struct Changes {
     QList<EditorDocument::Field> before;
@@ -92,7 +54,7 @@ QList<int> stepNumbers(const EditorDocument &document)
 
 TEST(EditorDocument, SixtyStepsBackAndNoFurther)
 {
-    EditorDocument document(plain(50, 50));
+    EditorDocument document(filled({50, 50}));
     for (int i = 0; i < 61; ++i)
         document.add(box({double(i), 0}, {i + 10.0, 10}));
     int steps = 0;
@@ -201,7 +163,7 @@ TEST(EditorDocument, ACutAtTheEdgeLeavesNoSeam)
 
 TEST(EditorDocument, NumbersStepsAfterTheHighest)
 {
-    EditorDocument document(plain(200, 200));
+    EditorDocument document(filled({200, 200}));
     for (int i = 0; i < 3; ++i)
         document.add(document.makeAnnotation(ToolKind::Step, {20.0 * i, 20}));
     EXPECT_EQ(stepNumbers(document), (QList{1, 2, 3}));
@@ -221,7 +183,7 @@ TEST(EditorDocument, NumbersStepsAfterTheHighest)
 TEST(EditorDocument, PastesObjectsInACascadeUntilAnotherProgramCopies)
 {
     FakePasteboard pasteboard;
-    EditorDocument document(plain(400, 300));
+    EditorDocument document(filled({400, 300}));
     document.copySelected(pasteboard); // nothing selected, nothing copied
     EXPECT_FALSE(pasteboard.has(EditorDocument::objectPasteboardType));
     document.add(box({20, 20}, {60, 50}));
@@ -239,14 +201,14 @@ TEST(EditorDocument, PastesObjectsInACascadeUntilAnotherProgramCopies)
     EXPECT_EQ(document.annotations()[2].start, QPointF(68, 68));
     EXPECT_EQ(document.selectedID(), document.annotations()[2].id);
     EXPECT_NE(document.annotations()[1].id, document.annotations()[0].id);
-    EditorDocument other(plain(400, 300));
+    EditorDocument other(filled({400, 300}));
     other.paste(pasteboard, QPointF(200, 100));
     ASSERT_EQ(other.annotations().size(), 1);
     EXPECT_EQ(other.annotations()[0].bounds().center(), QPointF(200, 100));
     other.undo();
     EXPECT_TRUE(other.annotations().isEmpty());
 
-    QByteArray png = ImageFiles::encode(plain(1000, 200, Qt::red), ImageFiles::Type::Png);
+    QByteArray png = ImageFiles::encode(filled({1000, 200}, Qt::red), ImageFiles::Type::Png);
     pasteboard.setFlavors({{"image/png", png}});
     other.setTool(ToolKind::Arrow);
     other.paste(pasteboard);
@@ -262,15 +224,15 @@ TEST(EditorDocument, PastesObjectsInACascadeUntilAnotherProgramCopies)
 
 TEST(EditorDocument, ASmallPictureIsNotEnlarged)
 {
-    EditorDocument document(plain(400, 300));
-    document.addImageObject(plain(40, 30), QPointF(50, 60));
+    EditorDocument document(filled({400, 300}));
+    document.addImageObject(filled({40, 30}), QPointF(50, 60));
     EXPECT_EQ(document.annotations()[0].rect(), QRectF(30, 45, 40, 30));
     EXPECT_EQ(document.annotations()[0].color, QColor(Qt::white));
 }
 
 TEST(EditorDocument, StyleFlowsIntoTheSelectionWithoutAnUndoStep)
 {
-    EditorDocument document(plain(200, 200));
+    EditorDocument document(filled({200, 200}));
     document.setStyle(2, ToolKind::Rectangle);
     document.add(document.makeAnnotation(ToolKind::Rectangle, {10, 10}));
     document.add(document.makeAnnotation(ToolKind::Text, {50, 50}));
@@ -294,7 +256,7 @@ TEST(EditorDocument, StyleFlowsIntoTheSelectionWithoutAnUndoStep)
     document.undo();
     EXPECT_FALSE(document.canUndo());
 
-    EditorDocument adopting(plain(200, 200));
+    EditorDocument adopting(filled({200, 200}));
     Annotation text = box({5, 5}, {5, 5});
     text.kind = ToolKind::Text;
     text.text = "a";
@@ -312,7 +274,7 @@ TEST(EditorDocument, StyleFlowsIntoTheSelectionWithoutAnUndoStep)
 
 TEST(EditorDocument, MakesObjectsWithTheCurrentLook)
 {
-    EditorDocument document(plain(100, 100));
+    EditorDocument document(filled({100, 100}));
     document.setColor(Qt::black);
     EXPECT_EQ(document.makeAnnotation(ToolKind::Highlight, {}).color, SystemColors::yellow());
     EXPECT_EQ(document.makeAnnotation(ToolKind::Arrow, {}).color, QColor(Qt::black));
@@ -324,7 +286,7 @@ TEST(EditorDocument, MakesObjectsWithTheCurrentLook)
 
 TEST(EditorDocument, FindsTheTopMostObjectAndOrdersThem)
 {
-    EditorDocument document(plain(100, 100));
+    EditorDocument document(filled({100, 100}));
     const Annotation lower = box({10, 10}, {60, 60});
     const Annotation upper = box({40, 40}, {90, 90});
     document.add(lower);
@@ -355,7 +317,7 @@ TEST(EditorDocument, SamplesTheBaseAlone)
 
 TEST(EditorDocument, TellsBeforeAndAfterEachChange)
 {
-    EditorDocument document(plain(50, 50));
+    EditorDocument document(filled({50, 50}));
     Changes changes(document);
     document.add(box({1, 1}, {9, 9}));
     using enum EditorDocument::Field;
@@ -372,7 +334,7 @@ TEST(EditorDocument, TellsBeforeAndAfterEachChange)
 
 TEST(EditorDocument, FlattensIntoANewPictureAndExportsWithEffects)
 {
-    EditorDocument document(plain(100, 80));
+    EditorDocument document(filled({100, 80}));
     document.add(box({10, 10}, {50, 50}));
     const QImage flat = document.flattened();
     EXPECT_NEAR(shareOfBlue(flat.pixel(10, 30)), 1, 0.05);

@@ -2,19 +2,13 @@
 
 #include "document/soft_shadow.h"
 #include "pixels.h"
+#include "support/pictures.h"
 
 #include <QPainter>
 #include <QPainterPath>
 #include <gtest/gtest.h>
 
 namespace {
-
-QImage picture(int width, int height)
-{
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-    image.fill(QColor(200, 30, 40));
-    return image;
-}
 
 QImage emptyMask(int width, int height)
 {
@@ -27,14 +21,15 @@ QImage emptyMask(int width, int height)
 
 TEST(Effects, WithoutAnyThePictureItselfIsTheResult)
 {
-    const QImage image = picture(60, 40);
+    const QImage image = filled({60, 40}, QColor(200, 30, 40), QImage::Format_ARGB32_Premultiplied);
     EXPECT_EQ(Effects().applied(image).cacheKey(), image.cacheKey());
     EXPECT_TRUE(Effects().applied(QImage()).isNull());
 }
 
 TEST(Effects, RoundedAloneKeepsTheSizeAndOpensTheCorners)
 {
-    const QImage result = Effects{.rounded = true}.applied(picture(120, 90));
+    const QImage result = Effects{.rounded = true}.applied(
+        filled({120, 90}, QColor(200, 30, 40), QImage::Format_ARGB32_Premultiplied));
     EXPECT_EQ(result.size(), QSize(120, 90));
     for (const QPoint corner : {QPoint(0, 0), QPoint(119, 0), QPoint(0, 89), QPoint(119, 89)})
         EXPECT_EQ(qAlpha(result.pixel(corner)), 0);
@@ -46,7 +41,8 @@ TEST(Effects, RoundedAloneKeepsTheSizeAndOpensTheCorners)
 
 TEST(Effects, ABackdropAlwaysRoundsAndCastsAShadowAndItsStyleIsClamped)
 {
-    const QImage below = Effects{.backdrop = true, .backdropStyle = -1}.applied(picture(500, 300));
+    const QImage below = Effects{.backdrop = true, .backdropStyle = -1}.applied(
+        filled({500, 300}, QColor(200, 30, 40), QImage::Format_ARGB32_Premultiplied));
     ASSERT_EQ(below.size(), QSize(580, 380));
     EXPECT_TRUE(hasColor(below, {0, 0}, QColor::fromRgbF(.34f, .40f, .98f).rgb(), 3));
     EXPECT_TRUE(hasColor(below, {41, 41}, below.pixel(40, 39), 8)); // ground, not picture, in the corner
@@ -58,7 +54,8 @@ TEST(Effects, ABackdropAlwaysRoundsAndCastsAShadowAndItsStyleIsClamped)
 TEST(Effects, ASmallFrameAndATranslucentBorderAreDrawnToo)
 {
     Effects effects{.border = true, .borderColor = QColor(0, 0, 255, 128), .shadow = true};
-    const QImage result = effects.applied(picture(20, 10));
+    const QImage result =
+        effects.applied(filled({20, 10}, QColor(200, 30, 40), QImage::Format_ARGB32_Premultiplied));
     ASSERT_EQ(result.size(), QSize(156, 146));
     EXPECT_TRUE(hasColor(result, {78, 73}, qRgb(200, 30, 40)));
     EXPECT_GT(qBlue(result.pixel(64, 73)), 150);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/annotation.h"
+
 #include <QColor>
 #include <QImage>
 #include <QPoint>
@@ -78,4 +80,18 @@ inline double coveredAlong(const QImage &image, Share share, int y, int fromX, i
     for (int x = fromX; x < toX; ++x)
         sum += share(image.pixel(x, y));
     return sum;
+}
+
+// A red object with an identity of its own.
+inline Annotation object(ToolKind kind, QPointF start, QPointF end, double lineWidth = 6, int style = 0)
+{
+    Annotation a;
+    a.id = QUuid::createUuid();
+    a.kind = kind;
+    a.start = start;
+    a.end = end;
+    a.color = Qt::red;
+    a.lineWidth = lineWidth;
+    a.style = style;
+    return a;
 }

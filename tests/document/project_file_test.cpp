@@ -3,6 +3,7 @@
 #include "document/editor_document.h"
 #include "document/image_files.h"
 #include "pixels.h"
+#include "support/pictures.h"
 #include "support/temporary_folder.h"
 
 #include <QFile>
@@ -43,13 +44,6 @@ QJsonObject with(QJsonObject object, const char *key, const QJsonValue &value)
     return object;
 }
 
-QImage picture(QColor color = Qt::green)
-{
-    QImage image(20, 10, QImage::Format_RGB32);
-    image.fill(color);
-    return image;
-}
-
 } // namespace
 
 TEST(ProjectFile, BringsBackEveryFieldOfEveryKind)
@@ -69,7 +63,7 @@ TEST(ProjectFile, BringsBackEveryFieldOfEveryKind)
         a.style = 2;
         a.font = 7;
         if (kind == ToolKind::Image)
-            a.image = picture();
+            a.image = filled({20, 10}, Qt::green);
         objects.append(a);
     }
     const Effects effects{true, QColor(1, 2, 3, 200), true, true, true, 9};
@@ -198,12 +192,13 @@ TEST(ProjectFile, OpensAsEditableElseAsFlatElseAsABlankPicture)
     const TemporaryFolder folder;
     const QString path = folder.path("a.png");
     const QString directory = folder.path("project");
-    ASSERT_TRUE(ImageFiles::write(picture(Qt::red), path));
+    ASSERT_TRUE(ImageFiles::write(filled({20, 10}, Qt::red), path));
     Annotation a;
     a.color = Qt::blue;
     Effects effects;
     effects.rounded = true;
-    ASSERT_TRUE(ProjectFile::write(directory, picture(Qt::green), ProjectFile::describing({a}, effects)));
+    ASSERT_TRUE(
+        ProjectFile::write(directory, filled({20, 10}, Qt::green), ProjectFile::describing({a}, effects)));
 
     EditorDocument::Source source = EditorDocument::load(path, directory);
     EXPECT_TRUE(hasColor(source.base, {0, 0}, qRgb(0, 255, 0)));
@@ -224,7 +219,8 @@ TEST(ProjectFile, OpensAsEditableElseAsFlatElseAsABlankPicture)
     EXPECT_TRUE(source.annotations.isEmpty());
     EXPECT_FALSE(source.effects.rounded);
 
-    ASSERT_TRUE(ProjectFile::write(directory, picture(Qt::green), ProjectFile::describing({a}, effects)));
+    ASSERT_TRUE(
+        ProjectFile::write(directory, filled({20, 10}, Qt::green), ProjectFile::describing({a}, effects)));
     spoil("base.png");
     source = EditorDocument::load(path, directory);
     EXPECT_TRUE(hasColor(source.base, {0, 0}, qRgb(255, 0, 0)));

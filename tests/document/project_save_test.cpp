@@ -4,6 +4,7 @@
 #include "document/image_files.h"
 #include "document/project_file.h"
 #include "pixels.h"
+#include "support/pictures.h"
 #include "support/temporary_folder.h"
 
 #include <QCryptographicHash>
@@ -18,7 +19,8 @@ class ProjectSaveTest : public testing::Test {
 protected:
     Result<void> save(const QString &color)
     {
-        return ProjectSave::write(path, filled(color), directory, filled(color), project(color));
+        return ProjectSave::write(path, filled({4, 4}, color), directory, filled({4, 4}, color),
+                                  project(color));
     }
     // What an editor shows, and what the folder's other readers see.
     QStringList state()
@@ -30,12 +32,6 @@ protected:
     QStringList files(const QString &folder)
     {
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
-    static QImage filled(const QColor &color)
-    {
-        QImage image(4, 4, QImage::Format_RGB32);
-        image.fill(color);
-        return image;
     }
     static ProjectFile project(const QString &text)
     {
@@ -57,14 +53,14 @@ TEST_F(ProjectSaveTest, ACrashAtAnyMomentLeavesAPictureWithItsOwnProject)
     // What is on the disk at each moment of a save of blue over red, by what has been done.
     enum { Base, Description, Digest, Picture, BaseMoved, AllMoved, Moments };
     const TemporaryFolder done;
-    ASSERT_TRUE(ImageFiles::write(filled(blue), done.path("shot.png")));
+    ASSERT_TRUE(ImageFiles::write(filled({4, 4}, blue), done.path("shot.png")));
     for (int moment = Base; moment < Moments; ++moment) {
         SCOPED_TRACE(moment);
         QDir(home.path()).removeRecursively();
         QDir().mkpath(home.path());
         ASSERT_TRUE(save(red));
         const QString waiting = directory + "/.saving";
-        ASSERT_TRUE(ProjectFile::write(waiting, filled(blue), project(blue)));
+        ASSERT_TRUE(ProjectFile::write(waiting, filled({4, 4}, blue), project(blue)));
         if (moment < Description)
             QFile::remove(waiting + "/project.json");
         QFile digest(waiting + "/picture.sha256");
@@ -93,8 +89,8 @@ TEST_F(ProjectSaveTest, ACrashAtAnyMomentLeavesAPictureWithItsOwnProject)
 TEST_F(ProjectSaveTest, AFailureLeavesPictureAndProjectAsTheyWere)
 {
     ASSERT_TRUE(save(red));
-    const auto impossible = ProjectSave::write(home.path("missing/shot.png"), filled(blue), directory,
-                                               filled(blue), project(blue));
+    const auto impossible = ProjectSave::write(home.path("missing/shot.png"), filled({4, 4}, blue), directory,
+                                               filled({4, 4}, blue), project(blue));
     EXPECT_FALSE(impossible);
     EXPECT_EQ(state(), QStringList({red, red, red}));
     EXPECT_EQ(files(directory), QStringList({"base.png", "project.json"}));
@@ -103,7 +99,7 @@ TEST_F(ProjectSaveTest, AFailureLeavesPictureAndProjectAsTheyWere)
 TEST_F(ProjectSaveTest, LeavesASaveUnderWayAlone)
 {
     ASSERT_TRUE(save(red));
-    ASSERT_TRUE(ProjectFile::write(directory + "/.saving", filled(blue), project(blue)));
+    ASSERT_TRUE(ProjectFile::write(directory + "/.saving", filled({4, 4}, blue), project(blue)));
     QLockFile other(directory + "/.saving.lock");
     ASSERT_TRUE(other.tryLock(0));
     EXPECT_EQ(state(), QStringList({red, red, red}));

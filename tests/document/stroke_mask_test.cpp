@@ -2,6 +2,7 @@
 
 #include "document/renderer.h"
 #include "pixels.h"
+#include "support/pictures.h"
 
 #include <QElapsedTimer>
 #include <QPainter>
@@ -27,23 +28,9 @@ QPolygonF walk(QRandomGenerator &random, int count, const QRectF &within)
     return line;
 }
 
-Annotation object(ToolKind kind, QPointF start, QPointF end, int style = 0)
-{
-    Annotation a;
-    a.id = QUuid::createUuid();
-    a.kind = kind;
-    a.start = start;
-    a.end = end;
-    a.style = style;
-    a.color = Qt::red;
-    a.lineWidth = 12;
-    return a;
-}
-
 QImage drawn(const QSize &size, const QList<Annotation> &objects)
 {
-    QImage base(size, QImage::Format_RGB32);
-    base.fill(QColor(128, 128, 128));
+    const QImage base = filled(size, Qt::darkGray);
     return Renderer::flattened(base, Renderer::pixelated(base), objects);
 }
 
@@ -88,13 +75,13 @@ TEST(StrokeMask, CoversWhatARoundPenTouches)
 TEST(StrokeMask, FinishesForLinesThatCrossThemselvesThousandsOfTimes)
 {
     QRandomGenerator random(3);
-    Annotation pen = object(ToolKind::Pen, {}, {});
+    Annotation pen = object(ToolKind::Pen, {}, {}, 12);
     pen.points = walk(random, 20000, {0, 0, 1920, 1080});
     QList<Annotation> objects{pen};
     for (int i = 0; i < 240; ++i) {
         const QPolygonF ends = walk(random, 2, {-1e9, -1e9, 2e9, 2e9});
         const ToolKind kind = Tools::all[i % Tools::all.size()];
-        objects.append(object(kind, ends[0], ends[1], i % 4));
+        objects.append(object(kind, ends[0], ends[1], 12, i % 4));
         objects.last().text = "Text";
         objects.last().lineWidth = i % 2 ? 1000 : 40;
         objects.last().points = walk(random, 30, {-1e9, -1e9, 2e9, 2e9});
@@ -111,15 +98,15 @@ TEST(Renderer, AnObjectThatReachesFarOutLooksLikeItsPartInALargerPicture)
     const QSize small(160, 120);
     const QSize large(9000, 700);
     QList<Annotation> objects{
-        object(ToolKind::Arrow, {20, 30}, {8000, 400}),
-        object(ToolKind::Arrow, {8000, 90}, {60, 60}, 2),
-        object(ToolKind::Line, {-10, 10}, {8500, 600}),
-        object(ToolKind::Rectangle, {40, 40}, {8000, 600}),
-        object(ToolKind::Rectangle, {40, 40}, {8000, 600}, 1),
-        object(ToolKind::Rectangle, {40, 40}, {8000, 600}, 2),
-        object(ToolKind::Ellipse, {20, -300}, {8000, 400}),
-        object(ToolKind::Callout, {20, 20}, {120, 90}, 1),
-        object(ToolKind::Magnify, {20, -300}, {8000, 400}),
+        object(ToolKind::Arrow, {20, 30}, {8000, 400}, 12),
+        object(ToolKind::Arrow, {8000, 90}, {60, 60}, 12, 2),
+        object(ToolKind::Line, {-10, 10}, {8500, 600}, 12),
+        object(ToolKind::Rectangle, {40, 40}, {8000, 600}, 12),
+        object(ToolKind::Rectangle, {40, 40}, {8000, 600}, 12, 1),
+        object(ToolKind::Rectangle, {40, 40}, {8000, 600}, 12, 2),
+        object(ToolKind::Ellipse, {20, -300}, {8000, 400}, 12),
+        object(ToolKind::Callout, {20, 20}, {120, 90}, 12, 1),
+        object(ToolKind::Magnify, {20, -300}, {8000, 400}, 12),
     };
     objects[7].points = {QPointF(8000, 300)};
     for (const Annotation &a : objects) {

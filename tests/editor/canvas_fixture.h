@@ -4,6 +4,7 @@
 #include "document/editor_document.h"
 #include "editor/canvas_interaction.h"
 #include "fakes/fake_platform.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 #include "support/temporary_folder.h"
 
@@ -20,8 +21,7 @@ protected:
 
     static QImage picture()
     {
-        QImage image(width, height, QImage::Format_RGB32);
-        image.fill(Qt::white);
+        QImage image = filled({width, height});
         image.setPixelColor(10, 20, QColor(0x12, 0xab, 0xef));
         return image;
     }
@@ -71,6 +71,13 @@ protected:
             ++steps;
         }
         return steps;
+    }
+    void writeHello()
+    {
+        use(ToolKind::Text);
+        click(50, 60);
+        typed = "Hello";
+        canvas.commitText();
     }
     Annotation addBox(const QRectF &rect)
     {

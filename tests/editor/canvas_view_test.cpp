@@ -1,6 +1,7 @@
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
 #include "editor_stage.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 
 #include <QBuffer>
@@ -16,8 +17,7 @@ class CanvasViewTest : public testing::Test {
 protected:
     CanvasViewTest()
     {
-        QImage image(400, 300, QImage::Format_RGB32);
-        image.fill(Qt::white);
+        QImage image = filled({400, 300});
         editor = stage.open(image);
         editor->show();
     }
@@ -54,8 +54,7 @@ protected:
 
 TEST_F(CanvasViewTest, TakesDroppedPicturesAndRefusesTheRest)
 {
-    QImage picture(40, 20, QImage::Format_RGB32);
-    picture.fill(Qt::blue);
+    QImage picture = filled({40, 20}, Qt::blue);
     QMimeData pixels;
     pixels.setImageData(picture);
     EXPECT_TRUE(drop(pixels));
@@ -97,8 +96,7 @@ TEST_F(CanvasViewTest, PastesWhatCanBeReadAndIgnoresTheRest)
     stage.fakes.pasteboard.setFlavors({{"image/png", "not a picture"}});
     editor->run(EditorCommand::Paste);
     EXPECT_TRUE(objects().isEmpty());
-    QImage huge(9000, 3000, QImage::Format_RGB32);
-    huge.fill(Qt::red);
+    QImage huge = filled({9000, 3000}, Qt::red);
     stage.fakes.pasteboard.setFlavors({{"image/png", ImageFiles::encode(huge, ImageFiles::Type::Png)}});
     editor->run(EditorCommand::Paste);
     ASSERT_EQ(objects().size(), 1);

@@ -58,15 +58,9 @@ TEST(CanvasViewport, KeepsThePointUnderTheAnchorWhileZooming)
         view.setZoom(zoom, anchor);
         EXPECT_THAT(view.toImage(anchor), IsNear(before)) << zoom;
     }
-}
-
-TEST(CanvasViewport, GoesBackToTheMiddleWhenFitting)
-{
-    CanvasViewport view = viewport({800, 600}, {4000, 3000});
-    view.setZoom(2, {10, 10});
     view.setZoom({}, {10, 10});
     EXPECT_EQ(view.pan, QPointF());
-    EXPECT_THAT(view.toImage(QPointF(400, 300)), IsNear(QPointF(2000, 1500)));
+    EXPECT_THAT(view.toImage(QPointF(400, 300)), IsNear(QPointF(2000, 1500))) << "back in the middle";
 }
 
 TEST(CanvasViewport, LetsAPictureBePushedUntilAMarginShows)

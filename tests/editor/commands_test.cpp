@@ -3,6 +3,7 @@
 #include "editor/editor_view.h"
 #include "editor/options_bar.h"
 #include "editor_stage.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 #include "ui/controls.h"
 #include "ui/shortcut_text.h"
@@ -16,13 +17,6 @@
 #include <gmock/gmock.h>
 
 namespace {
-
-QImage picture()
-{
-    QImage image(400, 300, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
 
 // Lines of a file beside the test: fields between bars.
 QList<QStringList> expected(const QString &name)
@@ -95,7 +89,7 @@ TEST(PaletteList, WrapsRoundAndBeginsAnewWithEveryQuery)
 TEST(EditorCommands, ThePaletteListsItsLinesInOrder)
 {
     EditorStage stage;
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({400, 300}));
     const auto rows = expected("palette.txt");
     const auto check = [&](qsizetype count) {
         const auto commands = editor->paletteCommands();
@@ -119,14 +113,14 @@ TEST(EditorCommands, EveryLineOfThePaletteDoesSomething)
     // Each is run on a document of its own with a selected object, and must leave a trace.
     const QStringList all = [] {
         EditorStage stage;
-        auto editor = stage.open(picture());
+        auto editor = stage.open(filled({400, 300}));
         editor->document().add(editor->document().makeAnnotation(ToolKind::Step, {50, 50}));
         return titles(editor->paletteCommands());
     }();
     for (qsizetype i = 0; i < all.size(); ++i) {
         EditorStage stage;
         stage.fakes.text.answer = QList<RecognizedLine>{};
-        auto editor = stage.open(picture());
+        auto editor = stage.open(filled({400, 300}));
         EditorDocument &document = editor->document();
         document.add(document.makeAnnotation(ToolKind::Step, {50, 50}));
         document.add(document.makeAnnotation(ToolKind::Step, {90, 90}));
@@ -159,7 +153,7 @@ TEST(EditorCommands, EveryLineOfThePaletteDoesSomething)
 TEST(EditorCommands, ToolButtonsSpeakTheirTitlesTipsAndKeys)
 {
     EditorStage stage;
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({400, 300}));
     QList<ToolKind> inGroups;
     for (const auto &group : EditorView::toolGroups())
         inGroups += group;
@@ -181,7 +175,7 @@ TEST(EditorCommands, ToolButtonsSpeakTheirTitlesTipsAndKeys)
 TEST(EditorCommands, BarsAndMenusSpeakTheirWords)
 {
     EditorStage stage;
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({400, 300}));
     for (const QStringList &row : expected("bars.txt")) {
         QWidget *control = nullptr;
         for (QWidget *candidate : editor->window().findChildren<QWidget *>()) {
@@ -206,7 +200,7 @@ TEST(EditorCommands, BarsAndMenusSpeakTheirWords)
 TEST(EditorCommands, NoTwoShortcutsOfTheWindowAreTheSame)
 {
     EditorStage stage;
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({400, 300}));
     QStringList seen;
     for (QAction *action : editor->window().actions()) {
         for (const QKeySequence &sequence : action->shortcuts()) {
@@ -221,7 +215,7 @@ TEST(EditorCommands, NoTwoShortcutsOfTheWindowAreTheSame)
 TEST(CommandPalette, RunsTheChosenLineAfterItHasClosed)
 {
     EditorStage stage;
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({400, 300}));
     editor->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor->window()));
     editor->run(EditorCommand::CommandPalette);

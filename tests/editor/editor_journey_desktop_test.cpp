@@ -2,7 +2,9 @@
 #include "editor/canvas_view.h"
 #include "editor_stage.h"
 #include "library/library_versions.h"
+#include "support/pictures.h"
 #include "support/printers.h"
+#include "support/xdotool.h"
 #include "ui/appearance.h"
 
 #include <QApplication>
@@ -26,8 +28,7 @@ class Journey : public testing::Test {
 protected:
     Journey()
     {
-        QImage image(900, 600, QImage::Format_RGB32);
-        image.fill(QColor(250, 250, 252));
+        QImage image = filled({900, 600}, QColor(250, 250, 252));
         path = stage.inLibrary("shot.png");
         EXPECT_TRUE(ImageFiles::write(image, path));
         open();
@@ -51,25 +52,18 @@ protected:
         return editor->canvas().mapToGlobal(
             editor->canvas().interaction().viewport().toView(pixel).toPoint());
     }
-    static void input(const QStringList &words)
-    {
-        QProcess process;
-        process.start("xdotool", words);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000));
-        ASSERT_EQ(process.exitCode(), 0) << words.join(' ').toStdString();
-    }
     static QStringList move(const QPoint &to)
     {
         return {"mousemove", QString::number(to.x()), QString::number(to.y())};
     }
     void drag(const QPointF &from, const QPointF &to)
     {
-        input(move(at(from)) + QStringList{"mousedown", "1"} + move(at((from * 2 + to) / 3)) +
-              move(at((from + to * 2) / 3)) + move(at(to)) + QStringList{"mouseup", "1"});
+        xdotool(move(at(from)) + QStringList{"mousedown", "1"} + move(at((from * 2 + to) / 3)) +
+                move(at((from + to * 2) / 3)) + move(at(to)) + QStringList{"mouseup", "1"});
     }
-    void click(const QPointF &pixel) { input(move(at(pixel)) + QStringList{"click", "1"}); }
-    static void key(const QString &key) { input({"key", key}); }
-    static void type(const QString &text) { input({"type", "--delay", "5", text}); }
+    void click(const QPointF &pixel) { xdotool(move(at(pixel)) + QStringList{"click", "1"}); }
+    static void key(const QString &key) { xdotool({"key", key}); }
+    static void type(const QString &text) { xdotool({"type", "--delay", "5", text}); }
     void pick(ToolKind tool)
     {
         key(QString(Tools::shortcutKey(tool)).toLower());
@@ -236,22 +230,22 @@ TEST_F(Journey, IsOperatedByTheKeyboardAlone)
 
 TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
 {
-    input(move(at({400, 300})) +
-          QStringList{"keydown", "ctrl", "click", "--repeat", "8", "4", "keyup", "ctrl"});
+    xdotool(move(at({400, 300})) +
+            QStringList{"keydown", "ctrl", "click", "--repeat", "8", "4", "keyup", "ctrl"});
     ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom().value_or(0) > 3; }));
     const QPoint pointer = at({400, 300});
-    input(move(pointer) + QStringList{"keydown", "ctrl", "click", "4", "keyup", "ctrl"});
+    xdotool(move(pointer) + QStringList{"keydown", "ctrl", "click", "4", "keyup", "ctrl"});
     ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom().value_or(0) > 3.4; }));
     EXPECT_LE((at({400, 300}) - pointer).manhattanLength(), 2) << "the point under the pointer stays";
 
     const QPointF origin = editor->canvas().interaction().viewport().origin();
     // Key and pointer events of one burst may overtake one another.
-    input({"keydown", "space"});
+    xdotool({"keydown", "space"});
     ASSERT_TRUE(QTest::qWaitFor([&] { return editor->canvas().cursor().shape() == Qt::OpenHandCursor; }));
-    input(QStringList{"mousedown", "1"} + move(pointer - QPoint(30, 20)) + QStringList{"mouseup", "1"});
+    xdotool(QStringList{"mousedown", "1"} + move(pointer - QPoint(30, 20)) + QStringList{"mouseup", "1"});
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return editor->canvas().interaction().viewport().origin() == origin - QPointF(30, 20); }));
-    input({"keyup", "space"});
+    xdotool({"keyup", "space"});
     EXPECT_TRUE(objects().isEmpty());
     key("ctrl+0");
     ASSERT_TRUE(QTest::qWaitFor([&] { return !document().zoom(); }));

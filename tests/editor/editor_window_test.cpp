@@ -4,6 +4,7 @@
 #include "editor/status_line.h"
 #include "editor_stage.h"
 #include "library/library_versions.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 #include "ui/controls.h"
 
@@ -15,19 +16,12 @@
 
 namespace {
 
-QImage picture(QColor color = Qt::white, QSize size = {120, 80})
-{
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(color);
-    return image;
-}
-
 class EditorWindowTest : public testing::Test {
 protected:
     QString put(const QString &name)
     {
         const QString path = stage.inLibrary(name);
-        EXPECT_TRUE(ImageFiles::write(picture(), path));
+        EXPECT_TRUE(ImageFiles::write(filled({120, 80}), path));
         return path;
     }
     static void addBox(EditorDocument &document)
@@ -85,7 +79,7 @@ TEST_F(EditorWindowTest, SavingInTheLibraryKeepsAVersionAndAProject)
 TEST_F(EditorWindowTest, SavingElsewhereWritesAFlatFileAlone)
 {
     const QString path = stage.home.path("outside.png");
-    auto editor = stage.open(picture(), path);
+    auto editor = stage.open(filled({120, 80}), path);
     addBox(editor->document());
     save(*editor);
     EXPECT_TRUE(QFileInfo::exists(path));
@@ -109,7 +103,7 @@ TEST_F(EditorWindowTest, SavingTwiceAtOnceKeepsTheLaterState)
 TEST_F(EditorWindowTest, AFileThatCannotBeWrittenLeavesTheEditOpenAndSaysWhy)
 {
     const QString path = stage.home.path("missing/folder/shot.png");
-    auto editor = stage.open(picture(), path);
+    auto editor = stage.open(filled({120, 80}), path);
     addBox(editor->document());
     editor->show();
     save(*editor);
@@ -132,7 +126,7 @@ TEST_F(EditorWindowTest, ASaveThatIsUnderWayOutlivesItsWindow)
 
 TEST_F(EditorWindowTest, ClosingHandsTheControllerBackOnce)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     int closed = 0;
     editor->onClose = [&](EditorWindowController *which) {
         EXPECT_EQ(which, editor.get());
@@ -148,7 +142,7 @@ TEST_F(EditorWindowTest, ClosingHandsTheControllerBackOnce)
 
 TEST_F(EditorWindowTest, SavingWithoutAFileAsksForOne)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     editor->show();
     EXPECT_EQ(editor->window().windowTitle(), "Untitled Capture");
     editor->saving().save();
@@ -193,21 +187,9 @@ TEST_F(EditorWindowTest, AGuidesStepIsSavedByItsOwnHandler)
     EXPECT_FALSE(editor->saving().isSaving());
 }
 
-TEST_F(EditorWindowTest, ABrokenProjectOpensTheFlatFileAndAVanishedFileABlankOne)
-{
-    const QString path = put("shot.png");
-    QDir().mkpath(stage.library.projectDirectory(path));
-    QFile broken(stage.library.projectDirectory(path) + "/project.json");
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-    broken.write("{\"annotations\": [");
-    broken.close();
-    EXPECT_EQ(stage.open(path)->document().base().size(), QSize(120, 80));
-    EXPECT_EQ(stage.open(stage.inLibrary("gone.png"))->document().base().size(), QSize(2, 2));
-}
-
 TEST_F(EditorWindowTest, CopiesTheFinishedImageWithItsEffects)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     editor->run(EditorCommand::ToggleBorder);
     editor->sharing().copyImage();
     ASSERT_TRUE(waitForNotice("Image copied to clipboard"));
@@ -216,7 +198,7 @@ TEST_F(EditorWindowTest, CopiesTheFinishedImageWithItsEffects)
 
 TEST_F(EditorWindowTest, CountsTheLinesOfTextItCopies)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     stage.fakes.text.answer = QList<RecognizedLine>{{"only one", {}, {}, 1}};
     editor->reading().grabText();
     EXPECT_TRUE(editor->document().isBusy());
@@ -241,7 +223,7 @@ TEST_F(EditorWindowTest, UploadsTheFinishedImageAndCopiesItsLink)
     stage.settings.setImgurClientID("abc");
     stage.fakes.http.answers = {
         HttpResponse{200, R"({"data":{"link":"https://i.imgur.com/xyz.png"},"success":true})"}};
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     editor->sharing().upload();
     EXPECT_TRUE(waitForNotice("Link copied: i.imgur.com"));
     EXPECT_EQ(stage.fakes.pasteboard.text(), "https://i.imgur.com/xyz.png");
@@ -250,7 +232,7 @@ TEST_F(EditorWindowTest, UploadsTheFinishedImageAndCopiesItsLink)
 
 TEST_F(EditorWindowTest, AMissingKeyOffersTheSettings)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     editor->show();
     editor->reading().runAI(ClaudeClient::Action::Describe);
     ASSERT_TRUE(QTest::qWaitFor([&] { return sheet(*editor, "error") != nullptr; }));
@@ -272,7 +254,7 @@ TEST_F(EditorWindowTest, ANameFromTheServiceRenamesOnlyFilesOfTheLibrary)
     EXPECT_TRUE(waitForNotice("Renamed to “Invoice March”"));
     EXPECT_TRUE(QFileInfo::exists(stage.inLibrary("Invoice March.png")));
 
-    auto outside = stage.open(picture(), stage.home.path("shot.png"));
+    auto outside = stage.open(filled({120, 80}), stage.home.path("shot.png"));
     outside->show();
     outside->reading().runAI(ClaudeClient::Action::Name);
     EXPECT_TRUE(QTest::qWaitFor([&] { return sheet(*outside, "aiResult") != nullptr; }));
@@ -281,7 +263,7 @@ TEST_F(EditorWindowTest, ANameFromTheServiceRenamesOnlyFilesOfTheLibrary)
 
 TEST_F(EditorWindowTest, TheStatusLineTellsWhatIsThereAndWhatToDo)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     EditorDocument &document = editor->document();
     StatusLine status(*editor);
     EXPECT_EQ(status.counts(), "0 objects  ·  120 × 80 px");
@@ -305,7 +287,7 @@ TEST_F(EditorWindowTest, TheStatusLineTellsWhatIsThereAndWhatToDo)
 
 TEST_F(EditorWindowTest, OptionsFollowTheToolAndTheSelection)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     editor->show();
     EditorDocument &document = editor->document();
     const auto visible = [&](const char *name) {
@@ -326,7 +308,7 @@ TEST_F(EditorWindowTest, OptionsFollowTheToolAndTheSelection)
 
 TEST_F(EditorWindowTest, TypingOnTheCanvasWritesIntoTheObject)
 {
-    auto editor = stage.open(picture(Qt::white, {800, 600}));
+    auto editor = stage.open(filled({800, 600}, Qt::white));
     editor->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor->window()));
     EditorDocument &document = editor->document();
@@ -346,7 +328,7 @@ TEST_F(EditorWindowTest, TypingOnTheCanvasWritesIntoTheObject)
 
 TEST_F(EditorWindowTest, ASavedPresetTakesTheNameThatWasTyped)
 {
-    auto editor = stage.open(picture());
+    auto editor = stage.open(filled({120, 80}));
     editor->show();
     editor->document().setTool(ToolKind::Ellipse);
     const auto answer = [&](const QString &name) {

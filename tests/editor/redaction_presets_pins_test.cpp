@@ -2,6 +2,7 @@
 #include "editor/redaction.h"
 #include "editor/style_presets.h"
 #include "editor_stage.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 
 #include <QMenu>
@@ -14,8 +15,7 @@ class RedactionTest : public testing::Test {
 protected:
     RedactionTest()
     {
-        QImage image(200, 100, QImage::Format_RGB32);
-        image.fill(Qt::white);
+        QImage image = filled({200, 100});
         editor = stage.open(image);
     }
     void redact(Redaction::Mode mode)

@@ -6,6 +6,7 @@
 #include "library/library_filter.h"
 #include "settings/app_settings.h"
 #include "settings/defaults.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 #include "support/temporary_folder.h"
 
@@ -67,12 +68,7 @@ protected:
     std::unique_ptr<Library> m_library;
 };
 
-QImage smallPicture()
-{
-    QImage image(8, 6, QImage::Format_RGB32);
-    image.fill(Qt::darkCyan);
-    return image;
-}
+const QImage smallPicture = filled({8, 6}, Qt::darkCyan);
 
 } // namespace
 
@@ -91,15 +87,15 @@ TEST_F(LibraryTest, ListsPicturesAndFilmsOfTheTopLevelNewestFirst)
 TEST_F(LibraryTest, NamesCapturesOfOneSecondApartEvenWhileTheyAreWritten)
 {
     QSignalSpy changed(m_library.get(), &Library::changed);
-    const auto first = m_library->saveInBackground(smallPicture());
-    const auto second = m_library->saveInBackground(smallPicture());
+    const auto first = m_library->saveInBackground(smallPicture);
+    const auto second = m_library->saveInBackground(smallPicture);
     ASSERT_TRUE(QTest::qWaitFor([&] { return first.isFinished() && second.isFinished(); }));
     EXPECT_EQ(QFileInfo(first.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07.png");
     EXPECT_EQ(QFileInfo(second.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07 2.png");
     EXPECT_EQ(changed.count(), 2);
     m_settings.setImageFormat(ImageFormat::Jpg);
-    EXPECT_EQ(m_library->save(smallPicture()), inFolder("Capture 2026-03-14 at 09.41.07.jpg"));
-    EXPECT_EQ(ImageFiles::read(first.result().value())->pixel(3, 3), smallPicture().pixel(3, 3));
+    EXPECT_EQ(m_library->save(smallPicture), inFolder("Capture 2026-03-14 at 09.41.07.jpg"));
+    EXPECT_EQ(ImageFiles::read(first.result().value())->pixel(3, 3), smallPicture.pixel(3, 3));
 }
 
 TEST_F(LibraryTest, GivesNothingAndNoNewsWhenACaptureCannotBeWritten)
@@ -107,8 +103,8 @@ TEST_F(LibraryTest, GivesNothingAndNoNewsWhenACaptureCannotBeWritten)
     put("a.png");
     m_settings.setSaveFolder("/proc/nowhere");
     QSignalSpy changed(m_library.get(), &Library::changed);
-    EXPECT_FALSE(m_library->save(smallPicture()));
-    const auto later = m_library->saveInBackground(smallPicture());
+    EXPECT_FALSE(m_library->save(smallPicture));
+    const auto later = m_library->saveInBackground(smallPicture);
     ASSERT_TRUE(QTest::qWaitFor([&] { return later.isFinished(); }));
     EXPECT_FALSE(later.result());
     EXPECT_EQ(changed.count(), 0);

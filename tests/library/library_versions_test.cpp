@@ -7,6 +7,7 @@
 #include "library/library_versions.h"
 #include "settings/app_settings.h"
 #include "settings/defaults.h"
+#include "support/pictures.h"
 #include "support/printers.h"
 #include "support/temporary_folder.h"
 
@@ -66,13 +67,6 @@ protected:
         const auto contents = ProjectFile::read(m_library.projectDirectory(m_file));
         return contents ? contents->project.annotations.value(0).text : QStringLiteral("(no project)");
     }
-    static QImage picture(QColor color)
-    {
-        QImage image(9, 7, QImage::Format_RGB32);
-        image.fill(color);
-        return image;
-    }
-
     TemporaryFolder m_home;
     FakePaths m_paths{m_home.path()};
     FakeSecrets m_secrets;
@@ -119,9 +113,9 @@ TEST_F(LibraryVersionsTest, ASecondSaveWithinAMillisecondKeepsTheFirstCopy)
 TEST_F(LibraryVersionsTest, RestoresFileAndProjectAndKeepsThePresentState)
 {
     write("old");
-    ASSERT_TRUE(m_versions.saveProject(picture(Qt::red), projectWith("old"), m_file));
+    ASSERT_TRUE(m_versions.saveProject(filled({9, 7}, Qt::red), projectWith("old"), m_file));
     save("new");
-    ASSERT_TRUE(m_versions.saveProject(picture(Qt::blue), projectWith("new"), m_file));
+    ASSERT_TRUE(m_versions.saveProject(filled({9, 7}, Qt::blue), projectWith("new"), m_file));
     m_clock.time = m_clock.time.addSecs(1);
 
     QSignalSpy changed(&m_library, &Library::changed);
@@ -143,7 +137,7 @@ TEST_F(LibraryVersionsTest, AVersionWithoutAProjectRemovesThePresentOne)
 {
     write("flat");
     save("edited");
-    ASSERT_TRUE(m_versions.saveProject(picture(Qt::blue), projectWith("edited"), m_file));
+    ASSERT_TRUE(m_versions.saveProject(filled({9, 7}, Qt::blue), projectWith("edited"), m_file));
     m_clock.time = m_clock.time.addSecs(1);
     ASSERT_TRUE(m_versions.restore(m_versions.versions(m_file).first(), m_file));
     EXPECT_EQ(projectText(), "(no project)");
@@ -152,7 +146,7 @@ TEST_F(LibraryVersionsTest, AVersionWithoutAProjectRemovesThePresentOne)
 TEST_F(LibraryVersionsTest, RestoresTheOldestOfTenAlthoughKeepingThePresentStateDropsIt)
 {
     write("0");
-    ASSERT_TRUE(m_versions.saveProject(picture(Qt::red), projectWith("zero"), m_file));
+    ASSERT_TRUE(m_versions.saveProject(filled({9, 7}, Qt::red), projectWith("zero"), m_file));
     for (int i = 1; i <= 10; ++i)
         save(QByteArray::number(i));
     m_clock.time = m_clock.time.addSecs(1);

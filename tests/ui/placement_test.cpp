@@ -8,36 +8,27 @@ namespace {
 const QRectF visible(0, 0, 1920, 1040); // a 40-point bar at the bottom of the screen
 }
 
-TEST(HudPosition, StandsTwelveUnderTheRegion)
+TEST(HudPosition, StandsTwelveUnderTheRegionElseAboveElseInside)
 {
-    EXPECT_EQ(hudPosition({400, 200, 600, 300}, visible, {200, 50}), QPointF(600, 512));
-}
-
-TEST(HudPosition, MovesAboveARegionAtTheBottom)
-{
-    EXPECT_EQ(hudPosition({400, 700, 600, 300}, visible, {200, 50}), QPointF(600, 638));
-    // Just the room that is needed under the region, and one point less.
-    EXPECT_EQ(hudPosition({400, 700, 600, 270}, visible, {200, 50}).y(), 982);
-    EXPECT_EQ(hudPosition({400, 700, 600, 271}, visible, {200, 50}).y(), 638);
-}
-
-TEST(HudPosition, StaysInsideTheTopWhenNeitherSideHasRoom)
-{
-    EXPECT_EQ(hudPosition({400, 30, 600, 1000}, visible, {200, 50}).y(), 8);
-}
-
-TEST(HudPosition, LiesInsideARegionThatFillsTheScreen)
-{
-    EXPECT_EQ(hudPosition({0, 0, 1920, 1080}, visible, {200, 50}), QPointF(860, 950));
-    EXPECT_EQ(hudPosition(visible, visible, {200, 50}), QPointF(860, 950));
-}
-
-TEST(HudPosition, KeepsEightFromTheSides)
-{
-    EXPECT_EQ(hudPosition({0, 200, 20, 100}, visible, {200, 50}).x(), 8);
-    EXPECT_EQ(hudPosition({1900, 200, 20, 100}, visible, {200, 50}).x(), 1712);
-    const QRectF second = visible.translated(1920, 200);
-    EXPECT_EQ(hudPosition({1920, 400, 20, 100}, second, {200, 50}), QPointF(1928, 512));
+    const struct {
+        const char *what;
+        QRectF region;
+        QPointF expected;
+        QRectF screen = visible;
+    } cases[]{
+        {"under it", {400, 200, 600, 300}, {600, 512}},
+        {"above a region at the bottom", {400, 700, 600, 300}, {600, 638}},
+        {"just the room that is needed", {400, 700, 600, 270}, {600, 982}},
+        {"and one point less", {400, 700, 600, 271}, {600, 638}},
+        {"no room on either side", {400, 30, 600, 1000}, {600, 8}},
+        {"a region that fills the screen", {0, 0, 1920, 1080}, {860, 950}},
+        {"its visible part", visible, {860, 950}},
+        {"eight from the left", {0, 200, 20, 100}, {8, 312}},
+        {"eight from the right", {1900, 200, 20, 100}, {1712, 312}},
+        {"on a second screen", {1920, 400, 20, 100}, {1928, 512}, visible.translated(1920, 200)},
+    };
+    for (const auto &row : cases)
+        EXPECT_EQ(hudPosition(row.region, row.screen, {200, 50}), row.expected) << row.what;
 }
 
 TEST(ToastPosition, StandsEightyAboveTheUsableBottom)
@@ -46,16 +37,12 @@ TEST(ToastPosition, StandsEightyAboveTheUsableBottom)
     EXPECT_EQ(toastPosition(visible.translated(1920, 0), {300, 44}), QPointF(2730, 916));
 }
 
-TEST(TipPosition, OpensUnderTheControlOrAboveItAtTheBottom)
+TEST(TipPosition, OpensUnderTheControlOrAboveItSixFromTheSides)
 {
-    EXPECT_EQ(tipPosition({100, 100, 40, 30}, visible, {120, 40}), QPointF(60, 136));
-    EXPECT_EQ(tipPosition({100, 1000, 40, 30}, visible, {120, 40}), QPointF(60, 954));
-    EXPECT_EQ(tipPosition({100, 960, 40, 30}, visible, {120, 40}).y(), 996);
-    EXPECT_EQ(tipPosition({100, 961, 40, 30}, visible, {120, 40}).y(), 915);
-}
-
-TEST(TipPosition, KeepsSixFromTheSides)
-{
-    EXPECT_EQ(tipPosition({1900, 100, 20, 30}, visible, {120, 40}).x(), 1794);
-    EXPECT_EQ(tipPosition({0, 100, 20, 30}, visible, {120, 40}).x(), 6);
+    const std::pair<QRectF, QPointF> cases[]{
+        {{100, 100, 40, 30}, {60, 136}}, {{100, 1000, 40, 30}, {60, 954}},   {{100, 960, 40, 30}, {60, 996}},
+        {{100, 961, 40, 30}, {60, 915}}, {{1900, 100, 20, 30}, {1794, 136}}, {{0, 100, 20, 30}, {6, 136}},
+    };
+    for (const auto &[control, expected] : cases)
+        EXPECT_EQ(tipPosition(control, visible, {120, 40}), expected) << control.x() << ", " << control.y();
 }
