@@ -1,6 +1,6 @@
-#include "../editor_stage.h"
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
+#include "editor/editor_stage.h"
 #include "ui/appearance.h"
 #include "ui/controls.h"
 #include "ui/tips.h"
