@@ -124,6 +124,10 @@ function(lumenpost_test)
         set_tests_properties(${M_NAME} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
     endif()
     set_tests_properties(${M_NAME} PROPERTIES LABELS ${M_LABEL} TIMEOUT 240)
+    if(LUMENPOST_SANITIZE STREQUAL "thread")
+        set_property(TEST ${M_NAME} APPEND PROPERTY ENVIRONMENT
+            "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan-suppressions.txt:ignore_noninstrumented_modules=1:external_symbolizer_path=/usr/bin/llvm-symbolizer-19")
+    endif()
 endfunction()
 
 # The headers that nearly every file really uses, compiled once for the whole program.

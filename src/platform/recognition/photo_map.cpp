@@ -11,12 +11,12 @@ constexpr int BlockSize = 16;
 constexpr int PhotoColors = 72; // text in one colour on another has far fewer in a block, a photograph more
 constexpr int PhotoBlocks = 2;  // in an area worth a look
 
-constexpr int Samples = 32;       // across a face, so that it counts alike at any size
-constexpr double Edge = 0.12;     // left out at each side: it may be background
-constexpr double Alike = 0.01;    // of the contrast: neighbours without a difference
-constexpr double MostAlike = 0.2; // of all neighbours; photographs stay below .05, drawings are above .5
-constexpr int LeastContrast = 8;  // of 255
-constexpr int White = 250;        // overexposed, and from here on even in photographs too
+constexpr int Samples = 32;        // across a face, so that it counts alike at any size
+constexpr double Edge = 0.12;      // left out at each side: it may be background
+constexpr double Alike = 0.01;     // of the contrast: neighbours without a difference
+constexpr double MostAlike = 0.15; // of all neighbours; photographs stay below .05, drawings are above .5
+constexpr int LeastContrast = 8;   // of 255
+constexpr int White = 250;         // overexposed, and from here on even in photographs too
 constexpr int Black = 5;
 constexpr double LeastTold = 0.27; // of the samples neither white nor black, or they tell nothing
 
