@@ -55,6 +55,21 @@ QByteArray sniffedFormat(const QByteArray &head)
     return {};
 }
 
+// Whether a TIFF's directory, which mostly stands at its end, lies within it.
+bool holdsItsDirectory(const QByteArray &bytes)
+{
+    const auto *data = reinterpret_cast<const uchar *>(bytes.constData());
+    const bool isLittle = bytes.startsWith('I');
+    const auto read16 = [=](qint64 at) {
+        return isLittle ? qFromLittleEndian<quint16>(data + at) : qFromBigEndian<quint16>(data + at);
+    };
+    if (bytes.size() < 8)
+        return false;
+    const qint64 at = isLittle ? qFromLittleEndian<quint32>(data + 4) : qFromBigEndian<quint32>(data + 4);
+    constexpr qint64 Entry = 12;
+    return at + 2 <= bytes.size() && at + 2 + Entry * read16(at) + 4 <= bytes.size();
+}
+
 // Decoders fill the missing rest of a cut-off file with grey and call it done; the end marker tells.
 bool isCutOff(const QByteArray &bytes, const QByteArray &format)
 {
@@ -62,14 +77,20 @@ bool isCutOff(const QByteArray &bytes, const QByteArray &format)
         return bytes.lastIndexOf("\xff\xd9") < 0;
     if (format == "png")
         return bytes.lastIndexOf("IEND") < 0;
+    if (format == "tiff")
+        return !holdsItsDirectory(bytes);
     return false;
 }
 
-// Whether a critical chunk of a PNG isn't what its checksum says. The decoder would notice too, but tell it
-// on the standard error output by itself.
+// Whether a critical chunk of a PNG isn't what its checksum says, or the picture has no pixels. The decoder
+// would notice too, but tell it on the standard error output by itself.
 bool isDamagedPng(const QByteArray &bytes)
 {
     const auto *data = reinterpret_cast<const uchar *>(bytes.constData());
+    constexpr qsizetype Width = 16; // after the signature, and the length and type of the first chunk
+    if (bytes.size() < Width + 8 || qFromBigEndian<quint32>(data + Width) == 0 ||
+        qFromBigEndian<quint32>(data + Width + 4) == 0)
+        return true;
     qsizetype at = 8;
     while (at + 12 <= bytes.size()) {
         const qsizetype length = qFromBigEndian<quint32>(data + at);

@@ -116,6 +116,11 @@ TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
     const QByteArray jpeg = ImageFiles::encode(image, ImageFiles::Type::Jpeg);
     put(folder.path("cut.png"), png.left(png.size() / 2));
     put(folder.path("cut.jpg"), jpeg.left(jpeg.size() / 2));
+    const QByteArray tiff = ImageFiles::encode(image, ImageFiles::Type::Tiff);
+    put(folder.path("cut.tif"), tiff.left(tiff.size() / 2));
+    QByteArray pixelless = png;
+    pixelless.replace(16, 8, QByteArray(8, '\0'));
+    put(folder.path("none.png"), pixelless);
     put(folder.path("text.png"), "this is no picture");
     put(folder.path("empty.png"), "");
     QByteArray flipped = png;
@@ -128,6 +133,8 @@ TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
     };
     EXPECT_EQ(sentence("cut.png"), "cut.png is cut off: its end is missing.");
     EXPECT_EQ(sentence("cut.jpg"), "cut.jpg is cut off: its end is missing.");
+    EXPECT_EQ(sentence("cut.tif"), "cut.tif is cut off: its end is missing.");
+    EXPECT_EQ(sentence("none.png"), "none.png is damaged.");
     EXPECT_EQ(sentence("text.png"), "text.png is not a picture that Lumenpost can read.");
     EXPECT_EQ(sentence("empty.png"), "empty.png is empty.");
     EXPECT_EQ(sentence("broken.png"), "broken.png is damaged.");
