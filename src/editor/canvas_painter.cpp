@@ -1,10 +1,10 @@
 #include "editor/canvas_painter.h"
 
-#include "base/colors.h"
 #include "base/geometry.h"
 #include "document/editor_document.h"
 #include "document/renderer.h"
 #include "document/soft_shadow.h"
+#include "editor/canvas_chrome.h"
 #include "ui/theme.h"
 
 #include <QHash>
@@ -20,21 +20,7 @@ constexpr double sharpAbove = 1.5;     // device pixels for an image pixel, from
 constexpr double backdropShare = 0.08; // of the longer side
 constexpr double spotlightCorner = 16; // image pixels
 constexpr int mostRects = 8;           // rendered one by one; a region of more is rendered as one
-constexpr double selectionOutset = 4;
-constexpr double handleSide = 9;
-constexpr double chromeReach = 10; // selection outline and handles around the bounds, with their strokes
-constexpr double chromeWidth = 1.5;
-
-const QColor systemBlue(0, 122, 255);
-const QColor systemRed(255, 59, 48);
-
-QPen dashed(const QColor &color, double width, double on, double off)
-{
-    QPen pen(color, width);
-    pen.setDashPattern({on / width, off / width});
-    pen.setCapStyle(Qt::FlatCap);
-    return pen;
-}
+constexpr double chromeReach = 10;     // selection outline and handles around the bounds, with their strokes
 
 bool isSpotlight(const Annotation &annotation)
 {
@@ -51,21 +37,6 @@ bool sameStage(const CanvasPainter::Scene &a, const CanvasPainter::Scene &b)
     const auto &v = a.viewport, &w = b.viewport;
     return a.base.cacheKey() == b.base.cacheKey() && a.effects == b.effects && v.view == w.view &&
            v.backing == w.backing && v.scale() == w.scale() && v.origin() == w.origin();
-}
-
-QString bandLabel(const CanvasPainter::Scene &scene)
-{
-    const auto pixels = [](double value) { return QString::number(qRound(value)); };
-    switch (scene.bandKind) {
-    case CanvasInteraction::BandKind::TextArea:
-        return QStringLiteral("Copy text in this area");
-    case CanvasInteraction::BandKind::Crop:
-        return QStringLiteral("%1 × %2").arg(pixels(scene.band->width()), pixels(scene.band->height()));
-    case CanvasInteraction::BandKind::Cutout:
-        return QStringLiteral("Remove %1 px")
-            .arg(pixels(scene.cutsColumns ? scene.band->width() : scene.band->height()));
-    }
-    return {};
 }
 
 // Draws the objects anew over the stage, in one part of the layer. Callable from any thread.
@@ -381,85 +352,8 @@ void CanvasPainter::paint(QPainter &painter) const
         Renderer::drawObject(*m_scene.draft, m_scene.base, m_scene.pixelated, painter);
         painter.restore();
     }
-    if (m_scene.band) {
-        drawBand(painter);
-        drawBandOutline(painter);
-    }
+    if (m_scene.band)
+        CanvasChrome::drawBand(m_scene, painter);
     if (m_scene.selected)
-        drawSelection(painter);
-}
-
-void CanvasPainter::drawBand(QPainter &painter) const
-{
-    const QRectF band = m_scene.imageToView().mapRect(*m_scene.band);
-    switch (m_scene.bandKind) {
-    case CanvasInteraction::BandKind::TextArea: {
-        QColor fill = systemBlue;
-        fill.setAlphaF(0.2f);
-        painter.fillRect(band, fill);
-        break;
-    }
-    case CanvasInteraction::BandKind::Crop: {
-        QPainterPath outside;
-        outside.setFillRule(Qt::OddEvenFill);
-        outside.addRect(m_scene.imageToView().mapRect(QRectF(m_scene.base.rect())));
-        outside.addRect(band);
-        painter.fillPath(outside, QColor::fromRgbF(0, 0, 0, 0.55f));
-        break;
-    }
-    case CanvasInteraction::BandKind::Cutout: {
-        QColor fill = systemRed;
-        fill.setAlphaF(0.3f);
-        painter.fillRect(band, fill);
-        break;
-    }
-    }
-}
-
-void CanvasPainter::drawBandOutline(QPainter &painter) const
-{
-    const QRectF band = m_scene.imageToView().mapRect(*m_scene.band);
-    const bool crop = m_scene.bandKind == CanvasInteraction::BandKind::Crop;
-    painter.setPen(crop ? QPen(Qt::white, chromeWidth) : dashed(systemRed, chromeWidth, 6, 4));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(band);
-    drawLabel(painter, {band.left() + 4, band.bottom() + 6}, bandLabel(m_scene));
-}
-
-void CanvasPainter::drawLabel(QPainter &painter, const QPointF &topLeft, const QString &text) const
-{
-    const QFont font = Theme::font(Theme::Type::Caption, QFont::DemiBold);
-    const QFontMetricsF metrics(font);
-    QRectF pill(topLeft, QSizeF(Theme::tabularWidth(font, text) + 10, metrics.height() + 4));
-    // Under a band that reaches the lower edge there is no room.
-    const QSizeF view = m_scene.viewport.view;
-    pill.moveTop(std::min(pill.top(), view.height() - pill.height() - 4));
-    pill.moveLeft(std::clamp(pill.left(), 4.0, std::max(4.0, view.width() - pill.width() - 4)));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.75f));
-    painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
-    painter.setPen(Qt::white);
-    painter.setFont(font);
-    Theme::drawTabular(painter, pill.adjusted(5, 2, -5, -2), Qt::AlignLeft, text);
-}
-
-void CanvasPainter::drawSelection(QPainter &painter) const
-{
-    const QTransform toView = m_scene.imageToView();
-    const QColor accent = brandColor();
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(dashed(accent, chromeWidth, 4, 3));
-    painter.drawRect(outset(toView.mapRect(m_scene.selected->bounds()), selectionOutset));
-    painter.setPen(QPen(accent, chromeWidth));
-    for (const auto &[handle, point] : m_scene.selected->handles()) {
-        QRectF knob(0, 0, handleSide, handleSide);
-        knob.moveCenter(toView.map(point));
-        painter.setBrush(handle == AnnotationHandle::Tail ? accent : QColor(Qt::white));
-        const bool round = handle == AnnotationHandle::Start || handle == AnnotationHandle::End ||
-                           handle == AnnotationHandle::Tail;
-        if (round)
-            painter.drawEllipse(knob);
-        else
-            painter.drawRect(knob);
-    }
+        CanvasChrome::drawSelection(m_scene, painter);
 }

@@ -66,10 +66,6 @@ private:
     QRectF painted(const Annotation &annotation) const; // view coordinates
     void drawStage(QPainter &painter);
     void drawBase(QPainter &painter);
-    void drawBand(QPainter &painter) const;
-    void drawBandOutline(QPainter &painter) const;
-    void drawSelection(QPainter &painter) const;
-    void drawLabel(QPainter &painter, const QPointF &topLeft, const QString &text) const;
 
     Scene m_scene;
     QImage m_stage;  // surround, backdrop, shadow and picture, in device pixels

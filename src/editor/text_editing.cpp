@@ -6,7 +6,6 @@
 #include "editor/canvas_viewport.h"
 
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -34,7 +33,8 @@ void TextEditing::commit()
 {
     if (!m_target)
         return;
-    const Target target = *std::exchange(m_target, std::nullopt);
+    const Target target = *m_target;
+    m_target.reset(); // first: closing the field may ask for this again
     const QString text = m_host.closeTextField().trimmed();
     if (const QPointF *anchor = std::get_if<QPointF>(&target)) {
         if (!text.isEmpty()) {

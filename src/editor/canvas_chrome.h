@@ -1,0 +1,15 @@
+#pragma once
+
+#include "editor/canvas_painter.h"
+
+class QPainter;
+
+// What lies over the picture while it is worked on.
+namespace CanvasChrome {
+
+// The area that is being chosen, with its size or what will happen to it.
+void drawBand(const CanvasPainter::Scene &scene, QPainter &painter);
+// Outline and handles of the selected object.
+void drawSelection(const CanvasPainter::Scene &scene, QPainter &painter);
+
+} // namespace CanvasChrome
