@@ -18,7 +18,7 @@ namespace {
 constexpr double CandidateScore = 0.5;
 constexpr double SmallestFace = 24; // pixels; below, badges and buttons look like faces and faces like nobody
 
-constexpr int LargestTile = 1024; // pixels looked at; the larger, the fewer overlaps, but more memory
+constexpr int LargestTile = 512; // pixels looked at; the larger, the fewer overlaps, but more memory
 constexpr int Overlap = 64; // nearly three times the smallest face; from twice on the next level finds it too
 constexpr int SizeStep = 64; // few sizes: a new one costs the net half a look
 constexpr int SmallestSide = 128;
@@ -32,7 +32,7 @@ constexpr double ConfirmedScore = 0.62; // of all looks on average; real faces h
 constexpr double HardlyAFace = 0.1;
 constexpr double SameFace = 0.3; // shared part of two boxes
 
-constexpr unsigned MostThreads = 4; // each holds a net, some 60 MB
+constexpr unsigned MostThreads = 4; // each holds a net, some 30 MB
 
 // One look at a part of the picture, `shrink` times smaller.
 struct Look {
