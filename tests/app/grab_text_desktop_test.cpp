@@ -29,23 +29,37 @@ protected:
     }
 };
 
-TEST_F(GrabText, PutsTheTextOfAWindowOnTheClipboardAndTellsHowMuch)
+TEST_F(GrabText, PutsTheTextOfAnAreaOrAWindowOnTheClipboardAndTellsHowMuch)
 {
     QProcess terminal;
-    terminal.start("xterm", {"-geometry", "50x6+200+200", "-fa", "DejaVu Sans Mono", "-fs", "14", "-e",
-                             "printf 'Harbour office\\nOpen until noon\\n'; read line"});
+    terminal.start("xterm", {"-geometry", "50x6+200+200", "-T", "Quay", "-fa", "DejaVu Sans Mono", "-fs",
+                             "14", "-e", "printf 'Harbour office\\nOpen until noon\\n'; read line"});
     ASSERT_TRUE(QTest::qWaitFor([] { return photograph().pixelColor(500, 330).lightness() > 240; }, 10000));
     start();
-    const QImage before = photograph();
-    key("ctrl+shift+t");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != before.pixel(5, 5); }, 10000));
-    // A drag around the text, from the desktop over the border of the window; the title stays out.
-    xdotool({"mousemove", "190", "224", "mousedown", "1", "mousemove", "400", "280", "mousemove", "560",
-             "330", "mouseup", "1"});
-    EXPECT_TRUE(QTest::qWaitFor([] { return pasted().contains("Harbour office\nOpen until noon"); }, 15000))
-        << pasted().toStdString();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return readOnScreen().contains("Copied 2 lines of text"); }, 10000))
-        << readOnScreen().toStdString();
+    const std::pair<QStringList, const char *> gestures[]{
+        // A drag around the text, from the desktop over the border of the window; the title stays out.
+        {{"mousemove", "190", "224", "mousedown", "1", "mousemove", "400", "280", "mousemove", "560", "330",
+          "mouseup", "1"},
+         "Copied 2 lines of text"},
+        // A click into the window takes all of it, and nothing around it.
+        {{"mousemove", "500", "330", "mousemove", "505", "332", "click", "1"}, "lines of text"},
+    };
+    for (const auto &[gesture, told] : gestures) {
+        QProcess::execute("sh", {"-c", "printf none | xclip -selection clipboard"});
+        ASSERT_EQ(pasted(), "none");
+        const QImage before = photograph();
+        key("ctrl+shift+t");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != before.pixel(5, 5); }, 10000));
+        xdotool(gesture);
+        EXPECT_TRUE(
+            QTest::qWaitFor([] { return pasted().contains("Harbour office\nOpen until noon"); }, 15000))
+            << pasted().toStdString();
+        EXPECT_LE(pasted().count('\n'), 2) << pasted().toStdString();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return readOnScreen().contains(told); }, 10000))
+            << readOnScreen().toStdString();
+        // Until the notice is gone again.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !readOnScreen().contains(told); }, 15000));
+    }
     terminal.kill();
     terminal.waitForFinished();
 }
