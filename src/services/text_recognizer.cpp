@@ -19,6 +19,21 @@ QRectF padded(const QRectF &box, QSize imageSize)
     return box.adjusted(-dx, -dy, dx, dy);
 }
 
+// Padding that stays off the lines above and below.
+QRectF keptOffNeighbours(QRectF box, const QRectF &own, const QList<RecognizedLine> &lines)
+{
+    // Boxes count from below: the bottom of a rectangle is its upper edge.
+    for (const RecognizedLine &line : lines) {
+        if (line.box.left() >= box.right() || line.box.right() <= box.left())
+            continue;
+        if (line.box.center().y() > own.bottom())
+            box.setBottom(std::min(box.bottom(), std::max(own.bottom(), line.box.top())));
+        else if (line.box.center().y() < own.top())
+            box.setTop(std::max(box.top(), std::min(own.top(), line.box.bottom())));
+    }
+    return box;
+}
+
 template <typename From, typename Function>
 auto mapped(QFuture<Result<From>> future, Function function)
 {
@@ -52,8 +67,10 @@ QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes 
     case TextRecognizer::Boxes::Sensitive:
         const auto matches = SensitiveText::matchesInReadLines(lines);
         for (qsizetype i = 0; i < lines.size(); ++i)
-            for (const auto &match : matches[i])
-                boxes.append(padded(lines[i].boxOf(match.start, match.length), imageSize));
+            for (const auto &match : matches[i]) {
+                const QRectF box = lines[i].boxOf(match.start, match.length);
+                boxes.append(keptOffNeighbours(padded(box, imageSize), box, lines));
+            }
         break;
     }
     return boxes;

@@ -42,13 +42,15 @@ TEST_F(Recognizing, JoinsLinesInTheirOrderAndAsksForTheUsersLanguage)
 
 TEST_F(Recognizing, CoversThePrivateStretchAloneWithAMarginOfPixels)
 {
-    text.answer = QList{line("to a@bcd.ef ok", 0.5), line("nothing here", 0.3)};
+    // The line under it is so near that the margin would reach into it.
+    text.answer = QList{line("to a@bcd.ef ok", 0.5), line("nothing here", 0.395)};
     const auto boxes = recognizer.boxes(picture, TextRecognizer::Boxes::Sensitive).result().value();
     ASSERT_EQ(boxes.size(), 1);
     // The line is 50 pixels high; what hides it is a tenth higher on each side, and 4 pixels wider.
     EXPECT_NEAR(boxes[0].left(), 3.0 / 14 - 0.05 / 12, 1e-9);
     EXPECT_NEAR(boxes[0].right(), 11.0 / 14 + 0.05 / 12, 1e-9);
-    EXPECT_NEAR(boxes[0].top(), 0.49, 1e-9);
+    EXPECT_NEAR(boxes[0].bottom(), 0.61, 1e-9);
+    EXPECT_NEAR(boxes[0].top(), 0.495, 1e-9);
     EXPECT_EQ(recognizer.boxes(picture, TextRecognizer::Boxes::AllText).result().value().size(), 2);
 }
 
