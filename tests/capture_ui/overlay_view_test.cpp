@@ -200,6 +200,16 @@ TEST_F(OverlayTest, ShowsEachStateWithItsMarks)
     EXPECT_EQ(view->marks(), OverlayMarks()) << "the pointer is on another display";
 }
 
+TEST_F(OverlayTest, HighlightsTheWindowUnderAPointerThatWasThereBeforeTheOverlay)
+{
+    open(1);
+    view->resize(30, 30);
+    view->pointerMoved({70, 60});
+    view->resize(points);
+    view->grab();
+    EXPECT_EQ(view->marks().hole, QRectF(20, 20, 100, 80));
+}
+
 TEST_F(OverlayTest, FlipsTheLoupeAtTheRightAndTheBottomEdge)
 {
     open(1);

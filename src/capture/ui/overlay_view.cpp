@@ -30,6 +30,8 @@ OverlayView::OverlayView(const DisplaySnapshot &snapshot, CaptureOverlayControll
 void OverlayView::resizeEvent(QResizeEvent *)
 {
     preparePicture();
+    if (m_mouse) // known before the view had its size
+        updateHover(*m_mouse);
     m_marks = currentMarks();
 }
 
