@@ -70,7 +70,7 @@ bool areOneFont(const RecognizedLine &a, const RecognizedLine &b)
     // The width of the characters of a short line tells little.
     constexpr qsizetype Few = 6;
     return areAlike(a.box.height(), b.box.height(), 1.3) &&
-           (std::min(a.text.size(), b.text.size()) < Few || areAlike(advanceOf(a), advanceOf(b), 1.35));
+           (std::min(a.text.size(), b.text.size()) < Few || areAlike(advanceOf(a), advanceOf(b), 1.5));
 }
 
 // How far a line stands under another, in heights of a line.
@@ -310,8 +310,8 @@ bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
     if (isTelephone(whole))
         return parts.size() == 2 && (endsInTelephone(firstLine) || isHyphened);
     if (isMailAddress(whole))
-        return parts.size() == 2 && (isHyphened || isInColumns) && !last.text.contains('@') &&
-               matches(first.text).isEmpty() && matches(last.text).isEmpty();
+        return parts.size() == 2 && matches(first.text).isEmpty() &&
+               (isHyphened || (isInColumns && !last.text.contains('@') && matches(last.text).isEmpty()));
     const bool isTyped =
         beginsLikeAKey(whole) || (beginsLikeAKey(whole, Prefix::Shortened) && isJumbled(first.text));
     if (!isTyped) {

@@ -40,27 +40,29 @@ constexpr auto ShortDomains = "at|be|ch|co|de|dk|es|eu|fi|fr|io|it|me|nl|no|pl|s
 const QRegularExpression &misreadPatterns()
 {
     static const QRegularExpression expression = compiled({
-        R"([A-Z0-9._%+-]+@[A-Z0-9.-]+[.,][A-Z]{2,})",
+        R"([A-Z0-9._%+#*-]+@[A-Z0-9.-]+[.,][A-Z]{2,})",
         QStringLiteral(R"([A-Z0-9._%+-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(LongDomains),
         QStringLiteral(R"((?=[A-Z]*[0-9._%+-])[A-Z0-9._%+-]{3,}@[A-Z0-9-]{3,} ?(?:%1)\b(?![:~-]))")
             .arg(ShortDomains),
         R"(\b[s5]{1,2}[kx][-_.][A-Z0-9_.-]{16,})",
         R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
-        R"(\b[s5pr]k[-_ ]?(?:live|test|proj)[-_ ][A-Z0-9_-]{12,})",
+        R"(\b\d{1,3}(?:[.,]\d{1,3}\.|\.\d{1,3}[.,])\d{1,3}\.\d{1,3}\b)", // no price: that has its comma last
+        R"(\b[s5prt]k[-_ ]?(?:live|test|proj)[-_ ][A-Z0-9_-]{12,})",
         R"(\bgh[pousr]_[A-Z0-9]{18,})",
         R"(\b[A4]K[I1LT|][A4][0-9A-Z|)\]]{15,17})",
-        R"(\bx[o0]x[abprs8]-?[A-Z0-9-]{10,})",
+        R"(\bx[o0]x{1,2}[abprs8]-?[A-Z0-9-]{10,})",
         R"(\b[e6]y[JI1Lj)\]}][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,}(?:\.[A-Z0-9_-]+)?)",
     });
     return expression;
 }
 
-// Keys that lost the sign after their prefix, or some of the letters; words begin so too.
+// Keys that lost the sign after their prefix or a letter of it; words begin so too.
 const QRegularExpression &shortenedPatterns()
 {
     static const QRegularExpression expression = compiled({
         R"(\b[s5pr]k[-_]?[A-Z0-9_-]{14,})",
         R"(\b[g9]h[pousr0][A-Z0-9]{18,})",
+        R"(\b[A4][A-Z0-9][I1LT|][A4][0-9A-Z]{16}\b)",
     });
     return expression;
 }
@@ -198,13 +200,22 @@ Joined withoutStrayBlanks(const QString &line)
                               (before.endsWith('.') || before.endsWith('_') || after.startsWith('_'));
             const bool domain = !after.isEmpty() && joined.text.chopped(before.size()).endsWith('@') &&
                                 (before.endsWith('.') || after.startsWith('.'));
+            const auto isNumber = [](QStringView text) {
+                return text.size() > Crumb &&
+                       std::ranges::all_of(text, [](QChar c) { return c.isDigit() || c == '-'; });
+            };
             const auto isCrumb = [](QStringView text) { return !text.isEmpty() && text.size() <= Crumb; };
-            const bool typed = beginsLikeAKey(before);
+            constexpr qsizetype Prefix = 4;
+            const bool typed =
+                beginsLikeAKey(before) || (!before.isEmpty() && before.size() <= Prefix &&
+                                           beginsLikeAKey(before.toString() + after.toString()));
             const bool ofKey =
                 typed || isJumbled(before) ||
                 (isCrumb(before) && joined.endsInBlank(before.size()) &&
                  isJumbled(stretchBefore(joined.text, joined.text.size() - before.size() - 1, isPart)));
-            const bool goesOn = isJumbled(after) || (typed && mayBeJumbled(after)) ||
+            const bool atHyphen = before.endsWith('-') || after.startsWith('-');
+            const bool goesOn = isJumbled(after) || (typed && (mayBeJumbled(after) || isNumber(after))) ||
+                                (typed && atHyphen && isCrumb(after)) ||
                                 (isCrumb(after) && end + 1 < line.size() && line[end] == ' ' &&
                                  mayBeJumbled(stretchAfter(line, end + 1, isPart)));
             if (besideAt || mail || domain || (ofKey && goesOn))
