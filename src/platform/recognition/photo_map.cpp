@@ -9,7 +9,9 @@ namespace {
 
 constexpr int BlockSize = 16;
 constexpr int PhotoColors = 72; // text in one colour on another has far fewer in a block, a photograph more
-constexpr int PhotoBlocks = 2;  // in an area worth a look
+constexpr int PaletteColors = 256;     // in all of a picture that was made for few
+constexpr int PalettePhotoColors = 16; // in a block of such a picture
+constexpr int PhotoBlocks = 2;         // in an area worth a look
 
 constexpr int Samples = 32;        // across a face, so that it counts alike at any size
 constexpr double Edge = 0.12;      // left out at each side: it may be background
@@ -29,23 +31,24 @@ public:
         m_size = 0;
         ++m_round;
     }
-    void insert(unsigned color)
+    // Whether it is new.
+    bool insert(unsigned color)
     {
         const quint64 entry = m_round << 24 | color;
         for (size_t place = color * 0x9E3779B1U >> 22;; place = (place + 1) % m_places.size()) {
             if (m_places[place] == entry)
-                return;
+                return false;
             if (m_places[place] >> 24 != m_round) {
                 m_places[place] = entry;
                 ++m_size;
-                return;
+                return true;
             }
         }
     }
 
 private:
     std::array<quint64, 1024> m_places{}; // a block has at most a quarter of that, so one is always free
-    quint64 m_round = 0;
+    quint64 m_round = 1;                  // 0 is in the places that nothing has taken
     int m_size = 0;
 };
 
@@ -59,23 +62,27 @@ PhotoMap::PhotoMap(const PixelSource &picture)
     const QRect strip(0, 0, m_columns * BlockSize, BlockSize);
     if (strip.isEmpty())
         return;
-    if (picture.hasPalette()) {
-        std::ranges::fill(m_isPhoto, char(true)); // colours tell nothing here
-        return;
-    }
+    ColorSet all; // as far as it matters
     ColorSet colors;
+    std::vector<int> counts;
+    counts.reserve(m_isPhoto.size());
     for (int row = 0; row < m_rows; ++row) {
         const cv::Mat pixels = picture.scaled(strip.translated(0, row * BlockSize), strip.size());
         for (int column = 0; column < m_columns; ++column) {
             colors.clear();
             for (int y = 0; y < BlockSize && colors.size() < PhotoColors; ++y) {
                 const auto *from = pixels.ptr<cv::Vec4b>(y) + column * BlockSize;
-                for (int x = 0; x < BlockSize; ++x)
-                    colors.insert(unsigned(from[x][0] | from[x][1] << 8 | from[x][2] << 16));
+                for (int x = 0; x < BlockSize; ++x) {
+                    const auto color = unsigned(from[x][0] | from[x][1] << 8 | from[x][2] << 16);
+                    if (colors.insert(color) && all.size() <= PaletteColors)
+                        all.insert(color);
+                }
             }
-            m_isPhoto[size_t(row) * size_t(m_columns) + size_t(column)] = colors.size() >= PhotoColors;
+            counts.push_back(colors.size());
         }
     }
+    const int least = all.size() > PaletteColors ? PhotoColors : PalettePhotoColors;
+    std::ranges::transform(counts, m_isPhoto.begin(), [least](int count) { return count >= least; });
 }
 
 QRect PhotoMap::photoIn(const QRect &area) const

@@ -12,8 +12,6 @@ class PixelSource {
 public:
     explicit PixelSource(QImage image);
     QSize size() const { return m_image.size(); }
-    // Has few colours whatever it shows.
-    bool hasPalette() const { return m_image.format() == QImage::Format_Indexed8; }
 
     // `part`, which lies inside the picture, scaled to `size`, in memory of its own or the picture's.
     cv::Mat scaled(const QRect &part, QSize size) const;
