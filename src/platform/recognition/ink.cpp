@@ -128,8 +128,14 @@ void growSurfaces(const cv::Mat &pixels, cv::Mat &uneven)
         }
     };
     for (int y = 0; y < pixels.rows; ++y) {
+        const uchar *row = uneven.ptr(y);
+        const uchar *above = uneven.ptr(std::max(0, y - 1));
+        const uchar *below = uneven.ptr(std::min(pixels.rows - 1, y + 1));
         for (int x = 0; x < pixels.cols; ++x) {
-            if (uneven.at<uchar>(y, x) != 0)
+            const bool reachesFurther = row[std::max(0, x - 1)] != 0 ||
+                                        row[std::min(pixels.cols - 1, x + 1)] != 0 || above[x] != 0 ||
+                                        below[x] != 0;
+            if (row[x] != 0 || !reachesFurther)
                 continue;
             spread({x, y}, pixels.at<cv::Vec3b>(y, x));
             while (!open.empty()) {

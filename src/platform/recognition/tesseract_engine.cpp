@@ -35,16 +35,26 @@ struct Band {
 // overlap by more than a line, and a line belongs to the band that its middle lies in.
 std::vector<Band> bandsOf(QSize picture)
 {
-    constexpr qint64 MostPixels = 9'000'000;
-    constexpr int Overlap = 200;
-    if (qint64(picture.width()) * picture.height() <= MostPixels)
+    constexpr qint64 MostPixels = 18'000'000;
+    constexpr int Overlap = 160;
+    if (2 * qint64(picture.width()) * picture.height() <= MostPixels)
         return {{0, picture.height(), 0, picture.height()}};
-    const int rows = std::max<int>(2 * Overlap, int(MostPixels / picture.width()));
+    const int rows = std::max<int>(2 * Overlap, int(MostPixels / picture.width()) - 2 * Overlap);
     std::vector<Band> bands;
     for (int top = 0; top < picture.height(); top += rows)
         bands.push_back({std::max(0, top - Overlap), std::min(picture.height(), top + rows + Overlap), top,
                          std::min(picture.height(), top + rows)});
     return bands;
+}
+
+// Full pages are read a little less carefully, so that a screen of small type takes no more than a second.
+TesseractReader::Pace paceFor(const QList<TextRegion> &regions)
+{
+    constexpr size_t Glyphs = 1400;
+    size_t count = 0;
+    for (const TextRegion &region : regions)
+        count += region.glyphs.size();
+    return count > Glyphs ? TesseractReader::Pace::Brisk : TesseractReader::Pace::Careful;
 }
 
 QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReader &reader)
@@ -53,11 +63,13 @@ QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReade
     const QImage ink =
         inkOf(isWhole ? image : image.copy(0, band.top, image.width(), band.bottom - band.top));
     std::vector<ReadLine> read;
-    for (const TextRegion &region : findLines(ink)) {
+    const QList<TextRegion> regions = findLines(ink);
+    const auto pace = paceFor(regions);
+    for (const TextRegion &region : regions) {
         const int middle = band.top + region.box.center().y();
         if (middle < band.ownTop || middle >= band.ownBottom)
             continue;
-        if (auto symbols = reader.read(ink, region); !symbols.empty()) {
+        if (auto symbols = reader.read(ink, region, pace); !symbols.empty()) {
             read.emplace_back();
             read.back().region = region;
             read.back().symbols = std::move(symbols);
@@ -66,7 +78,7 @@ QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReade
     mend(ink, read);
     QList<RecognizedLine> lines;
     for (const ReadLine &line : read)
-        lines.append(recognizedLine(line, image.size(), band.top));
+        lines.append(recognizedLine(line, image.size(), {0, band.top}));
     return lines;
 }
 

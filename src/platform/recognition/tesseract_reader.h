@@ -2,7 +2,7 @@
 
 #include "base/result.h"
 #include "platform/recognition/line_finder.h"
-#include "platform/recognition/page_reading.h"
+#include "platform/recognition/read_line.h"
 
 #include <memory>
 
@@ -13,8 +13,9 @@ public:
     static Result<std::unique_ptr<TesseractReader>> open(const QString &dataFolder, const QString &languages);
     ~TesseractReader();
 
+    enum class Pace { Careful, Brisk };
     // The symbols of one region of a picture's ink, from left to right; none when there is no text.
-    std::vector<Symbol> read(const QImage &ink, const TextRegion &region);
+    std::vector<Symbol> read(const QImage &ink, const TextRegion &region, Pace pace);
 
 private:
     struct Parts;

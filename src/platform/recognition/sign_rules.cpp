@@ -1,0 +1,216 @@
+#include "platform/recognition/sign_rules.h"
+
+namespace {
+
+// The mean ink in a part of a cell, given in fractions of it, against the strongest ink of the whole cell.
+double inkIn(const QImage &ink, const QRect &cell, double left, double top, double right, double bottom)
+{
+    int most = 1;
+    double sum = 0;
+    int count = 0;
+    const QRect part(QPoint(cell.x() + int(std::lround(left * cell.width())),
+                            cell.y() + int(std::lround(top * cell.height()))),
+                     QPoint(cell.x() + std::max(1, int(std::lround(right * cell.width()))) - 1,
+                            cell.y() + std::max(1, int(std::lround(bottom * cell.height()))) - 1));
+    for (int y = cell.top(); y <= cell.bottom(); ++y) {
+        const uchar *row = ink.constScanLine(y);
+        for (int x = cell.left(); x <= cell.right(); ++x) {
+            most = std::max<int>(most, row[x]);
+            if (part.contains(x, y)) {
+                sum += row[x];
+                ++count;
+            }
+        }
+    }
+    return count == 0 ? 0 : sum / count / most;
+}
+
+// Zeros of fixed-width fonts mostly have a dot or a stroke inside, which no O has.
+constexpr double FilledCenter = 0.4;
+constexpr double EmptyCenter = 0.22;
+
+double centerOf(const QImage &ink, const QRect &cell)
+{
+    return inkIn(ink, cell, 0.36, 0.36, 0.64, 0.64);
+}
+
+QString read0OrO(const QImage &ink, const QRect &cell, bool zerosAreFilled)
+{
+    const double center = centerOf(ink, cell);
+    if (center > FilledCenter)
+        return "0";
+    return center < EmptyCenter && zerosAreFilled ? "O" : QString();
+}
+
+QString read5OrS(const QImage &ink, const QRect &cell)
+{
+    const double corner = inkIn(ink, cell, 0, 0, 0.28, 0.12);
+    const double hook = inkIn(ink, cell, 0.75, 0.12, 1, 0.34);
+    if (corner > hook + 0.25)
+        return "5";
+    return hook > corner + 0.1 ? "S" : QString();
+}
+
+// By the serifs: on both sides of the top for I, on the left of it for 1 and l; a base on both sides for 1.
+QString read1lOrI(const QImage &ink, const QRect &cell)
+{
+    const double topRight = inkIn(ink, cell, 0.68, 0, 1, 0.15);
+    const double topLeft = inkIn(ink, cell, 0, 0, 0.32, 0.15);
+    const double bottomLeft = inkIn(ink, cell, 0, 0.85, 0.32, 1);
+    const double bottomRight = inkIn(ink, cell, 0.68, 0.85, 1, 1);
+    if (topRight > 0.45 && topLeft > 0.45 && bottomLeft > 0.45 && bottomRight > 0.45)
+        return "I";
+    if (topRight > 0.25 || bottomRight < 0.3)
+        return {};
+    if (bottomLeft > 0.45)
+        return "1";
+    return bottomLeft < 0.25 && topLeft > 0.3 ? "l" : QString();
+}
+
+bool isTall(const ReadLine &line, const QRect &cell)
+{
+    return 10 * (line.baseline - cell.top()) >= 9 * line.capHeight;
+}
+
+bool isOneOf(const Symbol &symbol, QStringView set)
+{
+    return symbol.text.size() == 1 && set.contains(symbol.text[0]);
+}
+
+// Letters without an upper part: with them a line shows how high its capitals are.
+bool hasSmallLetters(const ReadLine &line)
+{
+    return std::ranges::count_if(line.cells, [&](const QRect &cell) {
+               return 100 * (line.baseline - cell.top()) < 86 * line.capHeight &&
+                      2 * cell.height() > line.capHeight;
+           }) >= 2;
+}
+
+// The reading that a shape of a fixed-width font asks for; empty when it asks for none.
+QString seenInColumns(const QImage &ink, const ReadLine &line, const Symbol &symbol, bool zerosAreFilled)
+{
+    const QRect &cell = line.cells[size_t(symbol.cell)];
+    if (!isTall(line, cell))
+        return {};
+    if (isOneOf(symbol, u"0O"))
+        return read0OrO(ink, cell, zerosAreFilled);
+    if (isOneOf(symbol, u"5S"))
+        return read5OrS(ink, cell);
+    if (isOneOf(symbol, u"1lI|"))
+        return read1lOrI(ink, cell);
+    return {};
+}
+
+// In other fonts a zero is narrower than a capital O, and a small L is nothing but a stroke.
+QString seenByWidth(const ReadLine &line, const Symbol &symbol)
+{
+    const QRect &cell = line.cells[size_t(symbol.cell)];
+    const double width = double(cell.width()) / line.capHeight;
+    if (isOneOf(symbol, u"0O") && isTall(line, cell) && line.capHeight >= 8)
+        return width > 0.93 ? "O" : width < 0.78 ? "0" : QString();
+    if (isOneOf(symbol, u"L") && width < 0.3)
+        return "l";
+    return {};
+}
+
+// Letters that have one form in two sizes.
+QString seenByHeight(const ReadLine &line, const Symbol &symbol)
+{
+    const QRect &cell = line.cells[size_t(symbol.cell)];
+    if (isOneOf(symbol, u"0Oo°") && !isTall(line, cell))
+        return "o";
+    if (isOneOf(symbol, u"cCsSvVwWxXzZuU"))
+        return isTall(line, cell) ? symbol.text.toUpper() : symbol.text.toLower();
+    return {};
+}
+
+// Hexadecimal numbers are written in one case: among their digits other letters, and letters of the rarer
+// case, are misread.
+void mendHexadecimal(std::vector<Symbol> &symbols, const Run &run)
+{
+    constexpr size_t Shortest = 12;
+    if (run.to - run.from < Shortest)
+        return;
+    int digits = 0;
+    int small = 0;
+    int capital = 0;
+    int others = 0;
+    for (size_t s = run.from; s < run.to; ++s) {
+        const Symbol &symbol = symbols[s];
+        digits += isOneOf(symbol, u"0123456789");
+        small += isOneOf(symbol, u"abcdef");
+        capital += isOneOf(symbol, u"ABCDEF");
+        others += !isOneOf(symbol, u"0123456789abcdefABCDEF");
+    }
+    const int letters = small + capital;
+    const int length = int(run.to - run.from);
+    if (4 * digits < length || 3 * std::min(small, capital) > letters || 10 * others > length)
+        return;
+    static const QHash<QString, QString> digitFor{{"O", "0"}, {"o", "0"}, {"l", "1"}, {"I", "1"}, {"|", "1"},
+                                                  {"S", "5"}, {"s", "5"}, {"Z", "2"}, {"G", "6"}, {"£", "f"},
+                                                  {"é", "6"}, {"g", "9"}, {"q", "9"}, {"¢", "c"}, {"€", "e"}};
+    for (size_t s = run.from; s < run.to; ++s) {
+        QString &text = symbols[s].text;
+        if (isOneOf(symbols[s], u"abcdefABCDEF"))
+            text = capital > small ? text.toUpper() : text.toLower();
+        else
+            text = digitFor.value(text, text);
+    }
+}
+
+// Signs that stand in the midst of letters and digits only where one of those was misread.
+void mendStrangers(std::vector<Symbol> &symbols)
+{
+    static const QHash<QString, QString> plainFor{{"£", "f"}, {"¢", "c"}, {"€", "e"}, {"¥", "Y"}, {"§", "S"}};
+    const auto continues = [&](size_t s) {
+        return s < symbols.size() && !symbols[s].text.isEmpty() && symbols[s].text[0].isLetterOrNumber();
+    };
+    for (size_t s = 1; s + 1 < symbols.size(); ++s) {
+        if (symbols[s].blankBefore || symbols[s + 1].blankBefore || !continues(s - 1) || !continues(s + 1))
+            continue;
+        symbols[s].text = plainFor.value(symbols[s].text, symbols[s].text);
+    }
+}
+
+// Letters with an accent among letters and digits without sense.
+void mendAccents(std::vector<Symbol> &symbols, const Run &run)
+{
+    constexpr int Senseless = 2;
+    if (run.digits > 0 && run.turns >= Senseless)
+        for (size_t s = run.from; s < run.to; ++s)
+            if (isOneOf(symbols[s], u"é"))
+                symbols[s].text = "6";
+}
+
+} // namespace
+
+void lookCloser(const QImage &ink, std::vector<ReadLine> &lines)
+{
+    bool zerosAreFilled = false;
+    for (const ReadLine &line : lines)
+        if (line.pitch > 0)
+            for (const Symbol &symbol : line.symbols)
+                zerosAreFilled |= symbol.isAlone && isOneOf(symbol, u"0O") &&
+                                  centerOf(ink, line.cells[size_t(symbol.cell)]) > FilledCenter;
+    for (ReadLine &line : lines) {
+        const bool knowsHeight = hasSmallLetters(line) && (line.pitch > 0 || line.capHeight >= 12);
+        mendStrangers(line.symbols);
+        for (const Run &run : runsOf(line.symbols)) {
+            if (run.isPlain())
+                continue;
+            for (size_t s = run.from; s < run.to; ++s) {
+                Symbol &symbol = line.symbols[s];
+                if (!symbol.isAlone)
+                    continue;
+                QString seen = line.pitch > 0 ? seenInColumns(ink, line, symbol, zerosAreFilled)
+                                              : seenByWidth(line, symbol);
+                if (seen.isEmpty() && knowsHeight)
+                    seen = seenByHeight(line, symbol);
+                if (!seen.isEmpty())
+                    symbol.text = seen;
+            }
+            mendAccents(line.symbols, run);
+            mendHexadecimal(line.symbols, run);
+        }
+    }
+}

@@ -1,0 +1,169 @@
+#include "platform/recognition/symbol_alignment.h"
+
+#include <array>
+#include <limits>
+
+namespace {
+
+// About how wide the ink of a character is in fonts that aren't of fixed width, in heights of a capital.
+double usualWidth(const QString &text)
+{
+    struct Width {
+        QStringView characters;
+        double width;
+    };
+    static constexpr std::array<Width, 8> widths{{{u"ilI|!.,:;'’‘`·", 0.2},
+                                                  {u"j()[]{}\"“”1°^*", 0.38},
+                                                  {u"frtJ-/\\", 0.45},
+                                                  {u"«»", 0.6},
+                                                  {u"sczLF?_", 0.65},
+                                                  {u"OQGDCHNUAVXYKR&+=<>~#–→", 0.95},
+                                                  {u"mMwÆæœ%½¼", 1.15},
+                                                  {u"W@—…", 1.35}}};
+    constexpr double OfOthers = 0.74;
+    if (text.isEmpty())
+        return 0;
+    for (const Width &width : widths)
+        if (width.characters.contains(text[0]))
+            return width.width;
+    return OfOthers;
+}
+
+// What misfits cost; lengths are in heights of a capital.
+constexpr double SkippedSymbol = 0.7;
+constexpr double SkippedCell = 0.7;
+constexpr double Displaced = 0.2; // little: readers lag behind by up to a letter within a word
+constexpr double WrongWidth = 0.7;
+constexpr double WrongColumns = 3; // in a fixed-width font
+constexpr double WrongBlank = 0.6;
+constexpr double Touching = 0.15;
+constexpr double TwoPieces = 0.3;
+constexpr double FarthestPlace = 8;
+constexpr size_t MostTouching = 6;
+
+// The cheapest way from the first to the last of symbols and cells, by dynamic programming.
+class Alignment {
+public:
+    explicit Alignment(ReadLine &line)
+        : m_line(line),
+          m_symbols(line.symbols.size()),
+          m_cells(line.cells.size()),
+          m_unit(line.capHeight),
+          m_steps((m_symbols + 1) * (m_cells + 1))
+    {
+        for (const Symbol &symbol : line.symbols)
+            m_widths.push_back(usualWidth(symbol.text) * m_unit);
+    }
+
+    void run()
+    {
+        at(0, 0).cost = 0;
+        for (size_t i = 0; i <= m_symbols; ++i)
+            for (size_t j = 0; j <= m_cells; ++j)
+                if (std::isfinite(at(i, j).cost))
+                    goOnFrom(i, j);
+        assign();
+    }
+
+private:
+    struct Step {
+        double cost = std::numeric_limits<double>::infinity();
+        int symbols = 0;
+        int cells = 0;
+    };
+    Step &at(size_t i, size_t j) { return m_steps[i * (m_cells + 1) + j]; }
+    void offer(size_t i, size_t j, double cost, size_t symbols, size_t cells)
+    {
+        if (Step &step = at(i + symbols, j + cells); cost < step.cost)
+            step = {cost, int(symbols), int(cells)};
+    }
+
+    void goOnFrom(size_t i, size_t j)
+    {
+        const double here = at(i, j).cost;
+        if (i < m_symbols)
+            offer(i, j, here + SkippedSymbol, 1, 0);
+        if (j < m_cells) // a speck is skipped more lightly than a letter
+            offer(i, j, here + SkippedCell * std::min(1.0, 0.3 + m_line.cells[j].height() / m_unit), 0, 1);
+        if (i == m_symbols || j == m_cells)
+            return;
+        const QRectF cell(m_line.cells[j]);
+        if (std::abs(center(m_line.symbols[i].box) - cell.center().x()) >
+            FarthestPlace * m_unit + cell.width())
+            return;
+        const double start = here + ofBlank(i, j);
+        for (size_t count = 1; count <= MostTouching && i + count <= m_symbols; ++count) {
+            if (count > 1 && m_line.symbols[i + count - 1].blankBefore)
+                break;
+            offer(i, j, start + ofFit(i, count, cell.left(), cell.right()), count, 1);
+        }
+        if (j + 1 == m_cells)
+            return;
+        const double right = QRectF(m_line.cells[j + 1]).right();
+        const double widest = m_line.pitch > 0 ? 1.1 * m_line.pitch : 1.4 * m_unit;
+        if (right - cell.left() <= widest)
+            offer(i, j, start + TwoPieces + ofFit(i, 1, cell.left(), right), 1, 2);
+    }
+
+    double ofFit(size_t first, size_t count, double left, double right) const
+    {
+        const double middle =
+            (m_line.symbols[first].box.left() + m_line.symbols[first + count - 1].box.right()) / 2;
+        const double cost =
+            Displaced * std::abs(middle - (left + right) / 2) / m_unit + Touching * double(count - 1);
+        if (m_line.pitch > 0) {
+            const double columns = (right - left) / m_line.pitch;
+            const double tooWide = columns - (double(count) + 0.15);
+            const double tooNarrow = count > 1 ? double(count) - columns : 0;
+            return cost + WrongColumns * std::max({0.0, tooWide, tooNarrow});
+        }
+        double width = 0;
+        for (size_t s = first; s < first + count; ++s)
+            width += m_widths[s];
+        return cost + WrongWidth * std::abs(right - left - width) / m_unit;
+    }
+
+    // A blank that was read where the ink has no gap, or a gap where none was read.
+    double ofBlank(size_t i, size_t j)
+    {
+        const Step &before = at(i, j);
+        if (i == 0 || j == 0 || before.symbols == 0 || before.cells == 0)
+            return 0;
+        const double gap = m_line.cells[j].left() - m_line.cells[j - 1].right() - 1;
+        const double pitch = m_line.pitch;
+        const bool isNarrow = pitch > 0 ? gap < 0.6 * pitch : gap < 0.18 * m_unit;
+        const bool isWide = pitch > 0 ? gap > 0.85 * pitch : gap > 0.45 * m_unit;
+        return (m_line.symbols[i].blankBefore ? isNarrow : isWide) ? WrongBlank : 0;
+    }
+
+    void assign()
+    {
+        for (size_t i = m_symbols, j = m_cells; i > 0 || j > 0;) {
+            const Step &step = at(i, j);
+            if (step.symbols == 0 && step.cells == 0)
+                return;
+            i -= size_t(step.symbols);
+            j -= size_t(step.cells);
+            if (step.cells == 0)
+                continue;
+            for (size_t s = i; s < i + size_t(step.symbols); ++s) {
+                m_line.symbols[s].cell = int(j);
+                m_line.symbols[s].isAlone = step.symbols == 1 && step.cells == 1;
+            }
+        }
+    }
+
+    ReadLine &m_line;
+    size_t m_symbols;
+    size_t m_cells;
+    double m_unit;
+    std::vector<Step> m_steps;
+    std::vector<double> m_widths;
+};
+
+} // namespace
+
+void align(ReadLine &line)
+{
+    Alignment(line).run();
+}
