@@ -15,7 +15,18 @@ struct Scaling {
 constexpr Scaling ForLargeLetters{24, 1}; // where the language data reads best
 constexpr Scaling ForSmallLetters{20, 0.9};
 constexpr Scaling ForFullPages{16, 0.86}; // a little worse, an eighth faster
-constexpr int TallestSmallLetter = 12;    // pixels in the picture
+// Narrow letters without soft edges, whose stairs are smoothed by so many pixels of the picture.
+constexpr Scaling ForBitmapFonts{20, 1.2};
+constexpr double Smoothing = 0.5;
+constexpr int TallestSmallLetter = 12; // pixels in the picture
+
+// Whether nearly all ink is of full strength; `line` is dark on white.
+bool isOfBitmapFont(const cv::Mat &line)
+{
+    const int strong = cv::countNonZero(line < 64);
+    const int soft = cv::countNonZero(line < 224) - strong;
+    return soft * 12 < strong;
+}
 
 } // namespace
 
@@ -46,9 +57,6 @@ Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &da
 
 std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &region, Pace pace)
 {
-    const Scaling scaling = pace == Pace::Brisk                        ? ForFullPages
-                            : region.glyphHeight <= TallestSmallLetter ? ForSmallLetters
-                                                                       : ForLargeLetters;
     const int pad = 2;
     const QRect crop = region.box.adjusted(-pad, -pad, pad, pad).intersected(ink.rect());
     const cv::Mat map(ink.height(), ink.width(), CV_8UC1, const_cast<uchar *>(ink.constBits()),
@@ -57,10 +65,17 @@ std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &r
     map(cv::Rect(crop.x(), crop.y(), crop.width(), crop.height()))
         .convertTo(line, CV_8U, 255.0 / region.strongest);
     line = 255 - line;
+    const bool isBitmap = region.glyphHeight <= TallestSmallLetter && isOfBitmapFont(line);
+    const Scaling scaling = isBitmap                                   ? ForBitmapFonts
+                            : pace == Pace::Brisk                      ? ForFullPages
+                            : region.glyphHeight <= TallestSmallLetter ? ForSmallLetters
+                                                                       : ForLargeLetters;
     const double scale = std::clamp(scaling.letterHeight / std::max(region.glyphHeight, 3), 0.25, 4.0);
     cv::Mat scaled;
     const double scaleX = scale * scaling.narrowing;
     cv::resize(line, scaled, {}, scaleX, scale, scale > 1 ? cv::INTER_CUBIC : cv::INTER_AREA);
+    if (isBitmap)
+        cv::GaussianBlur(scaled, scaled, {}, Smoothing * scaleX, Smoothing * scale);
     constexpr int Margin = 10;
     cv::copyMakeBorder(scaled, scaled, Margin, Margin, Margin, Margin, cv::BORDER_CONSTANT, cv::Scalar(255));
 
