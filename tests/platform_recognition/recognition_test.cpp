@@ -167,6 +167,38 @@ TEST(TesseractEngine, KeepsTheFirstLettersOfTextThatBeginsAtAnEdge)
     }
 }
 
+// Rows as a terminal sets them: descenders, commas and underscores come close to the letters below, or touch
+// them.
+TEST(TesseractEngine, KeepsTightRowsApartAndTheirMarksWithThem)
+{
+    const auto engine = makeTextEngine();
+    const QStringList lines{
+        "export QUAY_MAIL=quay_desk@harbour.example", "-rw-r--r-- 1 root root 613 Jun 24 13:58 tide.txt",
+        "[harbour] jetty_gate: open, pump_gauge; ok", "EUR 2,501.99 (paid), \"Fully booked\""};
+    for (const Ground &ground : {Ground{QColor(253, 246, 227), QColor(60, 80, 90)},
+                                 Ground{QColor(20, 24, 28), QColor(210, 215, 220)}}) {
+        for (const auto &[pixels, smoothing] :
+             {std::pair{13, QFont::PreferAntialias}, std::pair{12, QFont::NoAntialias},
+              std::pair{24, QFont::PreferAntialias}}) {
+            QFont font("DejaVu Sans Mono");
+            font.setPixelSize(pixels);
+            font.setStyleStrategy(smoothing);
+            const int pitch = QFontMetrics(font).ascent() + QFontMetrics(font).descent();
+            QImage image(60 * pixels, 40 + 8 * pitch, QImage::Format_RGB32);
+            image.fill(ground.paper);
+            QPainter painter(&image);
+            painter.setFont(font);
+            painter.setPen(ground.pen);
+            for (int i = 0; i < 2 * lines.size(); ++i)
+                painter.drawText(QPoint(4, 20 + pitch * (i + 1)), lines[i % lines.size()]);
+            painter.end();
+            EXPECT_EQ(textsOf(*engine, image).join('\n').toStdString(),
+                      (lines + lines).join('\n').toStdString())
+                << ground.paper.name().toStdString() << " " << pixels;
+        }
+    }
+}
+
 TEST(TesseractEngine, FindsNothingInEmptyPictures)
 {
     const auto engine = makeTextEngine();

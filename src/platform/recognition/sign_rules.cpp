@@ -172,6 +172,16 @@ void mendStrangers(std::vector<Symbol> &symbols)
     }
 }
 
+// Fixed-width fonts are for programs, whose quotation marks are straight.
+void straightenQuotes(std::vector<Symbol> &symbols)
+{
+    for (Symbol &symbol : symbols)
+        if (isOneOf(symbol, u"“”„"))
+            symbol.text = "\"";
+        else if (isOneOf(symbol, u"‘’"))
+            symbol.text = "'";
+}
+
 // Letters with an accent among letters and digits without sense.
 void mendAccents(std::vector<Symbol> &symbols, const Run &run)
 {
@@ -195,6 +205,8 @@ void lookCloser(const QImage &ink, std::vector<ReadLine> &lines)
     for (ReadLine &line : lines) {
         const bool knowsHeight = hasSmallLetters(line) && (line.pitch > 0 || line.capHeight >= 12);
         mendStrangers(line.symbols);
+        if (line.pitch > 0)
+            straightenQuotes(line.symbols);
         for (const Run &run : runsOf(line.symbols)) {
             if (run.isPlain())
                 continue;
