@@ -84,7 +84,8 @@ void restoreUnderscores(ReadLine &line)
 
 namespace {
 
-// The usual gap between neighbours that don't touch, in pixels.
+// The usual gap between neighbours in a word that don't touch, in pixels: low among all, which hold the
+// blanks.
 double usualGap(const ReadLine &line)
 {
     std::vector<int> gaps;
@@ -94,9 +95,9 @@ double usualGap(const ReadLine &line)
     constexpr size_t Enough = 6;
     if (gaps.size() < Enough)
         return 0.15 * line.capHeight;
-    const auto middle = gaps.begin() + std::ptrdiff_t(gaps.size() / 2);
-    std::ranges::nth_element(gaps, middle);
-    return std::clamp<double>(*middle, 0.08 * line.capHeight, 0.4 * line.capHeight);
+    const auto low = gaps.begin() + std::ptrdiff_t(gaps.size() * 3 / 10);
+    std::ranges::nth_element(gaps, low);
+    return std::clamp<double>(*low, 0.08 * line.capHeight, 0.4 * line.capHeight);
 }
 
 // A 1 stands in the middle of a digit's width.
@@ -128,7 +129,7 @@ void placeBlanks(ReadLine &line)
             continue;
         }
         const double likely =
-            usual + 0.3 * line.capHeight + roomBeside(symbol, line) + roomBeside(before, line);
+            usual + 0.25 * line.capHeight + roomBeside(symbol, line) + roomBeside(before, line);
         if (!symbol.isAlone || !before.isAlone)
             continue;
         if (gap > likely)
