@@ -18,6 +18,22 @@ void mend(const QImage &ink, std::vector<ReadLine> &lines)
     lookCloser(ink, lines);
 }
 
+bool isIcon(const ReadLine &line)
+{
+    constexpr size_t MostSigns = 2;
+    constexpr double Doubt = 0.95;
+    constexpr double DoubtOfSigns = 0.99; // that are neither letter nor digit
+    if (line.symbols.size() > MostSigns)
+        return false;
+    double confidence = 0;
+    bool isWord = false;
+    for (const Symbol &symbol : line.symbols) {
+        confidence += symbol.confidence / double(line.symbols.size());
+        isWord |= !symbol.text.isEmpty() && symbol.text[0].isLetterOrNumber();
+    }
+    return confidence < (isWord ? Doubt : DoubtOfSigns);
+}
+
 namespace {
 
 // The ink of each symbol in pixels. Together they hold all ink of the line: symbols that touch share their

@@ -78,7 +78,8 @@ QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReade
     mend(ink, read);
     QList<RecognizedLine> lines;
     for (const ReadLine &line : read)
-        lines.append(recognizedLine(line, image.size(), {0, band.top}));
+        if (!isIcon(line))
+            lines.append(recognizedLine(line, image.size(), {0, band.top}));
     return lines;
 }
 
