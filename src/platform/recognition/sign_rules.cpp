@@ -86,6 +86,12 @@ bool hasSmallLetters(const ReadLine &line)
            }) >= 2;
 }
 
+// A small L of a fixed-width font has its stem in the middle, a capital one at the left.
+bool isSmallL(const QImage &ink, const QRect &cell)
+{
+    return inkIn(ink, cell, 0.38, 0.2, 0.62, 0.75) > inkIn(ink, cell, 0, 0.2, 0.24, 0.75) + 0.25;
+}
+
 // The reading that a shape of a fixed-width font asks for; empty when it asks for none.
 QString seenInColumns(const QImage &ink, const ReadLine &line, const Symbol &symbol, bool zerosAreFilled)
 {
@@ -205,8 +211,12 @@ void lookCloser(const QImage &ink, std::vector<ReadLine> &lines)
     for (ReadLine &line : lines) {
         const bool knowsHeight = hasSmallLetters(line) && (line.pitch > 0 || line.capHeight >= 12);
         mendStrangers(line.symbols);
-        if (line.pitch > 0)
+        if (line.pitch > 0) {
             straightenQuotes(line.symbols);
+            for (Symbol &symbol : line.symbols)
+                if (symbol.isAlone && isOneOf(symbol, u"L") && isSmallL(ink, line.cells[size_t(symbol.cell)]))
+                    symbol.text = "l";
+        }
         for (const Run &run : runsOf(line.symbols)) {
             if (run.isPlain())
                 continue;
