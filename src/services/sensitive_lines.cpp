@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 namespace SensitiveText {
 
@@ -18,21 +20,58 @@ double advanceOf(const RecognizedLine &line)
     return line.box.width() / double(std::max<qsizetype>(line.text.size(), 1));
 }
 
+// The value that a share of all is not above.
+double quantile(QList<double> values, double share)
+{
+    std::ranges::sort(values);
+    return values[qsizetype(share * double(values.size()))];
+}
+
+// The width of the columns that centers stand in, about a width apart; 0 when they drift away from columns,
+// as letters of nearly one width do.
+double columnWidth(const QList<double> &centers, double width)
+{
+    QList<double> columns{0};
+    for (qsizetype i = 1; i < centers.size(); ++i)
+        columns.append(columns.last() + std::round((centers[i] - centers[i - 1]) / width));
+    const auto meanOf = [](const QList<double> &values) {
+        return std::reduce(values.begin(), values.end()) / double(values.size());
+    };
+    const double meanColumn = meanOf(columns);
+    const double meanCenter = meanOf(centers);
+    // The line of least squares through them.
+    double product = 0;
+    double square = 0;
+    for (qsizetype i = 0; i < centers.size(); ++i) {
+        product += (columns[i] - meanColumn) * (centers[i] - meanCenter);
+        square += (columns[i] - meanColumn) * (columns[i] - meanColumn);
+    }
+    const double pitch = square > 0 ? product / square : 0;
+    QList<double> drifts;
+    for (qsizetype i = 0; i < centers.size(); ++i)
+        drifts.append(std::abs(centers[i] - meanCenter - pitch * (columns[i] - meanColumn)));
+    return quantile(drifts, 0.5) < 0.08 * pitch || quantile(drifts, 0.9) < 0.25 * pitch ? pitch : 0;
+}
+
 // The distance between the characters of a line when all stand in columns, otherwise 0.
 double pitchOf(const RecognizedLine &line)
 {
     QList<double> steps;
-    for (qsizetype i = 1; i < line.characters.size(); ++i)
-        if (!line.characters[i].isEmpty() && !line.characters[i - 1].isEmpty())
-            steps.append(center(line.characters[i]) - center(line.characters[i - 1]));
+    QList<double> centers;
+    for (qsizetype i = 0; i < line.characters.size(); ++i) {
+        if (line.characters[i].isEmpty())
+            continue;
+        centers.append(center(line.characters[i]));
+        if (i > 0 && !line.characters[i - 1].isEmpty())
+            steps.append(centers.last() - centers[centers.size() - 2]);
+    }
     constexpr qsizetype Fewest = 8;
     if (steps.size() < Fewest)
         return 0;
-    std::ranges::sort(steps);
-    const double usual = steps[steps.size() / 2];
+    const double usual = quantile(steps, 0.5);
     const auto even =
         std::ranges::count_if(steps, [usual](double step) { return std::abs(step - usual) < 0.15 * usual; });
-    return 10 * even >= 8 * steps.size() ? usual : 0;
+    return usual > 0 && 10 * even >= 8 * steps.size() ? columnWidth(centers, usual) : 0;
 }
 
 // ---- Runs that lost a sign ----
@@ -44,9 +83,11 @@ constexpr qsizetype MostLost = 3;
 QList<Match> shortenedRuns(const RecognizedLine &line)
 {
     static const QRegularExpression run(
-        QStringLiteral("[A-Za-z0-9_-]{%1,%2}").arg(OpaqueRun - MostLost).arg(OpaqueRun - 1));
+        QStringLiteral("(?<![A-Za-z0-9_-])[A-Za-z0-9_-]{%1,%2}(?![A-Za-z0-9_-])")
+            .arg(OpaqueRun - MostLost)
+            .arg(OpaqueRun - 1));
     QList<Match> found;
-    for (auto it = run.globalMatch(line.text); it.hasNext();) {
+    for (auto it = run.globalMatch(plainSigns(line.text)); it.hasNext();) {
         const auto match = it.next();
         const double pitch = pitchOf(line);
         if (pitch <= 0)
@@ -58,6 +99,55 @@ QList<Match> shortenedRuns(const RecognizedLine &line)
             found.append({match.capturedStart(), match.capturedLength()});
     }
     return found;
+}
+
+// ---- Runs that gained a sign ----
+
+// Whether the widest gap in a run stands behind a word: a blank that was overlooked.
+bool hasABlank(const RecognizedLine &line, const Match &match)
+{
+    QList<double> gaps;
+    for (qsizetype i = match.start + 1; i < match.end(); ++i)
+        gaps.append(line.characters[i].left() - line.characters[i - 1].right());
+    const auto widest = std::ranges::max_element(gaps);
+    const auto before = std::distance(gaps.begin(), widest) + 1;
+    const double gap = std::exchange(*widest, 0);
+    const double next = *std::ranges::max_element(gaps);
+    const auto isSmall = [](QChar c) { return c.isLower(); };
+    return gap > 0.4 * advanceOf(line) && gap > 1.5 * next && before > 1 &&
+           match.length - before < OpaqueRun &&
+           std::ranges::all_of(QStringView(line.text).sliced(match.start, before), isSmall);
+}
+
+// How many letters of a run were read for two, a small and a large one: both stand on the same ink.
+qsizetype twiceRead(const RecognizedLine &line, const Match &match)
+{
+    const auto shape = [](QChar c) {
+        static constexpr QStringView Digits = u"025";
+        static constexpr QStringView Letters = u"ozs";
+        const auto digit = Digits.indexOf(c);
+        return digit < 0 ? c.toLower() : Letters[digit];
+    };
+    qsizetype count = 0;
+    for (qsizetype i = match.start + 1; i < match.end(); ++i) {
+        const QChar a = line.text[i - 1];
+        const QChar b = line.text[i];
+        const double overlap = line.characters[i - 1].right() - line.characters[i].left();
+        count += a != b && shape(a) == shape(b) && shape(a) != 'j' && overlap > 0.1 * advanceOf(line);
+    }
+    return count;
+}
+
+// Whether a match is no opaque run but for a sign too many.
+bool isTooShort(const RecognizedLine &line, const Match &match)
+{
+    static const QRegularExpression opaque("^[A-Za-z0-9_-]+$");
+    const QStringView text = QStringView(line.text).sliced(match.start, match.length);
+    constexpr qsizetype MostGained = 10; // signs, as a word has them
+    return line.characters.size() == line.text.size() && match.length >= OpaqueRun &&
+           match.length <= OpaqueRun + MostGained && opaque.match(text).hasMatch() && !beginsLikeAKey(text) &&
+           pitchOf(line) <= 0 &&
+           (match.length - twiceRead(line, match) < OpaqueRun || hasABlank(line, match));
 }
 
 // ---- Keys over several lines ----
@@ -124,7 +214,7 @@ Layout::Layout(const QList<RecognizedLine> &lines)
     : m_lines(lines), m_below(lines.size(), -1), m_above(lines.size(), -1)
 {
     constexpr double Nearest = 0.6;  // heights of a line
-    constexpr double Farthest = 1.8; // as far as generous spacing; rows of tables are farther
+    constexpr double Farthest = 1.7; // as far as generous spacing; rows of tables are farther
     for (qsizetype upper = 0; upper < lines.size(); ++upper) {
         for (qsizetype lower = 0; lower < lines.size(); ++lower) {
             const RecognizedLine &a = lines[upper];
@@ -177,7 +267,7 @@ bool Layout::continues(qsizetype upper, qsizetype lower) const
 
 bool isRunSign(QChar c)
 {
-    return c.isLetterOrNumber() || QStringView(u"_-.@+%()").contains(c);
+    return c.isLetterOrNumber() || QStringView(u"_-.@+%()]}").contains(c);
 }
 
 bool endsInARun(const QString &text)
@@ -186,7 +276,7 @@ bool endsInARun(const QString &text)
 }
 bool beginsWithARun(const QString &text)
 {
-    return !text.isEmpty() && isRunSign(plainSign(text.front()));
+    return !text.isEmpty() && isRunSign(plainSigns(text).front());
 }
 
 // Whether a line is one run from edge to edge; blanks that were read into it don't count.
@@ -291,27 +381,25 @@ bool endsItsLine(const RecognizedLine &line, const Part &part)
                                 [](QChar c) { return c.isLetterOrNumber() || c == ' '; });
 }
 
-// Whether a match over the end of a line is a broken key, rather than two words or numbers that happen to
-// stand at the end of one line and the beginning of the next.
-bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
+// Whether nothing in it tells a part of a key from words.
+bool isOfWords(const QString &text)
 {
-    QString whole;
-    for (const Part &part : parts)
-        whole += part.text;
+    static const QRegularExpression words("^(?:(?:[A-Z]?[a-z]+|[A-Z]+|[0-9]+)(?:[-_.]|$))+$");
+    return words.match(text).hasMatch();
+}
+
+constexpr qsizetype Narrowest = 24; // signs to an edge that breaks anything
+
+bool isInColumns(const RecognizedLine &line)
+{
+    return pitchOf(line) > 0 && line.text.size() >= Narrowest;
+}
+
+bool isBrokenKey(const QList<RecognizedLine> &lines, const QList<Part> &parts, const QString &whole)
+{
     const Part &first = parts.first();
     const Part &last = parts.last();
     const RecognizedLine &firstLine = lines[first.line];
-    constexpr qsizetype Narrowest = 24; // signs to an edge that breaks anything
-    const bool isInColumns = pitchOf(firstLine) > 0 && firstLine.text.size() >= Narrowest;
-    const bool isHyphened = endsInHyphen(firstLine);
-    // Sentences hold addresses and numbers too: those break only where letters stand in columns.
-    if (isNetworkAddress(whole))
-        return parts.size() == 2 && isInColumns;
-    if (isTelephone(whole))
-        return parts.size() == 2 && (endsInTelephone(firstLine) || isHyphened);
-    if (isMailAddress(whole))
-        return parts.size() == 2 && matches(first.text).isEmpty() &&
-               (isHyphened || (isInColumns && !last.text.contains('@') && matches(last.text).isEmpty()));
     const bool isTyped =
         beginsLikeAKey(whole) || (beginsLikeAKey(whole, Prefix::Shortened) && isJumbled(first.text));
     if (!isTyped) {
@@ -323,13 +411,39 @@ bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
             return false;
     }
     constexpr qsizetype Few = 4;   // signs that are the rest of a key when nothing else stands on their line
-    constexpr qsizetype Wide = 40; // signs to the edge of a terminal, where nothing ends by chance
-    const bool isAlone = endsItsLine(lines[last.line], last);
-    const bool isRest = isAlone && (last.text.size() <= Few || mayBeJumbled(last.text) ||
-                                    (isTyped && isInColumns && firstLine.text.size() >= Wide));
+    constexpr qsizetype Wide = 40; // signs to the edge of a terminal, where little ends by chance
+    const bool isAtEdge = firstLine.text.size() >= Wide && isInColumns(firstLine);
+    const bool isSure = isTyped || parts.size() > 2;
+    // A word under a run that is too short for a key is none of it.
+    const bool isShortRest = last.text.size() <= Few && (isSure || first.text.size() >= OpaqueRun);
+    const bool isRest =
+        endsItsLine(lines[last.line], last) &&
+        (isShortRest || mayBeJumbled(last.text) || ((isSure || isAtEdge) && !isOfWords(last.text)));
     return (isTyped ? mayBeJumbled(whole) : isJumbled(whole)) && (isJumbled(last.text) || isRest) &&
            std::ranges::all_of(parts.sliced(1, parts.size() - 2),
                                [](const Part &part) { return mayBeJumbled(part.text); });
+}
+
+// Whether a match over the end of a line is a broken secret, rather than two words or numbers that happen to
+// stand at the end of one line and the beginning of the next.
+bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
+{
+    QString whole;
+    for (const Part &part : parts)
+        whole += part.text;
+    const QString &first = parts.first().text;
+    const QString &last = parts.last().text;
+    const RecognizedLine &firstLine = lines[parts.first().line];
+    const bool isHyphened = endsInHyphen(firstLine);
+    // Sentences hold addresses and numbers too: those break only where letters stand in columns.
+    if (isNetworkAddress(whole))
+        return parts.size() == 2 && isInColumns(firstLine);
+    if (isTelephone(whole))
+        return parts.size() == 2 && (endsInTelephone(firstLine) || isHyphened);
+    if (isMailAddress(whole))
+        return parts.size() == 2 && matches(first).isEmpty() &&
+               (isHyphened || (isInColumns(firstLine) && !last.contains('@') && matches(last).isEmpty()));
+    return isBrokenKey(lines, parts, whole);
 }
 
 } // namespace
@@ -337,8 +451,10 @@ bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
 QList<QList<Match>> matchesInReadLines(const QList<RecognizedLine> &lines)
 {
     QList<QList<Match>> found;
-    for (const RecognizedLine &line : lines)
+    for (const RecognizedLine &line : lines) {
         found.append(merged(matchesInReadLine(line.text) + shortenedRuns(line)));
+        found.last().removeIf([&line](const Match &match) { return isTooShort(line, match); });
+    }
     const Layout layout(lines);
     for (qsizetype first = 0; first < lines.size(); ++first) {
         // A key may end before the lines cease to look like one.

@@ -40,29 +40,47 @@ constexpr auto ShortDomains = "at|be|ch|co|de|dk|es|eu|fi|fr|io|it|me|nl|no|pl|s
 const QRegularExpression &misreadPatterns()
 {
     static const QRegularExpression expression = compiled({
-        R"([A-Z0-9._%+#*-]+@[A-Z0-9.-]+[.,][A-Z]{2,})",
-        QStringLiteral(R"([A-Z0-9._%+-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(LongDomains),
+        // What stands before a comma may be another column, unless the address has one for its dot, too.
+        R"([A-Z0-9._%+#*?-]+@[A-Z0-9-]+(?:[.,][A-Z0-9-]+)*\.[A-Z]{2,})",
+        QStringLiteral(R"([A-Z0-9._%+#*?,-]+@[A-Z0-9-]+(?:[.,][A-Z0-9-]+)*,(?:%1|%2)\b)")
+            .arg(LongDomains, ShortDomains),
+        R"([A-Z0-9._%+#*?-]+@[A-Z0-9-]+,[A-Z]{2,})",
+        QStringLiteral(R"([A-Z0-9._%+,-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(LongDomains),
         QStringLiteral(R"((?=[A-Z]*[0-9._%+-])[A-Z0-9._%+-]{3,}@[A-Z0-9-]{3,} ?(?:%1)\b(?![:~-]))")
             .arg(ShortDomains),
         R"(\b[s5]{1,2}[kx][-_.][A-Z0-9_.-]{16,})",
         R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
         R"(\b\d{1,3}(?:[.,]\d{1,3}\.|\.\d{1,3}[.,])\d{1,3}\.\d{1,3}\b)", // no price: that has its comma last
-        R"(\b[s5prt]k[-_ ]?(?:live|test|proj)[-_ ][A-Z0-9_-]{12,})",
+        // With several commas: no price, list of small numbers or colour.
+        R"((?<![\d.,([])(?!\d+(?:,\d{3})+\.\d\d?\b)(?!\d+(?:\.\d{3})+,\d\d?\b)(?=[\d.,]*\d{3}))"
+        R"((?:(?:25[0-5]|2[0-4]\d|1\d\d|[1-9]?\d)(?:[.,]|(?![.,]?\d))){4}(?<![.,]))",
+        R"(\b[s5prt]k[-_ ]{0,2}(?:live|test|proj)[-_ ]{1,2}[A-Z0-9_-]{12,})",
         R"(\bgh[pousr]_[A-Z0-9]{18,})",
         R"(\b[A4]K[I1LT|][A4][0-9A-Z|)\]]{15,17})",
         R"(\bx[o0]x{1,2}[abprs8]-?[A-Z0-9-]{10,})",
+        R"(\bx[o0]x[A-Z0-9]-\d{6,}[A-Z0-9-]*)",
         R"(\b[e6]y[JI1Lj)\]}][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,}(?:\.[A-Z0-9_-]+)?)",
     });
     return expression;
 }
 
-// Keys that lost the sign after their prefix or a letter of it; words begin so too.
+// An opaque run as it stands, also one whose first digits look like a telephone number.
+const QRegularExpression &opaquePattern()
+{
+    static const QRegularExpression expression = compiled({R"(\b[A-Z0-9_-]{32,}\b)"});
+    return expression;
+}
+
+// Keys that lost the sign after their prefix or a letter of it, or have a mark beside them for their first
+// letter; words begin so too.
 const QRegularExpression &shortenedPatterns()
 {
     static const QRegularExpression expression = compiled({
         R"(\b[s5pr]k[-_]?[A-Z0-9_-]{14,})",
         R"(\b[g9]h[pousr0][A-Z0-9]{18,})",
         R"(\b[A4][A-Z0-9][I1LT|][A4][0-9A-Z]{16}\b)",
+        R"(\b(?:AKA|AKI|AIA|KIA)[0-9A-Z]{16}\b)",
+        R"(\b[A-Z0-9](?:gh[pousr]_[A-Z0-9]{18,}|xox[abprs]-[A-Z0-9-]{10,}|AKIA[0-9A-Z]{16}\b))",
     });
     return expression;
 }
@@ -80,7 +98,7 @@ QList<Match> found(const QRegularExpression &expression, const QString &text)
 // Letters that are read for digits become digits in words that are mostly made of digits.
 QString digitsForLetters(QString line)
 {
-    static const QRegularExpression word(R"([0-9OoQlI|.,()+-]{4,})");
+    static const QRegularExpression word(R"([0-9OoQlI|?.,()+-]{4,})");
     for (auto it = word.globalMatch(line); it.hasNext();) {
         const auto match = it.next();
         const auto text = match.capturedView();
@@ -93,6 +111,9 @@ QString digitsForLetters(QString line)
                 line[i] = '0';
             else if (QStringView(u"lI|").contains(line[i]))
                 line[i] = '1';
+            else if (line[i] == '?' && i > match.capturedStart() && line[i - 1].isDigit() &&
+                     i + 1 < match.capturedEnd() && (line[i + 1].isDigit() || line[i + 1] == '-'))
+                line[i] = '7';
         }
     }
     return line;
@@ -151,22 +172,68 @@ QStringView stretchBefore(const QString &line, qsizetype to, Accept accept)
     return QStringView(line).sliced(from, to - from);
 }
 
+constexpr qsizetype LongKey = 12; // signs that are the better part of a key
+
+// Whether a mark between two stretches stands for a letter of one key.
+bool isWithinKey(QStringView before, QStringView after)
+{
+    const bool isLong =
+        before.size() >= LongKey && (beginsLikeAKey(before) ? mayBeJumbled(before) : isJumbled(before));
+    const bool isWord = std::ranges::all_of(after, [](QChar c) { return c.isLower(); });
+    return (isLong && !isWord) || (beginsLikeAKey(before) && mayBeJumbled(after)) ||
+           (isJumbled(before) && mayBeJumbled(after)) || (mayBeJumbled(before) && isJumbled(after));
+}
+
+// Marks that were read in the midst of a key, or before all of its rest but one sign, become its letters;
+// those of addresses of pages stand before a name and its value, those of hosts before a name with a dot.
+void replaceMarks(QString &line)
+{
+    constexpr qsizetype Long = 16; // signs of a rest that colours and tickets don't have
+    constexpr QStringView Marks = u"?#@";
+    constexpr QStringView Letters = u"7f0";
+    for (qsizetype i = 0; i + 1 < line.size(); ++i) {
+        const auto mark = Marks.indexOf(line[i]);
+        if (mark < 0)
+            continue;
+        const QStringView before =
+            stretchBefore(line, i, [&](QChar c) { return isKeySign(c) || (line[i] == '@' && c == '.'); });
+        const QStringView after = stretchAfter(line, i + 1, isKeySign);
+        const qsizetype end = i + 1 + after.size();
+        if (after.isEmpty() ||
+            (end < line.size() && (line[end] == '=' || (line[i] == '@' && line[end] == '.'))))
+            continue;
+        const bool isFirst = line[i] != '@' && before.isEmpty() && after.size() >= Long && isJumbled(after);
+        const bool isWithin = line[i] == '@' ? beginsLikeAKey(before) && isWithinKey(before, after)
+                                             : isWithinKey(before, after);
+        if (isFirst || isWithin)
+            line[i] = Letters[mark];
+    }
+}
+
 // Brackets and strokes that were read for a letter, mostly a J, in the midst of a key become one.
 QString lettersForBrackets(QString line)
 {
+    constexpr qsizetype LongPath = 20; // signs; folders that are named by chance are shorter
+    replaceMarks(line);
     for (qsizetype i = 1; i + 1 < line.size(); ++i) {
         const bool closes = QStringView(u")]}").contains(line[i]);
-        if (!closes && !QStringView(u"([{!/").contains(line[i]))
+        if (!closes && !QStringView(u"([{!/\\").contains(line[i]))
             continue;
         const QStringView before = stretchBefore(line, i, isKeySign);
         const QStringView after = stretchAfter(line, i + 1, isKeySign);
         const bool isWebToken = closes && before.compare(u"ey", Qt::CaseInsensitive) == 0;
-        const bool isInKey = beginsLikeAKey(before) && mayBeJumbled(after);
-        // Names are called with arguments, and nothing follows a bracket that closes.
+        const bool isInKey =
+            beginsLikeAKey(before) &&
+            (mayBeJumbled(after) || (closes && !after.isEmpty() && isWithinKey(before, after)));
+        // Names are called with arguments, a path has strokes between its folders, and nothing but the second
+        // half of a web token follows a bracket that closes.
+        const bool isLong = line[i] != '/' || before.size() + after.size() >= LongPath;
         const bool isInRun = closes ? before.size() >= 3 && after.size() >= 3 &&
                                           isJumbled(before.toString() + after.toString())
-                                    : line[i] != '/' && isJumbled(before) && isJumbled(after);
-        if (isWebToken || isInKey || isInRun)
+                                    : isLong && isJumbled(before) && isJumbled(after);
+        const bool isBeforeDot = closes && line[i + 1] == '.' && isJumbled(before) &&
+                                 isJumbled(stretchAfter(line, i + 2, isKeySign));
+        if (isWebToken || isInKey || isInRun || isBeforeDot)
             line[i] = u'J';
     }
     return line;
@@ -231,9 +298,10 @@ Joined withoutStrayBlanks(const QString &line)
 
 bool beginsLikeAKey(QStringView stretch, Prefix prefix)
 {
-    static const QRegularExpression whole(R"(^(?:[spr]k[-_]|gh[pousr]_|xox[abprs]-|eyJ|AKIA))",
-                                          QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression shortened(R"(^(?:[spr]k|gh[pousr]|xox[abprs]|eyJ|AKIA))",
+    static const QRegularExpression whole(
+        R"(^(?:[spr]k[-_]|gh[pousr]_|x[o0]x[abprs8]-|x[o0]x[A-Z0-9]-\d|ey[JI1L)\]}]|tk[-_](?:live|test|proj)[-_]|AKIA))",
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression shortened(R"(^(?:[spr]k|gh[pousr]|x[o0]x[abprs8]|ey[JI1L]|AKIA))",
                                               QRegularExpression::CaseInsensitiveOption);
     return (prefix == Prefix::Whole ? whole : shortened).match(stretch).hasMatch();
 }
@@ -320,7 +388,7 @@ QList<Match> matchesInReadLine(const QString &line)
     all += matches(plain);
     all += matches(digitsForLetters(plain));
     const Joined joined = withoutStrayBlanks(plain);
-    for (const auto *expression : {&patterns(), &misreadPatterns(), &shortenedPatterns()}) {
+    for (const auto *expression : {&patterns(), &misreadPatterns(), &opaquePattern(), &shortenedPatterns()}) {
         for (const Match &match : found(*expression, joined.text)) {
             if (expression == &shortenedPatterns() &&
                 !isJumbled(QStringView(joined.text).sliced(match.start, match.length)))
