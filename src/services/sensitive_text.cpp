@@ -189,8 +189,8 @@ bool isWithinKey(QStringView before, QStringView after)
 void replaceMarks(QString &line)
 {
     constexpr qsizetype Long = 16; // signs of a rest that colours and tickets don't have
-    constexpr QStringView Marks = u"?#@";
-    constexpr QStringView Letters = u"7f0";
+    constexpr QStringView Marks = u"?#$@";
+    constexpr QStringView Letters = u"7fS0";
     for (qsizetype i = 0; i + 1 < line.size(); ++i) {
         const auto mark = Marks.indexOf(line[i]);
         if (mark < 0)
@@ -202,7 +202,7 @@ void replaceMarks(QString &line)
         if (after.isEmpty() ||
             (end < line.size() && (line[end] == '=' || (line[i] == '@' && line[end] == '.'))))
             continue;
-        const bool isFirst = line[i] != '@' && before.isEmpty() && after.size() >= Long && isJumbled(after);
+        const bool isFirst = mark < 2 && before.isEmpty() && after.size() >= Long && isJumbled(after);
         const bool isWithin = line[i] == '@' ? beginsLikeAKey(before) && isWithinKey(before, after)
                                              : isWithinKey(before, after);
         if (isFirst || isWithin)
