@@ -37,7 +37,7 @@ bool endsInHyphen(const RecognizedLine &line)
 }
 bool endsInTelephone(const RecognizedLine &line)
 {
-    static const QRegularExpression begun(R"((?:^|\s)\+\d[\d\s().-]*$)");
+    static const QRegularExpression begun(R"((?:^|\s)(?:\+\d[\d\s().-]*|\(\d{2,4}\))$)");
     return begun.match(line.text).hasMatch();
 }
 

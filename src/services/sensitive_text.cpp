@@ -52,13 +52,13 @@ const QRegularExpression &misreadPatterns()
         R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
         R"(\b\d{1,3}(?:[.,]\d{1,3}\.|\.\d{1,3}[.,])\d{1,3}\.\d{1,3}\b)", // no price: that has its comma last
         // With several commas: no price, list of small numbers or colour.
-        R"((?<![\d.,([])(?!\d+(?:,\d{3})+\.\d\d?\b)(?!\d+(?:\.\d{3})+,\d\d?\b)(?=[\d.,]*\d{3}))"
+        R"((?<![\d.,([])(?!\d+(?:,\d{3})+\.\d\d?(?![.,]?\d))(?!\d+(?:\.\d{3})+,\d\d?(?![.,]?\d))(?=[\d.,]*\d{3}))"
         R"((?:(?:25[0-5]|2[0-4]\d|1\d\d|[1-9]?\d)(?:[.,]|(?![.,]?\d))){4}(?<![.,]))",
         R"(\b[s5prt]k[-_ ]{0,2}(?:live|test|proj)[-_ ]{1,2}[A-Z0-9_-]{12,})",
         R"(\bgh[pousr]_[A-Z0-9]{18,})",
         R"(\b[A4]K[I1LT|][A4][0-9A-Z|)\]]{15,17})",
         R"(\bx[o0]x{1,2}[abprs8]-?[A-Z0-9-]{10,})",
-        R"(\bx[o0]x[A-Z0-9]-\d{6,}[A-Z0-9-]*)",
+        R"(\bx[o0]x[A-Z0-9][- ]\d{6,}[A-Z0-9-]*)",
         R"(\b[e6]y[JI1Lj)\]}][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,}(?:\.[A-Z0-9_-]+)?)",
     });
     return expression;
@@ -222,9 +222,10 @@ QString lettersForBrackets(QString line)
         const QStringView before = stretchBefore(line, i, isKeySign);
         const QStringView after = stretchAfter(line, i + 1, isKeySign);
         const bool isWebToken = closes && before.compare(u"ey", Qt::CaseInsensitive) == 0;
+        const QStringView token = stretchBefore(line, i, [](QChar c) { return isKeySign(c) || c == '.'; });
         const bool isInKey =
-            beginsLikeAKey(before) &&
-            (mayBeJumbled(after) || (closes && !after.isEmpty() && isWithinKey(before, after)));
+            beginsLikeAKey(token) &&
+            (mayBeJumbled(after) || (closes && !after.isEmpty() && isWithinKey(token, after)));
         // Names are called with arguments, a path has strokes between its folders, and nothing but the second
         // half of a web token follows a bracket that closes.
         const bool isLong = line[i] != '/' || before.size() + after.size() >= LongPath;
