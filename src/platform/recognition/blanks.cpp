@@ -129,7 +129,7 @@ void placeBlanks(ReadLine &line)
             continue;
         }
         const double likely =
-            usual + 0.25 * line.capHeight + roomBeside(symbol, line) + roomBeside(before, line);
+            usual + 0.3 * line.capHeight + roomBeside(symbol, line) + roomBeside(before, line);
         if (!symbol.isAlone || !before.isAlone)
             continue;
         if (gap > likely)

@@ -32,7 +32,9 @@ double usualWidth(const QString &text)
 // What misfits cost; lengths are in heights of a capital.
 constexpr double SkippedSymbol = 0.7;
 constexpr double SkippedCell = 0.7;
-constexpr double Displaced = 0.2; // little: readers lag behind by up to a letter within a word
+constexpr double Displaced = 0.2; // little: readers lag behind by some of a letter within a word
+constexpr double UsualLag = 0.5;
+constexpr double Astray = 1; // what lies beyond
 constexpr double WrongWidth = 0.7;
 constexpr double WrongColumns = 3; // in a fixed-width font
 constexpr double WrongBlank = 0.6;
@@ -109,8 +111,9 @@ private:
     {
         const double middle =
             (m_line.symbols[first].box.left() + m_line.symbols[first + count - 1].box.right()) / 2;
+        const double away = std::abs(middle - (left + right) / 2) / m_unit;
         const double cost =
-            Displaced * std::abs(middle - (left + right) / 2) / m_unit + Touching * double(count - 1);
+            Displaced * away + Astray * std::max(0.0, away - UsualLag) + Touching * double(count - 1);
         if (m_line.pitch > 0) {
             const double columns = (right - left) / m_line.pitch;
             const double tooWide = columns - (double(count) + 0.15);
