@@ -42,8 +42,8 @@ Components components(const QImage &ink)
         const bool frame = width > 24 && height > 14 && filled < 0.12;
         const bool longFrame = width > 6 * height && height > 12 && filled < 0.3;
         if (frame || longFrame)
-            found.uprights.push_back(QRect(box.left(), box.top(), 1, height)),
-                found.uprights.push_back(QRect(box.right(), box.top(), 1, height));
+            for (const int x : {box.left(), box.right()})
+                found.uprights.push_back(QRect(x, box.top(), 1, height));
         // A terminal's block cursor: broader than any I, taller than a full stop.
         const bool cursor = filled > 0.97 && height >= 12 && width <= height && 9 * width >= 4 * height;
         if (rule || frame || longFrame || cursor || height > TallestGlyph || area < 2)

@@ -238,60 +238,71 @@ void joinWords(std::vector<TextRow> &lines, const std::vector<Glyph> &glyphs,
     std::erase_if(lines, [](const TextRow &line) { return line.glyphs.empty(); });
 }
 
+// Cuts letters apart that touch those of another row.
+void cutTouchingRows(Components &ink)
+{
+    std::vector<size_t> usual;
+    std::vector<size_t> tall;
+    const Neighborhood near(ink.glyphs, ink.labels.rows);
+    for (size_t i = 0; i < ink.glyphs.size(); ++i)
+        (standsOut(ink.glyphs, near, i) ? tall : usual).push_back(i);
+    if (tall.empty())
+        return;
+    const std::vector<TextRow> rough = grouped(ink.glyphs, near, usual);
+    for (const size_t i : tall) {
+        const auto pieces = cut(ink.glyphs[i], rough, ink.glyphs, ink.labels);
+        if (pieces.empty())
+            continue;
+        ink.glyphs[i] = pieces[0];
+        ink.glyphs.insert(ink.glyphs.end(), pieces.begin() + 1, pieces.end());
+    }
+}
+
+// Moves what is small against a row beside it out of the rows; gives its glyphs, from left to right.
+std::vector<size_t> takeMarks(std::vector<TextRow> &rows, const std::vector<Glyph> &glyphs)
+{
+    const auto standByAnother = [&rows](const TextRow &group) {
+        return std::ranges::any_of(rows, [&](const TextRow &row) {
+            const int reach = std::max(row.height() * 3 / 2, 8);
+            return areMarks(group, row) &&
+                   row.box.adjusted(-reach, -row.height(), reach, row.height()).intersects(group.box);
+        });
+    };
+    std::vector<TextRow> kept;
+    std::vector<size_t> marks;
+    for (const TextRow &group : rows) {
+        if (standByAnother(group))
+            marks.insert(marks.end(), group.glyphs.begin(), group.glyphs.end());
+        else
+            kept.push_back(group);
+    }
+    rows = std::move(kept);
+    std::ranges::sort(marks, {}, [&](size_t i) { return glyphs[i].left(); });
+    return marks;
+}
+
 } // namespace
 
 std::vector<TextRow> rowsOf(Components &ink)
 {
-    std::vector<Glyph> &glyphs = ink.glyphs;
-    const cv::Mat &labels = ink.labels;
-    const std::vector<QRect> &uprights = ink.uprights;
-    std::vector<size_t> usual;
-    std::vector<size_t> tall;
-    {
-        const Neighborhood near(glyphs, labels.rows);
-        for (size_t i = 0; i < glyphs.size(); ++i)
-            (standsOut(glyphs, near, i) ? tall : usual).push_back(i);
-    }
-    if (!tall.empty()) {
-        const Neighborhood near(glyphs, labels.rows);
-        const std::vector<TextRow> rough = grouped(glyphs, near, usual);
-        for (const size_t i : tall) {
-            const auto pieces = cut(glyphs[i], rough, glyphs, labels);
-            if (pieces.empty())
-                continue;
-            glyphs[i] = pieces[0];
-            glyphs.insert(glyphs.end(), pieces.begin() + 1, pieces.end());
-        }
-    }
-    const Neighborhood near(glyphs, labels.rows);
+    cutTouchingRows(ink);
+    const std::vector<Glyph> &glyphs = ink.glyphs;
+    const Neighborhood near(glyphs, ink.labels.rows);
     std::vector<size_t> all(glyphs.size());
     std::iota(all.begin(), all.end(), 0);
-    std::vector<TextRow> groups = grouped(glyphs, near, all);
-
-    std::vector<TextRow> lines;
-    std::vector<size_t> marks;
-    for (const TextRow &group : groups) {
-        const bool marked = std::ranges::any_of(groups, [&](const TextRow &line) {
-            const int reach = std::max(line.height() * 3 / 2, 8);
-            return areMarks(group, line) &&
-                   line.box.adjusted(-reach, -line.height(), reach, line.height()).intersects(group.box);
-        });
-        if (marked)
-            marks.insert(marks.end(), group.glyphs.begin(), group.glyphs.end());
-        else
-            lines.push_back(group);
-    }
-    joinWords(lines, glyphs, uprights);
-    std::ranges::sort(marks, {}, [&](size_t i) { return glyphs[i].left(); });
+    std::vector<TextRow> rows = grouped(glyphs, near, all);
+    std::vector<size_t> marks = takeMarks(rows, glyphs);
+    joinWords(rows, glyphs, ink.uprights);
+    // Runs of dashes are attached one after the other, from either end.
     std::vector<bool> isTaken(glyphs.size(), false);
     for (const size_t mark : marks)
-        attach(mark, lines, glyphs, isTaken);
+        attach(mark, rows, glyphs, isTaken);
     for (const size_t mark : std::ranges::reverse_view(marks))
         if (!isTaken[mark])
-            attach(mark, lines, glyphs, isTaken);
+            attach(mark, rows, glyphs, isTaken);
     std::erase_if(marks, [&](size_t mark) { return isTaken[mark]; });
     const std::vector<TextRow> rest = grouped(glyphs, near, marks);
-    lines.insert(lines.end(), rest.begin(), rest.end());
-    joinWords(lines, glyphs, uprights);
-    return lines;
+    rows.insert(rows.end(), rest.begin(), rest.end());
+    joinWords(rows, glyphs, ink.uprights);
+    return rows;
 }
