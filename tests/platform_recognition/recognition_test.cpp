@@ -199,6 +199,22 @@ TEST(TesseractEngine, KeepsTightRowsApartAndTheirMarksWithThem)
     }
 }
 
+TEST(TesseractEngine, LeavesIconsOutThatStandAlone)
+{
+    QImage image =
+        page({"Rota for the summer"}, {Qt::white, Qt::black}, "DejaVu Sans", 16).copy(0, 0, 900, 200);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(60, 60, 60), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QList<QPolygon> icons{{{0, 8}, {5, 13}, {15, 2}},           // a tick
+                                {{2, 2}, {14, 14}},                   // a stroke
+                                {{0, 14}, {5, 6}, {9, 10}, {15, 2}}}; // a chart
+    for (int i = 0; i < icons.size(); ++i)
+        painter.drawPolyline(icons[i].translated(60 + 160 * i, 140));
+    painter.end();
+    EXPECT_EQ(textsOf(*makeTextEngine(), image).join("|").toStdString(), "Rota for the summer");
+}
+
 TEST(TesseractEngine, FindsNothingInEmptyPictures)
 {
     const auto engine = makeTextEngine();
