@@ -85,11 +85,11 @@ bool takeOver(int file, const struct stat &old)
 // a hidden name, locked, so that one left behind is known by its free lock.
 class Draft {
 public:
-    static Result<Draft> open(const QString &target, bool isPrivate)
+    static Result<Draft> open(const QString &target, bool startsPrivate)
     {
         outliveSizeLimit();
         const QString folder = QFileInfo(target).absolutePath();
-        const mode_t mode = isPrivate ? 0600 : 0666;
+        const mode_t mode = startsPrivate ? 0600 : 0666;
         FileHandle handle(
             ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
         if (handle.isOpen())
@@ -274,6 +274,12 @@ Result<FileHandle> openedSource(const QString &path, struct stat &state)
     return source;
 }
 
+// What only its owner may read stays so.
+bool isPrivate(const struct stat &state)
+{
+    return (state.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+}
+
 Result<void> copyBytes(const QString &from, const FileHandle &source, const struct stat &state, Draft &draft)
 {
     // Shares the blocks where the file system can.
@@ -296,6 +302,8 @@ Result<void> copyBytes(const QString &from, const FileHandle &source, const stru
                 return written;
         }
     }
+    if (isPrivate(state))
+        fchmod(draft.file(), state.st_mode & 07777);
     const std::array<timespec, 2> times{state.st_atim, state.st_mtim};
     futimens(draft.file(), times.data());
     return {};
@@ -375,9 +383,7 @@ Result<QString> AtomicFile::copyNew(const QString &source, const QString &folder
     const auto opened = openedSource(source, state);
     if (!opened)
         return std::unexpected(opened.error());
-    // What only its owner may read stays so.
-    const bool isPrivate = (state.st_mode & (S_IRWXG | S_IRWXO)) == 0;
-    auto draft = Draft::open(freeFilePath(folder, stem, extension, reserved), isPrivate);
+    auto draft = Draft::open(freeFilePath(folder, stem, extension, reserved), isPrivate(state));
     if (!draft)
         return std::unexpected(draft.error());
     if (auto copied = copyBytes(source, *opened, state, *draft); !copied)

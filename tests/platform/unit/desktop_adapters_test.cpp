@@ -113,6 +113,33 @@ TEST(DesktopTrash, TakesFilesFromAnotherFileSystemWithARecordOfTheirPlace)
     QDir(QFileInfo(*trashed).absolutePath() + "/..").removeRecursively();
 }
 
+TEST(DesktopTrash, MakesTheFirstTrashAndLeavesFilesWhereItCannot)
+{
+    const TemporaryFolder folder;
+    const QString path = folder.path("Shot.png");
+    const auto write = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::WriteOnly) && file.write("picture") > 0;
+    };
+    QDir().mkpath(folder.path("working"));
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(folder.path("working"));
+    for (const QString &data : {folder.path("Shot.png/data"), folder.path("new/data")}) {
+        SCOPED_TRACE(data.toStdString());
+        const Variable variable("XDG_DATA_HOME", QFile::encodeName(data));
+        ASSERT_TRUE(write());
+        const auto trashed = DesktopTrash().moveToTrash(path);
+        EXPECT_EQ(trashed.has_value(), !QFile::exists(path));
+        if (trashed)
+            EXPECT_EQ(*trashed, data + "/Trash/files/Shot.png");
+        else
+            EXPECT_EQ(trashed.error().message, "“Shot.png” could not be moved to the Trash.");
+    }
+    EXPECT_FALSE(QFile::exists(path)) << "the second place can be made";
+    EXPECT_TRUE(QDir(folder.path("working")).isEmpty());
+    QDir::setCurrent(before);
+}
+
 TEST(DesktopLoginItem, QuotesTheProgramAndHeedsAnEntryThatWasTurnedOff)
 {
     const TemporaryFolder folder;
