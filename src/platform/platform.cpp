@@ -4,6 +4,7 @@
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
 #include "platform/http.h"
+#include "platform/input_monitor.h"
 #include "platform/login_item.h"
 #include "platform/pasteboard.h"
 #include "platform/paths.h"

@@ -6,6 +6,7 @@ class DesktopAppearance;
 class FaceEngine;
 class HotKeys;
 class Http;
+class InputMonitors;
 class LoginItem;
 class Pasteboard;
 class Paths;
@@ -31,6 +32,7 @@ struct Platform {
     std::unique_ptr<ScreenPictures> pictures;
     std::unique_ptr<PointerControl> pointer;
     std::unique_ptr<HotKeys> hotKeys;
+    std::unique_ptr<InputMonitors> inputMonitors;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<Trash> trash;

@@ -2,6 +2,7 @@
 
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_hot_keys.h"
+#include "fakes/fake_input_monitor.h"
 #include "fakes/fake_recognition.h"
 #include "fakes/fake_screens.h"
 #include "platform/platform.h"
@@ -25,6 +26,7 @@ public:
           pictures(make<FakeScreenPictures>(platform.pictures)),
           pointer(make<FakePointerControl>(platform.pointer)),
           hotKeys(make<FakeHotKeys>(platform.hotKeys)),
+          inputMonitors(make<FakeInputMonitors>(platform.inputMonitors)),
           pasteboard(make<FakePasteboard>(platform.pasteboard)),
           workspace(make<FakeWorkspace>(platform.workspace)),
           trash(make<FakeTrash>(platform.trash, folder + QStringLiteral("/Trash"))),
@@ -43,6 +45,7 @@ public:
     FakeScreenPictures &pictures;
     FakePointerControl &pointer;
     FakeHotKeys &hotKeys;
+    FakeInputMonitors &inputMonitors;
     FakePasteboard &pasteboard;
     FakeWorkspace &workspace;
     FakeTrash &trash;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hot_keys.h"
+#include "platform/input_monitor.h"
 #include "platform/pointer_control.h"
 
 // A pointer that stays where it is.
@@ -23,6 +24,20 @@ public:
     explicit NullHotKeys(QString reason);
     Result<void> registerKey(quint32 id, int keyCode, int modifiers) override;
     void unregisterAll() override {}
+
+private:
+    QString m_reason;
+};
+
+// Nothing is told of what is clicked and typed.
+class NullInputMonitors : public InputMonitors {
+public:
+    explicit NullInputMonitors(QString reason) : m_reason(std::move(reason)) {}
+    Result<std::unique_ptr<InputMonitor>> listen(InputEvents,
+                                                 const std::function<void(InputMonitor &)> &) override
+    {
+        return fail(Error::Kind::Unavailable, m_reason);
+    }
 
 private:
     QString m_reason;

@@ -18,6 +18,7 @@
 #include "platform/session/session_kind.h"
 #include "platform/text_engine.h"
 #include "platform/x11/x11_hot_keys.h"
+#include "platform/x11/x11_input_monitor.h"
 #include "platform/x11/x11_pointer_control.h"
 #include "platform/x11/x11_screen_pictures.h"
 #include "platform/x11/x11_screens.h"
@@ -31,6 +32,7 @@ void addX11(Platform &platform)
     platform.pictures = std::make_unique<X11ScreenPictures>();
     platform.pointer = std::make_unique<X11PointerControl>(*platform.screens);
     platform.hotKeys = std::make_unique<X11HotKeys>();
+    platform.inputMonitors = std::make_unique<X11InputMonitors>();
     platform.workspace =
         std::make_unique<X11Workspace>(X11Workspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
     platform.pasteboard = std::make_unique<QtPasteboard>();
@@ -43,6 +45,7 @@ void addNothing(Platform &platform)
     platform.pictures = std::make_unique<NullScreenPictures>(reason);
     platform.pointer = std::make_unique<NullPointerControl>(reason);
     platform.hotKeys = std::make_unique<NullHotKeys>(reason);
+    platform.inputMonitors = std::make_unique<NullInputMonitors>(reason);
     platform.workspace = std::make_unique<NullWorkspace>(reason);
     platform.pasteboard = std::make_unique<NullPasteboard>();
 }

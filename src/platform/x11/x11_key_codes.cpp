@@ -1,6 +1,7 @@
 #include "platform/x11/x11_key_codes.h"
 
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -30,7 +31,28 @@ constexpr Row kRows[] = {
     {101, {0xffc6, 75}},  {109, {0xffc7, 76}},  {103, {0xffc8, 95}},  {111, {0xffc9, 96}},
 };
 
+// Keys that write the same as one of the rows.
+constexpr std::pair<quint32, int> kAliases[] = {
+    {0xff8d, 36},                                                              // Enter of the number pad
+    {0xfe20, 48},                                                              // Tab with Shift
+    {0xffff, 117},                                                             // Delete
+    {0xff9f, 117}, {0xff96, 123}, {0xff98, 124}, {0xff97, 126}, {0xff99, 125}, // arrows of the number pad
+};
+
 } // namespace
+
+std::optional<int> programKeyCode(quint32 keysym)
+{
+    for (const Row &row : kRows) {
+        if (row.key.keysym == keysym)
+            return row.keyCode;
+    }
+    for (const auto &[alias, keyCode] : kAliases) {
+        if (alias == keysym)
+            return keyCode;
+    }
+    return std::nullopt;
+}
 
 std::optional<X11Key> x11Key(int keyCode)
 {

@@ -12,3 +12,5 @@ struct X11Key {
 };
 
 std::optional<X11Key> x11Key(int keyCode);
+// The other way round, for a key by what it writes without any modifier.
+std::optional<int> programKeyCode(quint32 keysym);
