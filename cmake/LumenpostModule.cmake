@@ -3,8 +3,9 @@
 #   lumenpost_module(NAME name [DEPENDS module...] [USES library...] [WIDGETS] [LOADABLE] [NO_PCH])
 #
 # Declares the folder it is called from as a module. A source of the module sees its own headers and those of
-# the modules it depends on, and no others: each module compiles against an include root of its own that holds
-# one link a header. A dependency must be declared earlier, so no cycle can be written down.
+# the modules it names, and no others, not even what those name in turn: each module compiles against an include
+# root of its own that holds one link a header. A dependency must be declared earlier, so no cycle can be written
+# down.
 #   USES      third-party or Qt libraries, for its own sources only
 #   WIDGETS   may use Qt Widgets
 #   LOADABLE  is opened at run time, when first needed
@@ -48,21 +49,16 @@ function(lumenpost_program)
 endfunction()
 
 macro(_lumenpost_setup target folder)
-    set(closure)
     foreach(dependency IN LISTS M_DEPENDS)
         if(NOT TARGET ${dependency})
             message(FATAL_ERROR "${target} depends on ${dependency}, which is not declared before it: "
                                 "modules may only depend on lower ones")
         endif()
-        get_target_property(inner ${dependency} LUMENPOST_CLOSURE)
-        list(APPEND closure ${dependency} ${inner})
     endforeach()
-    list(REMOVE_DUPLICATES closure)
-    set_target_properties(${target} PROPERTIES LUMENPOST_CLOSURE "${closure}")
 
     set(root ${PROJECT_BINARY_DIR}/roots/${target})
     set(wanted)
-    foreach(module IN ITEMS ${target} LISTS closure)
+    foreach(module IN ITEMS ${target} LISTS M_DEPENDS)
         get_target_property(moduleFolder ${module} LUMENPOST_FOLDER)
         get_target_property(moduleHeaders ${module} LUMENPOST_HEADERS)
         if(moduleHeaders)
@@ -85,7 +81,8 @@ macro(_lumenpost_setup target folder)
     endforeach()
 
     target_include_directories(${target} PRIVATE ${root})
-    target_link_libraries(${target} PUBLIC ${M_DEPENDS} Qt6::Core Qt6::Gui QCoro::Coro PRIVATE ${M_USES})
+    # Privately: what a module builds on is its own affair, and comes along at the last link alone.
+    target_link_libraries(${target} PUBLIC Qt6::Core Qt6::Gui QCoro::Coro PRIVATE ${M_DEPENDS} ${M_USES})
     if(M_WIDGETS)
         target_link_libraries(${target} PUBLIC Qt6::Widgets)
     endif()
@@ -135,10 +132,13 @@ add_library(lumenpost_pch STATIC ${PROJECT_SOURCE_DIR}/cmake/empty.cpp)
 set_target_properties(lumenpost_pch PROPERTIES AUTOMOC OFF)
 function(lumenpost_finish_pch)
     target_link_libraries(lumenpost_pch PRIVATE Qt6::Core Qt6::Gui QCoro::Coro)
-    target_precompile_headers(lumenpost_pch PRIVATE
+    set(headers
         <algorithm> <cmath> <expected> <functional> <memory> <optional> <span> <utility> <variant> <vector>
         <QByteArray> <QColor> <QDateTime> <QDir> <QFile> <QFuture> <QHash> <QImage> <QJsonArray> <QJsonDocument>
         <QJsonObject> <QList> <QObject> <QPointer> <QRectF> <QString> <QStringList> <QTimer> <QUrl>)
+    target_precompile_headers(lumenpost_pch PRIVATE ${headers})
+    string(SHA1 sum "${CMAKE_CXX_COMPILER_VERSION} ${Qt6_VERSION} ${QCoro6_VERSION} ${headers}")
+    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/CMakeFiles/lumenpost_pch.dir/cmake_pch.hxx.pch.sum CONTENT ${sum})
 endfunction()
 
 # lumenpost_bench(NAME name [DEPENDS …] [USES …] [WIDGETS]): a Google Benchmark program from the calling folder.

@@ -39,9 +39,7 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(launcher ${CMAKE_COMMAND} -E env
-        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
-        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+    set(launcher ${CMAKE_SOURCE_DIR}/cmake/cached-compiler ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
     set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
 endif()
