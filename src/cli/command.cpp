@@ -3,6 +3,7 @@
 #include "base/clock.h"
 #include "base/log.h"
 #include "base/notice.h"
+#include "base/translations.h"
 #include "library/library.h"
 #include "platform/login_item.h"
 #include "platform/paths.h"
@@ -65,6 +66,7 @@ void CommandContext::startApplication(Needs needs)
         m_parts->application = std::make_unique<QGuiApplication>(m_parts->argc, m_parts->argv);
         break;
     }
+    installTranslations();
 }
 
 Platform &CommandContext::platform()

@@ -1,5 +1,6 @@
 #include "app/app_delegate.h"
 #include "app/quit_signals.h"
+#include "base/translations.h"
 #include "cli/cli.h"
 #include "platform/session/session_kind.h"
 
@@ -25,6 +26,7 @@ int runDesktopProgram(int argc, char **argv)
     QGuiApplication::setDesktopFileName(QStringLiteral("lumenpost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
+    installTranslations();
     const QuitSignals signals_;
     AppDelegate delegate(application);
     if (!delegate.launch(QCoreApplication::arguments().mid(1)))
