@@ -3,6 +3,7 @@
 #include "base/atomic_file.h"
 #include "document/heic.h"
 #include "document/png_encoder.h"
+#include "document/png_reader.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
@@ -139,6 +140,10 @@ Result<QImage> decodeNamed(const QByteArray &bytes, const QString &name, int lon
             return unreadable(name, QStringLiteral("is damaged"), decoded.error().detail);
         return decoded;
     }
+    if (format == "png") {
+        if (const auto image = readPng(bytes))
+            return *image;
+    }
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
@@ -195,7 +200,9 @@ QImage withLongestEdge(const QImage &image, int longestEdge)
 {
     if (std::max(image.width(), image.height()) <= longestEdge)
         return image;
-    return image.scaled(longestEdge, longestEdge, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    // A very long picture keeps a pixel of its short side.
+    const QSize size = image.size().scaled(longestEdge, longestEdge, Qt::KeepAspectRatio);
+    return image.scaled(size.expandedTo({1, 1}), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 // JPEG knows no transparency: what shows through is white.
@@ -336,6 +343,8 @@ std::optional<QImage> ImageFiles::thumbnail(const QString &path, int maxPixels)
     const auto bytes = readBytes(path);
     if (!bytes)
         return std::nullopt;
+    if (const auto reduced = readReducedPng(*bytes, maxPixels))
+        return withLongestEdge(*reduced, maxPixels);
     const auto image = decodeNamed(*bytes, QFileInfo(path).fileName(), maxPixels);
     if (!image)
         return std::nullopt;
@@ -368,6 +377,6 @@ std::optional<QImage> ImageFiles::cachedThumbnail(const QString &path, int maxPi
     QDir().mkpath(QFileInfo(cached).path());
     const QByteArray data = jpegData(*image, std::max(image->width(), image->height()), 0.8);
     if (!data.isEmpty())
-        std::ignore = AtomicFile::write(cached, data);
+        std::ignore = AtomicFile::write(cached, data, AtomicFile::Keep::Reproducible);
     return image;
 }
