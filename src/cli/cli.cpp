@@ -13,8 +13,8 @@
 namespace {
 
 constexpr std::array kGroups{
-    addCaptureCommands,     addScrollingCommands, addRenderCommand,
-    addRecognitionCommands, addOnlineCommands,    addLibraryCommands,
+    addCaptureCommands, addScrollingCommands, addRenderCommand,  addRecognitionCommands,
+    addOnlineCommands,  addLibraryCommands,   addExportCommands,
 };
 
 // Filling the whole tree of commands costs time; a capture needs only its own group.
@@ -79,9 +79,10 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
 bool isCommandLineCall(int argc, char **argv)
 {
     static constexpr std::array words{
-        "capture", "displays", "windows",    "scroll",    "stitch",   "render",       "text",
-        "boxes",   "faces",    "redact",     "describe",  "upload",   "library",      "clipboard-owner",
-        "--help",  "-h",       "--help-all", "--version", "--manual", "--completion",
+        "capture",   "displays", "windows",      "scroll",      "stitch", "render",  "text",
+        "boxes",     "faces",    "redact",       "describe",    "upload", "library", "clipboard-owner",
+        "export",    "pdf",      "combine",      "guide-image", "--help", "-h",      "--help-all",
+        "--version", "--manual", "--completion",
     };
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--library") == 0) {

@@ -81,6 +81,9 @@ Result<T> waitFor(QFuture<Result<T>> future)
 // One function a group of commands; each lies in the file of its group.
 void addCaptureCommands(CLI::App &app, CommandContext &context);
 void addLibraryCommands(CLI::App &app, CommandContext &context);
+void addExportCommands(CLI::App &app, CommandContext &context); // export, pdf, combine, guide-image
+// favorite, collection, versions, restore, duplicates, autodelete
+void addLibraryUpkeepCommands(CLI::App &library, CommandContext &context);
 void addScrollingCommands(CLI::App &app, CommandContext &context);   // scroll, stitch
 void addRenderCommand(CLI::App &app, CommandContext &context);       // render
 void addRecognitionCommands(CLI::App &app, CommandContext &context); // text, boxes, faces, redact

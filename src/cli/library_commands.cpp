@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "cli/library_files.h"
 
 #include "library/library.h"
 #include "library/library_filter.h"
@@ -10,37 +11,6 @@
 #include <QJsonObject>
 
 namespace {
-
-// A bare name means a file of the Library; anything else is a path as the shell understands it.
-QString libraryPath(Library &library, const std::string &word)
-{
-    const QString text = QString::fromStdString(word);
-    if (!text.contains(QLatin1Char('/'))) {
-        const QString inLibrary = QDir(library.folder()).filePath(text);
-        if (QFileInfo(inLibrary).isFile())
-            return inLibrary;
-    }
-    return QFileInfo(text).absoluteFilePath();
-}
-
-// The path of a file that lies in the Library, or a failure told to the user.
-std::optional<QString> existingPath(CommandContext &context, const std::string &word)
-{
-    const QString path = libraryPath(context.library(), word);
-    if (!QFileInfo(path).isFile()) {
-        context.fail({Error::Kind::NotFound,
-                      QStringLiteral("There is no file %1.").arg(QString::fromStdString(word)),
-                      {}});
-        return std::nullopt;
-    }
-    if (!context.library().contains(path)) {
-        context.fail({Error::Kind::Invalid,
-                      QStringLiteral("%1 is not in the Library.").arg(QFileInfo(path).fileName()),
-                      {}});
-        return std::nullopt;
-    }
-    return path;
-}
 
 QJsonObject describe(Library &library, const LibraryItem &item)
 {
@@ -183,4 +153,5 @@ void addLibraryCommands(CLI::App &app, CommandContext &context)
     addAdd(group, context);
     addRename(group, context);
     addTrash(group, context);
+    addLibraryUpkeepCommands(*group, context);
 }
