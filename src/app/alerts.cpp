@@ -1,5 +1,6 @@
 #include "app/alerts.h"
 
+#include "app/texts.h"
 #include "base/log.h"
 
 #include <QPushButton>
@@ -24,16 +25,16 @@ void Alerts::showCaptureError(const Error &error, const std::function<void()> &r
         return;
     Log::error(QStringLiteral("Capture failed"), error);
     if (error.kind == Error::Kind::Denied) {
-        QMessageBox *box = make(QStringLiteral("Lumenpost can't see your screen yet"), error.message);
-        const auto *reopen = box->addButton(QStringLiteral("Quit && Reopen"), QMessageBox::AcceptRole);
-        const auto *settings = box->addButton(QStringLiteral("Open Settings"), QMessageBox::ActionRole);
-        box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+        QMessageBox *box = make(AppTexts::tr("Lumenpost can't see your screen yet"), error.message);
+        const auto *reopen = box->addButton(AppTexts::tr("Quit && Reopen"), QMessageBox::AcceptRole);
+        const auto *settings = box->addButton(AppTexts::tr("Open Settings"), QMessageBox::ActionRole);
+        box->addButton(AppTexts::tr("Cancel"), QMessageBox::RejectRole);
         connect(reopen, &QPushButton::clicked, this, relaunch);
         connect(settings, &QPushButton::clicked, this, openSettings);
         box->open();
     } else {
-        QMessageBox *box = make(QStringLiteral("Capture failed"), error.message);
-        box->addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        QMessageBox *box = make(AppTexts::tr("Capture failed"), error.message);
+        box->addButton(AppTexts::tr("OK"), QMessageBox::AcceptRole);
         box->open();
     }
     bringForward();

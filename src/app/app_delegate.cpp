@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 
 #include "app/document_routing.h"
+#include "app/texts.h"
 #include "base/log.h"
 #include "capture/screen_capturer.h"
 #include "capture/ui/capture_overlay.h"
@@ -27,6 +28,7 @@
 #include "services/text_recognizer.h"
 #include "services/uploader.h"
 #include "settings/app_settings.h"
+#include "settings/capture_preset_store.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
 #include "ui/appearance.h"
@@ -41,7 +43,8 @@ namespace {
 constexpr int kIdleAfterStart = 1500; // milliseconds; the desktop's own start is over by then
 } // namespace
 
-AppDelegate::AppDelegate(QApplication &application) : m_application(application), m_platform(makePlatform())
+AppDelegate::AppDelegate(QApplication &application)
+    : m_application(application), m_platform(makePlatform()), m_quitting(application, m_pending)
 {
     Log::setDirectory(m_platform.paths->state());
 }
@@ -69,12 +72,14 @@ bool AppDelegate::launch(const QStringList &words)
     m_prefs = std::make_unique<AppSettings>(*m_defaults, *m_platform.secrets, *m_platform.loginItem,
                                             *m_platform.paths, m_notices);
     m_settings = std::make_unique<CaptureSettings>(*m_defaults);
+    m_presets = std::make_unique<CapturePresetStore>(*m_defaults, *m_settings);
     m_library = std::make_unique<Library>(*m_prefs, *m_platform.trash, m_clock);
     m_library->ensureDirectory();
     m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
     m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
     m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
     buildCaptures();
+    buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
     m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs);
@@ -88,12 +93,7 @@ bool AppDelegate::launch(const QStringList &words)
     m_tips = std::make_unique<TipCenter>(m_prefs.get());
     buildEditors();
     buildStatusItem();
-    followActiveApplication();
-    if (crashedLastTime)
-        m_notices.post(
-            QStringLiteral(
-                "Lumenpost didn't quit normally last time — Settings › Help can make a diagnostics file"),
-            QStringLiteral("exclamationmark.triangle.fill"));
+    tellOfTheLastSession(crashedLastTime);
     if (!arguments.isEmpty())
         openArguments(arguments);
     QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::warmUp);
@@ -102,22 +102,30 @@ bool AppDelegate::launch(const QStringList &words)
 
 void AppDelegate::buildCaptures()
 {
+    m_source = std::make_unique<SourceApplication>(*m_platform.workspace);
+    m_delivery = std::make_unique<Delivery>(Delivery::Parts{
+        .activity = m_activity,
+        .library = *m_library,
+        .pasteboard = *m_platform.pasteboard,
+        .sounds = *m_platform.sounds,
+        .recognizer = *m_recognizer,
+        .claude = *m_claude,
+        .prefs = *m_prefs,
+        .notices = m_notices,
+        .pending = m_pending,
+    });
     m_captures = std::make_unique<CaptureFlow>(CaptureFlow::Parts{
+        .activity = m_activity,
+        .countdown = m_countdown,
+        .source = *m_source,
+        .delivery = *m_delivery,
         .capturer = *m_capturer,
         .screens = *m_platform.screens,
         .pictures = *m_platform.pictures,
         .pointer = *m_platform.pointer,
         .permissions = *m_platform.permissions,
         .workspace = *m_platform.workspace,
-        .pasteboard = *m_platform.pasteboard,
-        .sounds = *m_platform.sounds,
-        .library = *m_library,
-        .recognizer = *m_recognizer,
-        .claude = *m_claude,
-        .prefs = *m_prefs,
         .settings = *m_settings,
-        .notices = m_notices,
-        .clock = m_clock,
     });
     connect(m_captures.get(), &CaptureFlow::failed, this, [this](const Error &error) {
         m_alerts.showCaptureError(
@@ -129,7 +137,7 @@ void AppDelegate::buildCaptures()
 // The first shortcut should be answered as quickly as every other.
 void AppDelegate::warmUp()
 {
-    if (m_captures->isCapturing())
+    if (!m_activity.isIdle())
         return;
     CaptureOverlayController::warmUp();
     // Where pictures need the user's consent nothing may be asked now.
@@ -147,11 +155,15 @@ void AppDelegate::buildStatusItem()
     actions.closePins = [this] { m_pins->closeAll(); };
     actions.quit = [] { QCoreApplication::quit(); };
     actions.bringDialogForward = [this] {
-        m_captures->clearStuckCapture();
+        m_activity.clearStuckCapture();
         return m_alerts.bringForward();
     };
-    m_statusItem = std::make_unique<StatusItem>(std::move(actions), *m_prefs, *m_settings);
-    connect(m_captures.get(), &CaptureFlow::countdown, m_statusItem.get(), &StatusItem::setCountdown);
+    if (m_windows->canShow(SingletonWindows::Kind::Settings))
+        actions.showSettings = [this] { m_windows->show(SingletonWindows::Kind::Settings); };
+    if (m_windows->canShow(SingletonWindows::Kind::Welcome))
+        actions.showWelcome = [this] { m_windows->show(SingletonWindows::Kind::Welcome); };
+    m_statusItem = std::make_unique<StatusItem>(std::move(actions), m_activity, *m_prefs, *m_settings);
+    connect(&m_countdown, &Countdown::ticked, m_statusItem.get(), &StatusItem::setCountdown);
     m_statusItem->show();
 }
 
@@ -160,6 +172,11 @@ void AppDelegate::buildEditors()
     m_uploader = std::make_unique<Uploader>(*m_platform.http, *m_prefs);
     m_stylePresets = std::make_unique<PresetStore>(*m_defaults);
     m_pins = std::make_unique<Pins>(*m_platform.pasteboard, m_notices);
+    m_windows = std::make_unique<SingletonWindows>(*m_defaults);
+    // Only what there is a window for is offered.
+    std::function<void()> openSettings;
+    if (m_windows->canShow(SingletonWindows::Kind::Settings))
+        openSettings = [this] { m_windows->show(SingletonWindows::Kind::Settings); };
     m_documents = std::make_unique<DocumentRouting>(EditorPorts{
         .library = *m_library,
         .settings = *m_prefs,
@@ -172,20 +189,34 @@ void AppDelegate::buildEditors()
         .presets = *m_stylePresets,
         .pins = *m_pins,
         .clock = m_clock,
-        .openSettings = {},
+        .openSettings = openSettings,
     });
-    m_captures->openEditor = [this](const Delivery &delivery) { m_documents->openEditor(delivery); };
+    m_delivery->openEditor = [this](const DeliveredPicture &picture) { m_documents->openEditor(picture); };
 }
 
-void AppDelegate::followActiveApplication()
+void AppDelegate::buildLinks()
 {
-    if (const auto name = m_captures->frontmostAppName())
-        m_captures->setLastOtherApp(*name);
-    connect(m_platform.workspace.get(), &Workspace::activated, this,
-            [this](const Workspace::Application &application) {
-                if (application.pid != QCoreApplication::applicationPid())
-                    m_captures->setLastOtherApp(application.name);
-            });
+    CommandLinks::Actions actions;
+    actions.perform = [this](HotKeyAction action) { perform(action); };
+    actions.captureWithCurrentMode = [this] { captureWithCurrentMode(); };
+    actions.captureRegion = [this] { capture(CaptureMode::AllInOne, 0); };
+    actions.runPreset = [this](const QString &name) {
+        const auto preset = m_presets->named(name);
+        if (preset)
+            runPreset(*preset);
+        return preset.has_value();
+    };
+    actions.openFile = [this](const QString &path) { m_documents->openFile(path); };
+    m_links = std::make_unique<CommandLinks>(std::move(actions), m_notices);
+}
+
+void AppDelegate::tellOfTheLastSession(bool hasCrashed)
+{
+    if (hasCrashed)
+        m_notices.post(
+            AppTexts::tr(
+                "Lumenpost didn't quit normally last time — Settings › Help can make a diagnostics file"),
+            QStringLiteral("exclamationmark.triangle.fill"));
 }
 
 bool AppDelegate::isAvailable(HotKeyAction action) const
@@ -200,8 +231,9 @@ bool AppDelegate::isAvailable(HotKeyAction action) const
     case HotKeyAction::PinLast:
         return true;
     case HotKeyAction::Record:
+        return static_cast<bool>(m_captures->startRecording);
     case HotKeyAction::Steps:
-        return false;
+        return static_cast<bool>(m_toggleSteps);
     }
     Q_UNREACHABLE();
 }
@@ -213,28 +245,30 @@ void AppDelegate::perform(HotKeyAction action)
         if (!menu->close())
             break;
     }
-    using Intent = CaptureFlow::Intent;
     switch (action) {
     case HotKeyAction::Capture:
         captureWithCurrentMode();
         break;
     case HotKeyAction::FullScreen:
-        m_captures->captureFullScreen(0);
+        capture(CaptureMode::Screen, 0);
         break;
     case HotKeyAction::Delayed:
-        m_captures->startCapture(Intent::Capture, 3);
+        capture(CaptureMode::AllInOne, 3);
         break;
     case HotKeyAction::GrabText:
-        m_captures->startCapture(Intent::GrabText, 0);
+        capture(CaptureMode::Text, 0);
         break;
     case HotKeyAction::Scrolling:
-        m_captures->startCapture(Intent::Scrolling, 0);
+        capture(CaptureMode::Scrolling, 0);
         break;
     case HotKeyAction::Library:
         showLibrary();
         break;
     case HotKeyAction::Record:
+        capture(CaptureMode::Video, 0);
+        break;
     case HotKeyAction::Steps:
+        capture(CaptureMode::Steps, 0);
         break;
     case HotKeyAction::PinLast:
         m_documents->pinLastCapture();
@@ -244,10 +278,22 @@ void AppDelegate::perform(HotKeyAction action)
 
 void AppDelegate::captureWithCurrentMode()
 {
-    using Intent = CaptureFlow::Intent;
     // The panel's delay; the shortcut for a delayed capture has three seconds of its own.
-    const int delay = m_settings->isOn(CaptureSettings::Switch::Delay) ? 5 : 0;
-    switch (m_settings->mode()) {
+    capture(m_settings->mode(), m_settings->isOn(CaptureSettings::Switch::Delay) ? 5 : 0);
+}
+
+void AppDelegate::runPreset(const CapturePreset &preset)
+{
+    if (!m_activity.acceptsPreset())
+        return;
+    m_captures->setPendingOptions(preset.options);
+    capture(preset.captureMode(), preset.options.delay ? 5 : 0);
+}
+
+void AppDelegate::capture(CaptureMode mode, int delay)
+{
+    using Intent = CaptureFlow::Intent;
+    switch (mode) {
     case CaptureMode::AllInOne:
         m_captures->startCapture(Intent::Capture, delay);
         break;
@@ -261,13 +307,27 @@ void AppDelegate::captureWithCurrentMode()
         m_captures->startCapture(Intent::GrabText, delay);
         break;
     case CaptureMode::Video:
+        toggleRecording(delay);
+        break;
     case CaptureMode::Steps:
+        if (m_toggleSteps)
+            m_toggleSteps(delay);
         break;
     }
 }
 
+void AppDelegate::toggleRecording(int delay)
+{
+    if (m_activity.isRecording() && m_stopRecording)
+        m_stopRecording();
+    else if (m_captures->startRecording)
+        m_captures->startCapture(CaptureFlow::Intent::Video, delay);
+}
+
 void AppDelegate::showLibrary()
 {
+    if (m_windows->show(SingletonWindows::Kind::Library))
+        return;
     m_library->ensureDirectory();
     if (const auto opened = m_platform.workspace->open(QUrl::fromLocalFile(m_library->folder())); !opened)
         m_notices.post(opened.error().message, QStringLiteral("exclamationmark.triangle.fill"));
@@ -277,14 +337,8 @@ void AppDelegate::openArguments(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         return showLibrary();
-    for (const QString &argument : arguments) {
-        if (argument.startsWith(QLatin1String("lumenpost:"))) {
-            Log::error(QStringLiteral("Unknown link: ") + argument);
-            m_notices.post(QStringLiteral("Unknown Lumenpost link"), QStringLiteral("link"));
-        } else {
-            m_documents->openFile(argument);
-        }
-    }
+    for (const QString &argument : arguments)
+        m_links->open(argument);
 }
 
 void AppDelegate::relaunch()

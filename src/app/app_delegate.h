@@ -1,20 +1,31 @@
 #pragma once
 
+#include "app/activity.h"
 #include "app/alerts.h"
 #include "app/capture_flow.h"
+#include "app/command_links.h"
+#include "app/countdown.h"
+#include "app/delivery.h"
+#include "app/quitting.h"
 #include "app/shortcuts.h"
 #include "app/single_instance.h"
+#include "app/singleton_windows.h"
+#include "app/source_application.h"
 #include "app/status_item.h"
 #include "base/clock.h"
 #include "base/notice.h"
+#include "base/pending_work.h"
 #include "platform/platform.h"
+#include "settings/capture_settings.h"
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class AppSettings;
 class Appearance;
-class CaptureSettings;
+struct CapturePreset;
+class CapturePresetStore;
 class ClaudeClient;
 class Defaults;
 class DocumentRouting;
@@ -41,26 +52,35 @@ public:
 
     void perform(HotKeyAction action);
     void captureWithCurrentMode();
+    void runPreset(const CapturePreset &preset);
     void showLibrary();
     void openArguments(const QStringList &arguments);
     void relaunch();
 
 private:
     bool isAvailable(HotKeyAction action) const;
-    void warmUp();
-    void buildStatusItem();
+    void capture(CaptureMode mode, int delay);
+    void toggleRecording(int delay);
     void buildCaptures();
+    void buildLinks();
     void buildEditors();
-    void followActiveApplication();
+    void buildStatusItem();
+    void tellOfTheLastSession(bool hasCrashed);
+    void warmUp();
 
     QApplication &m_application;
     SingleInstance m_instance;
     Platform m_platform;
     Clock m_clock;
     NoticeBoard m_notices;
+    PendingWork m_pending;
+    Quitting m_quitting;
+    Activity m_activity{m_clock};
+    Countdown m_countdown;
     std::unique_ptr<Defaults> m_defaults;
     std::unique_ptr<AppSettings> m_prefs;
     std::unique_ptr<CaptureSettings> m_settings;
+    std::unique_ptr<CapturePresetStore> m_presets;
     std::unique_ptr<Library> m_library;
     std::unique_ptr<ScreenCapturer> m_capturer;
     std::unique_ptr<TextRecognizer> m_recognizer;
@@ -71,9 +91,17 @@ private:
     std::unique_ptr<Uploader> m_uploader;
     std::unique_ptr<PresetStore> m_stylePresets;
     std::unique_ptr<Pins> m_pins;
+    std::unique_ptr<SingletonWindows> m_windows;
     std::unique_ptr<DocumentRouting> m_documents;
+    std::unique_ptr<SourceApplication> m_source;
+    std::unique_ptr<Delivery> m_delivery;
     std::unique_ptr<CaptureFlow> m_captures;
+    std::unique_ptr<CommandLinks> m_links;
     std::unique_ptr<Shortcuts> m_shortcuts;
     std::unique_ptr<StatusItem> m_statusItem;
     Alerts m_alerts;
+    // Stops the recording that runs; set by the flow that takes over CaptureFlow::startRecording.
+    std::function<void()> m_stopRecording;
+    // Starts a steps session after a delay, or finishes the one that runs.
+    std::function<void(int delay)> m_toggleSteps;
 };

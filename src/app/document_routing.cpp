@@ -1,6 +1,8 @@
 #include "app/document_routing.h"
 
-#include "app/capture_flow.h"
+#include "app/delivery.h"
+#include "app/singleton_windows.h"
+#include "app/texts.h"
 #include "base/async.h"
 #include "base/notice.h"
 #include "document/image_files.h"
@@ -15,7 +17,7 @@
 
 namespace {
 
-constexpr auto warningSymbol = "exclamationmark.triangle.fill";
+const auto kWarningSymbol = QStringLiteral("exclamationmark.triangle.fill");
 
 QString extension(const QString &path)
 {
@@ -42,7 +44,7 @@ DocumentRouting::~DocumentRouting() = default;
 void DocumentRouting::openFile(const QString &path)
 {
     const QString kind = extension(path);
-    if (Library::videoExtensions().contains(kind) && kind != "gif")
+    if (Library::videoExtensions().contains(kind) && kind != QLatin1String("gif"))
         return openFilm(path);
     if (standardized(QFileInfo(path).path()) == standardized(m_ports.settings.saveFolder()))
         return openLibraryFile(path);
@@ -52,9 +54,9 @@ void DocumentRouting::openFile(const QString &path)
 void DocumentRouting::openLibraryItem(const QString &path)
 {
     const QString kind = extension(path);
-    if (kind == "gif")
+    if (kind == QLatin1String("gif"))
         return openExternally(path);
-    if (kind == "mov" || kind == "mp4")
+    if (kind == QLatin1String("mov") || kind == QLatin1String("mp4"))
         return openFilm(path);
     openLibraryFile(path);
 }
@@ -70,7 +72,7 @@ void DocumentRouting::openFilm(const QString &path)
 void DocumentRouting::openExternally(const QString &path)
 {
     if (const auto opened = m_ports.workspace.open(QUrl::fromLocalFile(path)); !opened)
-        m_ports.notices.post(opened.error().message, warningSymbol);
+        m_ports.notices.post(opened.error().message, kWarningSymbol);
 }
 
 void DocumentRouting::openLibraryFile(const QString &path)
@@ -89,17 +91,18 @@ void DocumentRouting::openForeign(const QString &path, bool reportsFailure)
                  if (image)
                      openEditor(std::make_unique<EditorDocument>(*image));
                  else if (reportsFailure)
-                     m_ports.notices.post("Couldn't open " + QFileInfo(path).fileName(), warningSymbol);
+                     m_ports.notices.post(AppTexts::tr("Couldn't open %1").arg(QFileInfo(path).fileName()), kWarningSymbol);
              });
 }
 
 void DocumentRouting::openImage()
 {
-    auto *dialog = new QFileDialog(nullptr, "Open Image");
+    auto *dialog = new QFileDialog(nullptr, AppTexts::tr("Open Image"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAttribute(Qt::WA_QuitOnClose, false);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilter("Images (*.png *.jpg *.jpeg *.heic *.heif *.gif *.webp *.tif *.tiff *.bmp *.svg)");
+    dialog->setNameFilter(AppTexts::tr("Images") +
+                          QStringLiteral(" (*.png *.jpg *.jpeg *.heic *.heif *.gif *.webp *.tif *.tiff *.bmp *.svg)"));
     dialog->setDirectory(m_ports.settings.saveFolder());
     connect(dialog, &QFileDialog::fileSelected, this,
             [this](const QString &path) { openForeign(path, false); });
@@ -108,10 +111,10 @@ void DocumentRouting::openImage()
     dialog->activateWindow();
 }
 
-void DocumentRouting::openEditor(const Delivery &delivery)
+void DocumentRouting::openEditor(const DeliveredPicture &picture)
 {
-    auto document = std::make_unique<EditorDocument>(delivery.image, QUrl::fromLocalFile(delivery.path));
-    if (delivery.backdrop) {
+    auto document = std::make_unique<EditorDocument>(picture.image, QUrl::fromLocalFile(picture.path));
+    if (picture.backdrop) {
         Effects effects = document->effects();
         effects.backdrop = true;
         document->setEffects(effects);
@@ -142,14 +145,14 @@ void DocumentRouting::remove(EditorWindowController *editor)
 
 void DocumentRouting::pinLastCapture()
 {
-    const auto none = [this] { m_ports.notices.post("No captures to pin yet", "pin.slash"); };
+    const auto none = [this] { m_ports.notices.post(AppTexts::tr("No captures to pin yet"), QStringLiteral("pin.slash")); };
     const QStringList items = m_ports.library.items();
-    const auto picture = std::find_if(items.begin(), items.end(), [](const QString &path) {
+    const auto newest = std::find_if(items.begin(), items.end(), [](const QString &path) {
         return !Library::videoExtensions().contains(extension(path));
     });
-    if (picture == items.end())
+    if (newest == items.end())
         return none();
-    whenDone(runInBackground([path = *picture] { return ImageFiles::read(path); }), this,
+    whenDone(runInBackground([path = *newest] { return ImageFiles::read(path); }), this,
              [this, none](const Result<QImage> &image) {
                  if (image)
                      m_ports.pins.pin(*image);

@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-struct Delivery;
+struct DeliveredPicture;
 
 // How files, captures and pictures reach an editor, and the editors that are open. Files are read on worker
 // threads; an editor opens when its picture is there.
@@ -31,7 +31,7 @@ public:
     // Asks for a picture.
     void openImage();
     void openEditor(std::unique_ptr<EditorDocument> document);
-    void openEditor(const Delivery &delivery);
+    void openEditor(const DeliveredPicture &picture);
     // The newest capture that is a picture.
     void pinLastCapture();
 

@@ -1,5 +1,7 @@
 #include "app/status_item.h"
 
+#include "app/activity.h"
+#include "app/texts.h"
 #include "artwork/symbols.h"
 #include "base/colors.h"
 #include "base/log.h"
@@ -13,61 +15,109 @@
 #include <QMenu>
 #include <QPainter>
 
-StatusItem::StatusItem(Actions actions, const AppSettings &prefs, CaptureSettings &settings, QObject *parent)
+namespace {
+
+// Trays are dark on one desktop and light on the next: the brand's colour reads on both.
+QColor trayColor()
+{
+    return brandColor().lighter(115);
+}
+
+// The symbol in all sizes that trays and windows ask for, with `paint` over each.
+QIcon drawnIcon(const std::function<void(QPainter &, int side)> &paint)
+{
+    QIcon icon;
+    for (const int side : {16, 22, 24, 32, 44, 48, 64}) {
+        QImage image = Symbols::image(QStringLiteral("camera.viewfinder"), side, trayColor());
+        if (image.isNull())
+            continue;
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        paint(painter, side);
+        painter.end();
+        icon.addPixmap(QPixmap::fromImage(image));
+    }
+    return icon;
+}
+
+} // namespace
+
+StatusItem::StatusItem(Actions actions, const Activity &activity, const AppSettings &prefs,
+                       CaptureSettings &settings, QObject *parent)
     : QObject(parent),
       m_actions(std::move(actions)),
+      m_activity(activity),
       m_prefs(prefs),
       m_settings(settings),
       m_menu(std::make_unique<QMenu>())
 {
     connect(&m_tray, &QSystemTrayIcon::activated, this, &StatusItem::clicked);
     connect(m_menu.get(), &QMenu::aboutToShow, this, [this] { rebuiltMenu(); });
+    connect(&activity, &Activity::changed, this, &StatusItem::update);
 }
 
 StatusItem::~StatusItem() = default;
 
-QIcon StatusItem::icon(int countdown)
+QIcon StatusItem::icon()
 {
-    // Trays are dark on one desktop and light on the next: the brand's colour reads on both.
-    const QColor color = brandColor().lighter(115);
-    QIcon icon;
-    for (const int side : {16, 22, 24, 32, 44, 48, 64}) {
-        QImage image = Symbols::image(QStringLiteral("camera.viewfinder"), side, color);
-        if (image.isNull())
-            continue;
-        if (countdown > 0) {
-            QPainter painter(&image);
-            painter.setRenderHint(QPainter::Antialiasing);
+    return drawnIcon([](QPainter &, int) {});
+}
+
+QIcon StatusItem::currentIcon() const
+{
+    if (m_countdown > 0) {
+        return drawnIcon([this](QPainter &painter, int side) {
             painter.setCompositionMode(QPainter::CompositionMode_Source);
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(color);
-            painter.drawEllipse(image.rect());
+            painter.setBrush(trayColor());
+            painter.drawEllipse(QRect(0, 0, side, side));
             QFont font = QApplication::font();
             font.setPixelSize(side * 7 / 10);
             font.setBold(true);
             painter.setFont(font);
             painter.setPen(Qt::white);
             painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-            painter.drawText(image.rect(), Qt::AlignCenter, QString::number(countdown));
-        }
-        icon.addPixmap(QPixmap::fromImage(image));
+            painter.drawText(QRect(0, 0, side, side), Qt::AlignCenter, QString::number(m_countdown));
+        });
     }
-    return icon;
+    if (!m_activity.isRecording() && !m_activity.isStepping())
+        return icon();
+    // A dot in the corner, cut out of the icon, as a sign that the screen or the clicks are watched.
+    const QColor dot = m_activity.isRecording() ? QColor(0xff, 0x3b, 0x30) : QColor(0xff, 0x9f, 0x0a);
+    return drawnIcon([dot](QPainter &painter, int side) {
+        const double radius = side * 0.26;
+        const QPointF center(side - radius, side - radius);
+        painter.setCompositionMode(QPainter::CompositionMode_Clear);
+        painter.drawEllipse(center, radius * 1.3, radius * 1.3);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setBrush(dot);
+        painter.drawEllipse(center, radius, radius);
+    });
 }
 
 void StatusItem::show()
 {
-    m_tray.setIcon(icon());
-    m_tray.setToolTip(QStringLiteral("Lumenpost"));
+    update();
     m_tray.setContextMenu(m_menu.get());
     m_tray.show();
 }
 
+void StatusItem::update()
+{
+    m_tray.setIcon(currentIcon());
+    m_tray.setToolTip(QStringLiteral("Lumenpost") + m_title);
+}
+
 void StatusItem::setCountdown(int seconds)
 {
-    m_tray.setIcon(icon(seconds));
-    m_tray.setToolTip(seconds > 0 ? QStringLiteral("Lumenpost %1").arg(seconds)
-                                  : QStringLiteral("Lumenpost"));
+    m_countdown = seconds;
+    setTitle(seconds > 0 ? QStringLiteral(" %1").arg(seconds) : QString());
+}
+
+void StatusItem::setTitle(const QString &title)
+{
+    m_title = title;
+    update();
 }
 
 void StatusItem::clicked(QSystemTrayIcon::ActivationReason reason)
@@ -105,33 +155,33 @@ void StatusItem::addItem(const QString &title, const QString &symbol, const std:
 QMenu &StatusItem::rebuiltMenu()
 {
     m_menu->clear();
-    addItem(QStringLiteral("Capture Region or Window"), QStringLiteral("camera.viewfinder"),
+    addItem(AppTexts::tr("Capture Region or Window"), QStringLiteral("camera.viewfinder"),
             HotKeyAction::Capture);
-    addItem(QStringLiteral("Capture Full Screen"), QStringLiteral("rectangle.inset.filled"),
+    addItem(AppTexts::tr("Capture Full Screen"), QStringLiteral("rectangle.inset.filled"),
             HotKeyAction::FullScreen);
-    addItem(QStringLiteral("Capture in 3 Seconds"), QStringLiteral("timer"), HotKeyAction::Delayed);
-    addItem(QStringLiteral("Scrolling Capture"), QStringLiteral("arrow.up.and.down"),
+    addItem(AppTexts::tr("Capture in 3 Seconds"), QStringLiteral("timer"), HotKeyAction::Delayed);
+    addItem(AppTexts::tr("Scrolling Capture"), QStringLiteral("arrow.up.and.down"),
             HotKeyAction::Scrolling);
-    addItem(QStringLiteral("Record Screen"), QStringLiteral("video.fill"), HotKeyAction::Record);
-    addItem(QStringLiteral("Record Steps (How-To Guide)"), QStringLiteral("list.number"),
+    addItem(m_activity.isRecording() ? AppTexts::tr("Stop Recording") : AppTexts::tr("Record Screen"), QStringLiteral("video.fill"), HotKeyAction::Record);
+    addItem(m_activity.isStepping() ? AppTexts::tr("Finish Steps") : AppTexts::tr("Record Steps (How-To Guide)"), QStringLiteral("list.number"),
             HotKeyAction::Steps);
-    addItem(QStringLiteral("Grab Text from Screen"), QStringLiteral("text.viewfinder"),
+    addItem(AppTexts::tr("Grab Text from Screen"), QStringLiteral("text.viewfinder"),
             HotKeyAction::GrabText);
     m_menu->addSeparator();
-    addItem(QStringLiteral("Open Library…"), QStringLiteral("photo.on.rectangle"), HotKeyAction::Library);
-    addItem(QStringLiteral("Pin Last Capture"), QStringLiteral("pin"), HotKeyAction::PinLast);
-    addItem(QStringLiteral("Open Image…"), QStringLiteral("photo"), m_actions.openImage);
+    addItem(AppTexts::tr("Open Library…"), QStringLiteral("photo.on.rectangle"), HotKeyAction::Library);
+    addItem(AppTexts::tr("Pin Last Capture"), QStringLiteral("pin"), HotKeyAction::PinLast);
+    addItem(AppTexts::tr("Open Image…"), QStringLiteral("photo"), m_actions.openImage);
     if (m_actions.hasPins())
-        addItem(QStringLiteral("Close All Pins"), QStringLiteral("pin.slash"), m_actions.closePins);
+        addItem(AppTexts::tr("Close All Pins"), QStringLiteral("pin.slash"), m_actions.closePins);
     m_menu->addSeparator();
-    QAction *editor = m_menu->addAction(QStringLiteral("Open Editor After Capture"));
+    QAction *editor = m_menu->addAction(AppTexts::tr("Open Editor After Capture"));
     editor->setCheckable(true);
     editor->setChecked(m_settings.isOn(CaptureSettings::Switch::PreviewInEditor));
     connect(editor, &QAction::toggled, this,
             [this](bool on) { m_settings.setOn(CaptureSettings::Switch::PreviewInEditor, on); });
-    addItem(QStringLiteral("Settings…"), QStringLiteral("gearshape"), m_actions.showSettings);
-    addItem(QStringLiteral("Welcome & Permissions…"), QStringLiteral("sparkles"), m_actions.showWelcome);
+    addItem(AppTexts::tr("Settings…"), QStringLiteral("gearshape"), m_actions.showSettings);
+    addItem(AppTexts::tr("Welcome & Permissions…"), QStringLiteral("sparkles"), m_actions.showWelcome);
     m_menu->addSeparator();
-    addItem(QStringLiteral("Quit Lumenpost"), QStringLiteral("power"), m_actions.quit);
+    addItem(AppTexts::tr("Quit Lumenpost"), QStringLiteral("power"), m_actions.quit);
     return *m_menu;
 }

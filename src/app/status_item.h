@@ -7,12 +7,13 @@
 #include <QSystemTrayIcon>
 #include <functional>
 
+class Activity;
 class AppSettings;
 class CaptureSettings;
 class QMenu;
 
-// The program's place in the desktop's tray: its icon, the menu with every command, and the countdown of a
-// delayed capture.
+// The program's place in the desktop's tray: its icon, the menu with every command, the countdown of a delayed
+// capture, and what is being recorded.
 class StatusItem : public QObject {
     Q_OBJECT
 public:
@@ -30,27 +31,35 @@ public:
         std::function<bool()> bringDialogForward = [] { return false; };
     };
 
-    StatusItem(Actions actions, const AppSettings &prefs, CaptureSettings &settings,
+    StatusItem(Actions actions, const Activity &activity, const AppSettings &prefs, CaptureSettings &settings,
                QObject *parent = nullptr);
     ~StatusItem() override;
 
-    // The program's picture, as its windows and the tray show it. `countdown` above 0 shows that number
-    // instead.
-    static QIcon icon(int countdown = 0);
+    // The program's picture, as its windows and the tray show it.
+    static QIcon icon();
 
     void show();
-    // " 3" beside the icon while a delayed capture counts down; nothing for 0.
+    // " 3" in place of the icon while a delayed capture counts down; nothing for 0.
     void setCountdown(int seconds);
+    // What stands beside the name: " ● 1:05" while a recording runs, " Steps". Empty for nothing.
+    void setTitle(const QString &title);
+    QString title() const { return m_title; }
     // The menu as it stands at this moment.
     QMenu &rebuiltMenu();
 
 private:
+    QIcon currentIcon() const;
+    void update();
     void clicked(QSystemTrayIcon::ActivationReason reason);
     void addItem(const QString &title, const QString &symbol, HotKeyAction action);
     void addItem(const QString &title, const QString &symbol, const std::function<void()> &call);
+
     Actions m_actions;
+    const Activity &m_activity;
     const AppSettings &m_prefs;
     CaptureSettings &m_settings;
     std::unique_ptr<QMenu> m_menu;
     QSystemTrayIcon m_tray;
+    QString m_title;
+    int m_countdown = 0;
 };

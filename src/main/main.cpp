@@ -3,9 +3,11 @@
 #include "base/translations.h"
 #include "cli/cli.h"
 #include "platform/session/session_kind.h"
+#include "settings/url_command.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QUrl>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -38,8 +40,7 @@ int runDesktopProgram(int argc, char **argv)
 bool isOpenable(const char *word)
 {
     const QString text = QFile::decodeName(word);
-    return text.startsWith(QLatin1String("lumenpost:")) || text.startsWith(QLatin1String("tidegrasp:")) ||
-           QFile::exists(text);
+    return URLCommand::isLink(text) || QUrl(text).isLocalFile() || QFile::exists(text);
 }
 
 } // namespace

@@ -1,7 +1,12 @@
+#include "app/activity.h"
 #include "app/capture_flow.h"
+#include "app/countdown.h"
+#include "app/delivery.h"
 #include "app/shortcuts.h"
+#include "app/source_application.h"
 #include "base/log.h"
 #include "base/notice.h"
+#include "base/pending_work.h"
 #include "capture/ui/capture_overlay.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_platform.h"
@@ -26,7 +31,7 @@
 namespace {
 
 using Intent = CaptureFlow::Intent;
-using State = CaptureFlow::State;
+using State = Activity::Capture;
 
 class CaptureFlowTest : public testing::Test {
 protected:
@@ -56,9 +61,10 @@ protected:
         QFile file(home.path("log/lumenpost.log"));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    void goTo(const Workspace::Application &application) { machine.workspace.activate(application); }
     bool waitUntilIdle()
     {
-        return QTest::qWaitFor([this] { return !flow.isCapturing(); });
+        return QTest::qWaitFor([this] { return !activity.isCapturing(); });
     }
     bool waitForFiles(qsizetype count)
     {
@@ -72,7 +78,7 @@ protected:
     void pick(const CaptureOverlayController::Result &result)
     {
         ASSERT_TRUE(QTest::qWaitFor([this] { return flow.overlay() != nullptr; }));
-        EXPECT_EQ(flow.state(), State::Selecting);
+        EXPECT_EQ(activity.capture(), State::Selecting);
         flow.overlay()->finish(result);
     }
 
@@ -87,9 +93,14 @@ protected:
     ScreenCapturer capturer{machine.screens, machine.pictures};
     TextRecognizer recognizer{machine.text, machine.faces};
     ClaudeClient claude{machine.http, prefs};
-    CaptureFlow flow{{capturer, machine.screens, machine.pictures, machine.pointer, machine.permissions,
-                      machine.workspace, machine.pasteboard, machine.sounds, library, recognizer, claude,
-                      prefs, settings, notices, clock}};
+    PendingWork pending;
+    Activity activity{clock};
+    Countdown countdown;
+    SourceApplication source{machine.workspace};
+    Delivery delivery{{activity, library, machine.pasteboard, machine.sounds, recognizer, claude, prefs, notices,
+                       pending}};
+    CaptureFlow flow{{activity, countdown, source, delivery, capturer, machine.screens, machine.pictures,
+                      machine.pointer, machine.permissions, machine.workspace, settings}};
     QList<Notice> shown;
     QList<Error> failures;
 };
@@ -125,10 +136,6 @@ TEST_F(CaptureFlowTest, RefusesASecondCaptureWithALineInTheLogAlone)
     EXPECT_TRUE(library.items().isEmpty());
     EXPECT_TRUE(shown.isEmpty());
 
-    flow.isRecording = [] { return true; };
-    flow.captureFullScreen(0);
-    EXPECT_FALSE(flow.isCapturing());
-    EXPECT_TRUE(log().contains("[INFO] Capture ignored: recording in progress"));
 }
 
 TEST_F(CaptureFlowTest, ResetsALostCaptureAfterMoreThanThirtySeconds)
@@ -136,11 +143,11 @@ TEST_F(CaptureFlowTest, ResetsALostCaptureAfterMoreThanThirtySeconds)
     machine.pictures.isHeld = true;
     flow.captureFullScreen(0);
     clock.advance(30);
-    flow.clearStuckCapture();
-    EXPECT_TRUE(flow.isCapturing());
+    activity.clearStuckCapture();
+    EXPECT_TRUE(activity.isCapturing());
     clock.advance(1);
-    flow.clearStuckCapture();
-    EXPECT_FALSE(flow.isCapturing());
+    activity.clearStuckCapture();
+    EXPECT_FALSE(activity.isCapturing());
     EXPECT_TRUE(log().contains("[ERROR] Capture state was stuck for 31s — resetting"));
     // The lost one comes back: it must neither deliver nor end the capture that runs by then.
     machine.pictures.isHeld = false;
@@ -148,16 +155,15 @@ TEST_F(CaptureFlowTest, ResetsALostCaptureAfterMoreThanThirtySeconds)
     machine.pictures.deliver();
     ASSERT_TRUE(QTest::qWaitFor([this] { return flow.overlay() != nullptr; }));
     clock.advance(1000);
-    flow.clearStuckCapture();
-    EXPECT_EQ(flow.state(), State::Selecting);
+    activity.clearStuckCapture();
+    EXPECT_EQ(activity.capture(), State::Selecting);
     pick(CaptureOverlayController::Cancelled{});
     EXPECT_TRUE(library.items().isEmpty());
 }
 
 TEST_F(CaptureFlowTest, ShootsAPickedWindowAfreshAndCreditsItsOwner)
 {
-    machine.workspace.front = Workspace::Application{QCoreApplication::applicationPid(), "Lumenpost"};
-    flow.setLastOtherApp("Browser");
+    goTo(Workspace::Application{QCoreApplication::applicationPid(), "Lumenpost"});
     flow.startCapture(Intent::Capture, 0);
     pick(CaptureOverlayController::Window{77});
     ASSERT_TRUE(waitForFiles(1));
@@ -172,18 +178,14 @@ TEST_F(CaptureFlowTest, TellsOfAWindowThatVanishedAndGoesIdle)
     pick(CaptureOverlayController::Window{99});
     ASSERT_TRUE(QTest::qWaitFor([this] { return !failures.isEmpty(); }));
     EXPECT_EQ(failures.first().message, "That window is no longer available.");
-    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_FALSE(activity.isCapturing());
     EXPECT_TRUE(library.items().isEmpty());
 }
 
 TEST_F(CaptureFlowTest, CreditsTheLastOtherApplicationForACaptureFromItsOwnWindows)
 {
-    machine.workspace.front.reset();
-    flow.captureFullScreen(0);
-    ASSERT_TRUE(waitForNotice());
-    EXPECT_TRUE(library.meta().sources.isEmpty());
-    flow.setLastOtherApp("Browser");
-    shown.clear();
+    goTo(Workspace::Application{4712, "Browser"});
+    goTo(Workspace::Application{QCoreApplication::applicationPid(), "Lumenpost"});
     flow.captureFullScreen(0);
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(library.meta().sources.values(), QStringList{"Browser"});
@@ -208,8 +210,8 @@ TEST_F(CaptureFlowTest, FollowsTheOptionsThatTheCaptureStartedWith)
 
 TEST_F(CaptureFlowTest, OpensTheEditorInsteadOfANoticeAndPutsABackdropBehindWindows)
 {
-    QList<Delivery> opened;
-    flow.openEditor = [&](const Delivery &delivery) { opened.append(delivery); };
+    QList<DeliveredPicture> opened;
+    delivery.openEditor = [&](const DeliveredPicture &picture) { opened.append(picture); };
     settings.setOn(CaptureSettings::Switch::PreviewInEditor, true);
     prefs.setBackdropForWindows(true);
     flow.captureFullScreen(0);
@@ -230,7 +232,7 @@ TEST_F(CaptureFlowTest, TellsWhenTheFolderCannotBeWrittenAndCopiesNothing)
     flow.captureFullScreen(0);
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(shown, (QList<Notice>{{"Couldn't save to Shots", "exclamationmark.triangle.fill"}}));
-    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_FALSE(activity.isCapturing());
     EXPECT_TRUE(machine.pasteboard.flavors.isEmpty());
 }
 
@@ -242,7 +244,7 @@ TEST_F(CaptureFlowTest, PassesTheMachinesFailureOnAndGoesIdle)
     EXPECT_EQ(failures.first().message, "No displays could be captured. Check Screen Recording permission.");
     flow.startCapture(Intent::GrabText, 0);
     ASSERT_TRUE(QTest::qWaitFor([this] { return failures.size() == 2; }));
-    EXPECT_FALSE(flow.isCapturing());
+    EXPECT_FALSE(activity.isCapturing());
 }
 
 TEST_F(CaptureFlowTest, CopiesGrabbedTextAndSavesNothing)
@@ -286,9 +288,9 @@ TEST_F(CaptureFlowTest, RenamesACaptureByTheReplyOnlyWithAKeyAndTheSwitchOn)
 TEST_F(CaptureFlowTest, CountsDownBeforeADelayedCapture)
 {
     QList<int> seconds;
-    QObject::connect(&flow, &CaptureFlow::countdown, &flow, [&](int left) { seconds.append(left); });
+    QObject::connect(&countdown, &Countdown::ticked, &flow, [&](int left) { seconds.append(left); });
     flow.captureFullScreen(1);
-    EXPECT_EQ(flow.state(), State::CountingDown);
+    EXPECT_EQ(activity.capture(), State::CountingDown);
     EXPECT_TRUE(machine.pictures.requests.isEmpty());
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(seconds, (QList<int>{1, 0}));

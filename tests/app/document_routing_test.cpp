@@ -1,4 +1,4 @@
-#include "app/capture_flow.h"
+#include "app/delivery.h"
 #include "app/document_routing.h"
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
@@ -84,7 +84,7 @@ TEST_F(DocumentRoutingTest, SaysWhichForeignFileItCannotOpen)
 TEST_F(DocumentRoutingTest, ADeliveredCaptureOpensWithItsBackdrop)
 {
     QImage image(60, 40, QImage::Format_RGB32);
-    routing.openEditor(Delivery{image, stage.inLibrary("shot.png"), true});
+    routing.openEditor(DeliveredPicture{image, stage.inLibrary("shot.png"), true});
     EXPECT_TRUE(last().effects().backdrop);
     EXPECT_EQ(last().fileURL().toLocalFile(), stage.inLibrary("shot.png"));
 }

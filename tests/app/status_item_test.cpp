@@ -1,5 +1,7 @@
+#include "app/activity.h"
 #include "app/status_item.h"
 #include "base/notice.h"
+#include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
@@ -42,7 +44,9 @@ protected:
     CaptureSettings settings{defaults};
     QList<HotKeyAction> performed;
     bool hasPins = false;
-    StatusItem item{actions(), prefs, settings};
+    FakeClock clock;
+    Activity activity{clock};
+    StatusItem item{actions(), activity, prefs, settings};
 };
 
 } // namespace
@@ -88,4 +92,22 @@ TEST_F(StatusItemTest, ShowsTheStateOfTheMomentItOpens)
     EXPECT_EQ(find(item.rebuiltMenu(), "Close All Pins"), nullptr);
     hasPins = true;
     ASSERT_NE(find(item.rebuiltMenu(), "Close All Pins"), nullptr);
+}
+
+TEST_F(StatusItemTest, OffersToEndWhatRunsAndTellsItsTime)
+{
+    const auto run = activity.beginCapture(0);
+    activity.enter(*run, Activity::Capture::Recording);
+    item.setTitle(" ● 1:05");
+    EXPECT_NE(find(item.rebuiltMenu(), "Stop Recording"), nullptr);
+    EXPECT_EQ(find(item.rebuiltMenu(), "Record Screen"), nullptr);
+    activity.end(*run);
+    item.setTitle({});
+    ASSERT_TRUE(activity.beginSteps());
+    EXPECT_NE(find(item.rebuiltMenu(), "Record Screen"), nullptr);
+    EXPECT_NE(find(item.rebuiltMenu(), "Finish Steps"), nullptr);
+    item.setCountdown(3);
+    EXPECT_EQ(item.title(), " 3");
+    item.setCountdown(0);
+    EXPECT_EQ(item.title(), "");
 }

@@ -116,10 +116,10 @@ public:
 
 class FakePasteboard : public Pasteboard {
 public:
-    void clear() override { flavors.clear(); }
-    void setFlavors(const QList<Flavor> &wanted) override { flavors = wanted; }
-    void setText(const QString &text) override { flavors = {{kText, text.toUtf8()}}; }
-    void setFile(const QUrl &file) override { flavors = {{kFiles, file.toEncoded() + "\r\n"}}; }
+    void clear() override { set({}); }
+    void setFlavors(const QList<Flavor> &wanted) override { set(wanted); }
+    void setText(const QString &text) override { set({{kText, text.toUtf8()}}); }
+    void setFile(const QUrl &file) override { set({{kFiles, file.toEncoded() + "\r\n"}}); }
     bool has(const QString &mimeType) const override { return find(mimeType) != nullptr; }
     QByteArray data(const QString &mimeType) const override
     {
@@ -140,6 +140,11 @@ public:
     QList<Flavor> flavors;
 
 private:
+    void set(const QList<Flavor> &wanted)
+    {
+        flavors = wanted;
+        noteChange();
+    }
     const Flavor *find(const QString &mimeType) const
     {
         for (const Flavor &flavor : flavors) {

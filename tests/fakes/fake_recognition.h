@@ -13,10 +13,11 @@ public:
     {
         sizes.append(image.size());
         asked = languages;
-        return readyFuture(answer);
+        return pending ? *pending : readyFuture(answer);
     }
 
     Result<QList<RecognizedLine>> answer;
+    std::optional<QFuture<Result<QList<RecognizedLine>>>> pending; // instead of the answer
     QList<QSize> sizes; // of the pictures it was given
     QStringList asked;
 };

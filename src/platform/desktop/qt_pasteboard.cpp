@@ -35,6 +35,12 @@ QStringList imageFormats(const QMimeData &data)
 
 } // namespace
 
+QtPasteboard::QtPasteboard()
+{
+    if (QClipboard *board = clipboard())
+        QObject::connect(board, &QClipboard::dataChanged, &m_listener, [this] { noteChange(); });
+}
+
 void QtPasteboard::clear()
 {
     if (QClipboard *board = clipboard())

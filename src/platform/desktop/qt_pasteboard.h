@@ -2,10 +2,13 @@
 
 #include "platform/pasteboard.h"
 
+#include <QObject>
+
 // The desktop's clipboard. Holds ready bytes, so that a paste elsewhere waits for no encoding. Needs the
 // toolkit's application object.
 class QtPasteboard : public Pasteboard {
 public:
+    QtPasteboard();
     void clear() override;
     void setFlavors(const QList<Flavor> &flavors) override;
     void setText(const QString &text) override;
@@ -15,4 +18,7 @@ public:
     QString text() const override;
     bool hasImage() const override;
     QImage image() const override;
+
+private:
+    QObject m_listener;
 };

@@ -23,12 +23,12 @@ Result<void> NullWorkspace::reveal(const QString &)
 
 void NullPasteboard::setText(const QString &text)
 {
-    m_flavors = {{kText, text.toUtf8()}};
+    setFlavors({{kText, text.toUtf8()}});
 }
 
 void NullPasteboard::setFile(const QUrl &file)
 {
-    m_flavors = {{kFiles, file.toEncoded() + "\r\n"}};
+    setFlavors({{kFiles, file.toEncoded() + "\r\n"}});
 }
 
 bool NullPasteboard::has(const QString &mimeType) const

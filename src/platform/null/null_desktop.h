@@ -22,8 +22,12 @@ private:
 // A clipboard of this process alone.
 class NullPasteboard : public Pasteboard {
 public:
-    void clear() override { m_flavors.clear(); }
-    void setFlavors(const QList<Flavor> &flavors) override { m_flavors = flavors; }
+    void clear() override { setFlavors({}); }
+    void setFlavors(const QList<Flavor> &flavors) override
+    {
+        m_flavors = flavors;
+        noteChange();
+    }
     void setText(const QString &text) override;
     void setFile(const QUrl &file) override;
     bool has(const QString &mimeType) const override;

@@ -33,3 +33,21 @@ TEST_P(PasteboardContract, ReplacesWhatWasThere)
     EXPECT_FALSE(m_pasteboard->has("text/uri-list"));
     EXPECT_FALSE(m_pasteboard->hasImage());
 }
+
+TEST_P(PasteboardContract, DropsWhatComesAfterSomethingNewer)
+{
+    const auto first = m_pasteboard->takeTurn();
+    const auto second = m_pasteboard->takeTurn();
+    const auto third = m_pasteboard->takeTurn();
+    EXPECT_TRUE(m_pasteboard->placeText("second", second));
+    EXPECT_FALSE(m_pasteboard->placeText("first", first));
+    EXPECT_TRUE(m_pasteboard->placeFlavors({{"image/png", "third"}}, third));
+    EXPECT_EQ(m_pasteboard->data("image/png"), "third");
+
+    const auto overtaken = m_pasteboard->takeTurn();
+    m_pasteboard->setText("copied at once");
+    EXPECT_FALSE(m_pasteboard->placeFlavors({{"image/png", "late"}}, overtaken));
+    EXPECT_EQ(m_pasteboard->text(), "copied at once");
+    EXPECT_TRUE(m_pasteboard->placeText("asked for later", m_pasteboard->takeTurn()));
+    EXPECT_EQ(m_pasteboard->text(), "asked for later");
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+
+class PendingWork;
+class QApplication;
+
+// Ends the program in order: the windows close first, then what is pending gets its time. All ways of quitting
+// (the menu, a signal, the session's end) come through here.
+class Quitting : public QObject {
+    Q_OBJECT
+public:
+    Quitting(QApplication &application, PendingWork &pending);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum class State { Running, Waiting, Leaving };
+
+    QApplication &m_application;
+    PendingWork &m_pending;
+    State m_state = State::Running;
+};

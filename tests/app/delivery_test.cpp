@@ -1,0 +1,120 @@
+#include "app/delivery.h"
+
+#include "base/notice.h"
+#include "base/pending_work.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_platform.h"
+#include "library/library.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
+#include "settings/app_settings.h"
+#include "settings/defaults.h"
+#include "support/pictures.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace {
+
+class DeliveryTest : public testing::Test {
+protected:
+    DeliveryTest()
+    {
+        prefs.setSaveFolder(home.path("Shots"));
+        QObject::connect(&notices, &NoticeBoard::posted, &notices, [this](const Notice &notice) {
+            shown.append(notice.text);
+            copiedWhenShown.append(machine.pasteboard.hasImage());
+        });
+        order.options.editor = false;
+        order.options.clipboard = true;
+    }
+    bool waitUntilIdle()
+    {
+        return QTest::qWaitFor([this] { return pending.isIdle(); });
+    }
+
+    TemporaryFolder home;
+    FakePlatform machine{home.path()};
+    FakeClock clock;
+    NoticeBoard notices;
+    Defaults defaults{{}};
+    AppSettings prefs{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
+    Library library{prefs, machine.trash, clock};
+    TextRecognizer recognizer{machine.text, machine.faces};
+    ClaudeClient claude{machine.http, prefs};
+    PendingWork pending;
+    Activity activity{clock};
+    Delivery delivery{{activity, library, machine.pasteboard, machine.sounds, recognizer, claude, prefs, notices,
+                       pending}};
+    Delivery::Order order;
+    QStringList shown;
+    QList<bool> copiedWhenShown;
+};
+
+} // namespace
+
+TEST_F(DeliveryTest, SaysThatItIsCopiedOnlyOnceItIs)
+{
+    delivery.deliverPicture(filled({400, 300}, Qt::red), order);
+    EXPECT_FALSE(pending.isIdle());
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(shown, QStringList{"Captured & copied to clipboard"});
+    EXPECT_EQ(copiedWhenShown, QList<bool>{true});
+    EXPECT_EQ(library.items().size(), 1);
+}
+
+TEST_F(DeliveryTest, DropsACopyThatCameTooLateAndSaysOnlyThatItIsSaved)
+{
+    // Saved, but still being encoded for the clipboard, when the user copies something elsewhere.
+    QObject::connect(&delivery, &Delivery::delivered, &delivery,
+                     [this] { machine.pasteboard.setText("copied elsewhere"); });
+    delivery.deliverPicture(filled({400, 300}, Qt::red), order);
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(machine.pasteboard.text(), "copied elsewhere");
+    EXPECT_EQ(shown, QStringList{"Saved to Library"});
+}
+
+TEST_F(DeliveryTest, IsPendingUntilTheClipboardHasThePictureAlsoWhenTheEditorIsOpen)
+{
+    order.options.editor = true;
+    bool wasPending = false;
+    delivery.openEditor = [&](const DeliveredPicture &) { wasPending = !pending.isIdle(); };
+    delivery.deliverPicture(filled({400, 300}, Qt::red), order);
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_TRUE(wasPending);
+    EXPECT_TRUE(machine.pasteboard.hasImage());
+    EXPECT_TRUE(shown.isEmpty());
+}
+
+TEST_F(DeliveryTest, DropsTextThatCameTooLate)
+{
+    QPromise<Result<QList<RecognizedLine>>> reading;
+    reading.start();
+    machine.text.pending = reading.future();
+    delivery.deliverText(filled({200, 100}, Qt::white));
+    machine.pasteboard.setText("newer");
+    reading.addResult(QList<RecognizedLine>{{"read", QRectF(0, 0, 1, 1), {}, 1}});
+    reading.finish();
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(machine.pasteboard.text(), "newer");
+    EXPECT_TRUE(shown.isEmpty());
+}
+
+TEST_F(DeliveryTest, OpensAFilmOrTellsOfIt)
+{
+    library.ensureDirectory();
+    const QString film = home.path("Shots/Recording.mov");
+    ASSERT_TRUE(QFile(film).open(QIODevice::WriteOnly));
+    order.source = "Terminal";
+    delivery.deliverFilm(film, order);
+    EXPECT_EQ(shown, QStringList{"Recording saved to Library"});
+    EXPECT_EQ(library.meta().sources.value("Recording.mov"), "Terminal");
+    QStringList opened;
+    delivery.openVideoEditor = [&](const QString &path) { opened.append(path); };
+    order.options.editor = true;
+    delivery.deliverFilm(film, order);
+    EXPECT_EQ(opened, QStringList{film});
+    EXPECT_EQ(shown.size(), 1);
+}
