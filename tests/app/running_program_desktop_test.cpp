@@ -131,3 +131,20 @@ TEST_F(RunningProgram, TellsAtTheNextStartThatItWasKilled)
     EXPECT_TRUE(log().contains("[ERROR] Previous session ended unexpectedly"));
     EXPECT_TRUE(QTest::qWaitFor([] { return !isPlain(photograph().copy(toastRegion())); }, 5000));
 }
+
+TEST_F(RunningProgram, FinishesACaptureThatIsStillWrittenWhenItIsToldToQuit)
+{
+    set(R"({"openEditorAfterCapture": false, "shutterSound": false, "copyToClipboard": true})");
+    start();
+    key("ctrl+shift+f");
+    // Its name is there while the picture is still being encoded for file and clipboard.
+    ASSERT_TRUE(waitForLog("Captured ") || waitForCaptures(1));
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(10000));
+    EXPECT_EQ(program.exitCode(), 0);
+    ASSERT_EQ(captures().size(), 1);
+    EXPECT_FALSE(QImage(captures().first()).isNull());
+    EXPECT_TRUE(log().contains("Captured " + captures().first().toUtf8()));
+    EXPECT_TRUE(log().endsWith("Lumenpost quit\n"));
+    EXPECT_FALSE(log().contains("Given up"));
+}
