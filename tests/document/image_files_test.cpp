@@ -1,11 +1,14 @@
 #include "document/image_files.h"
 #include "support/temporary_folder.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
+#include <QtEndian>
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 namespace {
 
@@ -129,7 +132,7 @@ TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
     put(folder.path("broken.png"), flipped);
 
     const auto sentence = [&](const char *name) {
-        return ImageFiles::read(folder.path(name)).error().message;
+        return QString(ImageFiles::read(folder.path(name)).error().message).remove(folder.path() + '/');
     };
     EXPECT_EQ(sentence("cut.png"), "cut.png is cut off: its end is missing.");
     EXPECT_EQ(sentence("cut.jpg"), "cut.jpg is cut off: its end is missing.");
@@ -144,12 +147,112 @@ TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
     EXPECT_FALSE(QDir(folder.path(".lumenpost/thumbs")).exists());
 }
 
+TEST(ImageFiles, NoticesAMissingEndInEveryFormat)
+{
+    const QImage image = sample(200, 160, QImage::Format_RGB32);
+    const auto saved = [&](const char *format) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        EXPECT_TRUE(image.save(&buffer, format)) << format;
+        return buffer.data();
+    };
+    // A thumbnail inside the first segment ends with the marker that the picture's own end has lost.
+    const QByteArray thumbnail =
+        ImageFiles::encode(sample(40, 30, QImage::Format_RGB32), ImageFiles::Type::Jpeg);
+    const QByteArray exif = QByteArray("Exif\0\0", 6) + thumbnail;
+    QByteArray length(2, '\0');
+    qToBigEndian(static_cast<quint16>(exif.size() + 2), length.data());
+    QByteArray photo = ImageFiles::encode(image, ImageFiles::Type::Jpeg);
+    photo.insert(2, "\xff\xe1" + length + exif);
+
+    const std::pair<const char *, QByteArray> files[]{
+        {"photo with thumbnail", photo},
+        {"png", saved("png")},
+        {"bmp", saved("bmp")},
+        {"webp", saved("webp")},
+        {"gif", QByteArray::fromBase64("R0lGODlhBAAEAPAAAP8AAAAAACH5BAAAAAAALAAAAAAEAAQAAAIEhI9pBQA7")},
+        {"tiff", ImageFiles::encode(image, ImageFiles::Type::Tiff)},
+        {"heic", ImageFiles::encode(image, ImageFiles::Type::Heic)},
+    };
+    for (const auto &[name, bytes] : files) {
+        EXPECT_TRUE(ImageFiles::decode(bytes)) << name;
+        for (const double share : {0.1, 0.3, 0.6, 0.9})
+            EXPECT_FALSE(ImageFiles::decode(bytes.left(static_cast<qsizetype>(bytes.size() * share))))
+                << name << ' ' << share;
+    }
+}
+
+TEST(ImageFiles, RefusesByItsHeaderWhatIsTooLargeToWorkWith)
+{
+    const qint64 most = ImageFiles::mostPixels();
+    QByteArray png = ImageFiles::encode(sample(8, 8, QImage::Format_RGB32), ImageFiles::Type::Png);
+    qToBigEndian<quint32>(20000, png.data() + 16);
+    qToBigEndian<quint32>(static_cast<quint32>(most / 20000 + 1), png.data() + 20);
+    qToBigEndian<quint32>(
+        static_cast<quint32>(crc32(0, reinterpret_cast<const Bytef *>(png.data()) + 12, 17)),
+        png.data() + 29);
+    QByteArray jpeg = ImageFiles::encode(sample(8, 8, QImage::Format_RGB32), ImageFiles::Type::Jpeg);
+    const qsizetype frame = jpeg.indexOf("\xff\xc0");
+    ASSERT_GT(frame, 0);
+    qToBigEndian<quint16>(26000, jpeg.data() + frame + 5);
+    qToBigEndian<quint16>(20000, jpeg.data() + frame + 7);
+    for (const QByteArray &bytes : {png, jpeg}) {
+        const auto read = ImageFiles::decode(bytes);
+        ASSERT_FALSE(read);
+        EXPECT_TRUE(read.error().message.startsWith("The picture is too large: it has 20000 × "))
+            << read.error().message.toStdString();
+    }
+}
+
+TEST(ImageFiles, SaysNothingOnTheTerminalAboutBrokenFiles)
+{
+    QByteArray png = ImageFiles::encode(sample(90, 90, QImage::Format_RGB32), ImageFiles::Type::Png);
+    QByteArray tiff = ImageFiles::encode(sample(90, 90, QImage::Format_RGB32), ImageFiles::Type::Tiff);
+    std::fill(png.begin() + 50, png.end() - 16, 'x');
+    std::fill(tiff.begin() + 8, tiff.begin() + tiff.size() / 2, 'x');
+    testing::internal::CaptureStderr();
+    std::ignore = ImageFiles::decode(png);
+    std::ignore = ImageFiles::decode(tiff);
+    QByteArray jpeg = ImageFiles::encode(sample(90, 90, QImage::Format_RGB32), ImageFiles::Type::Jpeg);
+    jpeg.insert(jpeg.size() - 2, "xxx");
+    std::ignore = ImageFiles::decode(jpeg);
+    std::ignore = ImageFiles::decode(tiff.left(20) + QByteArray(400, '\x7f'));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(ImageFiles, WritesNothingThatTheFormatCannotHold)
+{
+    const TemporaryFolder folder;
+    EXPECT_EQ(ImageFiles::pathThatHolds("/a/b.c.jpg", {10, 70000}), "/a/b.c.png");
+    EXPECT_EQ(ImageFiles::pathThatHolds("/a/b.HEIC", {40000, 10}), "/a/b.png");
+    for (const char *path : {"/a/b.jpg", "/a/b.heic", "/a/b"})
+        EXPECT_EQ(ImageFiles::pathThatHolds(path, {5120, 14000}), path);
+    EXPECT_EQ(ImageFiles::pathThatHolds("/a/b.png", {10, 200000}), "/a/b.png");
+
+    // The largest that is written can be read again, and one row more is refused.
+    for (const char *name : {"a.jpg", "b.heic"}) {
+        const QString path = folder.path(name);
+        QImage tall(64, ImageFiles::longestSide(ImageFiles::type(path)), QImage::Format_RGB32);
+        tall.fill(Qt::darkCyan);
+        ASSERT_TRUE(ImageFiles::write(tall, path)) << name;
+        EXPECT_EQ(ImageFiles::read(path).value().size(), tall.size());
+        ASSERT_TRUE(QFile::remove(path));
+        EXPECT_FALSE(ImageFiles::write(QImage(64, tall.height() + 1, QImage::Format_RGB32), path));
+        EXPECT_FALSE(QFile::exists(path));
+    }
+    for (const char *name : {"a.gif", "a.webp", "a.tiff"}) {
+        const auto written = ImageFiles::write(sample(9, 9, QImage::Format_RGB32), folder.path(name));
+        EXPECT_EQ(written.error().kind, Error::Kind::Invalid) << name;
+    }
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
 TEST(ImageFiles, LeavesTheOldFileWhenTheNewOneCannotBeWritten)
 {
     const QImage image = sample(20, 20, QImage::Format_RGB32);
     const auto written = ImageFiles::write(image, "/dev/full/a.png");
     ASSERT_FALSE(written);
-    EXPECT_TRUE(written.error().message.startsWith("Couldn't write a.png: "));
+    EXPECT_TRUE(written.error().message.startsWith("Couldn't write "));
 }
 
 TEST(ImageFiles, SharesThumbnailsOfOneSizeBucket)
@@ -163,7 +266,7 @@ TEST(ImageFiles, SharesThumbnailsOfOneSizeBucket)
     EXPECT_EQ(ImageFiles::cachedThumbnail(path, 257)->size(), QSize(512, 256));
     EXPECT_EQ(QDir(folder.path(".lumenpost/thumbs")).entryList(QDir::Files).size(), 2);
     // A stored thumbnail is what comes back, not a fresh one.
-    put(ImageFiles::cacheURL(path, 512),
+    put(ImageFiles::cachePath(path, 512),
         ImageFiles::encode(sample(5, 5, QImage::Format_RGB32), ImageFiles::Type::Jpeg));
     EXPECT_EQ(ImageFiles::cachedThumbnail(path, 400)->size(), QSize(5, 5));
 }
@@ -178,7 +281,8 @@ TEST(ImageFiles, NamesAThumbnailByWhatIdentifiesTheFile)
     ASSERT_TRUE(file.setFileTime(QDateTime::fromMSecsSinceEpoch(1700000000900), QFile::FileModificationTime));
     file.close();
     // The first 12 bytes of the SHA-256 of "a.png|1000|1700000000|256".
-    EXPECT_EQ(ImageFiles::cacheURL(path, 256), folder.path(".lumenpost/thumbs/e1cb36c0d306706d79a39fb9.jpg"));
+    EXPECT_EQ(ImageFiles::cachePath(path, 256),
+              folder.path(".lumenpost/thumbs/e1cb36c0d306706d79a39fb9.jpg"));
 }
 
 TEST(ImageFiles, SurvivesTheOddFilesOfOtherReaders)

@@ -1,0 +1,105 @@
+#include "base/read_file.h"
+
+#include "base/file_name.h"
+#include "base/texts.h"
+
+#include <QLocale>
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+    int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+std::unexpected<Error> couldNotRead(const QString &path)
+{
+    if (errno == ENOENT || errno == ENOTDIR)
+        return fail(Error::Kind::NotFound, BaseTexts::tr("There is no file %1.").arg(path));
+    return fail(BaseTexts::tr("Couldn't read %1: %2.").arg(path, qt_error_string(errno)));
+}
+
+std::optional<Error> refusal(const QString &path, const struct stat &status)
+{
+    if (S_ISDIR(status.st_mode))
+        return Error{Error::Kind::Invalid, BaseTexts::tr("%1 is a folder.").arg(path), {}};
+    if (!S_ISREG(status.st_mode))
+        return Error{Error::Kind::Invalid, BaseTexts::tr("%1 is no regular file.").arg(path), {}};
+    return {};
+}
+
+std::unexpected<Error> tooLarge(const QString &path, qint64 bytes)
+{
+    return fail(Error::Kind::Invalid,
+                BaseTexts::tr("%1 is too large to be read: %2.")
+                    .arg(path, QLocale::c().formattedDataSize(bytes, 0, QLocale::DataSizeSIFormat)));
+}
+
+// What follows the bytes that there is room for.
+enum class Rest { Unread, Refused };
+
+Result<QByteArray> read(const QString &path, qint64 most, Rest rest)
+{
+    const QByteArray name = FileName::toBytes(path);
+    struct stat status{};
+    // Looked at before it is opened, as opening alone sets some devices in motion.
+    if (::stat(name.constData(), &status) != 0)
+        return couldNotRead(path);
+    if (auto refused = refusal(path, status))
+        return std::unexpected(*refused);
+    const Descriptor file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.number() < 0 || ::fstat(file.number(), &status) != 0)
+        return couldNotRead(path);
+    if (auto refused = refusal(path, status))
+        return std::unexpected(*refused);
+    if (rest == Rest::Refused && status.st_size > most)
+        return tooLarge(path, status.st_size);
+    const qint64 wanted = rest == Rest::Refused ? most + 1 : most;
+    constexpr qint64 kPiece = 65536;
+    QByteArray bytes(std::min(wanted, std::max<qint64>(status.st_size + 1, kPiece)), Qt::Uninitialized);
+    qint64 filled = 0;
+    while (filled < wanted) {
+        if (filled == bytes.size()) // it has grown meanwhile, or doesn't tell its size
+            bytes.resize(std::min(wanted, bytes.size() * 2));
+        const ssize_t count =
+            ::read(file.number(), bytes.data() + filled, static_cast<size_t>(bytes.size() - filled));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return couldNotRead(path);
+        if (count == 0)
+            break;
+        filled += count;
+    }
+    if (rest == Rest::Refused && filled > most)
+        return tooLarge(path, filled);
+    bytes.truncate(filled);
+    return bytes;
+}
+
+} // namespace
+
+Result<QByteArray> ReadFile::whole(const QString &path, qint64 mostBytes)
+{
+    return read(path, mostBytes, Rest::Refused);
+}
+
+Result<QByteArray> ReadFile::head(const QString &path, qint64 bytes)
+{
+    return read(path, bytes, Rest::Unread);
+}

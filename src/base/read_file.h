@@ -1,0 +1,19 @@
+#pragma once
+
+#include "base/result.h"
+
+#include <QByteArray>
+#include <QString>
+
+// Reading files that anybody may have put there. Only regular files are read: a pipe would never end, and a
+// device may do anything. Never more bytes than the caller has room for.
+//
+// Error::Kind::NotFound when there is nothing of that name, Invalid for what is no regular file or too large.
+// The sentences name the path as it was given; see FileName for names that aren't UTF-8.
+namespace ReadFile {
+
+Result<QByteArray> whole(const QString &path, qint64 mostBytes);
+// The first bytes of it, fewer where it is shorter.
+Result<QByteArray> head(const QString &path, qint64 bytes);
+
+} // namespace ReadFile
