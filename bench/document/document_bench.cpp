@@ -91,7 +91,7 @@ static void OneObject(benchmark::State &state)
     QPainter painter(&canvas);
     for (auto _ : state) {
         Renderer::drawSpotlights(base.size(), {object}, painter);
-        Renderer::drawObject(object, base, pixelated, painter);
+        Renderer::drawObject(object, base, pixelated, {object}, painter);
     }
     state.SetLabel(Tools::rawValue(object.kind).toStdString());
 }

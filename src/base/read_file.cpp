@@ -1,53 +1,43 @@
 #include "base/read_file.h"
 
+#include "base/file_errors.h"
+#include "base/file_handle.h"
 #include "base/file_name.h"
 #include "base/texts.h"
 
+#include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Q_DISABLE_COPY_MOVE(Descriptor)
-    int number() const { return m_number; }
-
-private:
-    int m_number;
-};
-
 std::unexpected<Error> couldNotRead(const QString &path)
 {
-    if (errno == ENOENT || errno == ENOTDIR)
-        return fail(Error::Kind::NotFound, BaseTexts::tr("There is no file %1.").arg(path));
-    return fail(BaseTexts::tr("Couldn't read %1: %2.").arg(path, qt_error_string(errno)));
+    return FileErrors::cannotRead(path, errno == ENOTDIR ? ENOENT : errno);
 }
 
-std::optional<Error> refusal(const QString &path, const struct stat &status)
+std::unexpected<Error> refused(const QString &path, const QString &sentence)
+{
+    return fail(Error::Kind::Invalid, sentence.arg(QFileInfo(path).fileName()), path);
+}
+
+Result<void> checkKind(const QString &path, const struct stat &status)
 {
     if (S_ISDIR(status.st_mode))
-        return Error{Error::Kind::Invalid, BaseTexts::tr("%1 is a folder.").arg(path), {}};
+        return refused(path, BaseTexts::tr("%1 is a folder."));
     if (!S_ISREG(status.st_mode))
-        return Error{Error::Kind::Invalid, BaseTexts::tr("%1 is no regular file.").arg(path), {}};
+        return refused(path, BaseTexts::tr("%1 is no regular file."));
     return {};
 }
 
 std::unexpected<Error> tooLarge(const QString &path, qint64 bytes)
 {
-    return fail(Error::Kind::Invalid,
-                BaseTexts::tr("%1 is too large to be read: %2.")
-                    .arg(path, QLocale::c().formattedDataSize(bytes, 0, QLocale::DataSizeSIFormat)));
+    return refused(path, BaseTexts::tr("%1 is too large to be read: %2.")
+                             .arg(QStringLiteral("%1"),
+                                  QLocale::c().formattedDataSize(bytes, 0, QLocale::DataSizeSIFormat)));
 }
 
 // What follows the bytes that there is room for.
@@ -60,13 +50,13 @@ Result<QByteArray> read(const QString &path, qint64 most, Rest rest)
     // Looked at before it is opened, as opening alone sets some devices in motion.
     if (::stat(name.constData(), &status) != 0)
         return couldNotRead(path);
-    if (auto refused = refusal(path, status))
-        return std::unexpected(*refused);
-    const Descriptor file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.number() < 0 || ::fstat(file.number(), &status) != 0)
+    if (auto known = checkKind(path, status); !known)
+        return std::unexpected(known.error());
+    const FileHandle file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         return couldNotRead(path);
-    if (auto refused = refusal(path, status))
-        return std::unexpected(*refused);
+    if (auto known = checkKind(path, status); !known)
+        return std::unexpected(known.error());
     if (rest == Rest::Refused && status.st_size > most)
         return tooLarge(path, status.st_size);
     const qint64 wanted = rest == Rest::Refused ? most + 1 : most;

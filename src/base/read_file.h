@@ -9,7 +9,7 @@
 // device may do anything. Never more bytes than the caller has room for.
 //
 // Error::Kind::NotFound when there is nothing of that name, Invalid for what is no regular file or too large.
-// The sentences name the path as it was given; see FileName for names that aren't UTF-8.
+// For names that aren't UTF-8 see FileName.
 namespace ReadFile {
 
 Result<QByteArray> whole(const QString &path, qint64 mostBytes);

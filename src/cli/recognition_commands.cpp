@@ -3,6 +3,7 @@
 #include "cli/rectangle.h"
 
 #include "document/image_files.h"
+#include "document/pixelation.h"
 #include "platform/platform.h"
 #include "services/redaction.h"
 #include "services/text_recognizer.h"
@@ -121,7 +122,7 @@ void redact(CommandContext &context, const std::string &file, Redaction::Mode mo
     }
     QJsonArray array;
     for (const QRectF &rect : *rects)
-        array.append(jsonOf(Redaction::coveredPixels(rect, image->size())));
+        array.append(jsonOf(pixelatedPixels(rect, image->size())));
     CommandContext::print(QJsonDocument(QJsonObject{{"count", array.size()}, {"rects", array}}));
 }
 

@@ -121,29 +121,28 @@ QByteArray ImageFiles::encode(const QImage &image, Type type, double quality)
 
 Result<void> ImageFiles::write(const QImage &image, const QString &path)
 {
+    const QString name = QFileInfo(path).fileName();
     if (image.isNull())
-        return fail(DocumentTexts::tr("Couldn't write %1: there is no picture.").arg(path));
+        return fail(DocumentTexts::tr("Couldn't write %1: there is no picture.").arg(name));
     if (!isWritable(path))
         return fail(
             Error::Kind::Invalid,
             DocumentTexts::tr("Couldn't write %1: pictures are written as .png, .jpg, .jpeg or .heic.")
-                .arg(path));
+                .arg(name));
     const Type wanted = type(path);
     if (const int most = longestSide(wanted); std::max(image.width(), image.height()) > most)
         return fail(Error::Kind::Invalid,
                     DocumentTexts::tr("Couldn't write %1: files of this kind hold at most %2 pixels a side, "
                                       "and the picture has %3 × %4.")
-                        .arg(path)
-                        .arg(most)
-                        .arg(image.width())
-                        .arg(image.height()));
+                        .arg(name, QString::number(most), QString::number(image.width()),
+                             QString::number(image.height())));
     if (wanted == Type::Heic) {
         const auto bytes = Heic::encode(image, 0.9);
         return bytes ? AtomicFile::write(path, *bytes) : std::unexpected(bytes.error());
     }
     const QByteArray bytes = encode(image, wanted);
     if (bytes.isEmpty())
-        return fail(DocumentTexts::tr("Couldn't write %1: the picture could not be encoded.").arg(path));
+        return fail(DocumentTexts::tr("Couldn't write %1: the picture could not be encoded.").arg(name));
     return AtomicFile::write(path, bytes);
 }
 

@@ -8,6 +8,7 @@
 #include "document/texts.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QLibrary>
 #include <QLoggingCategory>
@@ -193,16 +194,17 @@ Result<QImage> decodeNamed(const QByteArray &bytes, const QString &name, int lon
 
 Result<QImage> readNamed(const QString &path, int longestEdge)
 {
+    const QString name = QFileInfo(path).fileName();
     // What is no picture isn't read to its end.
     const auto head = ReadFile::head(path, 16);
     if (!head)
         return std::unexpected(head.error());
     if (!ImageHeader::formatOf(*head))
-        return foreign(path, *head);
+        return foreign(name, *head);
     const auto bytes = ReadFile::whole(path, kMostBytes);
     if (!bytes)
         return std::unexpected(bytes.error());
-    return decodeNamed(*bytes, path, longestEdge);
+    return decodeNamed(*bytes, name, longestEdge);
 }
 
 QImage withLongestEdge(const QImage &image, int longestEdge)

@@ -3,6 +3,7 @@
 #include "document/drawable.h"
 #include "document/even_digits.h"
 #include "document/ink.h"
+#include "document/pixelation.h"
 #include "document/renderer.h"
 #include "document/shapes.h"
 #include "document/stamps.h"
@@ -124,17 +125,51 @@ void drawStep(const Annotation &a, QPainter &painter)
     label.paint(painter, centered(label.size(), a.start), color);
 }
 
-void drawBlur(const Annotation &a, const QImage &pixelated, const QSizeF &size, QPainter &painter)
+// What objects are drawn from.
+struct Ground {
+    const QImage &base;
+    const QImage &pixelated;
+    const QList<Annotation> &all;
+};
+
+const QColor kBlurWash = QColor::fromRgbF(0.45f, 0.45f, 0.45f, 0.12f); // keeps it visible over a flat area
+const QColor kBlurWithoutMosaic(115, 115, 115);
+
+// The pixels `covered` of the picture's mosaic, in `target`.
+void drawMosaic(const QRectF &target, const QImage &pixelated, const QRectF &covered, QPainter &painter)
 {
-    const QRectF rect = a.rect();
-    if (rect.isEmpty() || pixelated.isNull())
-        return;
-    painter.setClipRect(rect, Qt::IntersectClip);
-    painter.drawImage(QRectF(QPointF(), size), pixelated);
-    painter.fillRect(rect, QColor::fromRgbF(0.45f, 0.45f, 0.45f, 0.12f)); // keeps it visible over a flat area
+    if (pixelated.isNull())
+        return painter.fillRect(target, kBlurWithoutMosaic);
+    painter.drawImage(target, pixelated, covered);
+    painter.fillRect(target, kBlurWash);
 }
 
-void drawMagnify(const Annotation &a, const QImage &base, QPainter &painter)
+// Whether an object under the blur would show through where the picture, and so its mosaic, is transparent.
+bool hidesObjects(const Annotation &blur, const QRectF &covered, const QList<Annotation> &all)
+{
+    for (const Annotation &other : all) {
+        if (other.id == blur.id)
+            return false;
+        if (other.kind != ToolKind::Blur && other.kind != ToolKind::Spotlight &&
+            paintedRect(other).intersects(covered))
+            return true;
+    }
+    return true;
+}
+
+void drawBlur(const Annotation &a, const Ground &ground, QPainter &painter)
+{
+    const QRectF covered = pixelatedPixels(a.rect(), ground.base.size());
+    if (a.rect().isEmpty() || covered.isEmpty())
+        return;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setClipRect(covered, Qt::IntersectClip);
+    if (ground.pixelated.hasAlphaChannel() && hidesObjects(a, covered, ground.all))
+        painter.fillRect(covered, kBlurWithoutMosaic);
+    drawMosaic(covered, ground.pixelated, covered, painter);
+}
+
+void drawMagnify(const Annotation &a, const Ground &ground, QPainter &painter)
 {
     const QRectF rect = a.rect();
     if (rect.isEmpty())
@@ -143,13 +178,28 @@ void drawMagnify(const Annotation &a, const QImage &base, QPainter &painter)
     ring.addEllipse(rect);
     // A pixel q of the image lands at 2q − M, so the middle M stays where it is.
     const QPointF m = rect.center();
-    const QRectF all(-m.x(), -m.y(), 2.0 * base.width(), 2.0 * base.height());
-    const QRectF part = rect & all;
+    const auto enlarged = [&m](const QRectF &part) {
+        return QRectF(part.topLeft() * 2 - m, part.size() * 2);
+    };
+    const auto reduced = [&m](const QRectF &part) {
+        return QRectF((part.topLeft() + m) / 2, part.size() / 2);
+    };
+    const QRectF part = rect & enlarged(QRectF(ground.base.rect()));
     if (!part.isEmpty()) {
         painter.save();
         painter.setClipPath(ring, Qt::IntersectClip);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(part, base, QRectF((part.topLeft() + m) / 2, part.size() / 2));
+        painter.drawImage(part, ground.base, reduced(part));
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+        for (const Annotation &other : ground.all) {
+            const auto blur = other.kind == ToolKind::Blur ? drawable(other) : std::nullopt;
+            if (!blur || blur->rect().isEmpty())
+                continue;
+            // A pixel more all around, with which smoothing has mixed what is hidden.
+            const QRectF covered = outset(pixelatedPixels(blur->rect(), ground.base.size()), 1);
+            if (const QRectF hidden = enlarged(covered) & part; !hidden.isEmpty())
+                drawMosaic(hidden, ground.pixelated, reduced(hidden), painter);
+        }
         painter.restore();
     }
     Ink::stroke(painter, ring, Ink::roundPen(a.color, a.lineWidth));
@@ -192,7 +242,7 @@ void drawImage(const Annotation &a, QPainter &painter)
     painter.drawImage(rect, a.image);
 }
 
-void drawOfKind(const Annotation &a, const QImage &base, const QImage &pixelated, QPainter &painter)
+void drawOfKind(const Annotation &a, const Ground &ground, QPainter &painter)
 {
     switch (a.kind) {
     case ToolKind::Arrow:
@@ -216,9 +266,9 @@ void drawOfKind(const Annotation &a, const QImage &base, const QImage &pixelated
     case ToolKind::Stamp:
         return drawStamp(a, painter);
     case ToolKind::Blur:
-        return drawBlur(a, pixelated, base.size(), painter);
+        return drawBlur(a, ground, painter);
     case ToolKind::Magnify:
-        return drawMagnify(a, base, painter);
+        return drawMagnify(a, ground, painter);
     case ToolKind::Measure:
         return drawMeasure(a, painter);
     case ToolKind::Image:
@@ -233,14 +283,15 @@ void drawOfKind(const Annotation &a, const QImage &base, const QImage &pixelated
 
 } // namespace
 
-void drawObject(const Annotation &annotation, const QImage &base, const QImage &pixelated, QPainter &painter)
+void drawObject(const Annotation &annotation, const QImage &base, const QImage &pixelated,
+                const QList<Annotation> &all, QPainter &painter)
 {
     const std::optional<Annotation> object = drawable(annotation);
     if (!object || !paintedRect(*object).intersects(visibleRect(painter)))
         return;
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    drawOfKind(*object, base, pixelated, painter);
+    drawOfKind(*object, {base, pixelated, all}, painter);
     painter.restore();
 }
 

@@ -315,6 +315,11 @@ double pixelationBlock(const QSize &size)
     return std::max(std::max(size.width(), size.height()) / 90.0, 8.0);
 }
 
+QRect pixelatedPixels(const QRectF &rect, const QSize &imageSize)
+{
+    return rect.normalized().toAlignedRect() & QRect(QPoint(), imageSize);
+}
+
 QImage pixelated(const QImage &image)
 {
     QImage source = image;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
+#include <QRectF>
 
 // The pixelated copy of a picture: blocks of max(longer side / 90, 8) pixels on a grid anchored at the bottom
 // left, each of one colour.
@@ -19,3 +21,7 @@ QImage pixelated(const QImage &image);
 
 // The side of a block, unrounded.
 double pixelationBlock(const QSize &size);
+
+// The whole pixels of a picture that a mosaic over the rectangle covers: rounded outwards, as an edge that is
+// half covered shows half of what it hides.
+QRect pixelatedPixels(const QRectF &rect, const QSize &imageSize);

@@ -23,7 +23,7 @@ void draw(const QImage &base, const QImage &pixelated, const QList<Annotation> &
     drawBase(base, painter);
     drawSpotlights(base.size(), annotations, painter);
     for (const Annotation &annotation : annotations)
-        drawObject(annotation, base, pixelated, painter);
+        drawObject(annotation, base, pixelated, annotations, painter);
 }
 
 void drawBase(const QImage &base, QPainter &painter)
@@ -79,7 +79,7 @@ QImage flattened(const QImage &base, const QImage &pixelated, const QList<Annota
     QPainter painter(&result);
     drawSpotlights(base.size(), annotations, painter);
     for (const Annotation &annotation : annotations)
-        drawObject(annotation, base, pixelated, painter);
+        drawObject(annotation, base, pixelated, annotations, painter);
     return result;
 }
 

@@ -17,7 +17,7 @@ class QPainter;
 namespace Renderer {
 
 // The picture, the dimming around spotlights, then all other objects, bottom first. `pixelated` is the
-// pixelated copy of `base`; it may be null when no object is a `blur`.
+// pixelated copy of `base`; it may be null when no object is a `blur`. Without it what a blur covers is grey.
 void draw(const QImage &base, const QImage &pixelated, const QList<Annotation> &annotations,
           QPainter &painter);
 
@@ -25,8 +25,10 @@ void draw(const QImage &base, const QImage &pixelated, const QList<Annotation> &
 void drawBase(const QImage &base, QPainter &painter);
 // One layer of dimming with a hole for every spotlight among the objects; nothing without one.
 void drawSpotlights(const QSizeF &imageSize, const QList<Annotation> &annotations, QPainter &painter);
-// Any object but a spotlight, which paints nothing here.
-void drawObject(const Annotation &annotation, const QImage &base, const QImage &pixelated, QPainter &painter);
+// Any object but a spotlight, which paints nothing here. `all` are the picture's objects, bottom first: what
+// their blurs hide stays hidden in a magnifier too, wherever in the order they are.
+void drawObject(const Annotation &annotation, const QImage &base, const QImage &pixelated,
+                const QList<Annotation> &all, QPainter &painter);
 
 // Everything that an object paints, shadows included, lies in this rectangle. Empty for what paints nothing.
 QRectF paintedRect(const Annotation &annotation);

@@ -32,6 +32,12 @@ bool dims(const QList<Annotation> &objects)
     return std::any_of(objects.begin(), objects.end(), isSpotlight);
 }
 
+QList<Annotation> mosaicsOf(QList<Annotation> objects)
+{
+    objects.removeIf([](const Annotation &a) { return a.kind != ToolKind::Blur; });
+    return objects;
+}
+
 bool sameStage(const CanvasPainter::Scene &a, const CanvasPainter::Scene &b)
 {
     const auto &v = a.viewport, &w = b.viewport;
@@ -66,7 +72,7 @@ void drawObjects(QImage &layer, const QImage &stage, const CanvasPainter::Scene 
     painter.setTransform(toView, true);
     Renderer::drawSpotlights(image.size(), scene.objects, painter);
     for (const Annotation &annotation : scene.objects)
-        Renderer::drawObject(annotation, scene.base, scene.pixelated, painter);
+        Renderer::drawObject(annotation, scene.base, scene.pixelated, scene.objects, painter);
     painter.restore();
 
     if (effects.border) {
@@ -198,6 +204,12 @@ QRegion CanvasPainter::changedObjects(const QList<Annotation> &before, const QLi
     }
     for (const auto &[previous, index] : old)
         touch(previous, nullptr);
+    if (mosaicsOf(before) != mosaicsOf(after)) { // which magnifiers show, wherever they are
+        for (const Annotation &annotation : after) {
+            if (annotation.kind == ToolKind::Magnify)
+                region |= painted(annotation).toAlignedRect();
+        }
+    }
     return region;
 }
 
@@ -349,7 +361,7 @@ void CanvasPainter::paint(QPainter &painter) const
         painter.save();
         painter.setClipRect(m_scene.imageToView().mapRect(QRectF(m_scene.base.rect())), Qt::IntersectClip);
         painter.setTransform(m_scene.imageToView(), true);
-        Renderer::drawObject(*m_scene.draft, m_scene.base, m_scene.pixelated, painter);
+        Renderer::drawObject(*m_scene.draft, m_scene.base, m_scene.pixelated, m_scene.objects, painter);
         painter.restore();
     }
     if (m_scene.band)

@@ -1,6 +1,7 @@
 #include "services/redaction.h"
 
 #include "document/annotation.h"
+#include "document/pixelation.h"
 #include "document/renderer.h"
 #include "services/text_recognizer.h"
 
@@ -48,19 +49,13 @@ QFuture<Result<QList<QRectF>>> Redaction::find(TextRecognizer &recognizer, const
               });
 }
 
-QRect Redaction::coveredPixels(const QRectF &rect, QSize imageSize)
-{
-    return rect.toAlignedRect().intersected(QRect(QPoint(), imageSize));
-}
-
 QImage Redaction::hidden(const QImage &image, const QList<QRectF> &rects)
 {
     if (rects.isEmpty())
         return image;
     QList<Annotation> blurs;
     for (const QRectF &rect : rects) {
-        // Whole pixels: a soft edge would let some of what is hidden through.
-        const QRectF covered = coveredPixels(rect, image.size());
+        const QRectF covered = pixelatedPixels(rect, image.size());
         if (covered.isEmpty())
             continue;
         Annotation blur;

@@ -22,9 +22,6 @@ QList<QRectF> pixelRects(const QList<QRectF> &boxes, QSize imageSize);
 // The rectangles to hide, in pixels.
 QFuture<Result<QList<QRectF>>> find(TextRecognizer &recognizer, const QImage &image, Mode mode);
 
-// The whole pixels that are hidden for a rectangle.
-QRect coveredPixels(const QRectF &rect, QSize imageSize);
-
 // A copy without what stood in the rectangles; each is cut to the picture and pixelated.
 QImage hidden(const QImage &image, const QList<QRectF> &rects);
 

@@ -30,7 +30,7 @@ TEST(ReadFile, RefusesWhatIsNoRegularFileWithoutWaitingForIt)
     const auto refused = [&](const char *name) {
         EXPECT_FALSE(ReadFile::head(folder.path(name), 10)) << name;
         const auto read = ReadFile::whole(folder.path(name), 1000);
-        return read ? QString() : QString(read.error().message).remove(folder.path() + "/");
+        return read ? QString() : read.error().message;
     };
     EXPECT_EQ(refused("pipe.png"), "pipe.png is no regular file.");
     EXPECT_EQ(refused("endless.png"), "endless.png is no regular file.");
@@ -45,7 +45,7 @@ TEST(ReadFile, ReadsNoMoreThanThereIsRoomFor)
     put(folder.path("a").toUtf8(), QByteArray(5'000'000, 'a'));
     EXPECT_EQ(ReadFile::whole(folder.path("a"), 5'000'000)->size(), 5'000'000);
     EXPECT_EQ(ReadFile::whole(folder.path("a"), 4'999'999).error().message,
-              folder.path("a") + " is too large to be read: 5 MB.");
+              "a is too large to be read: 5 MB.");
     EXPECT_EQ(ReadFile::head(folder.path("a"), 7).value(), "aaaaaaa");
     // A file that says it is empty.
     EXPECT_GT(ReadFile::whole("/proc/self/status", 1'000'000)->size(), 100);

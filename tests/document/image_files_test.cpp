@@ -132,7 +132,7 @@ TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
     put(folder.path("broken.png"), flipped);
 
     const auto sentence = [&](const char *name) {
-        return QString(ImageFiles::read(folder.path(name)).error().message).remove(folder.path() + '/');
+        return ImageFiles::read(folder.path(name)).error().message;
     };
     EXPECT_EQ(sentence("cut.png"), "cut.png is cut off: its end is missing.");
     EXPECT_EQ(sentence("cut.jpg"), "cut.jpg is cut off: its end is missing.");
@@ -252,7 +252,7 @@ TEST(ImageFiles, LeavesTheOldFileWhenTheNewOneCannotBeWritten)
     const QImage image = sample(20, 20, QImage::Format_RGB32);
     const auto written = ImageFiles::write(image, "/dev/full/a.png");
     ASSERT_FALSE(written);
-    EXPECT_TRUE(written.error().message.startsWith("Couldn't write "));
+    EXPECT_TRUE(written.error().message.startsWith("Couldn't write a.png: "));
 }
 
 TEST(ImageFiles, SharesThumbnailsOfOneSizeBucket)

@@ -90,6 +90,57 @@ TEST(Renderer, PutsSpotlightsUnderEverythingWhateverTheirPlace)
     EXPECT_TRUE(hasColor(picture, {75, 75}, qRgb(255, 255, 255)));
 }
 
+// Whatever lies under a blur, the picture is the same: nothing of it shows, near or far.
+TEST(Renderer, ShowsNothingThatABlurHides)
+{
+    const QRectF hidden(30.4, 20.6, 41.3, 22.5);
+    const auto withSecret = [&](QRgb light, QRgb dark) {
+        QImage base = pattern({200, 120});
+        const QRect area = hidden.toAlignedRect();
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x)
+                base.setPixel(x, y, (x / 3 + y / 2) % 2 ? light : dark);
+        }
+        return base;
+    };
+    const QImage one = withSecret(qRgb(255, 255, 255), qRgb(0, 0, 0));
+    const QImage other = withSecret(qRgb(10, 200, 30), qRgb(90, 0, 250));
+    const Annotation blur = object(ToolKind::Blur, hidden.topLeft(), hidden.bottomRight());
+    const Annotation magnifier = object(ToolKind::Magnify, {10, 5}, {90, 70});
+    const Annotation aside = object(ToolKind::Magnify, {60.3, 12.7}, {141.6, 88.1});
+    const Annotation arrow = object(ToolKind::Arrow, {5, 5}, {60, 30});
+    const QList<Annotation> orders[]{
+        {blur}, {blur, magnifier}, {magnifier, blur}, {aside, blur, arrow}, {arrow, blur, aside, magnifier},
+    };
+    for (const QImage &mosaic : {Renderer::pixelated(one), QImage()}) {
+        for (const auto &objects : orders) {
+            const QImage seen = Renderer::flattened(one, mosaic, objects);
+            EXPECT_TRUE(isUnchanged(seen, Renderer::flattened(other, mosaic, objects), seen.rect(), 0))
+                << objects.size() << " objects, " << (mosaic.isNull() ? "without" : "with") << " a mosaic";
+        }
+    }
+    // A magnifier over anything else still shows it.
+    const QImage seen = drawn(one, {blur, object(ToolKind::Magnify, {120, 60}, {180, 110})});
+    EXPECT_TRUE(hasColor(seen, {150, 85}, one.pixel(150, 85)));
+    EXPECT_TRUE(hasColor(seen, {160, 95}, one.pixel(155, 90), 4));
+}
+
+TEST(Renderer, HidesPicturesUnderABlurWhereTheBaseIsTransparent)
+{
+    const QImage base =
+        filled({160, 120}, Qt::transparent).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const auto picture = [&](const QColor &color) {
+        Annotation pasted = object(ToolKind::Image, {40, 30}, {120, 90});
+        pasted.image = filled({80, 60}, color);
+        return pasted;
+    };
+    Annotation blur = object(ToolKind::Blur, {20, 20}, {140, 100});
+    const QImage seen = drawn(base, {picture(Qt::white), blur});
+    EXPECT_TRUE(isUnchanged(seen, drawn(base, {picture(Qt::darkBlue), blur}), seen.rect(), 0));
+    // What lies over it is meant to be seen.
+    EXPECT_TRUE(hasColor(drawn(base, {blur, picture(Qt::white)}), {80, 60}, qRgb(255, 255, 255)));
+}
+
 TEST(Renderer, AShortTaperedArrowHasNoShaftToSpeakOfAndATinyOneIsNotDrawn)
 {
     const QImage base = filled({60, 60}, Qt::white);

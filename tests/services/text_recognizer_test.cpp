@@ -1,3 +1,4 @@
+#include "document/pixelation.h"
 #include "services/text_recognizer.h"
 
 #include "fakes/fake_recognition.h"
@@ -81,7 +82,7 @@ TEST_F(Recognizing, FlipsAndGrowsRectanglesForHiding)
     EXPECT_NEAR(rects[0].top(), -8, 1e-6);
     EXPECT_NEAR(rects[0].right(), 114, 1e-6);
     EXPECT_NEAR(rects[0].bottom(), 58, 1e-6);
-    EXPECT_EQ(Redaction::coveredPixels(rects[0], picture.size()), QRect(0, 0, 114, 58));
+    EXPECT_EQ(pixelatedPixels(rects[0], picture.size()), QRect(0, 0, 114, 58));
 }
 
 TEST_F(Recognizing, HidesWhatStandsInTheRectanglesAndNothingElse)
