@@ -1,11 +1,19 @@
 #include "base/json.h"
 
 #include "base/atomic_file.h"
+#include "base/read_file.h"
+#include "base/texts.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <cmath>
 #include <limits>
+
+namespace {
+
+// The texts of hundreds of thousands of captures.
+constexpr qint64 kMostBytes = 1'000'000'000;
+
+} // namespace
 
 std::optional<QString> Json::string(const QJsonObject &object, const char *key)
 {
@@ -48,15 +56,13 @@ std::optional<QJsonObject> Json::object(const QJsonObject &object, const char *k
 Result<QJsonDocument> Json::readFile(const QString &path)
 {
     const QString name = QFileInfo(path).fileName();
-    QFile file(path);
-    if (!file.exists())
-        return fail(Error::Kind::NotFound, QStringLiteral("There is no file %1.").arg(name), path);
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(QStringLiteral("Couldn't read %1: %2.").arg(name, file.errorString()), path);
+    const auto bytes = ReadFile::whole(path, kMostBytes);
+    if (!bytes)
+        return std::unexpected(bytes.error());
     QJsonParseError parse;
-    QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parse);
+    QJsonDocument document = QJsonDocument::fromJson(*bytes, &parse);
     if (parse.error != QJsonParseError::NoError)
-        return fail(QStringLiteral("%1 is not valid JSON: %2.").arg(name, parse.errorString()), path);
+        return fail(BaseTexts::tr("%1 is not valid JSON: %2.").arg(name, parse.errorString()), path);
     return document;
 }
 

@@ -2,6 +2,7 @@
 
 #include "cli/command.h"
 #include "cli/reference.h"
+#include "cli/texts.h"
 #include "settings/app_settings.h"
 
 #include <CLI/CLI.hpp>
@@ -17,7 +18,6 @@ constexpr std::array kGroups{
     addOnlineCommands,  addLibraryCommands,   addExportCommands,
 };
 
-// Filling the whole tree of commands costs time; a capture needs only its own group.
 void addCommands(CLI::App &app, CommandContext &context)
 {
     for (const auto group : kGroups)
@@ -32,7 +32,10 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
     app.add_option("--library", library, "Use this folder as the save folder, for this call alone")
         ->envname("LUMENPOST_LIBRARY")
         ->type_name("DIR");
-    app.footer("Exit status: 0 done, 1 failed, 2 wrong words in the call, 3 done but nothing was found.");
+    app.footer(
+        "lumenpost FILE… and lumenpost LINK… open files and lumenpost:// links in the program that runs, "
+        "starting it if needed; lumenpost alone starts it in the tray.\n\n"
+        "Exit status: 0 done, 1 failed, 2 wrong words in the call, 3 done but nothing was found.");
     // For the build, which installs both.
     app.add_flag_callback(
            "--manual",
@@ -69,6 +72,10 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
         command += QLatin1Char(' ') + QString::fromStdString(deepest->get_name());
     }
     QString what = QString::fromUtf8(wrong.what()).simplified();
+    // The parser names what is missing; the user wants to know which word it didn't take.
+    if (const std::vector<std::string> unknown = deepest->remaining();
+        !unknown.empty() && deepest->get_require_subcommand_min() > 0)
+        what = CliTexts::tr("There is no command \"%1\"").arg(QString::fromStdString(unknown.front()));
     while (what.endsWith(QLatin1Char('.')))
         what.chop(1);
     return QStringLiteral("%1: see %2 --help.").arg(what, command);

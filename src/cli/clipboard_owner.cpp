@@ -1,6 +1,8 @@
 #include "cli/clipboard_owner.h"
 
+#include "base/temporary_files.h"
 #include "cli/command.h"
+#include "cli/texts.h"
 #include "document/image_files.h"
 #include "library/clipboard.h"
 #include "platform/pasteboard.h"
@@ -11,7 +13,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
-#include <QTemporaryFile>
 #include <QThread>
 
 namespace {
@@ -21,7 +22,6 @@ constexpr auto kReady = "ready";
 void own(CommandContext &context, const QString &file)
 {
     const auto image = ImageFiles::read(file);
-    QFile::remove(file);
     if (!image)
         return context.fail(image.error());
     QObject owner;
@@ -43,31 +43,28 @@ void own(CommandContext &context, const QString &file)
 
 Result<void> ClipboardOwner::start(const QImage &image)
 {
-    QTemporaryFile file(QDir::tempPath() + QStringLiteral("/lumenpost-XXXXXX.png"));
-    file.setAutoRemove(false);
-    if (!file.open() || file.write(ImageFiles::encode(image, ImageFiles::Type::Png)) < 0)
-        return fail(QStringLiteral("The picture could not be copied: %1.").arg(file.errorString()));
-    file.close();
+    const auto file = TemporaryFiles::newPath(QStringLiteral("picture.png"));
+    if (!file)
+        return std::unexpected(file.error());
+    if (const auto written = ImageFiles::write(image, *file); !written)
+        return written;
     QProcess process;
     process.setProgram(QCoreApplication::applicationFilePath());
-    process.setArguments({QStringLiteral("clipboard-owner"), file.fileName()});
+    process.setArguments({QStringLiteral("clipboard-owner"), *file});
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
-    const QString answer = file.fileName() + QStringLiteral(".ready");
+    const QString answer = *file + QStringLiteral(".ready");
     process.setStandardOutputFile(answer);
-    if (!process.startDetached()) {
-        QFile::remove(file.fileName());
-        return fail(QStringLiteral("The picture could not be copied: %1.").arg(process.errorString()));
-    }
+    if (!process.startDetached())
+        return fail(CliTexts::tr("The picture could not be copied: %1.").arg(process.errorString()));
     // A caller that pastes right after this command must find the picture.
     bool isReady = false;
     for (int i = 0; i < 500 && !isReady; ++i) {
         QThread::msleep(10);
         isReady = QFile(answer).size() > 0;
     }
-    QFile::remove(answer);
     if (!isReady)
-        return fail(QStringLiteral("The picture could not be copied: there is no clipboard."));
+        return fail(CliTexts::tr("The picture could not be copied: there is no clipboard."));
     return {};
 }
 

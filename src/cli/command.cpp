@@ -1,9 +1,11 @@
 #include "cli/command.h"
 
 #include "base/clock.h"
+#include "base/file_name.h"
 #include "base/log.h"
 #include "base/notice.h"
 #include "base/translations.h"
+#include "cli/texts.h"
 #include "library/library.h"
 #include "platform/login_item.h"
 #include "platform/paths.h"
@@ -115,7 +117,7 @@ NoticeBoard &CommandContext::notices()
 
 void CommandContext::print(const QString &line)
 {
-    const QByteArray bytes = line.toUtf8() + '\n';
+    const QByteArray bytes = FileName::toBytes(line) + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
 }
 
@@ -124,10 +126,19 @@ void CommandContext::print(const QJsonDocument &document)
     print(QString::fromUtf8(document.toJson(QJsonDocument::Compact)));
 }
 
-void CommandContext::fail(const Error &error)
+// Windows tell a file by its name; on a terminal the folder is no matter of course.
+static QString withWholePath(QString sentence, const QString &path)
 {
-    warn(error.kind == Error::Kind::Cancelled ? QStringLiteral("It was given up before it was done.")
-                                              : error.message);
+    const QString name = QFileInfo(path).fileName();
+    const qsizetype at = name.isEmpty() || sentence.contains(path) ? -1 : sentence.indexOf(name);
+    return path.startsWith('/') && at >= 0 ? sentence.replace(at, name.size(), path) : sentence;
+}
+
+void CommandContext::fail(const Error &error, const QString &path)
+{
+    warn(error.kind == Error::Kind::Cancelled
+             ? CliTexts::tr("It was given up before it was done.")
+             : withWholePath(error.message, path.isEmpty() ? error.detail : path));
     status = ExitStatus::Failed;
 }
 
@@ -140,13 +151,13 @@ void CommandContext::wrongCall(const QString &sentence)
 void CommandContext::warn(const QString &sentence)
 {
     std::fflush(stdout);
-    const QByteArray bytes = "lumenpost: " + sentence.toUtf8() + '\n';
+    const QByteArray bytes = "lumenpost: " + FileName::toBytes(sentence) + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
 }
 
 QString absolutePath(const std::string &word)
 {
-    return QFileInfo(QString::fromStdString(word)).absoluteFilePath();
+    return QFileInfo(FileName::fromBytes(QByteArray::fromStdString(word))).absoluteFilePath();
 }
 
 void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body)

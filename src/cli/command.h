@@ -53,7 +53,9 @@ public:
     static void print(const QString &line);
     static void print(const QJsonDocument &document);
     // Messages go to standard error, a sentence a line. The first two also set `status`.
-    void fail(const Error &error);
+    // A failure tells whole paths: its sentence may only have the name of `path`, or of the path in its
+    // detail.
+    void fail(const Error &error, const QString &path = {});
     void wrongCall(const QString &sentence);
     static void warn(const QString &sentence);
 
@@ -65,7 +67,7 @@ private:
 // Gives `command` its body, run once after parsing.
 void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body);
 
-// A path as the shell understands it.
+// A path as the shell understands it, whatever bytes its name has; see FileName.
 QString absolutePath(const std::string &word);
 
 // What a slow operation gave; a request that was given up is a cancelled error.

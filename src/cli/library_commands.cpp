@@ -1,6 +1,8 @@
 #include "cli/command.h"
 #include "cli/library_files.h"
 
+#include "base/file_name.h"
+#include "cli/texts.h"
 #include "library/library.h"
 #include "library/library_filter.h"
 
@@ -91,7 +93,7 @@ void addAdd(CLI::App *group, CommandContext &context)
             if (path)
                 CommandContext::print(*path);
             else
-                context.fail(path.error());
+                context.fail(path.error(), absolutePath(file));
         }
     });
 }

@@ -1,7 +1,7 @@
 #include "cli/choice.h"
 #include "cli/command.h"
+#include "cli/pictures.h"
 
-#include "document/image_files.h"
 #include "platform/platform.h"
 #include "services/claude_client.h"
 #include "services/uploader.h"
@@ -28,18 +28,18 @@ void report(CommandContext &context, QFuture<Result<T>> future,
 
 void describe(CommandContext &context, const std::string &file, ClaudeClient::Action action)
 {
-    const auto image = ImageFiles::read(QString::fromStdString(file));
+    const auto image = Pictures::read(context, file);
     if (!image)
-        return context.fail(image.error());
+        return;
     ClaudeClient client(*context.platform().http, context.settings());
     report<QString>(context, client.run(action, *image), [](const QString &text) { return text; });
 }
 
 void upload(CommandContext &context, const std::string &file)
 {
-    const auto image = ImageFiles::read(QString::fromStdString(file));
+    const auto image = Pictures::read(context, file);
     if (!image)
-        return context.fail(image.error());
+        return;
     Uploader uploader(*context.platform().http, context.settings());
     report<QUrl>(context, uploader.imgur(*image),
                  [](const QUrl &url) { return url.toString(QUrl::FullyEncoded); });

@@ -1,8 +1,9 @@
 #include "cli/choice.h"
 #include "cli/command.h"
+#include "cli/pictures.h"
 #include "cli/rectangle.h"
 
-#include "document/image_files.h"
+#include "base/file_name.h"
 #include "document/pixelation.h"
 #include "platform/platform.h"
 #include "services/redaction.h"
@@ -19,22 +20,21 @@ TextRecognizer recognizer(CommandContext &context)
     return {*context.platform().text, *context.platform().faces};
 }
 
-std::optional<QImage> readImage(CommandContext &context, const std::string &path)
+// Of every box that isn't told in pixels.
+const QString kCoordinates = QStringLiteral(
+    "[x, y, width, height] as fractions of the picture's width and height, origin at the lower left");
+
+QJsonArray jsonOf(QSize size)
 {
-    Result<QImage> image = ImageFiles::read(QString::fromStdString(path));
-    if (!image) {
-        context.fail(image.error());
-        return {};
-    }
-    return *image;
+    return {size.width(), size.height()};
 }
 
-QJsonObject jsonOf(const QString &file, const QList<RecognizedLine> &lines)
+QJsonObject jsonOf(const QString &file, QSize size, const QList<RecognizedLine> &lines)
 {
     QJsonArray list;
     for (const RecognizedLine &line : lines)
         list.append(QJsonObject{{"text", line.text}, {"box", jsonOf(line.box)}});
-    return {{"file", file}, {"lines", list}};
+    return {{"file", file}, {"size", jsonOf(size)}, {"coordinates", kCoordinates}, {"lines", list}};
 }
 
 void text(CommandContext &context, const std::vector<std::string> &files, bool json)
@@ -44,6 +44,7 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
     constexpr size_t AtOnce = 4;
     struct Reading {
         QString file;
+        QSize size;
         QFuture<Result<QList<RecognizedLine>>> lines;
     };
     std::vector<Reading> underWay;
@@ -53,13 +54,15 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
     while (next < files.size() || !underWay.empty()) {
         while (next < files.size() && underWay.size() < AtOnce) {
             const std::string &file = files[next++];
-            if (const auto image = readImage(context, file))
-                underWay.push_back({QString::fromStdString(file), reader.lines(*image)});
+            if (const auto image = Pictures::read(context, file))
+                underWay.push_back({FileName::fromBytes(QByteArray::fromStdString(file)), image->size(),
+                                    reader.lines(*image)});
         }
         if (underWay.empty())
             break;
         const auto lines = waitFor(underWay.front().lines);
         const QString file = underWay.front().file;
+        const QSize size = underWay.front().size;
         underWay.erase(underWay.begin());
         if (!lines) {
             context.fail(lines.error());
@@ -67,7 +70,7 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
         }
         found |= !lines->isEmpty();
         if (json)
-            all.append(jsonOf(file, *lines));
+            all.append(jsonOf(file, size, *lines));
         else if (!lines->isEmpty())
             CommandContext::print(textOf(*lines));
     }
@@ -77,7 +80,9 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
         context.status = ExitStatus::NothingFound;
 }
 
-void printBoxes(CommandContext &context, const Result<QList<QRectF>> &boxes)
+enum class BoxFormat { Array, Described };
+
+void printBoxes(CommandContext &context, const Result<QList<QRectF>> &boxes, QSize size, BoxFormat format)
 {
     if (!boxes) {
         context.fail(boxes.error());
@@ -86,7 +91,15 @@ void printBoxes(CommandContext &context, const Result<QList<QRectF>> &boxes)
     QJsonArray array;
     for (const QRectF &box : *boxes)
         array.append(jsonOf(box));
-    CommandContext::print(QJsonDocument(array));
+    switch (format) {
+    case BoxFormat::Array:
+        CommandContext::print(QJsonDocument(array));
+        break;
+    case BoxFormat::Described:
+        CommandContext::print(QJsonDocument(
+            QJsonObject{{"size", jsonOf(size)}, {"coordinates", kCoordinates}, {"boxes", array}}));
+        break;
+    }
     if (boxes->isEmpty())
         context.status = ExitStatus::NothingFound;
 }
@@ -94,7 +107,7 @@ void printBoxes(CommandContext &context, const Result<QList<QRectF>> &boxes)
 void redact(CommandContext &context, const std::string &file, Redaction::Mode mode, const std::string &output,
             bool json)
 {
-    const auto image = readImage(context, file);
+    const auto image = Pictures::read(context, file);
     if (!image)
         return;
     TextRecognizer reader = recognizer(context);
@@ -111,19 +124,26 @@ void redact(CommandContext &context, const std::string &file, Redaction::Mode mo
         context.status = ExitStatus::NothingFound;
         return;
     }
-    const QString target = absolutePath(output);
-    if (const auto written = ImageFiles::write(Redaction::hidden(*image, *rects), target); !written) {
-        context.fail(written.error());
+    const auto target = Pictures::write(context, Redaction::hidden(*image, *rects), output);
+    if (!target)
         return;
-    }
     if (!json) {
-        CommandContext::print(target);
+        CommandContext::print(*target);
         return;
     }
     QJsonArray array;
     for (const QRectF &rect : *rects)
         array.append(jsonOf(pixelatedPixels(rect, image->size())));
     CommandContext::print(QJsonDocument(QJsonObject{{"count", array.size()}, {"rects", array}}));
+}
+
+void addBoxFormat(CLI::App *command, bool &json)
+{
+    command->footer(
+        "Prints [[x, y, width, height], …] as fractions of the picture's width and height, origin at "
+        "the lower left.");
+    command->add_flag("--json", json,
+                      "Print an object that tells the coordinates and the picture's size too");
 }
 
 } // namespace
@@ -142,24 +162,31 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
 
     CLI::App *reading = app.add_subcommand("text", "Read the text in pictures");
     reading->add_option("image", words->files, "Pictures")->required()->type_name("IMAGE");
-    reading->add_flag("--json", words->json, "Print each file with its lines and their boxes");
+    reading->add_flag(
+        "--json", words->json,
+        "Print each file with its lines and their boxes: x, y, width and height as fractions of "
+        "the picture, origin at the lower left");
     setBody(reading, context, Needs::Core, [&context, words] { text(context, words->files, words->json); });
 
     CLI::App *boxes = app.add_subcommand("boxes", "Where the text in a picture stands");
     boxes->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
     boxes->add_flag("--sensitive", words->sensitive, "Only addresses, numbers, keys and tokens");
+    addBoxFormat(boxes, words->json);
     setBody(boxes, context, Needs::Core, [&context, words] {
-        if (const auto image = readImage(context, words->file))
-            printBoxes(context, waitFor(recognizer(context).boxes(
-                                    *image, words->sensitive ? TextRecognizer::Boxes::Sensitive
-                                                             : TextRecognizer::Boxes::AllText)));
+        const auto which =
+            words->sensitive ? TextRecognizer::Boxes::Sensitive : TextRecognizer::Boxes::AllText;
+        if (const auto image = Pictures::read(context, words->file))
+            printBoxes(context, waitFor(recognizer(context).boxes(*image, which)), image->size(),
+                       words->json ? BoxFormat::Described : BoxFormat::Array);
     });
 
     CLI::App *faces = app.add_subcommand("faces", "Where the faces in a picture are");
     faces->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
+    addBoxFormat(faces, words->json);
     setBody(faces, context, Needs::Core, [&context, words] {
-        if (const auto image = readImage(context, words->file))
-            printBoxes(context, waitFor(recognizer(context).faces(*image)));
+        if (const auto image = Pictures::read(context, words->file))
+            printBoxes(context, waitFor(recognizer(context).faces(*image)), image->size(),
+                       words->json ? BoxFormat::Described : BoxFormat::Array);
     });
 
     CLI::App *hiding = app.add_subcommand("redact", "Find what is private in a picture and pixelate it");
@@ -169,7 +196,7 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
         ->transform(oneOf<Redaction::Mode>({{"sensitive", Redaction::Mode::Sensitive},
                                             {"allText", Redaction::Mode::AllText},
                                             {"faces", Redaction::Mode::Faces}}));
-    hiding->add_option("--output", words->output, "Where the picture goes")->required()->type_name("FILE");
+    Pictures::addOutput(hiding, words->output, "Where the picture goes")->required();
     hiding->add_flag("--json", words->json, "Print how many places were hidden, and where in pixels");
     setBody(hiding, context, Needs::Core,
             [&context, words] { redact(context, words->file, words->mode, words->output, words->json); });

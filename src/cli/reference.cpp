@@ -143,7 +143,7 @@ QString manual(const CLI::App &app)
             page += ".TP\n.B " + roff(name) + "\n" + roff(text(option->get_description())) + ".\n";
         }
     });
-    return page + ".SH EXIT STATUS\n" + roff(text(app.get_footer())) +
+    return page + ".SH EXIT STATUS\n" + roff(text(app.get_footer()).section("\n\n", -1)) +
            "\n.SH ENVIRONMENT\n.TP\n.B LUMENPOST_LIBRARY\nThe save folder, when \\-\\-library is not "
            "given.\n";
 }

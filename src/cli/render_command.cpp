@@ -1,11 +1,11 @@
 #include "cli/command.h"
+#include "cli/pictures.h"
 
 #include "document/editor_document.h"
 #include "document/image_files.h"
 #include "document/project_file.h"
 
 #include <CLI/CLI.hpp>
-#include <QFile>
 
 namespace {
 
@@ -18,13 +18,13 @@ struct Call {
 
 Result<ProjectFile::Contents> contents(const Call &call)
 {
-    const QString subject = QString::fromStdString(call.subject);
+    const QString subject = absolutePath(call.subject);
     if (call.project.empty())
         return ProjectFile::read(subject);
     auto base = ImageFiles::read(subject);
     if (!base)
         return std::unexpected(base.error());
-    auto project = ProjectFile::readDescription(QString::fromStdString(call.project));
+    auto project = ProjectFile::readDescription(absolutePath(call.project));
     if (!project)
         return std::unexpected(project.error());
     return ProjectFile::Contents{*std::move(base), *std::move(project)};
@@ -34,14 +34,14 @@ void render(CommandContext &context, const Call &call)
 {
     const auto read = contents(call);
     if (!read)
-        return context.fail(read.error());
-    const EditorDocument document({read->base, read->project.objects(), read->project.effects(), {}});
-    const QString output = absolutePath(call.output);
-    const auto written =
-        ImageFiles::write(call.flattened ? document.flattened() : document.exported(), output);
-    if (!written)
-        return context.fail(written.error());
-    CommandContext::print(output);
+        return context.fail(read.error(), absolutePath(call.subject));
+    const QList<Annotation> objects = read->project.objects();
+    if (const QString unshown = ProjectFile::unshownPictures(objects); !unshown.isEmpty())
+        CommandContext::warn(unshown);
+    const EditorDocument document({read->base, objects, read->project.effects(), {}});
+    const QImage picture = call.flattened ? document.flattened() : document.exported();
+    if (const auto path = Pictures::write(context, picture, call.output))
+        CommandContext::print(*path);
 }
 
 } // namespace
@@ -57,8 +57,7 @@ void addRenderCommand(CLI::App &app, CommandContext &context)
         ->required();
     command->add_option("--project", call->project, "The description of objects and effects (project.json)")
         ->type_name("FILE");
-    command->add_option("--output", call->output, "Where the picture goes; its extension says the format")
-        ->type_name("FILE")
+    Pictures::addOutput(command, call->output, "Where the picture goes; its extension says the format")
         ->required();
     command->add_flag("--flattened", call->flattened, "Leave out border, shadow, corners and backdrop");
     setBody(command, context, Needs::Fonts, [&context, call] { render(context, *call); });

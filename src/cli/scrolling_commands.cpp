@@ -4,7 +4,9 @@
 #include "capture/frame_stitcher.h"
 #include "capture/screen_capturer.h"
 #include "capture/scrolling_session.h"
+#include "cli/pictures.h"
 #include "cli/rectangle.h"
+#include "cli/window_owner.h"
 #include "document/image_files.h"
 #include "library/library.h"
 #include "platform/platform.h"
@@ -13,7 +15,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -29,8 +30,6 @@ QJsonArray toJson(const QList<FrameStitcher::Step> &steps)
     return array;
 }
 
-// MARK: stitch
-
 struct StitchCall {
     std::vector<std::string> frames;
     std::string output;
@@ -38,7 +37,7 @@ struct StitchCall {
 };
 
 // The next frame is decoded while the one before it is compared.
-Result<void> addFrames(FrameStitcher &stitcher, const std::vector<std::string> &files)
+bool addFrames(CommandContext &context, FrameStitcher &stitcher, const std::vector<std::string> &files)
 {
     const auto read = [&files](size_t index) {
         return runInBackground([path = absolutePath(files[index])] { return ImageFiles::read(path); });
@@ -46,34 +45,36 @@ Result<void> addFrames(FrameStitcher &stitcher, const std::vector<std::string> &
     QFuture<Result<QImage>> next = read(0);
     for (size_t i = 0; i < files.size(); ++i) {
         const Result<QImage> frame = next.takeResult();
-        if (!frame)
-            return std::unexpected(frame.error());
+        if (!frame) {
+            context.fail(frame.error(), absolutePath(files[i]));
+            return false;
+        }
         if (i + 1 < files.size())
             next = read(i + 1);
         if (i > 0 && frame->size() != stitcher.frames().first().image.size()) {
             CommandContext::warn(QStringLiteral("%1 is left out: it has another size than the first frame.")
-                                     .arg(QFileInfo(absolutePath(files[i])).fileName()));
+                                     .arg(absolutePath(files[i])));
             continue;
         }
         stitcher.add(*frame);
     }
-    return {};
+    return true;
 }
 
 void stitch(CommandContext &context, const StitchCall &call)
 {
     FrameStitcher stitcher;
-    if (const auto added = addFrames(stitcher, call.frames); !added)
-        return context.fail(added.error());
+    if (!addFrames(context, stitcher, call.frames))
+        return;
     const std::optional<QImage> picture = stitcher.result();
     if (!picture)
         return context.fail(
             {Error::Kind::Failed, QStringLiteral("The whole picture doesn't fit in memory."), {}});
-    const QString output = absolutePath(call.output);
-    if (const auto written = ImageFiles::write(*picture, output); !written)
-        return context.fail(written.error());
+    const auto output = Pictures::write(context, *picture, call.output);
+    if (!output)
+        return;
     if (!call.json)
-        return CommandContext::print(output);
+        return CommandContext::print(*output);
     CommandContext::print(QJsonDocument(
         QJsonObject{{QStringLiteral("accepted"), stitcher.frames().size()},
                     {QStringLiteral("steps"), toJson(stitcher.steps())},
@@ -87,12 +88,10 @@ void addStitch(CLI::App &app, CommandContext &context)
         app.add_subcommand("stitch", "Join the frames of something that scrolled into one picture");
     command->add_option("FRAME", call->frames, "Pictures of one size, in the order they were taken")
         ->required();
-    command->add_option("--output", call->output, "The picture to write")->type_name("FILE")->required();
+    Pictures::addOutput(command, call->output, "The picture to write")->required();
     command->add_flag("--json", call->json, "Print how many frames were used, each step and the size");
     setBody(command, context, Needs::Core, [&context, call] { stitch(context, *call); });
 }
-
-// MARK: scroll
 
 struct ScrollCall {
     std::string region;
@@ -101,12 +100,23 @@ struct ScrollCall {
     bool json = false;
 };
 
+// `source` is the application that the picture shows.
 void deliver(CommandContext &context, const ScrollCall &call, const ScrollingCaptureSession &session,
-             const QImage &picture)
+             const QImage &picture, const QString &source)
 {
-    const QString path = call.output.empty() ? context.library().newCaptureURL() : absolutePath(call.output);
-    if (const auto written = ImageFiles::write(picture, path); !written)
-        return context.fail(written.error());
+    QString path;
+    if (!call.output.empty()) {
+        const auto written = Pictures::write(context, picture, call.output);
+        if (!written)
+            return;
+        path = *written;
+    } else {
+        path = context.library().newCaptureURL();
+        if (const auto written = ImageFiles::write(picture, path); !written)
+            return context.fail(written.error());
+        if (!source.isEmpty())
+            context.library().setSource(path, source);
+    }
     if (!call.json)
         return CommandContext::print(path);
     CommandContext::print(QJsonDocument(QJsonObject{{QStringLiteral("path"), path},
@@ -134,6 +144,7 @@ void scroll(CommandContext &context, const ScrollCall &call)
         {*platform.screens, *platform.pictures, *platform.pointer, *platform.permissions}, *screen,
         visible.translated(-screen->frame().topLeft()));
     session.setMaxFrames(call.maxFrames);
+    const QString source = WindowOwner::at(context, visible.center());
     whenDone(session.run(), &session, [&](const Result<std::optional<QImage>> &picture) {
         if (!picture)
             context.fail(picture.error());
@@ -141,7 +152,7 @@ void scroll(CommandContext &context, const ScrollCall &call)
             context.fail(
                 {Error::Kind::Failed, QStringLiteral("The whole picture doesn't fit in memory."), {}});
         else
-            deliver(context, call, session, **picture);
+            deliver(context, call, session, **picture, source);
         QCoreApplication::quit();
     });
     QCoreApplication::exec();
@@ -157,8 +168,7 @@ void addScroll(CLI::App &app, CommandContext &context)
     command->add_option("--max-frames", call->maxFrames, "Stop after so many frames")
         ->type_name("N")
         ->check(CLI::Range(1, ScrollingCaptureSession::mostFrames));
-    command->add_option("--output", call->output, "Write this file instead of a new one in the Library")
-        ->type_name("FILE");
+    Pictures::addOutput(command, call->output, "Write this file instead of a new one in the Library");
     command->add_flag("--json", call->json, "Print the path, the number of frames and each step");
     setBody(command, context, Needs::Core, [&context, call] { scroll(context, *call); });
 }

@@ -56,6 +56,9 @@ struct Annotation {
     int style = 0;  // index into Tools::styles(kind)
     int font = 0;   // number of a TextFont; kept as it was loaded
     QImage image;   // of `image`; null otherwise
+    // Of an `image` whose picture is too large to be shown, or damaged: the file as it came, for the next
+    // save. Empty otherwise.
+    QByteArray unshownImage = {};
 
     bool operator==(const Annotation &) const = default;
 

@@ -1,6 +1,7 @@
 #include "document/heic.h"
 
 #include "base/loadable.h"
+#include "document/texts.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ Result<QByteArray> Heic::encode(const QImage &image, double quality)
     QByteArray bytes;
     QString reason;
     if (!(*function)(image, quality, &bytes, &reason))
-        return fail(QStringLiteral("The picture could not be written as HEIC: %1.").arg(reason));
+        return fail(DocumentTexts::tr("The picture could not be written as HEIC: %1.").arg(reason));
     return bytes;
 }
 
@@ -41,7 +42,7 @@ Result<QImage> Heic::decode(const QByteArray &bytes)
     QImage image;
     QString reason;
     if (!(*function)(bytes, &image, &reason))
-        return fail(Error::Kind::Invalid, QStringLiteral("The HEIC picture is damaged."), reason);
+        return fail(Error::Kind::Invalid, DocumentTexts::tr("The HEIC picture is damaged."), reason);
     return image;
 }
 
@@ -52,6 +53,6 @@ Result<QSize> Heic::pixelSize(const QByteArray &bytes)
         return std::unexpected(function.error());
     QSize size;
     if (!(*function)(bytes, &size))
-        return fail(Error::Kind::Invalid, QStringLiteral("The HEIC picture is damaged."));
+        return fail(Error::Kind::Invalid, DocumentTexts::tr("The HEIC picture is damaged."));
     return size;
 }

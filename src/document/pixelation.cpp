@@ -71,8 +71,8 @@ private:
     }
 };
 
-// SipHash-like mixing isn't needed for speed here, so the noise comes from ChaCha's quarter rounds (D. J.
-// Bernstein, ChaCha, 2008), which can't be run backwards without the key.
+// Noise that only who has the key can repeat: the stream of ChaCha with eight rounds (D. J. Bernstein,
+// ChaCha, a variant of Salsa20, 2008), one block of it for each block of the picture.
 class Noise {
 public:
     Noise(const std::array<uint32_t, 8> &key, uint64_t picture) : m_key(key), m_picture(picture) {}

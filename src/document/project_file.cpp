@@ -2,18 +2,22 @@
 
 #include "base/atomic_file.h"
 #include "base/json.h"
+#include "base/read_file.h"
 #include "document/image_files.h"
+#include "document/texts.h"
 
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
 #include <cmath>
 
 namespace {
 
 // All pictures of a project's objects together, in pixels; what would go beyond stays undecoded.
 constexpr qint64 mostObjectPixels = 200'000'000;
+// Those pictures, written out, and more than a hand can draw.
+constexpr qint64 mostDescriptionBytes = 1'000'000'000;
 
 QJsonArray json(const QPointF &point)
 {
@@ -190,6 +194,8 @@ ProjectFile ProjectFile::describing(const QList<Annotation> &annotations, const 
         if (!a.image.isNull()) {
             if (const QByteArray png = ImageFiles::encode(a.image, ImageFiles::Type::Png); !png.isEmpty())
                 item.imagePNG = png;
+        } else if (!a.unshownImage.isEmpty()) {
+            item.imagePNG = a.unshownImage;
         }
         project.annotations.append(item);
     }
@@ -222,11 +228,26 @@ QList<Annotation> ProjectFile::objects() const
         a.number = item.number;
         a.style = item.style.value_or(0);
         a.font = item.font.value_or(0);
-        if (item.imagePNG)
+        if (item.imagePNG) {
             a.image = pictureOf(*item.imagePNG, room);
+            if (a.image.isNull())
+                a.unshownImage = *item.imagePNG;
+        }
         result.append(a);
     }
     return result;
+}
+
+QString ProjectFile::unshownPictures(const QList<Annotation> &annotations)
+{
+    const auto count = std::count_if(annotations.begin(), annotations.end(),
+                                     [](const Annotation &a) { return !a.unshownImage.isEmpty(); });
+    if (count == 0)
+        return {};
+    return DocumentTexts::tr(
+        "%n pasted picture(s) can't be shown: too large or damaged. What is stored of them "
+        "stays.",
+        nullptr, static_cast<int>(count));
 }
 
 Effects ProjectFile::effects() const
@@ -250,7 +271,8 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (!document.isObject())
-        return fail("This is no readable project, it is not one JSON object.", error.errorString());
+        return fail(DocumentTexts::tr("This is no readable project, it is not one JSON object."),
+                    error.errorString());
     const QJsonObject object = document.object();
     const auto items = Json::array(object, "annotations");
     const auto border = Json::boolean(object, "border");
@@ -260,13 +282,15 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
     const auto backdrop = Json::boolean(object, "backdrop");
     const auto backdropStyle = Json::integer(object, "backdropStyle");
     if (!items || !border || !borderRGBA || !shadow || !rounded || !backdrop || !backdropStyle)
-        return fail("This is no readable project, a key is missing or has the wrong type.");
+        return fail(
+            DocumentTexts::tr("This is no readable project, a key is missing or has the wrong type."));
 
     ProjectFile project;
     for (const auto &value : *items) {
         const auto item = itemOf(value);
         if (!item)
-            return fail("This is no readable project, a key of an object is missing or has the wrong type.");
+            return fail(DocumentTexts::tr(
+                "This is no readable project, a key of an object is missing or has the wrong type."));
         project.annotations.append(*item);
     }
     project.border = *border;
@@ -280,12 +304,10 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
 
 Result<ProjectFile> ProjectFile::readDescription(const QString &path)
 {
-    QFile file(path);
-    if (!file.exists())
-        return fail(Error::Kind::NotFound, "There is no file " + path + ".");
-    if (!file.open(QIODevice::ReadOnly))
-        return fail("Couldn't read " + path + ": " + file.errorString() + ".");
-    auto project = decoded(file.readAll());
+    const auto bytes = ReadFile::whole(path, mostDescriptionBytes);
+    if (!bytes)
+        return std::unexpected(bytes.error());
+    auto project = decoded(*bytes);
     if (!project)
         return fail(path + ": " + project.error().message, project.error().detail);
     return project;
@@ -295,7 +317,7 @@ Result<ProjectFile::Contents> ProjectFile::read(const QString &directory)
 {
     const QDir dir(directory);
     if (directory.isEmpty() || !dir.exists())
-        return fail(Error::Kind::NotFound, "There is no project at " + directory + ".");
+        return fail(Error::Kind::NotFound, DocumentTexts::tr("There is no project at %1.").arg(directory));
     auto base = ImageFiles::read(dir.filePath("base.png"));
     if (!base)
         return std::unexpected(base.error());
@@ -308,7 +330,7 @@ Result<ProjectFile::Contents> ProjectFile::read(const QString &directory)
 Result<void> ProjectFile::write(const QString &directory, const QImage &base, const ProjectFile &project)
 {
     if (!QDir().mkpath(directory))
-        return fail("Couldn't make the folder " + directory + ".");
+        return fail(DocumentTexts::tr("Couldn't make the folder %1.").arg(directory));
     const QDir dir(directory);
     if (const auto written = ImageFiles::write(base, dir.filePath("base.png")); !written)
         return written;

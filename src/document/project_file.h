@@ -49,8 +49,10 @@ struct ProjectFile {
     // thread.
     static ProjectFile describing(const QList<Annotation> &annotations, const Effects &effects);
     // Fresh identities each time. A picture that can't be decoded, or for which there is no room, leaves its
-    // object without one.
+    // object without one to show, and is kept for the next save.
     QList<Annotation> objects() const;
+    // What to tell a person about such objects: one sentence, empty when all are shown.
+    static QString unshownPictures(const QList<Annotation> &annotations);
     Effects effects() const;
 
     // Compact JSON.

@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPainter>
+#include <sys/stat.h>
 
 TEST_F(CommandLine, SaysWrongWordsInOneSentence)
 {
@@ -22,6 +23,9 @@ TEST_F(CommandLine, SaysWrongWordsInOneSentence)
         {{"capture", "region", "1,2"}, "X,Y,WxH"},
         {{"capture", "screen", "--delay", "soon"}, "--delay"},
         {{"capture", "window", "front"}, "front"},
+        {{"capture", "bogus"}, "\"bogus\""},
+        {{"stitch", image, "--output", "o.xyz"}, "\"o.xyz\" has none of the extensions"},
+        {{"render", "p", "--output", "o.gif"}, "\"o.gif\""},
         {{"library"}, "see lumenpost library --help."},
         {{"library", "list", "--filter", "blue"}, "blue"},
         {{"library", "list", "--sort", "blue"}, "blue"},
@@ -44,22 +48,26 @@ TEST_F(CommandLine, SaysWhyItFailedInOneSentence)
     broken.close();
     picture("library/in.png");
     const QString library = path("library");
+    ASSERT_EQ(mkfifo(qUtf8Printable(path("pipe.png")), 0600), 0);
+    ASSERT_TRUE(QFile::link("/dev/zero", path("endless.png")));
     const struct {
         QStringList words;
         QString sentence;
     } failing[]{
         {{"render", "nowhere", "--output", "o.png"}, "nowhere"},
-        {{"render", "a.png", "--project", "none.json", "--output", "o.png"}, "none.json"},
-        {{"stitch", "a.png", "none.png", "--output", "o.png"}, "none.png"},
-        {{"stitch", "broken.png", "--output", "o.png"}, "broken.png"},
-        {{"stitch", "a.png", "--output", "nowhere/o.png"}, "o.png"},
-        {{"text", "broken.png"}, "broken.png"},
-        {{"boxes", "none.png"}, "none.png"},
-        {{"faces", "none.png"}, "none.png"},
-        {{"redact", "none.png", "--mode", "faces", "--output", "o.png"}, "none.png"},
-        {{"describe", "none.png"}, "none.png"},
+        {{"render", "a.png", "--project", "none.json", "--output", "o.png"}, path("none.json")},
+        {{"render", "a.png", "--project", "endless.png", "--output", "o.png"}, path("endless.png")},
+        {{"stitch", "a.png", "none.png", "--output", "o.png"}, path("none.png")},
+        {{"stitch", "broken.png", "--output", "o.png"}, path("broken.png")},
+        {{"stitch", "a.png", "--output", "nowhere/o.png"}, path("nowhere/o.png")},
+        {{"text", "broken.png"}, path("broken.png")},
+        {{"boxes", "none.png"}, path("none.png")},
+        {{"boxes", "pipe.png"}, path("pipe.png") + " is no regular file"},
+        {{"faces", "endless.png"}, path("endless.png") + " is no regular file"},
+        {{"redact", "none.png", "--mode", "faces", "--output", "o.png"}, path("none.png")},
+        {{"describe", "none.png"}, path("none.png")},
         {{"describe", "a.png"}, "key"},
-        {{"library", "add", "none.png", "--library", library}, "none.png"},
+        {{"library", "add", "none.png", "--library", library}, path("none.png")},
         {{"library", "rename", "none.png", "b", "--library", library}, "none.png"},
         {{"library", "trash", image, "--library", library}, "not in the Library"},
         {{"capture", "screen", "--output", "o.png"}, "isplay"},
@@ -72,6 +80,29 @@ TEST_F(CommandLine, SaysWhyItFailedInOneSentence)
         EXPECT_TRUE(isRefused(call(call_.words), 1, call_.sentence)) << call_.words.join(' ').toStdString();
     EXPECT_FALSE(QFile::exists(path("o.png")));
     EXPECT_EQ(filesIn("library"), QStringList{"in.png"});
+}
+
+TEST_F(CommandLine, TakesNamesOfAnyBytes)
+{
+    picture("a.png");
+    const Outcome joined = callThrough("f=$(printf 'caf\\351.png'); mv a.png \"$f\";", {"stitch"},
+                                       "\"$f\" --output o.png; s=$?; rm \"$f\"; exit $s");
+    EXPECT_TRUE(isDone(joined));
+    EXPECT_EQ(QImage(path("o.png")).size(), QSize(64, 48));
+}
+
+TEST_F(CommandLine, WritesAPngWhereTheAskedFormatCannotHoldThePicture)
+{
+    picture("tall.png", {8, 70000});
+    picture("o.png");
+    const Outcome joined = call({"stitch", "tall.png", "--output", "o.jpg"});
+    EXPECT_EQ(joined.status, 0);
+    EXPECT_EQ(joined.output, path("o 2.png") + "\n");
+    EXPECT_TRUE(joined.errors.contains(path("o.jpg") + " can't hold 8 × 70000 pixels"))
+        << joined.errors.toStdString();
+    EXPECT_EQ(ImageFiles::pixelSize(path("o 2.png")), QSize(8, 70000));
+    EXPECT_EQ(QImage(path("o.png")).size(), QSize(64, 48));
+    EXPECT_FALSE(QFile::exists(path("o.jpg")));
 }
 
 TEST_F(CommandLine, KeepsTheOldFileWhenTheDiskIsFull)
@@ -162,6 +193,12 @@ TEST_F(CommandLine, TellsThatNothingWasFound)
     EXPECT_EQ(boxes.status, 3);
     EXPECT_EQ(boxes.json(), QJsonDocument(QJsonArray()));
     EXPECT_EQ(call({"faces", "blank.png"}).status, 3);
+    // What coordinates mean is told with them.
+    const QJsonObject told = call({"boxes", "blank.png", "--json"}).json().object();
+    EXPECT_EQ(told.keys(), (QStringList{"boxes", "coordinates", "size"}));
+    EXPECT_EQ(told.value("size").toArray(), (QJsonArray{200, 100}));
+    EXPECT_EQ(call({"text", "blank.png", "--json"}).json()[0]["coordinates"], told.value("coordinates"));
+    EXPECT_TRUE(call({"boxes", "--help"}).output.contains("fractions of the picture"));
     const Outcome hidden = call({"redact", "blank.png", "--mode", "allText", "--output", "o.png", "--json"});
     EXPECT_EQ(hidden.status, 3);
     EXPECT_EQ(hidden.json().object().value("count").toInt(-1), 0);
@@ -200,7 +237,7 @@ TEST_F(CommandLine, LeavesNothingOfASecretInAnyKindOfPicture)
     };
     for (const auto &[name, image] : pictures) {
         SCOPED_TRACE(name.toStdString());
-        const QString output = "hidden " + name;
+        const QString output = "hidden " + QString(name).replace(".tif", " scan.png");
         if (name.endsWith("heic"))
             ASSERT_TRUE(ImageFiles::write(image, path(name)));
         else

@@ -181,10 +181,19 @@ TEST(ProjectFile, HoldsTensOfThousandsOfObjectsAndBoundsTheirPictures)
     const auto heavy = decoded(project(pictures));
     ASSERT_TRUE(heavy);
     qint64 pixels = 0;
-    for (const Annotation &a : heavy->objects())
+    const QList<Annotation> shown = heavy->objects();
+    for (const Annotation &a : shown)
         pixels += qint64(a.image.width()) * a.image.height();
     EXPECT_GT(pixels, 0);
     EXPECT_LE(pixels, 200'000'000);
+    // The next save loses none of those that aren't shown, and somebody is told of them.
+    EXPECT_TRUE(ProjectFile::unshownPictures(shown).startsWith("6 pasted picture"))
+        << ProjectFile::unshownPictures(shown).toStdString();
+    const ProjectFile saved = ProjectFile::describing(shown, {});
+    EXPECT_EQ(saved.annotations.last().imagePNG, heavy->annotations.last().imagePNG);
+    for (const ProjectFile::Item &item : saved.annotations)
+        EXPECT_TRUE(item.imagePNG && !item.imagePNG->isEmpty());
+    EXPECT_EQ(ProjectFile::unshownPictures({}), "");
 }
 
 TEST(ProjectFile, OpensAsEditableElseAsFlatElseAsABlankPicture)

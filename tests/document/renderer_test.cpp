@@ -127,8 +127,7 @@ TEST(Renderer, ShowsNothingThatABlurHides)
 
 TEST(Renderer, HidesPicturesUnderABlurWhereTheBaseIsTransparent)
 {
-    const QImage base =
-        filled({160, 120}, Qt::transparent).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage base = filled({160, 120}, Qt::transparent, QImage::Format_ARGB32_Premultiplied);
     const auto picture = [&](const QColor &color) {
         Annotation pasted = object(ToolKind::Image, {40, 30}, {120, 90});
         pasted.image = filled({80, 60}, color);
