@@ -73,7 +73,7 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
     }
     QString what = QString::fromUtf8(wrong.what()).simplified();
     // The parser names what is missing; the user wants to know which word it didn't take.
-    if (const std::vector<std::string> unknown = deepest->remaining();
+    if (const std::vector<std::string> unknown = app.remaining(true);
         !unknown.empty() && deepest->get_require_subcommand_min() > 0)
         what = CliTexts::tr("There is no command \"%1\"").arg(QString::fromStdString(unknown.front()));
     while (what.endsWith(QLatin1Char('.')))

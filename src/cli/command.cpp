@@ -20,6 +20,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <cstdio>
+#include <filesystem>
 
 struct CommandContext::Parts {
     int argc;
@@ -138,7 +139,7 @@ void CommandContext::fail(const Error &error, const QString &path)
 {
     warn(error.kind == Error::Kind::Cancelled
              ? CliTexts::tr("It was given up before it was done.")
-             : withWholePath(error.message, path.isEmpty() ? error.detail : path));
+             : withWholePath(withWholePath(error.message, path), error.detail));
     status = ExitStatus::Failed;
 }
 
@@ -157,7 +158,9 @@ void CommandContext::warn(const QString &sentence)
 
 QString absolutePath(const std::string &word)
 {
-    return QFileInfo(FileName::fromBytes(QByteArray::fromStdString(word))).absoluteFilePath();
+    // Joined as bytes: the toolkit's own functions lose those that are no UTF-8.
+    const std::filesystem::path path = std::filesystem::absolute(word);
+    return FileName::fromBytes(QByteArray::fromStdString(path.lexically_normal().string()));
 }
 
 void setBody(CLI::App *command, CommandContext &context, Needs needs, std::function<void()> body)
