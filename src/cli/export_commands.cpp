@@ -1,6 +1,8 @@
+#include "base/read_file.h"
 #include "cli/choice.h"
 #include "cli/command.h"
 #include "cli/library_files.h"
+#include "cli/pictures.h"
 #include "cli/terminal_progress.h"
 #include "cli/texts.h"
 #include "document/image_files.h"
@@ -10,7 +12,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -107,7 +108,7 @@ std::optional<QList<QImage>> readAll(CommandContext &context, const std::vector<
     for (const QString &path : pathsOf(context, words)) {
         auto image = ImageFiles::read(path);
         if (!image) {
-            context.fail(image.error());
+            context.fail(image.error(), path);
             return std::nullopt;
         }
         images.append(*std::move(image));
@@ -121,10 +122,8 @@ void writeResult(CommandContext &context, const std::optional<QImage> &image, co
         return context.fail({Error::Kind::Failed,
                              CliTexts::tr("The picture would be too large or too small to be made."),
                              {}});
-    const QString output = absolutePath(word);
-    if (const auto written = ImageFiles::write(*image, output); !written)
-        return context.fail(written.error());
-    CommandContext::print(output);
+    if (const auto output = Pictures::write(context, *image, word))
+        CommandContext::print(*output);
 }
 
 void addCombine(CLI::App &app, CommandContext &context)
@@ -154,9 +153,7 @@ void addCombine(CLI::App &app, CommandContext &context)
         ->transform(oneOf<Background>({{"white", Background::White},
                                        {"dark", Background::Dark},
                                        {"transparent", Background::Transparent}}));
-    command->add_option("--output", arguments->output, "Its extension says the format")
-        ->type_name("FILE")
-        ->required();
+    Pictures::addOutput(command, arguments->output, "Its extension says the format")->required();
     setBody(command, context, Needs::Fonts, [&context, arguments] {
         const auto images = readAll(context, arguments->images);
         if (!images)
@@ -184,14 +181,11 @@ Result<QStringList> captionsIn(const std::string &word)
 {
     if (word.empty())
         return QStringList();
-    const QString path = absolutePath(word);
-    QFile file(path);
-    if (!QFileInfo(path).isFile())
-        return fail(Error::Kind::NotFound, CliTexts::tr("There is no file %1.").arg(path));
-    constexpr qint64 Longest = 4 << 20;
-    if (!file.open(QIODevice::ReadOnly) || file.size() > Longest)
-        return fail(CliTexts::tr("Couldn't read the captions in %1.").arg(path), file.errorString());
-    QStringList captions = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    constexpr qint64 kMostBytes = 4 << 20;
+    const auto bytes = ReadFile::whole(absolutePath(word), kMostBytes);
+    if (!bytes)
+        return std::unexpected(bytes.error());
+    QStringList captions = QString::fromUtf8(*bytes).split(QLatin1Char('\n'));
     for (QString &caption : captions)
         caption = caption.trimmed();
     return captions;
@@ -211,9 +205,7 @@ void addGuideImage(CLI::App &app, CommandContext &context)
     command->add_option("--title", arguments->title, "Stands in a band at the top");
     command->add_option("--captions", arguments->captions, "A text file with a caption a line")
         ->type_name("FILE");
-    command->add_option("--output", arguments->output, "Its extension says the format")
-        ->type_name("FILE")
-        ->required();
+    Pictures::addOutput(command, arguments->output, "Its extension says the format")->required();
     setBody(command, context, Needs::Fonts, [&context, arguments] {
         const auto captions = captionsIn(arguments->captions);
         if (!captions)

@@ -1,8 +1,6 @@
 #include "cli/command.h"
 #include "cli/library_files.h"
 
-#include "base/file_name.h"
-#include "cli/texts.h"
 #include "library/library.h"
 #include "library/library_filter.h"
 

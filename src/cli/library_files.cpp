@@ -1,5 +1,6 @@
 #include "cli/library_files.h"
 
+#include "base/file_name.h"
 #include "cli/command.h"
 #include "cli/texts.h"
 #include "library/library.h"
@@ -9,28 +10,24 @@
 
 QString libraryPath(Library &library, const std::string &word)
 {
-    const QString text = QString::fromStdString(word);
+    const QString text = FileName::fromBytes(QByteArray::fromStdString(word));
     if (!text.contains(QLatin1Char('/'))) {
         const QString inLibrary = QDir(library.folder()).filePath(text);
         if (QFileInfo(inLibrary).isFile())
             return inLibrary;
     }
-    return QFileInfo(text).absoluteFilePath();
+    return absolutePath(word);
 }
 
 std::optional<QString> existingPath(CommandContext &context, const std::string &word)
 {
     const QString path = libraryPath(context.library(), word);
     if (!QFileInfo(path).isFile()) {
-        context.fail({Error::Kind::NotFound,
-                      CliTexts::tr("There is no file %1.").arg(QString::fromStdString(word)),
-                      {}});
+        context.fail({Error::Kind::NotFound, CliTexts::tr("There is no file %1.").arg(path), {}});
         return std::nullopt;
     }
     if (!context.library().contains(path)) {
-        context.fail({Error::Kind::Invalid,
-                      CliTexts::tr("%1 is not in the Library.").arg(QFileInfo(path).fileName()),
-                      {}});
+        context.fail({Error::Kind::Invalid, CliTexts::tr("%1 is not in the Library.").arg(path), {}});
         return std::nullopt;
     }
     return path;
