@@ -79,8 +79,13 @@ void DocumentRouting::openLibraryFile(const QString &path)
 {
     const QString project = m_ports.library.projectDirectory(path);
     whenDone(runInBackground([path, project] { return EditorDocument::load(path, project); }), this,
-             [this](const EditorDocument::Source &source) {
+             [this, path](const EditorDocument::Source &source) {
                  openEditor(std::make_unique<EditorDocument>(source));
+                 if (source.isProjectSetAside)
+                     m_ports.notices.post(
+                         AppTexts::tr("%1 was changed elsewhere, so its earlier objects were set aside")
+                             .arg(QFileInfo(path).fileName()),
+                         warningSymbol);
              });
 }
 

@@ -343,13 +343,29 @@ Result<void> AtomicFile::replace(const QString &path,
     const QString temporary = scratch->filePath(info.fileName());
     if (auto filled = fill(temporary); !filled)
         return filled;
-    FileHandle file(::open(QFile::encodeName(temporary).constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    return moveOver(temporary, target->path);
+}
+
+Result<void> AtomicFile::moveOver(const QString &source, const QString &path)
+{
+    const auto target = targetAt(path);
+    if (!target)
+        return std::unexpected(target.error());
+    const QByteArray from = QFile::encodeName(source), to = QFile::encodeName(target->path);
+    FileHandle file(::open(from.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
     if (!file.isOpen() || (target->old && !takeOver(file.number(), *target->old)) || !synced(file.number()) ||
-        !file.close() ||
-        std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(target->path).constData()) != 0)
+        !file.close())
         return FileErrors::cannotWrite(path, errno);
-    syncFolder(info.absolutePath());
-    return {};
+    if (std::rename(from.constData(), to.constData()) == 0) {
+        syncFolder(QFileInfo(target->path).absolutePath());
+        return {};
+    }
+    if (errno != EXDEV)
+        return FileErrors::cannotWrite(path, errno);
+    auto copied = copy(source, target->path);
+    if (copied)
+        unlink(from.constData());
+    return copied;
 }
 
 Result<void> AtomicFile::copy(const QString &source, const QString &target)

@@ -26,6 +26,8 @@ Result<void> write(const QString &path, const std::function<bool(QIODevice &)> &
 Result<void> replace(const QString &path, const std::function<Result<void>(const QString &temporary)> &fill);
 // Puts a copy of a file, with its dates, in the place of another.
 Result<void> copy(const QString &source, const QString &target);
+// Puts the file itself there; across volumes a copy of it, whose original goes.
+Result<void> moveOver(const QString &source, const QString &target);
 
 // The same for a new file, which never takes the place of another, whoever else is writing: the first name
 // that is free, as freeFilePath has it. The path that it became.

@@ -40,11 +40,13 @@ EditorDocument::EditorDocument(const Source &source, QObject *parent)
 EditorDocument::Source EditorDocument::load(const QString &path, const QString &projectDirectory)
 {
     const QUrl url = QUrl::fromLocalFile(path);
-    ProjectSave::settle(path, projectDirectory);
-    if (const auto contents = ProjectFile::read(projectDirectory))
-        return {contents->base, contents->project.objects(), contents->project.effects(), url};
+    const auto opened = ProjectSave::open(path, projectDirectory);
+    if (opened.contents) {
+        const ProjectFile &project = opened.contents->project;
+        return {opened.contents->base, project.objects(), project.effects(), url};
+    }
     if (const auto image = ImageFiles::read(path))
-        return {*image, {}, {}, url};
+        return {*image, {}, {}, url, opened.isSetAside};
     QImage blank(2, 2, QImage::Format_ARGB32_Premultiplied);
     blank.fill(Qt::transparent);
     return {blank, {}, {}, url};

@@ -49,6 +49,8 @@ public:
         QList<Annotation> annotations;
         Effects effects;
         QUrl fileURL;
+        // There were objects, of another state of the picture: they were put aside and don't show.
+        bool isProjectSetAside = false;
     };
 
     // The marker on the pasteboard that says "the objects copied last in this program".

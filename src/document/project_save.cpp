@@ -1,15 +1,20 @@
 #include "document/project_save.h"
 
 #include "base/atomic_file.h"
+#include "base/file_errors.h"
+#include "base/file_lock.h"
+#include "base/free_name.h"
 #include "base/log.h"
+#include "base/scratch_folder.h"
 #include "document/image_files.h"
-#include "document/project_file.h"
+#include "document/renderer.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
+#include <cerrno>
 #include <cstdio>
 
 namespace ProjectSave {
@@ -18,20 +23,14 @@ namespace {
 
 const QString kWaiting = QStringLiteral(".saving");
 const QString kDigest = QStringLiteral("picture.sha256");
-const QStringList kParts{QStringLiteral("base.png"), QStringLiteral("project.json")};
+const QString kDescription = QStringLiteral("project.json");
+// The digest goes last, so that moving in can be done again.
+const QStringList kParts{QStringLiteral("base.png"), kDescription, kDigest};
 
-// Held by a save under way; a crash leaves one whose owner is gone, which counts as free.
-class Lock {
-public:
-    explicit Lock(const QString &projectDirectory) : m_file(projectDirectory + "/.saving.lock")
-    {
-        m_file.setStaleLockTime(0); // however long a save takes
-    }
-    // Where no lock can be made, the writing itself will tell why.
-    bool take() { return m_file.tryLock(0) || m_file.error() != QLockFile::LockFailedError; }
-
-private:
-    QLockFile m_file;
+// What "picture.sha256" tells.
+struct Stamp {
+    QByteArray digest; // in hexadecimal digits
+    QString name;
 };
 
 QByteArray digestOf(const QString &path)
@@ -43,76 +42,262 @@ QByteArray digestOf(const QString &path)
     return hash.result().toHex();
 }
 
-QByteArray contents(const QString &path)
+std::optional<Stamp> stampOf(const QString &directory)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QFile file(directory + QLatin1Char('/') + kDigest);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray line = file.readLine(8192).trimmed();
+    constexpr qsizetype kDigits = 64;
+    if (line.size() < kDigits)
+        return std::nullopt;
+    return Stamp{line.left(kDigits), QString::fromUtf8(line.mid(kDigits + 2))};
 }
 
-// The picture is in its place: the project follows. The digest goes last, so that this can be done again.
+// `picture` has the bytes, `name` the name that they will have.
+Result<void> writeStamp(const QString &directory, const QString &picture, const QString &name)
+{
+    const QByteArray digest = digestOf(picture);
+    if (digest.isEmpty())
+        return FileErrors::cannotRead(picture, errno);
+    return AtomicFile::write(directory + QLatin1Char('/') + kDigest, digest + "  " + name.toUtf8() + '\n');
+}
+
+QString folderOf(const QString &projectDirectory)
+{
+    return QFileInfo(projectDirectory).absolutePath();
+}
+
+Result<void> move(const QString &from, const QString &to)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        return FileErrors::cannotWrite(to, errno);
+    return {};
+}
+
+// The picture is in its place: the project follows.
 Result<void> moveIn(const QString &projectDirectory)
 {
-    const QString waiting = projectDirectory + '/' + kWaiting;
+    const QString waiting = projectDirectory + QLatin1Char('/') + kWaiting;
     for (const QString &part : kParts) {
-        const QString from = waiting + '/' + part, to = projectDirectory + '/' + part;
-        if (QFileInfo::exists(from) &&
-            std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-            return fail("Couldn't write " + part + ": " + qt_error_string() + ".", to);
+        const QString from = waiting + QLatin1Char('/') + part;
+        if (!QFileInfo::exists(from))
+            continue;
+        if (auto moved = move(from, projectDirectory + QLatin1Char('/') + part); !moved)
+            return moved;
     }
     QDir(waiting).removeRecursively();
     return {};
 }
 
-// With the lock held.
 void settleLocked(const QString &path, const QString &projectDirectory)
 {
-    const QString waiting = projectDirectory + '/' + kWaiting;
+    const QString waiting = projectDirectory + QLatin1Char('/') + kWaiting;
     if (!QFileInfo::exists(waiting))
         return;
-    const QByteArray digest = contents(waiting + '/' + kDigest);
-    if (digest.isEmpty() || digest != digestOf(path)) {
+    const auto stamp = stampOf(waiting);
+    if (!stamp || stamp->digest != digestOf(path)) {
         QDir(waiting).removeRecursively();
         return;
     }
     if (const auto moved = moveIn(projectDirectory); !moved)
-        Log::error("An interrupted save could not be finished", moved.error());
+        Log::error(QStringLiteral("An interrupted save could not be finished"), moved.error());
     else
-        Log::info("Finished an interrupted save of " + QFileInfo(path).fileName());
+        Log::info(QStringLiteral("Finished an interrupted save of ") + QFileInfo(path).fileName());
 }
 
-} // namespace
-
-Result<void> write(const QString &path, const QImage &finished, const QString &projectDirectory,
-                   const QImage &base, const ProjectFile &project)
+bool holdsProject(const QString &directory)
 {
-    if (!QDir().mkpath(projectDirectory))
-        return fail("Couldn't make the folder " + projectDirectory + ".");
-    Lock lock(projectDirectory);
-    if (!lock.take())
-        return fail(QFileInfo(path).fileName() + " is being saved already.");
-    settleLocked(path, projectDirectory);
+    return QFileInfo::exists(directory + QLatin1Char('/') + kDescription);
+}
 
-    const QString waiting = projectDirectory + '/' + kWaiting;
-    auto written = ProjectFile::write(waiting, base, project);
-    if (written)
-        written = AtomicFile::replace(path, [&](const QString &temporary) -> Result<void> {
-            if (auto encoded = ImageFiles::write(finished, temporary); !encoded)
-                return encoded;
-            return AtomicFile::write(waiting + '/' + kDigest, digestOf(temporary));
-        });
-    if (!written) {
+// What is in the way of a new project, and isn't the present one of this picture, is kept.
+void makeRoom(const QString &path, const QString &projectDirectory)
+{
+    if (!holdsProject(projectDirectory))
+        return;
+    const auto stamp = stampOf(projectDirectory);
+    const bool isOwn = stamp && (stamp->name == QFileInfo(path).fileName() || stamp->digest == digestOf(path));
+    if (!isOwn)
+        setAside(projectDirectory);
+}
+
+// Puts a complete project in place of the old one once `placePicture` has put its picture there.
+Result<void> commit(const QString &path, const QString &projectDirectory, const QString &prepared,
+                    const std::function<Result<void>()> &placePicture)
+{
+    settleLocked(path, projectDirectory);
+    makeRoom(path, projectDirectory);
+    const QString waiting = projectDirectory + QLatin1Char('/') + kWaiting;
+    if (!QDir().mkpath(projectDirectory))
+        return FileErrors::cannotWrite(projectDirectory, errno);
+    QDir(waiting).removeRecursively();
+    auto placed = move(prepared, waiting);
+    if (placed)
+        placed = placePicture();
+    if (!placed) {
         QDir(waiting).removeRecursively();
-        return written;
+        QDir().rmdir(projectDirectory); // if it was made for this
+        return placed;
     }
     return moveIn(projectDirectory);
 }
 
+// Whether drawing the project gives the very picture. What a lossy encoder makes of both must be the same.
+bool looksLike(const ProjectFile::Contents &contents, const QString &path)
+{
+    const auto annotations = contents.project.objects();
+    const QImage flat = annotations.isEmpty()
+                            ? contents.base
+                            : Renderer::flattened(contents.base, Renderer::pixelated(contents.base), annotations);
+    const QImage finished = contents.project.effects().applied(flat);
+    if (ImageFiles::pixelSize(path) != finished.size())
+        return false;
+    const auto type = ImageFiles::type(path);
+    if (type != ImageFiles::Type::Png) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) && file.readAll() == ImageFiles::encode(finished, type);
+    }
+    const auto picture = ImageFiles::read(path);
+    constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
+    return picture && picture->convertToFormat(kFormat) == finished.convertToFormat(kFormat);
+}
+
+} // namespace
+
+QString lockFile(const QString &folder)
+{
+    return folder + QStringLiteral("/.lock");
+}
+
+Result<void> write(const QString &path, const QImage &finished, const QString &projectDirectory,
+                   const QImage &base, const ProjectFile &project)
+{
+    const QString folder = folderOf(projectDirectory);
+    if (!QDir().mkpath(folder))
+        return FileErrors::cannotWrite(folder, errno);
+    ScratchFolder::clearLeftovers(folder);
+    const auto scratch = ScratchFolder::make(folder);
+    if (!scratch)
+        return std::unexpected(scratch.error());
+    const QString name = QFileInfo(path).fileName();
+    const QString prepared = scratch->filePath(kWaiting);
+    const QString picture = scratch->filePath(name);
+    if (auto written = ProjectFile::write(prepared, base, project); !written)
+        return written;
+    if (auto written = ImageFiles::write(finished, picture); !written)
+        return written;
+    if (auto written = writeStamp(prepared, picture, name); !written)
+        return written;
+    const auto lock = FileLock::take(lockFile(folder));
+    if (!lock)
+        return std::unexpected(lock.error());
+    return commit(path, projectDirectory, prepared, [&] { return AtomicFile::moveOver(picture, path); });
+}
+
+Result<void> writeProject(const QString &path, const QString &projectDirectory, const QImage &base,
+                          const ProjectFile &project)
+{
+    const QString folder = folderOf(projectDirectory);
+    if (!QDir().mkpath(folder))
+        return FileErrors::cannotWrite(folder, errno);
+    const auto scratch = ScratchFolder::make(folder);
+    if (!scratch)
+        return std::unexpected(scratch.error());
+    const QString prepared = scratch->filePath(kWaiting);
+    if (auto written = ProjectFile::write(prepared, base, project); !written)
+        return written;
+    const auto lock = FileLock::take(lockFile(folder));
+    if (!lock)
+        return std::unexpected(lock.error());
+    if (auto written = writeStamp(prepared, path, QFileInfo(path).fileName()); !written)
+        return written;
+    return commit(path, projectDirectory, prepared, [] { return Result<void>{}; });
+}
+
+Result<void> put(const QString &path, const QString &picture, const QString &projectDirectory,
+                 const QString &project)
+{
+    const QString folder = folderOf(projectDirectory);
+    if (!QDir().mkpath(folder))
+        return FileErrors::cannotWrite(folder, errno);
+    const auto lock = FileLock::take(lockFile(folder));
+    if (!lock)
+        return std::unexpected(lock.error());
+    const auto placePicture = [&] { return AtomicFile::moveOver(picture, path); };
+    if (!project.isEmpty() && stampOf(project))
+        return commit(path, projectDirectory, project, placePicture);
+    settleLocked(path, projectDirectory);
+    const bool isPresent = belongs(path, projectDirectory).value_or(false);
+    if (auto placed = placePicture(); !placed)
+        return placed;
+    if (isPresent)
+        QDir(projectDirectory).removeRecursively();
+    else if (holdsProject(projectDirectory))
+        setAside(projectDirectory);
+    return project.isEmpty() ? Result<void>{} : move(project, projectDirectory);
+}
+
+Opened open(const QString &path, const QString &projectDirectory)
+{
+    if (projectDirectory.isEmpty() || !QFileInfo::exists(projectDirectory))
+        return {};
+    // In a folder that can't be written to, nobody changes anything.
+    const auto lock = FileLock::take(lockFile(folderOf(projectDirectory)));
+    settleLocked(path, projectDirectory);
+    if (!holdsProject(projectDirectory) || !QFileInfo::exists(path))
+        return {};
+    const auto isOwn = belongs(path, projectDirectory);
+    if (isOwn == false) {
+        setAside(projectDirectory);
+        return {{}, true};
+    }
+    auto contents = ProjectFile::read(projectDirectory);
+    if (!contents)
+        return {};
+    if (isOwn)
+        return {*std::move(contents), false};
+    if (!looksLike(*contents, path)) {
+        setAside(projectDirectory);
+        return {{}, true};
+    }
+    if (const auto written = writeStamp(projectDirectory, path, QFileInfo(path).fileName()); !written)
+        Log::error(QStringLiteral("A project could not be given its digest"), written.error());
+    return {*std::move(contents), false};
+}
+
 void settle(const QString &path, const QString &projectDirectory)
 {
-    if (projectDirectory.isEmpty() || !QFileInfo::exists(projectDirectory + '/' + kWaiting))
+    if (projectDirectory.isEmpty() || !QFileInfo::exists(projectDirectory + QLatin1Char('/') + kWaiting))
         return;
-    if (Lock lock(projectDirectory); lock.take())
+    if (const auto lock = FileLock::take(lockFile(folderOf(projectDirectory))))
         settleLocked(path, projectDirectory);
+}
+
+std::optional<bool> belongs(const QString &path, const QString &projectDirectory)
+{
+    const auto stamp = stampOf(projectDirectory);
+    return stamp ? std::optional(stamp->digest == digestOf(path)) : std::nullopt;
+}
+
+std::optional<QString> owner(const QString &projectDirectory)
+{
+    const auto stamp = stampOf(projectDirectory);
+    return stamp ? std::optional(stamp->name) : std::nullopt;
+}
+
+void setAside(const QString &projectDirectory)
+{
+    const QString aside = folderOf(projectDirectory) + QStringLiteral("/.aside");
+    const QString stem = QFileInfo(projectDirectory).fileName() +
+                         QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd HH.mm.ss"));
+    QDir().mkpath(aside);
+    const auto moved = AtomicFile::moveNew(projectDirectory, aside, stem, {});
+    if (moved)
+        Log::info(QStringLiteral("Set aside a project that belongs to another picture: ") + *moved);
+    else
+        Log::error(QStringLiteral("A project that belongs to another picture could not be set aside"),
+                   moved.error());
 }
 
 } // namespace ProjectSave

@@ -1,5 +1,7 @@
 #include "document/project_file.h"
 
+#include "document/project_save.h"
+
 #include "document/editor_document.h"
 #include "document/image_files.h"
 #include "pixels.h"
@@ -201,13 +203,13 @@ TEST(ProjectFile, OpensAsEditableElseAsFlatElseAsABlankPicture)
     const TemporaryFolder folder;
     const QString path = folder.path("a.png");
     const QString directory = folder.path("project");
-    ASSERT_TRUE(ImageFiles::write(filled({20, 10}, Qt::red), path));
     Annotation a;
     a.color = Qt::blue;
     Effects effects;
     effects.rounded = true;
+    const auto project = ProjectFile::describing({a}, effects);
     ASSERT_TRUE(
-        ProjectFile::write(directory, filled({20, 10}, Qt::green), ProjectFile::describing({a}, effects)));
+        ProjectSave::write(path, filled({20, 10}, Qt::red), directory, filled({20, 10}, Qt::green), project));
 
     EditorDocument::Source source = EditorDocument::load(path, directory);
     EXPECT_TRUE(hasColor(source.base, {0, 0}, qRgb(0, 255, 0)));
@@ -228,8 +230,7 @@ TEST(ProjectFile, OpensAsEditableElseAsFlatElseAsABlankPicture)
     EXPECT_TRUE(source.annotations.isEmpty());
     EXPECT_FALSE(source.effects.rounded);
 
-    ASSERT_TRUE(
-        ProjectFile::write(directory, filled({20, 10}, Qt::green), ProjectFile::describing({a}, effects)));
+    ASSERT_TRUE(ProjectFile::write(directory, filled({20, 10}, Qt::green), project));
     spoil("base.png");
     source = EditorDocument::load(path, directory);
     EXPECT_TRUE(hasColor(source.base, {0, 0}, qRgb(255, 0, 0)));

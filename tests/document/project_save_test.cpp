@@ -1,5 +1,6 @@
 #include "document/project_save.h"
 
+#include "base/file_lock.h"
 #include "document/editor_document.h"
 #include "document/image_files.h"
 #include "document/project_file.h"
@@ -10,7 +11,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
-#include <QLockFile>
+#include <QTest>
+#include <QtConcurrentRun>
 
 namespace {
 
@@ -67,7 +69,8 @@ TEST_F(ProjectSaveTest, ACrashAtAnyMomentLeavesAPictureWithItsOwnProject)
         QFile picture(done.path("shot.png"));
         if (moment >= Digest) {
             ASSERT_TRUE(digest.open(QIODevice::WriteOnly) && picture.open(QIODevice::ReadOnly));
-            digest.write(QCryptographicHash::hash(picture.readAll(), QCryptographicHash::Sha256).toHex());
+            digest.write(QCryptographicHash::hash(picture.readAll(), QCryptographicHash::Sha256).toHex() +
+                         "  shot.png\n");
             digest.close();
         }
         const auto replace = [](const QString &from, const QString &to) {
@@ -82,7 +85,7 @@ TEST_F(ProjectSaveTest, ACrashAtAnyMomentLeavesAPictureWithItsOwnProject)
         }
         const QString now = moment < Picture ? red : blue;
         EXPECT_EQ(state(), QStringList({now, now, now}));
-        EXPECT_EQ(files(directory), QStringList({"base.png", "project.json"}));
+        EXPECT_EQ(files(directory), QStringList({"base.png", "picture.sha256", "project.json"}));
     }
 }
 
@@ -93,18 +96,77 @@ TEST_F(ProjectSaveTest, AFailureLeavesPictureAndProjectAsTheyWere)
                                                filled({4, 4}, blue), project(blue));
     EXPECT_FALSE(impossible);
     EXPECT_EQ(state(), QStringList({red, red, red}));
-    EXPECT_EQ(files(directory), QStringList({"base.png", "project.json"}));
+    EXPECT_EQ(files(directory), QStringList({"base.png", "picture.sha256", "project.json"}));
 }
 
-TEST_F(ProjectSaveTest, LeavesASaveUnderWayAlone)
+TEST_F(ProjectSaveTest, WaitsForASaveUnderWay)
 {
     ASSERT_TRUE(save(red));
-    ASSERT_TRUE(ProjectFile::write(directory + "/.saving", filled({4, 4}, blue), project(blue)));
-    QLockFile other(directory + "/.saving.lock");
-    ASSERT_TRUE(other.tryLock(0));
-    EXPECT_EQ(state(), QStringList({red, red, red}));
-    EXPECT_TRUE(QFileInfo::exists(directory + "/.saving/base.png"));
-    const auto second = save(blue);
-    ASSERT_FALSE(second);
-    EXPECT_EQ(second.error().message, "shot.png is being saved already.");
+    std::optional<FileLock> other = *FileLock::take(ProjectSave::lockFile(home.path("projects")));
+    const auto second = QtConcurrent::run([this] { return save(blue); });
+    // It encodes meanwhile, and gets no further.
+    ASSERT_TRUE(QTest::qWaitFor([this] {
+        return !QDir(home.path("projects")).entryList({".lumenpost-*"}, QDir::Dirs | QDir::Hidden).isEmpty();
+    }));
+    EXPECT_FALSE(second.isFinished());
+    EXPECT_EQ(ImageFiles::read(path)->pixelColor(0, 0).name(), red);
+    other.reset();
+    EXPECT_TRUE(second.result());
+    EXPECT_EQ(state(), QStringList({blue, blue, blue}));
+    EXPECT_EQ(files(home.path("projects")), QStringList({".lock", "shot"}));
+}
+
+TEST_F(ProjectSaveTest, NeverAppliesAProjectToAnotherPicture)
+{
+    const struct {
+        const char *what;
+        std::function<void()> happens;
+    } cases[]{
+        {"overwritten by another program",
+         [this] { ASSERT_TRUE(ImageFiles::write(filled({4, 4}, blue), path)); }},
+        {"saved before projects had digests",
+         [this] {
+             ASSERT_TRUE(QFile::remove(directory + "/picture.sha256"));
+             ASSERT_TRUE(ImageFiles::write(filled({4, 4}, blue), path));
+         }},
+        {"a digest that was cut off",
+         [this] {
+             ASSERT_TRUE(QFile::resize(directory + "/picture.sha256", 20));
+             ASSERT_TRUE(ImageFiles::write(filled({4, 4}, blue), path));
+         }},
+    };
+    for (const auto &[what, happens] : cases) {
+        SCOPED_TRACE(what);
+        ASSERT_TRUE(save(red));
+        happens();
+        const auto opened = EditorDocument::load(path, directory);
+        EXPECT_TRUE(opened.isProjectSetAside);
+        EXPECT_EQ(opened.base.pixelColor(0, 0).name(), blue);
+        EXPECT_TRUE(opened.annotations.isEmpty());
+        EXPECT_FALSE(QFileInfo::exists(directory));
+        EXPECT_FALSE(EditorDocument::load(path, directory).isProjectSetAside) << "told once";
+    }
+    EXPECT_EQ(files(home.path("projects/.aside")).size(), 3);
+}
+
+TEST_F(ProjectSaveTest, AdoptsAnOldProjectThatLooksExactlyLikeItsPicture)
+{
+    for (const char *name : {"shot.png", "shot.jpg", "shot.heic"}) {
+        SCOPED_TRACE(name);
+        const QString picture = home.path(name);
+        const auto plain = ProjectFile::describing({}, Effects{.border = true});
+        ASSERT_TRUE(ProjectFile::write(directory, filled({40, 40}, red), plain));
+        ASSERT_TRUE(ImageFiles::write(plain.effects().applied(filled({40, 40}, red)), picture));
+        EXPECT_TRUE(ProjectSave::open(picture, directory).contents);
+        EXPECT_EQ(ProjectSave::belongs(picture, directory), true);
+        QDir(directory).removeRecursively();
+    }
+}
+
+TEST_F(ProjectSaveTest, KeepsTheModeOfAPrivatePicture)
+{
+    ASSERT_TRUE(save(red));
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+    ASSERT_TRUE(save(blue));
+    EXPECT_EQ(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
