@@ -50,13 +50,13 @@ void deliver(CommandContext &context, const QImage &image, const CaptureArgument
             return context.fail(written.error());
     } else {
         Library &library = context.library();
-        const QString target = library.newCaptureURL();
-        if (const auto written = ImageFiles::write(image, target); !written)
-            return context.fail(written.error());
-        path = target;
+        const auto saved = library.saveInBackground(image).result();
+        if (!saved)
+            return context.fail(saved.error());
+        path = *saved;
         if (const auto application = context.platform().workspace->frontmost();
             application && !application->name.isEmpty())
-            library.setSource(path, application->name);
+            library.catalog().setSource(path, application->name);
     }
     if (arguments.clipboard) {
         if (const auto owned = ClipboardOwner::start(image); !owned)

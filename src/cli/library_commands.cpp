@@ -16,16 +16,16 @@ QJsonObject describe(Library &library, const LibraryItem &item)
 {
     const QString name = QFileInfo(item.path).fileName();
     QJsonArray collections;
-    for (const LibraryCollection &collection : library.meta().collections) {
+    for (const LibraryCollection &collection : library.catalog().meta().collections) {
         if (collection.items.contains(name))
             collections.append(collection.name);
     }
-    const QString source = library.meta().sources.value(name);
+    const QString source = library.catalog().meta().sources.value(name);
     return {
         {QStringLiteral("path"), item.path},
         {QStringLiteral("date"), item.date.toUTC().toString(Qt::ISODateWithMs)},
         {QStringLiteral("bytes"), item.bytes},
-        {QStringLiteral("favorite"), library.isFavorite(item.path)},
+        {QStringLiteral("favorite"), library.catalog().isFavorite(item.path)},
         {QStringLiteral("source"), source.isEmpty() ? QJsonValue() : QJsonValue(source)},
         {QStringLiteral("collections"), collections},
     };
@@ -111,13 +111,12 @@ void addRename(CLI::App *group, CommandContext &context)
         if (!path)
             return;
         const QString name = QString::fromStdString(arguments->name);
-        if (const auto renamed = context.library().rename(*path, name))
-            CommandContext::print(*renamed);
+        if (const auto renamed = context.library().rename(*path, name); !renamed)
+            context.fail(renamed.error());
+        else if (const auto stored = context.library().catalog().flush(); !stored)
+            context.fail(stored.error());
         else
-            context.fail(
-                {Error::Kind::Failed,
-                 QStringLiteral("%1 could not be renamed to \"%2\".").arg(QFileInfo(*path).fileName(), name),
-                 {}});
+            CommandContext::print(*renamed);
     });
 }
 
@@ -131,14 +130,10 @@ void addTrash(CLI::App *group, CommandContext &context)
             const auto path = existingPath(context, file);
             if (!path)
                 continue;
-            context.library().remove(*path);
-            if (QFileInfo::exists(*path))
-                context.fail(
-                    {Error::Kind::Failed,
-                     QStringLiteral("%1 could not be moved to the Trash.").arg(QFileInfo(*path).fileName()),
-                     {}});
-            else
+            if (const auto removed = context.library().remove(*path))
                 CommandContext::print(*path);
+            else
+                context.fail(removed.error());
         }
     });
 }

@@ -111,11 +111,12 @@ void deliver(CommandContext &context, const ScrollCall &call, const ScrollingCap
             return;
         path = *written;
     } else {
-        path = context.library().newCaptureURL();
-        if (const auto written = ImageFiles::write(picture, path); !written)
-            return context.fail(written.error());
+        const auto saved = context.library().saveInBackground(picture).result();
+        if (!saved)
+            return context.fail(saved.error());
+        path = *saved;
         if (!source.isEmpty())
-            context.library().setSource(path, source);
+            context.library().catalog().setSource(path, source);
     }
     if (!call.json)
         return CommandContext::print(path);

@@ -286,6 +286,18 @@ std::optional<QString> owner(const QString &projectDirectory)
     return stamp ? std::optional(stamp->name) : std::nullopt;
 }
 
+void setOwner(const QString &projectDirectory, const QString &name)
+{
+    const auto stamp = stampOf(projectDirectory);
+    if (!stamp)
+        return;
+    const auto written = AtomicFile::write(projectDirectory + QLatin1Char('/') + kDigest,
+                                           stamp->digest + "  " + name.toUtf8() + '\n',
+                                           AtomicFile::Keep::Reproducible);
+    if (!written)
+        Log::error(QStringLiteral("A project could not be told the name of its picture"), written.error());
+}
+
 void setAside(const QString &projectDirectory)
 {
     const QString aside = folderOf(projectDirectory) + QStringLiteral("/.aside");

@@ -48,6 +48,8 @@ void settle(const QString &path, const QString &projectDirectory);
 std::optional<bool> belongs(const QString &path, const QString &projectDirectory);
 // The file name of the picture that the project was saved with.
 std::optional<QString> owner(const QString &projectDirectory);
+// The picture has another name now.
+void setOwner(const QString &projectDirectory, const QString &name);
 // Moves a project that belongs to nothing that is there to ".aside", so that nothing is lost.
 void setAside(const QString &projectDirectory);
 // The file that who changes the directories of projects in `folder` locks.

@@ -1,9 +1,17 @@
 #include "library/library.h"
 
 #include "base/async.h"
+#include "base/atomic_file.h"
 #include "base/free_name.h"
 #include "base/log.h"
+#include "base/scratch_folder.h"
 #include "document/image_files.h"
+#include "document/project_save.h"
+#include "library/folder_watch.h"
+#include "library/intent.h"
+#include "library/library_names.h"
+#include "library/library_versions.h"
+#include "library/texts.h"
 #include "platform/trash.h"
 #include "settings/app_settings.h"
 
@@ -11,40 +19,77 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
-#include <QRegularExpression>
 #include <algorithm>
+#include <mutex>
+
+using LibraryNames::baseOf;
+using LibraryNames::nameOf;
 
 namespace {
 
 const QString kHidden = QStringLiteral(".lumenpost");
+const QString kCapture = QStringLiteral("Capture");
 
 QString lowerExtension(const QString &path)
 {
     return QFileInfo(path).suffix().toLower();
 }
 
-// The file's name less its last extension.
-QString baseName(const QString &path)
+QString hiddenIn(const QString &folder)
 {
-    return QFileInfo(path).completeBaseName();
+    return QDir(folder).filePath(kHidden);
 }
 
-// What no file system of a shared folder takes.
-QString cleanName(QString name)
+bool isOfLibrary(const QString &name)
 {
-    static const QRegularExpression forbidden(QStringLiteral("[/:\\\\\\n\\r\\t\"*?<>|\\x{0}]"));
-    return name.remove(forbidden).trimmed();
+    return LibraryNames::isProper(name) && (Library::isImage(name) || Library::isVideo(name));
 }
 
 } // namespace
 
+struct Library::Reservations {
+    QSet<QString> all()
+    {
+        const std::lock_guard guard(mutex);
+        return paths;
+    }
+    void add(const QString &path)
+    {
+        const std::lock_guard guard(mutex);
+        paths.insert(path);
+    }
+    void remove(const QString &path)
+    {
+        const std::lock_guard guard(mutex);
+        paths.remove(path);
+    }
+
+    std::mutex mutex;
+    QSet<QString> paths;
+};
+
 Library::Library(AppSettings &settings, Trash &trash, const Clock &clock, QObject *parent)
-    : QObject(parent), m_settings(settings), m_trash(trash), m_clock(clock)
+    : QObject(parent),
+      m_settings(settings),
+      m_trash(trash),
+      m_clock(clock),
+      m_catalog(hiddenIn(settings.saveFolder())),
+      m_reservations(std::make_shared<Reservations>())
 {
-    connect(&settings, &AppSettings::saveFolderChanged, this, [this] {
-        dropCaches();
-        Q_EMIT changed();
-    });
+    connect(&settings, &AppSettings::saveFolderChanged, this, &Library::followFolder);
+    connect(&m_catalog, &LibraryCatalog::changedOutside, this, &Library::changed);
+    recover();
+}
+
+Library::~Library() = default;
+
+void Library::followFolder()
+{
+    m_catalog.setDirectory(hiddenIn(folder()));
+    recover();
+    if (m_watch)
+        watch();
+    Q_EMIT changed();
 }
 
 const QSet<QString> &Library::imageExtensions()
@@ -90,7 +135,7 @@ QStringList Library::items() const
     QList<Entry> entries;
     const auto files = QDir(folder()).entryInfoList(QDir::Files, QDir::Name);
     for (const QFileInfo &info : files) {
-        if (!isImage(info.fileName()) && !isVideo(info.fileName()))
+        if (!isOfLibrary(info.fileName()))
             continue;
         const QDateTime modified = info.lastModified();
         entries.append({info.filePath(), modified.isValid() ? modified.toMSecsSinceEpoch()
@@ -112,76 +157,77 @@ LibraryItem Library::item(const QString &path) const
     return {path, info.lastModified(), info.size()};
 }
 
+// --- new files
+
 QString Library::newURL(const QString &prefix, const QString &extension)
 {
     ensureDirectory();
     const QString stamp = QLocale().toString(m_clock.now(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
-    return freePath(prefix + QLatin1Char(' ') + stamp, extension);
-}
-
-QString Library::newCaptureURL()
-{
-    return newURL(QStringLiteral("Capture"), rawValue(m_settings.imageFormat()));
-}
-
-std::optional<QString> Library::save(const QImage &image)
-{
-    const QString path = newCaptureURL();
-    if (const auto written = ImageFiles::write(image, path); !written) {
-        Log::error(QStringLiteral("A capture could not be saved"), written.error());
-        return std::nullopt;
-    }
-    Q_EMIT changed();
-    return path;
+    return freeFilePath(folder(), prefix + QLatin1Char(' ') + stamp, extension, m_reservations->all());
 }
 
 QFuture<Result<QString>> Library::saveInBackground(const QImage &image)
 {
-    const QString path = newCaptureURL();
-    m_beingWritten.insert(path);
+    ensureDirectory();
+    const QString stem =
+        kCapture + QLocale().toString(m_clock.now(), QStringLiteral(" yyyy-MM-dd 'at' HH.mm.ss"));
+    const QString extension = rawValue(m_settings.imageFormat());
+    const QSet<QString> others = m_reservations->all();
+    const QString path = freeFilePath(folder(), stem, extension, others);
+    m_reservations->add(path);
+
     auto promise = std::make_shared<QPromise<Result<QString>>>();
     promise->start();
-    const auto written = runInBackground([image, path] { return ImageFiles::write(image, path); });
-    whenDone(written, this, [this, path, promise](const Result<void> &result) {
-        m_beingWritten.remove(path);
-        if (result) {
-            promise->addResult(Result<QString>(path));
-            Q_EMIT changed();
-        } else {
-            Log::error(QStringLiteral("A capture could not be saved"), result.error());
-            promise->addResult(Result<QString>(std::unexpected(result.error())));
+    const auto written = runInBackground([=, folder = folder(), reservations = m_reservations] {
+        QString ending = extension;
+        QByteArray bytes = ImageFiles::encode(image, ImageFiles::type(path));
+        if (bytes.isEmpty() && ImageFiles::type(path) != ImageFiles::Type::Png) {
+            ending = QStringLiteral("png");
+            bytes = ImageFiles::encode(image, ImageFiles::Type::Png);
         }
+        Result<QString> saved =
+            bytes.isEmpty()
+                ? fail(LibraryTexts::tr("Couldn't write %1: the picture could not be encoded.").arg(nameOf(path)))
+                : AtomicFile::writeNew(folder, stem, ending, bytes, others);
+        reservations->remove(path);
+        promise->addResult(saved);
         promise->finish();
+        return saved;
+    });
+    whenDone(written, this, [this](const Result<QString> &saved) {
+        if (!saved) {
+            Log::error(QStringLiteral("A capture could not be saved"), saved.error());
+            return;
+        }
+        know({nameOf(*saved)});
+        Q_EMIT added({*saved});
+        Q_EMIT changed();
     });
     return promise->future();
-}
-
-QString Library::freePath(const QString &stem, const QString &extension) const
-{
-    return freeFilePath(folder(), stem, extension, m_beingWritten);
-}
-
-bool Library::contains(const QString &path) const
-{
-    return QDir::cleanPath(QFileInfo(path).absolutePath()) == QDir::cleanPath(folder());
 }
 
 Result<QString> Library::importFile(const QString &path)
 {
     const QFileInfo info(path);
     if (!info.isFile())
-        return fail(Error::Kind::NotFound, QStringLiteral("There is no file %1.").arg(path));
+        return fail(Error::Kind::NotFound, LibraryTexts::tr("There is no file %1.").arg(path));
     if (!isImage(path) && !isVideo(path))
         return fail(Error::Kind::Invalid,
-                    QStringLiteral("%1 is neither an image nor a film of the Library.").arg(info.fileName()));
+                    LibraryTexts::tr("%1 is neither an image nor a film of the Library.").arg(info.fileName()));
     if (contains(path))
         return info.absoluteFilePath();
     ensureDirectory();
-    const QString target = freePath(baseName(path), info.suffix());
-    QFile file(path);
-    if (!file.copy(target))
-        return fail(QStringLiteral("Couldn't copy %1 into the Library: %2.")
-                        .arg(info.fileName(), file.errorString()));
+    const QString clean = LibraryNames::cleaned(baseOf(path));
+    // A name that would be hidden here, or is too long, gives way; any other is kept as it is.
+    const bool isKept = LibraryNames::isProper(info.fileName()) && clean.size() >= baseOf(path).size() - 8;
+    auto target = AtomicFile::copyNew(path, folder(),
+                                      isKept ? baseOf(path) : (clean.isEmpty() ? kCapture : clean),
+                                      info.suffix(), m_reservations->all());
+    if (!target)
+        return fail(LibraryTexts::tr("Couldn't copy %1 into the Library: %2")
+                        .arg(info.fileName(), target.error().message),
+                    target.error().detail);
+    know({nameOf(*target)});
     return target;
 }
 
@@ -194,70 +240,229 @@ int Library::importFiles(const QStringList &paths)
             continue;
         if (const auto target = importFile(path))
             imports.append(*target);
+        else
+            Log::error(QStringLiteral("A file could not be imported"), target.error());
     }
     if (!imports.isEmpty()) {
+        Q_EMIT added(imports);
         Q_EMIT changed();
         Q_EMIT imported(imports);
     }
     return static_cast<int>(imports.size());
 }
 
-std::optional<QString> Library::rename(const QString &path, const QString &name)
+// --- renaming and removing
+
+Result<QString> Library::rename(const QString &path, const QString &name)
 {
-    const QString clean = cleanName(name);
+    const QString clean = LibraryNames::cleaned(name);
     if (clean.isEmpty())
-        return std::nullopt;
-    const QString target = freePath(clean, QFileInfo(path).suffix());
-    if (!QFile::rename(path, target))
-        return std::nullopt;
-    const QString oldName = QFileInfo(path).fileName();
-    const QString newName = QFileInfo(target).fileName();
-    // Usually there is neither; a failure costs nothing but the move.
-    QDir().rename(projectDirectory(path), projectDirectory(target));
-    QDir().rename(versionsDirectory(path), versionsDirectory(target));
-    if (auto &index = loadedIndex(); index.contains(oldName)) {
-        index.insert(newName, index.take(oldName));
-        saveIndex();
+        return fail(Error::Kind::Invalid, LibraryTexts::tr("“%1” is no name for a file.").arg(name));
+    if (!contains(path))
+        return fail(Error::Kind::Invalid, LibraryTexts::tr("%1 is not in the Library.").arg(nameOf(path)));
+    recover();
+    const auto lock = m_catalog.begin();
+    if (!lock)
+        return std::unexpected(lock.error());
+    const QString oldName = nameOf(path);
+    if (!isThere(oldName))
+        return fail(Error::Kind::NotFound, LibraryTexts::tr("There is no file %1.").arg(path));
+    QString target;
+    for (bool isMoved = false; !isMoved;) {
+        target = freeFilePath(folder(), clean, QFileInfo(path).suffix(), m_reservations->all());
+        const Intent intent{oldName, nameOf(target), inodeOf(path)};
+        if (auto written = Intent::write(hiddenIn(folder()), intent); !written)
+            return std::unexpected(written.error());
+        const auto moved = AtomicFile::moveWithoutReplacing(path, target);
+        if (!moved) {
+            Intent::clear(hiddenIn(folder()));
+            return std::unexpected(moved.error());
+        }
+        isMoved = *moved;
     }
-    if (loadedFavorites().contains(oldName)) {
-        setFavorite(path, false);
-        setFavorite(target, true);
-    }
-    updateMeta([&](LibraryMeta &meta) { meta.rename(oldName, newName); });
+    finishRename(lock, oldName, nameOf(target));
+    Intent::clear(hiddenIn(folder()));
+    know({oldName, nameOf(target)});
     Q_EMIT renamed(path, target);
     Q_EMIT changed();
     return target;
 }
 
-void Library::remove(const QString &path)
+void Library::finishRename(const Result<FileLock> &lock, const QString &oldName, const QString &newName)
 {
-    if (const auto trashed = m_trash.moveToTrash(path); !trashed)
-        Log::error(QStringLiteral("Couldn't move %1 to the Trash").arg(QFileInfo(path).fileName()),
-                   trashed.error());
-    QDir(projectDirectory(path)).removeRecursively();
-    QDir(versionsDirectory(path)).removeRecursively();
-    const QString name = QFileInfo(path).fileName();
-    loadedIndex().remove(name);
-    saveIndex();
-    if (loadedFavorites().contains(name))
-        setFavorite(path, false);
-    updateMeta([&name](LibraryMeta &meta) { meta.forget(name); });
-    Q_EMIT changed();
+    const QString projects = hiddenPath(QStringLiteral("projects"));
+    if (QFileInfo::exists(projects)) {
+        const auto projectsLock = FileLock::take(ProjectSave::lockFile(projects));
+        const QString from = projectDirectory(inFolder(oldName));
+        const auto owner = ProjectSave::owner(from);
+        const bool isOwn = owner ? *owner == oldName || !isThere(*owner) : !hasSiblingImage(oldName);
+        if (QFileInfo::exists(from) && isOwn) {
+            QString to = projects + QLatin1Char('/') + baseOf(newName);
+            if (QFileInfo::exists(to))
+                to = projects + QStringLiteral("/.") + newName;
+            if (QFileInfo::exists(to))
+                ProjectSave::setAside(to);
+            QDir().rename(from, to);
+            ProjectSave::setOwner(to, newName);
+        } else if (const QString to = projectDirectory(inFolder(newName)); ProjectSave::owner(to) == oldName) {
+            ProjectSave::setOwner(to, newName);
+        }
+    }
+    moveVersions(oldName, newName);
+    m_catalog.store(lock, CatalogPatch::renaming(m_catalog.data(), oldName, newName));
 }
+
+void Library::moveVersions(const QString &oldName, const QString &newName) const
+{
+    const QString from = versionsDirectory(inFolder(oldName));
+    const QString to = versionsDirectory(inFolder(newName));
+    if (!QFileInfo::exists(from))
+        return;
+    const VersionFolders folders = VersionFolders::of(from, oldName, folder());
+    if (!folders.hasOthers && !QFileInfo::exists(to)) {
+        QDir().rename(from, to);
+        return;
+    }
+    QDir().mkpath(to);
+    for (const LibraryVersion &version : folders.own) {
+        qint64 stamp = version.date.toMSecsSinceEpoch();
+        while (QFileInfo::exists(to + QLatin1Char('/') + QString::number(stamp)))
+            ++stamp;
+        QDir().rename(version.folder, to + QLatin1Char('/') + QString::number(stamp));
+    }
+    QDir().rmdir(from); // if nothing is left
+}
+
+Result<void> Library::remove(const QString &path)
+{
+    if (!contains(path))
+        return fail(Error::Kind::Invalid, LibraryTexts::tr("%1 is not in the Library.").arg(nameOf(path)));
+    recover();
+    const auto lock = m_catalog.begin();
+    if (!lock)
+        return std::unexpected(lock.error());
+    const QString name = nameOf(path);
+    if (auto written = Intent::write(hiddenIn(folder()), {name, {}, inodeOf(path)}); !written)
+        return written;
+    const auto trashed = m_trash.moveToTrash(path);
+    const bool isGone = !isThere(name);
+    if (isGone)
+        finishRemove(lock, name);
+    Intent::clear(hiddenIn(folder()));
+    if (!trashed && !isGone) {
+        Log::error(QStringLiteral("Couldn't move %1 to the Trash").arg(name), trashed.error());
+        return std::unexpected(trashed.error());
+    }
+    know({name});
+    Q_EMIT removed({path});
+    Q_EMIT changed();
+    // What was gone before has been forgotten, but did not go to the Trash.
+    return trashed ? Result<void>{} : Result<void>(std::unexpected(trashed.error()));
+}
+
+void Library::finishRemove(const Result<FileLock> &lock, const QString &name)
+{
+    const QString path = inFolder(name);
+    if (const QString projects = hiddenPath(QStringLiteral("projects")); QFileInfo::exists(projects)) {
+        const auto projectsLock = FileLock::take(ProjectSave::lockFile(projects));
+        const QString project = projectDirectory(path);
+        const auto owner = ProjectSave::owner(project);
+        if (owner ? *owner == name || !isThere(*owner) : !hasSiblingImage(name))
+            QDir(project).removeRecursively();
+    }
+    if (const QString versions = versionsDirectory(path); QFileInfo::exists(versions)) {
+        const VersionFolders folders = VersionFolders::of(versions, name, folder());
+        if (folders.hasOthers) {
+            for (const LibraryVersion &version : folders.own)
+                QDir(version.folder).removeRecursively();
+        } else {
+            QDir(versions).removeRecursively();
+        }
+    }
+    m_catalog.store(lock, CatalogPatch::forgetting(m_catalog.data(), name));
+}
+
+void Library::recover()
+{
+    const QString directory = hiddenIn(folder());
+    if (!Intent::exists(directory))
+        return;
+    const auto lock = m_catalog.begin();
+    const auto intent = lock ? Intent::read(directory) : std::nullopt;
+    if (!lock)
+        return;
+    if (intent && LibraryNames::isProper(intent->name)) {
+        if (LibraryNames::isProper(intent->newName) && intent->inode != 0 &&
+            inodeOf(inFolder(intent->newName)) == intent->inode) {
+            // It may have both names where a rename takes two steps.
+            if (inodeOf(inFolder(intent->name)) == intent->inode)
+                QFile::remove(inFolder(intent->name));
+            finishRename(lock, intent->name, intent->newName);
+            Log::info(QStringLiteral("Finished an interrupted rename to ") + intent->newName);
+        } else if (intent->newName.isEmpty() && !isThere(intent->name)) {
+            finishRemove(lock, intent->name);
+        }
+    }
+    Intent::clear(directory);
+}
+
+// --- what is where
 
 QString Library::hiddenPath(const QString &name) const
 {
-    return QDir(folder()).filePath(kHidden + QLatin1Char('/') + name);
+    return hiddenIn(folder()) + QLatin1Char('/') + name;
+}
+
+QString Library::inFolder(const QString &name) const
+{
+    return QDir(folder()).filePath(name);
+}
+
+bool Library::isThere(const QString &name) const
+{
+    const QFileInfo info(inFolder(name));
+    return info.exists() || info.isSymLink();
+}
+
+bool Library::hasSiblingImage(const QString &name) const
+{
+    const auto &extensions = imageExtensions();
+    return std::any_of(extensions.begin(), extensions.end(), [&](const QString &extension) {
+        const QString base = baseOf(name) + QLatin1Char('.');
+        const QStringList candidates{base + extension, base + extension.toUpper()};
+        return std::any_of(candidates.begin(), candidates.end(), [&](const QString &candidate) {
+            return candidate != name && isThere(candidate);
+        });
+    });
+}
+
+bool Library::contains(const QString &path) const
+{
+    const QFileInfo info(path);
+    return LibraryNames::isProper(info.fileName()) &&
+           QDir::cleanPath(info.absolutePath()) == QDir::cleanPath(QDir(folder()).absolutePath());
 }
 
 QString Library::projectDirectory(const QString &path) const
 {
-    return hiddenPath(QStringLiteral("projects/") + baseName(path));
+    const QString name = nameOf(path);
+    if (!LibraryNames::isProper(name))
+        return {};
+    const QString projects = hiddenPath(QStringLiteral("projects/"));
+    // No base name begins with a dot, so this is nobody else's.
+    const QString own = projects + QLatin1Char('.') + name;
+    if (QFileInfo::exists(own))
+        return own;
+    const QString shared = projects + baseOf(path);
+    const auto owner = ProjectSave::owner(shared);
+    return owner && *owner != name && isThere(*owner) ? own : shared;
 }
 
 QString Library::versionsDirectory(const QString &path) const
 {
-    return hiddenPath(QStringLiteral("versions/") + baseName(path));
+    if (!LibraryNames::isProper(nameOf(path)))
+        return {};
+    return hiddenPath(QStringLiteral("versions/")) + baseOf(path);
 }
 
 bool Library::isInICloud() const
@@ -271,7 +476,73 @@ QStringList Library::cloudPlaceholders() const
     const auto entries = QDir(folder()).entryList(QDir::Files | QDir::Hidden);
     for (const QString &entry : entries) {
         if (entry.startsWith(QLatin1Char('.')) && QFileInfo(entry).suffix() == QLatin1String("icloud"))
-            names.append(baseName(entry).mid(1));
+            names.append(baseOf(entry).mid(1));
     }
     return names;
+}
+
+// --- what others do
+
+void Library::watch()
+{
+    ensureDirectory();
+    m_watch = std::make_unique<FolderWatch>(folder(), isOfLibrary);
+    connect(m_watch.get(), &FolderWatch::changed, this, [this](const FolderWatch::News &news) {
+        const auto paths = [this](const QStringList &names) {
+            QStringList result;
+            for (const QString &name : names)
+                result.append(inFolder(name));
+            return result;
+        };
+        for (const auto &[from, to] : news.renamed)
+            Q_EMIT renamed(inFolder(from), inFolder(to));
+        if (!news.removed.isEmpty())
+            Q_EMIT removed(paths(news.removed));
+        if (!news.added.isEmpty())
+            Q_EMIT added(paths(news.added));
+        if (!news.modified.isEmpty())
+            Q_EMIT modified(paths(news.modified));
+        m_catalog.followDisk();
+        Q_EMIT changed();
+        watchCatalog();
+    });
+    m_catalogWatch = std::make_unique<QFileSystemWatcher>();
+    const auto follow = [this] {
+        m_catalog.followDisk();
+        watchCatalog();
+    };
+    connect(m_catalogWatch.get(), &QFileSystemWatcher::directoryChanged, this, follow);
+    connect(m_catalogWatch.get(), &QFileSystemWatcher::fileChanged, this, follow);
+    watchCatalog();
+    runInBackground([folder = folder()] {
+        const QString hidden = hiddenIn(folder);
+        for (const QString &place : {folder, hidden, hidden + QStringLiteral("/projects"),
+                                     hidden + QStringLiteral("/versions")})
+            ScratchFolder::clearLeftovers(place);
+    });
+}
+
+void Library::watchCatalog()
+{
+    QStringList paths = m_catalog.jsonPaths() << hiddenIn(folder());
+    // A file that was replaced is another one to the system.
+    const QStringList present = m_catalogWatch->files() + m_catalogWatch->directories();
+    paths.removeIf([&](const QString &path) { return present.contains(path) || !QFileInfo::exists(path); });
+    if (!paths.isEmpty())
+        m_catalogWatch->addPaths(paths);
+}
+
+void Library::know(const QStringList &names)
+{
+    if (m_watch)
+        m_watch->know(names);
+}
+
+void Library::postChanged(const QString &path)
+{
+    if (!path.isEmpty()) {
+        know({nameOf(path)});
+        Q_EMIT modified({path});
+    }
+    Q_EMIT changed();
 }

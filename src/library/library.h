@@ -2,20 +2,20 @@
 
 #include "base/clock.h"
 #include "base/result.h"
-#include "library/library_meta.h"
+#include "library/library_catalog.h"
 
 #include <QDateTime>
+#include <QFileSystemWatcher>
 #include <QFuture>
-#include <QHash>
 #include <QImage>
 #include <QObject>
 #include <QSet>
 #include <QString>
 #include <QStringList>
-#include <functional>
-#include <optional>
+#include <memory>
 
 class AppSettings;
+class FolderWatch;
 class Trash;
 
 // A file of the Library, as lists show it.
@@ -29,44 +29,50 @@ struct LibraryItem {
 
 // The store in which every capture ends: one flat folder of ordinary files, and the hidden directory
 // ".lumenpost" in it for what the files can't carry. The folder is that of the settings, read afresh by every
-// operation; a change of it drops what is cached of the old one, so that nothing of one folder is written
-// into another. Metadata is keyed by file name. Operations try and carry on; they tell failure by what they
-// return. Main thread only. Paths are absolute.
+// operation. Names are claimed so that no other process or program loses a file to them. What is known of the
+// files is in `catalog()`. Main thread only. Paths are absolute.
 class Library : public QObject {
     Q_OBJECT
 public:
+    // Finishes or undoes what a killed process left half done in the folder.
     Library(AppSettings &settings, Trash &trash, const Clock &clock, QObject *parent = nullptr);
+    ~Library() override;
 
     static const QSet<QString> &imageExtensions();
     static const QSet<QString> &videoExtensions();
     static bool isImage(const QString &path);
     static bool isVideo(const QString &path);
 
-    // Store
+    LibraryCatalog &catalog() { return m_catalog; }
+    const LibraryCatalog &catalog() const { return m_catalog; }
+
     QString folder() const;
     void ensureDirectory();
     // Newest first.
     QStringList items() const;
     LibraryItem item(const QString &path) const;
-    // A free name in the folder, with the present time in it; nothing is written.
+    // A free name in the folder, with the present time in it; nothing is written. For what can't wait for its
+    // name until it is written.
     QString newURL(const QString &prefix, const QString &extension);
-    // The same for a capture, in the configured format.
-    QString newCaptureURL();
-    // Writes a capture in the configured format.
-    std::optional<QString> save(const QImage &image);
-    // The same with encoding and writing on a worker thread. The name is taken at once: another capture of
-    // the same second gets the next one.
+    // Writes a capture in the configured format, or as PNG where that format can't hold it. Encoding and
+    // writing run on a worker, which ends the future: it can be waited for without an event loop. The capture
+    // has the name of its moment; one that another process takes meanwhile is passed over.
     QFuture<Result<QString>> saveInBackground(const QImage &image);
     // The number of files copied in.
     int importFiles(const QStringList &paths);
-    // The same for one file: its new path, or its own when it lies in the Library already.
+    // The same for one file: its new path, or its own when it lies in the Library already. It keeps its dates.
     Result<QString> importFile(const QString &path);
-    std::optional<QString> rename(const QString &path, const QString &name);
-    void remove(const QString &path);
+    // The new path. The name is cleaned, and numbered when it is taken; the extension stays.
+    Result<QString> rename(const QString &path, const QString &name);
+    // Moves a file to the Trash and forgets it. One that can't go there stays, with all that belongs to it.
+    Result<void> remove(const QString &path);
+    // Whether a path is that of a file that can be of the Library. It need not be there.
     bool contains(const QString &path) const;
 
-    // ".lumenpost/projects/<base>" and ".lumenpost/versions/<base>" of a file.
+    // Where the project of a file lies: ".lumenpost/projects/<base>", or, if a file of the same base name
+    // uses that, a folder of its own. Empty for what isn't of the Library.
     QString projectDirectory(const QString &path) const;
+    // ".lumenpost/versions/<base>", which files of one base name share.
     QString versionsDirectory(const QString &path) const;
 
     bool isInICloud() const;
@@ -74,49 +80,44 @@ public:
     // here.
     QStringList cloudPlaceholders() const;
 
-    // Metadata
-    const LibraryMeta &meta() const;
-    void updateMeta(const std::function<void(LibraryMeta &)> &change);
-    bool isFavorite(const QString &path) const;
-    void setFavorite(const QString &path, bool on);
-    std::optional<QString> text(const QString &path) const;
-    QHash<QString, QString> textIndex() const;
-    void setIndexedText(const QString &path, const QString &text);
-    void setSource(const QString &path, const QString &application);
-    QUuid createCollection(const QString &name);
-    void renameCollection(const QUuid &id, const QString &name);
-    void deleteCollection(const QUuid &id);
-    void add(const QStringList &paths, const QUuid &collection);
-    void removeFrom(const QStringList &paths, const QUuid &collection);
-    bool isInAnyCollection(const QString &path) const;
-
-    void postChanged() { Q_EMIT changed(); }
+    // From now on what other programs do in the folder is told, and leftovers of killed ones are cleared.
+    void watch();
+    // This program has written the file by other ways.
+    void postChanged(const QString &path = {});
 
 Q_SIGNALS:
+    // Something changed, in files or catalog. The signals below say what, and come before it.
     void changed();
+    void added(const QStringList &paths);
+    void removed(const QStringList &paths);
+    void modified(const QStringList &paths);
     void renamed(const QString &oldPath, const QString &newPath);
     void indexing(int done, int total);
     // Files came in whose text nobody has read yet.
     void imported(const QStringList &paths);
 
 private:
-    QString hiddenPath(const QString &name) const;
-    QHash<QString, QString> &loadedIndex() const;
-    QSet<QString> &loadedFavorites() const;
-    LibraryMeta &loadedMeta() const;
-    void saveHidden(const QString &name, const QJsonDocument &document) const;
-    void saveIndex() const;
-    void saveFavorites() const;
-    void dropCaches();
+    struct Reservations;
 
-    QString freePath(const QString &stem, const QString &extension) const;
+    QString hiddenPath(const QString &name) const;
+    QString inFolder(const QString &name) const;
+    bool isThere(const QString &name) const;
+    bool hasSiblingImage(const QString &name) const;
+    void know(const QStringList &names);
+    void followFolder();
+    void watchCatalog();
+
+    // Renaming and removing in steps: what is done to the files, then what follows for the rest.
+    void recover();
+    void finishRename(const Result<FileLock> &lock, const QString &oldName, const QString &newName);
+    void finishRemove(const Result<FileLock> &lock, const QString &name);
+    void moveVersions(const QString &oldName, const QString &newName) const;
 
     AppSettings &m_settings;
     Trash &m_trash;
     const Clock &m_clock;
-    QSet<QString> m_beingWritten; // names that a worker fills
-    // Read at first need; the empty value stands for a file that is missing or can't be read.
-    mutable std::optional<QHash<QString, QString>> m_textIndex;
-    mutable std::optional<QSet<QString>> m_favoriteNames;
-    mutable std::optional<LibraryMeta> m_metaCache;
+    LibraryCatalog m_catalog;
+    std::shared_ptr<Reservations> m_reservations; // names that workers fill
+    std::unique_ptr<FolderWatch> m_watch;
+    std::unique_ptr<QFileSystemWatcher> m_catalogWatch;
 };

@@ -60,7 +60,7 @@ bool matches(const Library &library, const LibraryItem &item, LibraryFilter filt
     case LibraryFilter::Videos:
         return Library::isVideo(item.path);
     case LibraryFilter::Favorites:
-        return library.isFavorite(item.path);
+        return library.catalog().isFavorite(item.path);
     case LibraryFilter::Today:
         return item.date.isValid() && item.date.date() == now.date();
     case LibraryFilter::Week:

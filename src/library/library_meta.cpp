@@ -30,7 +30,16 @@ std::optional<Texts> toTexts(const std::optional<QJsonObject> &object)
     return texts;
 }
 
-std::optional<LibraryCollection> toCollection(const QJsonValue &value)
+} // namespace
+
+QJsonObject LibraryCollection::toJson() const
+{
+    return {{QStringLiteral("id"), id.toString(QUuid::WithoutBraces).toUpper()},
+            {QStringLiteral("name"), name},
+            {QStringLiteral("items"), QJsonArray::fromStringList(items)}};
+}
+
+std::optional<LibraryCollection> LibraryCollection::fromJson(const QJsonValue &value)
 {
     const QJsonObject object = value.toObject();
     const auto id = Json::string(object, "id");
@@ -49,30 +58,6 @@ std::optional<LibraryCollection> toCollection(const QJsonValue &value)
     return collection;
 }
 
-void moveKey(Texts &texts, const QString &oldName, const QString &newName)
-{
-    if (texts.contains(oldName))
-        texts.insert(newName, texts.take(oldName));
-}
-
-} // namespace
-
-void LibraryMeta::forget(const QString &name)
-{
-    for (LibraryCollection &entry : collections)
-        entry.items.removeAll(name);
-    sources.remove(name);
-    descriptions.remove(name);
-}
-
-void LibraryMeta::rename(const QString &oldName, const QString &newName)
-{
-    for (LibraryCollection &entry : collections)
-        std::replace(entry.items.begin(), entry.items.end(), oldName, newName);
-    moveKey(sources, oldName, newName);
-    moveKey(descriptions, oldName, newName);
-}
-
 LibraryCollection *LibraryMeta::collection(const QUuid &id)
 {
     const auto found = std::find_if(collections.begin(), collections.end(),
@@ -83,11 +68,8 @@ LibraryCollection *LibraryMeta::collection(const QUuid &id)
 QJsonObject LibraryMeta::toJson() const
 {
     QJsonArray list;
-    for (const LibraryCollection &entry : collections) {
-        list.append(QJsonObject{{QStringLiteral("id"), entry.id.toString(QUuid::WithoutBraces).toUpper()},
-                                {QStringLiteral("name"), entry.name},
-                                {QStringLiteral("items"), QJsonArray::fromStringList(entry.items)}});
-    }
+    for (const LibraryCollection &entry : collections)
+        list.append(entry.toJson());
     return {{QStringLiteral("collections"), list},
             {QStringLiteral("sources"), toObject(sources)},
             {QStringLiteral("descriptions"), toObject(descriptions)}};
@@ -102,7 +84,7 @@ std::optional<LibraryMeta> LibraryMeta::fromJson(const QJsonObject &object)
         return std::nullopt;
     LibraryMeta meta{{}, *sources, *descriptions};
     for (const QJsonValue &value : *list) {
-        const auto collection = toCollection(value);
+        const auto collection = LibraryCollection::fromJson(value);
         if (!collection)
             return std::nullopt;
         meta.collections.append(*collection);

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QJsonObject>
+#include <QJsonValue>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,9 @@ struct LibraryCollection {
     QStringList items; // file names, in order of adding, without duplicates
 
     bool operator==(const LibraryCollection &) const = default;
+
+    QJsonObject toJson() const;
+    static std::optional<LibraryCollection> fromJson(const QJsonValue &value);
 };
 
 // What is known of the files beyond themselves, by file name. Names may outlive their files.
@@ -24,8 +28,6 @@ struct LibraryMeta {
 
     bool operator==(const LibraryMeta &) const = default;
 
-    void forget(const QString &name);
-    void rename(const QString &oldName, const QString &newName);
     LibraryCollection *collection(const QUuid &id); // the first with that id, or none
 
     QJsonObject toJson() const;

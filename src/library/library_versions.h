@@ -20,6 +20,15 @@ struct LibraryVersion {
     bool operator<(const LibraryVersion &other) const { return date < other.date; }
 };
 
+// What lies in a directory of versions, seen from one of the files that share it: those of another file that
+// is there, by the name of the copy in them, are not touched.
+struct VersionFolders {
+    QList<LibraryVersion> own; // newest first
+    bool hasOthers = false;
+
+    static VersionFolders of(const QString &directory, const QString &name, const QString &libraryFolder);
+};
+
 // What overwriting one file of the Library would lose: the project that keeps its objects editable, and a
 // short history. Holds paths alone, so it can do its work on any thread; make it on the main thread, after
 // the last rename of the file.
@@ -28,7 +37,7 @@ public:
     FileHistory(const Library &library, const QString &path);
 
     // How many earlier states are kept.
-    static constexpr int limit = 10;
+    static constexpr int kLimit = 10;
 
     // Keeps the present file, and its project if there is one, as a version of time `now`, and drops what
     // exceeds the limit. A missing file has nothing to keep. Failures go to the log.
@@ -46,6 +55,9 @@ public:
     bool restore(const LibraryVersion &version, const QDateTime &now) const;
 
 private:
+    Result<void> keep(const QDateTime &now) const;
+    Result<void> restoreFrom(const QString &version, const QDateTime &now) const;
+
     QString m_path;
     QString m_projectDirectory;
     QString m_versionsDirectory;

@@ -120,7 +120,7 @@ TEST_F(CaptureFlowTest, DeliversTheDisplayUnderThePointerIntoTheLibrary)
     const QImage saved(library.items().first());
     EXPECT_EQ(saved.size(), QSize(400, 300));
     EXPECT_EQ(saved.pixelColor(50, 10), QColor(Qt::yellow));
-    EXPECT_EQ(library.meta().sources.value("Capture 2026-03-14 at 09.41.07.png"), "Terminal");
+    EXPECT_EQ(library.catalog().meta().sources.value("Capture 2026-03-14 at 09.41.07.png"), "Terminal");
 }
 
 TEST_F(CaptureFlowTest, RefusesASecondCaptureWithALineInTheLogAlone)
@@ -169,7 +169,7 @@ TEST_F(CaptureFlowTest, ShootsAPickedWindowAfreshAndCreditsItsOwner)
     ASSERT_TRUE(waitForFiles(1));
     ASSERT_TRUE(waitUntilIdle());
     EXPECT_EQ(QImage(library.items().first()).pixelColor(5, 5), QColor(Qt::darkRed));
-    EXPECT_EQ(library.meta().sources.values(), QStringList{"Terminal"});
+    EXPECT_EQ(library.catalog().meta().sources.values(), QStringList{"Terminal"});
 }
 
 TEST_F(CaptureFlowTest, TellsOfAWindowThatVanishedAndGoesIdle)
@@ -188,7 +188,7 @@ TEST_F(CaptureFlowTest, CreditsTheLastOtherApplicationForACaptureFromItsOwnWindo
     goTo(Workspace::Application{QCoreApplication::applicationPid(), "Lumenpost"});
     flow.captureFullScreen(0);
     ASSERT_TRUE(waitForNotice());
-    EXPECT_EQ(library.meta().sources.values(), QStringList{"Browser"});
+    EXPECT_EQ(library.catalog().meta().sources.values(), QStringList{"Browser"});
 }
 
 TEST_F(CaptureFlowTest, FollowsTheOptionsThatTheCaptureStartedWith)

@@ -1,0 +1,363 @@
+#include "library/catalog_files.h"
+
+#include "base/atomic_file.h"
+#include "base/file_errors.h"
+#include "base/file_handle.h"
+#include "base/log.h"
+#include "base/scratch_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+const QString kTexts = QStringLiteral("text-index.json");
+const QString kFavorites = QStringLiteral("favorites.json");
+const QString kMeta = QStringLiteral("library.json");
+const std::array<QString, 3> kJson{kTexts, kFavorites, kMeta};
+const QString kJournal = QStringLiteral("changes.jsonl");
+const QString kFolding = QStringLiteral("folding.jsonl");
+// A fold of 100,000 captures takes a second.
+constexpr std::chrono::milliseconds kFoldPatience{30'000};
+
+using Mark = CatalogFiles::Mark;
+
+Mark markOf(const struct stat &state)
+{
+    return {state.st_ino, state.st_size, state.st_mtim.tv_sec * 1'000'000'000LL + state.st_mtim.tv_nsec};
+}
+
+Mark markAt(const QString &path)
+{
+    struct stat state;
+    return stat(QFile::encodeName(path).constData(), &state) == 0 ? markOf(state) : Mark{};
+}
+
+// The journal's whole lines from an offset; what a crash cut off is left out.
+QList<QByteArray> linesOf(const QString &path, qint64 from)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(from))
+        return {};
+    const QByteArray bytes = file.readAll();
+    return bytes.left(bytes.lastIndexOf('\n') + 1).split('\n');
+}
+
+// Applies the patches of a journal. A line that can't be understood is passed over.
+CatalogPatch applyLines(const QList<QByteArray> &lines, CatalogData &data)
+{
+    CatalogPatch touched;
+    for (const QByteArray &line : lines) {
+        const auto document = QJsonDocument::fromJson(line);
+        if (!document.isObject())
+            continue;
+        const auto patch = CatalogPatch::fromJson(document.object());
+        if (!patch)
+            continue;
+        patch->apply(data);
+        touched.texts.insert(patch->texts);
+        touched.sources.insert(patch->sources);
+        touched.descriptions.insert(patch->descriptions);
+        touched.favorites.insert(patch->favorites);
+        touched.collections.append(patch->collections);
+    }
+    return touched;
+}
+
+std::optional<QHash<QString, QString>> toIndex(const QJsonDocument &document)
+{
+    if (!document.isObject())
+        return std::nullopt;
+    QHash<QString, QString> index;
+    const QJsonObject object = document.object();
+    index.reserve(object.size());
+    for (auto entry = object.begin(); entry != object.end(); ++entry) {
+        if (!entry.value().isString())
+            return std::nullopt;
+        index.insert(entry.key(), entry.value().toString());
+    }
+    return index;
+}
+
+std::optional<QSet<QString>> toNames(const QJsonDocument &document)
+{
+    if (!document.isArray())
+        return std::nullopt;
+    QSet<QString> names;
+    const QJsonArray array = document.array();
+    for (const QJsonValue &value : array) {
+        if (!value.isString())
+            return std::nullopt;
+        names.insert(value.toString());
+    }
+    return names;
+}
+
+// A file that is missing or can't be understood counts as empty, and is told in `broken`.
+template <typename Value, typename Parse>
+Value parsed(const QByteArray &bytes, const QString &name, Parse parse, QStringList *broken)
+{
+    if (bytes.isNull())
+        return {};
+    auto value = parse(QJsonDocument::fromJson(bytes));
+    if (!value && broken)
+        broken->append(name);
+    return std::move(value).value_or(Value{});
+}
+
+CatalogData toData(const std::array<QByteArray, 3> &bytes, QStringList *broken = nullptr)
+{
+    return {parsed<QHash<QString, QString>>(bytes[0], kTexts, toIndex, broken),
+            parsed<QSet<QString>>(bytes[1], kFavorites, toNames, broken),
+            parsed<LibraryMeta>(
+                bytes[2], kMeta,
+                [](const QJsonDocument &document) { return LibraryMeta::fromJson(document.object()); }, broken)};
+}
+
+QByteArray jsonOf(const CatalogData &data, const QString &name)
+{
+    if (name == kTexts) {
+        QJsonObject object;
+        for (auto entry = data.texts.begin(); entry != data.texts.end(); ++entry)
+            object.insert(entry.key(), entry.value());
+        return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    }
+    if (name == kFavorites) {
+        QJsonArray array;
+        for (const QString &favorite : data.favorites)
+            array.append(favorite);
+        return QJsonDocument(array).toJson(QJsonDocument::Compact);
+    }
+    return QJsonDocument(data.meta.toJson()).toJson(QJsonDocument::Compact);
+}
+
+bool touches(const CatalogPatch &patch, const QString &name)
+{
+    return name == kTexts ? !patch.texts.isEmpty()
+                          : (name == kFavorites ? !patch.favorites.isEmpty() : patch.touchesMeta());
+}
+
+Result<QByteArray> bytesOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.exists())
+        return QByteArray();
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(file.errorString(), path);
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return fail(file.errorString(), path);
+    return bytes.isNull() ? QByteArray("") : bytes;
+}
+
+} // namespace
+
+CatalogFiles::CatalogFiles(QString directory) : m_directory(std::move(directory)) {}
+
+Result<FileLock> CatalogFiles::lock() const
+{
+    if (!QDir().mkpath(m_directory))
+        return FileErrors::cannotWrite(m_directory, errno);
+    return FileLock::take(path(QStringLiteral(".lock")));
+}
+
+CatalogFiles::Marks CatalogFiles::marks() const
+{
+    return {{markAt(path(kTexts)), markAt(path(kFavorites)), markAt(path(kMeta))},
+            markAt(path(kFolding)),
+            markAt(path(kJournal))};
+}
+
+CatalogFiles::Snapshot CatalogFiles::load() const
+{
+    if (!QFileInfo::exists(m_directory))
+        return {};
+    // Who can't lock can't write either; then there is nobody to wait for.
+    const auto held = FileLock::take(path(QStringLiteral(".lock")));
+    return loadLocked();
+}
+
+CatalogFiles::Snapshot CatalogFiles::loadLocked() const
+{
+    Snapshot snapshot{{}, marks()};
+    std::array<QByteArray, 3> bytes;
+    for (size_t i = 0; i < kJson.size(); ++i)
+        bytes[i] = bytesOf(path(kJson[i])).value_or(QByteArray());
+    snapshot.data = toData(bytes);
+    applyLines(linesOf(path(kFolding), 0), snapshot.data);
+    applyLines(linesOf(path(kJournal), 0), snapshot.data);
+    return snapshot;
+}
+
+bool CatalogFiles::refresh(Snapshot &snapshot) const
+{
+    const Marks now = marks();
+    Marks &known = snapshot.marks;
+    if (now == known)
+        return false;
+    if (const std::lock_guard guard(m_mutex);
+        m_lastFold && m_lastFold->before == known.json && m_lastFold->after == now.json &&
+        (known.folding == m_lastFold->folded || (known.journal.inode == m_lastFold->folded.inode &&
+                                                 known.journal.size == m_lastFold->folded.size))) {
+        // Our own fold, of lines that are known.
+        if (known.folding != m_lastFold->folded)
+            known.journal = {};
+        known.json = now.json;
+        known.folding = {};
+    }
+    const bool isGrown = now.json == known.json && now.folding == known.folding &&
+                         (known.journal.inode == 0 || now.journal.inode == known.journal.inode) &&
+                         now.journal.size >= known.journal.size;
+    const bool isRotated = now.json == known.json && known.folding == Mark{} && known.journal.inode != 0 &&
+                           now.folding.inode == known.journal.inode &&
+                           now.folding.size >= known.journal.size;
+    if (!isGrown && !isRotated) {
+        snapshot = loadLocked();
+        return true;
+    }
+    CatalogPatch news;
+    if (isRotated) {
+        news = applyLines(linesOf(path(kFolding), known.journal.size), snapshot.data);
+        known.journal = {};
+    }
+    const CatalogPatch later = applyLines(linesOf(path(kJournal), known.journal.size), snapshot.data);
+    known = now;
+    return !news.isEmpty() || !later.isEmpty();
+}
+
+Result<void> CatalogFiles::append(Snapshot &snapshot, const CatalogPatch &patch) const
+{
+    const QString journal = path(kJournal);
+    const FileHandle file(::open(QFile::encodeName(journal).constData(),
+                                 O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0666));
+    struct stat state;
+    if (!file.isOpen() || fstat(file.number(), &state) != 0)
+        return FileErrors::cannotWrite(journal, errno);
+    QByteArray line = QJsonDocument(patch.toJson()).toJson(QJsonDocument::Compact) + '\n';
+    // A line that a crash cut off ends here.
+    char last = '\n';
+    if (state.st_size > 0 && pread(file.number(), &last, 1, state.st_size - 1) == 1 && last != '\n')
+        line.prepend('\n');
+    const ssize_t written = ::write(file.number(), line.constData(), std::size_t(line.size()));
+    if (written != line.size()) {
+        const int number = written < 0 ? errno : ENOSPC;
+        std::ignore = ftruncate(file.number(), state.st_size);
+        return FileErrors::cannotWrite(journal, number);
+    }
+    fstat(file.number(), &state);
+    snapshot.marks.journal = markOf(state);
+    patch.apply(snapshot.data);
+    return {};
+}
+
+Result<void> CatalogFiles::fold()
+{
+    if (!hasJournal())
+        return {};
+    const auto folding = FileLock::take(path(QStringLiteral(".folding.lock")), kFoldPatience);
+    if (!folding)
+        return std::unexpected(folding.error());
+    // As long as others replace one of the files meanwhile.
+    bool isOutdated = true;
+    while (isOutdated) {
+        if (auto folded = foldOnce(isOutdated); !folded)
+            return folded;
+    }
+    return {};
+}
+
+Result<void> CatalogFiles::foldOnce(bool &isOutdated)
+{
+    isOutdated = false;
+    bool isLeftover = false;
+    ScratchFolder::clearLeftovers(m_directory);
+    {
+        const auto held = lock();
+        if (!held)
+            return std::unexpected(held.error());
+        isLeftover = QFileInfo::exists(path(kFolding));
+        if (!isLeftover) {
+            if (!QFileInfo::exists(path(kJournal)))
+                return {};
+            if (std::rename(QFile::encodeName(path(kJournal)).constData(),
+                            QFile::encodeName(path(kFolding)).constData()) != 0)
+                return FileErrors::cannotWrite(path(kFolding), errno);
+        }
+    }
+    const JsonMarks before = marks().json;
+    std::array<QByteArray, 3> bytes;
+    for (size_t i = 0; i < kJson.size(); ++i) {
+        auto read = bytesOf(path(kJson[i]));
+        if (!read)
+            return std::unexpected(read.error());
+        bytes[i] = *read;
+    }
+    QStringList broken;
+    CatalogData data = toData(bytes, &broken);
+    const CatalogPatch touched = applyLines(linesOf(path(kFolding), 0), data);
+
+    const auto scratch = ScratchFolder::make(m_directory);
+    if (!scratch)
+        return std::unexpected(scratch.error());
+    QStringList names;
+    for (const QString &name : kJson) {
+        if (!touches(touched, name))
+            continue;
+        names.append(name);
+        // A copy first, for its mode.
+        if (QFileInfo::exists(path(name))) {
+            if (auto copied = AtomicFile::copy(path(name), scratch->filePath(name)); !copied)
+                return copied;
+        }
+        if (auto written = AtomicFile::write(scratch->filePath(name), jsonOf(data, name)); !written)
+            return written;
+    }
+    const auto held = lock();
+    if (!held)
+        return std::unexpected(held.error());
+    if (marks().json != before) {
+        isOutdated = true;
+        return {};
+    }
+    for (const QString &name : names) {
+        if (broken.contains(name))
+            std::ignore = AtomicFile::moveNew(path(name), m_directory, name, QStringLiteral("broken"));
+        if (std::rename(QFile::encodeName(scratch->filePath(name)).constData(),
+                        QFile::encodeName(path(name)).constData()) != 0)
+            return FileErrors::cannotWrite(path(name), errno);
+    }
+    const Mark folded = markAt(path(kFolding));
+    QFile::remove(path(kFolding));
+    isOutdated = isLeftover; // the present journal is still to be folded
+    const std::lock_guard guard(m_mutex);
+    m_lastFold = Fold{before, marks().json, folded};
+    return {};
+}
+
+bool CatalogFiles::hasJournal() const
+{
+    return QFileInfo::exists(path(kJournal)) || QFileInfo::exists(path(kFolding));
+}
+
+qint64 CatalogFiles::jsonBytes() const
+{
+    qint64 sum = 0;
+    for (const QString &name : kJson)
+        sum += QFileInfo(path(name)).size();
+    return sum;
+}
+
+QStringList CatalogFiles::jsonPaths() const
+{
+    QStringList paths;
+    for (const QString &name : kJson)
+        paths.append(path(name));
+    return paths;
+}

@@ -1,0 +1,317 @@
+#include "library/library_catalog.h"
+
+#include "base/log.h"
+#include "library/library_names.h"
+
+#include <algorithm>
+
+using LibraryNames::nameOf;
+
+namespace {
+
+// How long the journal waits for more: a fold reads and writes all of the JSON files, which takes about 60 ms
+// a megabyte, and shall take no more than a small part of the time.
+constexpr int kShortestWait = 200;
+constexpr int kLongestWait = 10'000;
+constexpr qint64 kBytesPerMillisecond = 1000;
+
+} // namespace
+
+LibraryCatalog::LibraryCatalog(const QString &directory, QObject *parent)
+    : QObject(parent), m_files(std::make_shared<CatalogFiles>(directory))
+{
+    m_foldTimer.setSingleShot(true);
+    connect(&m_foldTimer, &QTimer::timeout, this, &LibraryCatalog::fold);
+}
+
+LibraryCatalog::~LibraryCatalog()
+{
+    if (const auto flushed = flush(); !flushed)
+        Log::error(QStringLiteral("Library metadata could not be saved"), flushed.error());
+}
+
+void LibraryCatalog::setDirectory(const QString &directory)
+{
+    if (directory == m_files->directory())
+        return;
+    if (const auto flushed = flush(); !flushed)
+        Log::error(QStringLiteral("Library metadata could not be saved"), flushed.error());
+    m_files = std::make_shared<CatalogFiles>(directory);
+    m_snapshot.reset();
+    m_unwritten.clear();
+    m_lastError.reset();
+    m_fold = {};
+}
+
+CatalogFiles::Snapshot &LibraryCatalog::snapshot() const
+{
+    if (!m_snapshot)
+        m_snapshot = m_files->load();
+    return *m_snapshot;
+}
+
+bool LibraryCatalog::isFavorite(const QString &name) const
+{
+    return data().favorites.contains(nameOf(name));
+}
+
+std::optional<QString> LibraryCatalog::text(const QString &path) const
+{
+    const QString name = nameOf(path);
+    const auto &texts = data().texts;
+    const auto &descriptions = meta().descriptions;
+    const auto text = texts.find(name);
+    const auto description = descriptions.find(name);
+    if (description == descriptions.end())
+        return text == texts.end() ? std::nullopt : std::optional(*text);
+    return text == texts.end() ? *description : *text + QLatin1Char('\n') + *description;
+}
+
+bool LibraryCatalog::isInAnyCollection(const QString &path) const
+{
+    const QString name = nameOf(path);
+    const auto &collections = meta().collections;
+    return std::any_of(collections.begin(), collections.end(),
+                       [&](const LibraryCollection &entry) { return entry.items.contains(name); });
+}
+
+void LibraryCatalog::setFavorite(const QString &name, bool on)
+{
+    change([&](const CatalogData &) {
+        CatalogPatch patch;
+        patch.favorites.insert(nameOf(name), on);
+        return patch;
+    });
+}
+
+void LibraryCatalog::setIndexedText(const QString &name, const QString &text)
+{
+    change([&](const CatalogData &) {
+        CatalogPatch patch;
+        patch.texts.insert(nameOf(name), text);
+        return patch;
+    });
+}
+
+void LibraryCatalog::setSource(const QString &name, const QString &application)
+{
+    change([&](const CatalogData &) {
+        CatalogPatch patch;
+        patch.sources.insert(nameOf(name), application);
+        return patch;
+    });
+}
+
+void LibraryCatalog::setDescription(const QString &name, const QString &description)
+{
+    change([&](const CatalogData &) {
+        CatalogPatch patch;
+        patch.descriptions.insert(nameOf(name), description);
+        return patch;
+    });
+}
+
+QUuid LibraryCatalog::createCollection(const QString &name)
+{
+    const LibraryCollection collection{QUuid::createUuid(), name, {}};
+    change([&](const CatalogData &) {
+        CatalogPatch patch;
+        patch.collections.append({collection.id, collection});
+        return patch;
+    });
+    return collection.id;
+}
+
+void LibraryCatalog::deleteCollection(const QUuid &id)
+{
+    change([&](const CatalogData &) {
+        CatalogPatch patch;
+        patch.collections.append({id, std::nullopt});
+        return patch;
+    });
+}
+
+namespace {
+
+// One collection changed; nothing when there is none of that id.
+CatalogPatch edited(const CatalogData &data, const QUuid &id,
+                    const std::function<void(LibraryCollection &)> &edit)
+{
+    CatalogPatch patch;
+    for (LibraryCollection collection : data.meta.collections) {
+        if (collection.id != id)
+            continue;
+        edit(collection);
+        patch.collections.append({id, collection});
+        break;
+    }
+    return patch;
+}
+
+} // namespace
+
+void LibraryCatalog::renameCollection(const QUuid &id, const QString &name)
+{
+    change([&](const CatalogData &data) {
+        return edited(data, id, [&](LibraryCollection &collection) { collection.name = name; });
+    });
+}
+
+void LibraryCatalog::add(const QStringList &names, const QUuid &collection)
+{
+    change([&](const CatalogData &data) {
+        return edited(data, collection, [&](LibraryCollection &target) {
+            QSet<QString> present(target.items.begin(), target.items.end());
+            for (const QString &path : names) {
+                const QString name = nameOf(path);
+                if (present.contains(name))
+                    continue;
+                present.insert(name);
+                target.items.append(name);
+            }
+        });
+    });
+}
+
+void LibraryCatalog::removeFrom(const QStringList &names, const QUuid &collection)
+{
+    QSet<QString> gone;
+    for (const QString &name : names)
+        gone.insert(nameOf(name));
+    change([&](const CatalogData &data) {
+        return edited(data, collection, [&](LibraryCollection &target) {
+            target.items.removeIf([&](const QString &name) { return gone.contains(name); });
+        });
+    });
+}
+
+void LibraryCatalog::updateMeta(const std::function<void(LibraryMeta &)> &edit)
+{
+    change([&](const CatalogData &data) {
+        LibraryMeta after = data.meta;
+        edit(after);
+        return CatalogPatch::between(data.meta, after);
+    });
+}
+
+void LibraryCatalog::change(const std::function<CatalogPatch(const CatalogData &)> &make)
+{
+    const auto lock = begin();
+    store(lock, make(data()));
+}
+
+Result<FileLock> LibraryCatalog::begin()
+{
+    snapshot();
+    auto lock = m_files->lock();
+    if (lock && m_files->marks() != m_snapshot->marks) {
+        const CatalogData before = m_snapshot->data;
+        if (m_files->refresh(*m_snapshot)) {
+            for (const CatalogPatch &patch : m_unwritten)
+                patch.apply(m_snapshot->data);
+            announce(CatalogPatch::between(before, m_snapshot->data));
+            Q_EMIT changedOutside();
+        }
+    }
+    return lock;
+}
+
+void LibraryCatalog::store(const Result<FileLock> &lock, const CatalogPatch &patch)
+{
+    Result<void> stored = lock ? Result<void>{} : Result<void>(std::unexpected(lock.error()));
+    while (stored && !m_unwritten.isEmpty()) {
+        stored = m_files->append(snapshot(), m_unwritten.first());
+        if (stored)
+            m_unwritten.removeFirst();
+    }
+    if (!patch.isEmpty()) {
+        if (stored)
+            stored = m_files->append(snapshot(), patch);
+        if (!stored) {
+            patch.apply(snapshot().data);
+            m_unwritten.append(patch);
+        }
+    }
+    if (!stored) {
+        // Told once, not for each of a thousand texts.
+        if (m_lastError != stored.error())
+            Log::error(QStringLiteral("Library metadata could not be saved"), stored.error());
+        m_lastError = stored.error();
+    } else {
+        m_lastError.reset();
+    }
+    scheduleFold();
+    announce(patch);
+}
+
+void LibraryCatalog::announce(const CatalogPatch &patch)
+{
+    if (const QSet<QString> names = patch.names(); !names.isEmpty())
+        Q_EMIT changed(QStringList(names.begin(), names.end()));
+    if (!patch.collections.isEmpty())
+        Q_EMIT collectionsChanged();
+}
+
+void LibraryCatalog::scheduleFold()
+{
+    if (m_foldTimer.isActive() || m_fold.isRunning())
+        return;
+    m_foldTimer.start(static_cast<int>(
+        std::clamp<qint64>(m_files->jsonBytes() / kBytesPerMillisecond, kShortestWait, kLongestWait)));
+}
+
+void LibraryCatalog::fold()
+{
+    if (!m_unwritten.isEmpty())
+        store(begin(), {});
+    m_fold = runInBackground([files = m_files] { return files->fold(); });
+    whenDone(QFuture<Result<void>>(m_fold), this, [this, files = m_files](const Result<void> &folded) {
+        if (files != m_files)
+            return;
+        m_fold = {}; // its result is taken: it can't be waited for any more
+        if (!folded)
+            Log::error(QStringLiteral("Library metadata could not be saved"), folded.error());
+        std::ignore = begin(); // sees that the files are our own
+        if (folded && m_files->hasJournal())
+            scheduleFold();
+    });
+}
+
+Result<void> LibraryCatalog::flush()
+{
+    m_foldTimer.stop();
+    m_fold.waitForFinished();
+    if (!m_unwritten.isEmpty())
+        store(begin(), {});
+    m_foldTimer.stop();
+    if (m_lastError)
+        return std::unexpected(*m_lastError);
+    return m_files->fold();
+}
+
+void LibraryCatalog::followDisk()
+{
+    if (!m_snapshot || m_isReading || m_fold.isRunning() || m_files->marks() == m_snapshot->marks)
+        return;
+    m_isReading = true;
+    whenDone(runInBackground([files = m_files] { return std::pair(files, files->load()); }), this,
+             [this](const std::pair<std::shared_ptr<CatalogFiles>, CatalogFiles::Snapshot> &read) {
+                 m_isReading = false;
+                 if (read.first == m_files)
+                     takeIn(read.second);
+             });
+}
+
+void LibraryCatalog::takeIn(CatalogFiles::Snapshot read)
+{
+    const CatalogData before = std::exchange(*m_snapshot, std::move(read)).data;
+    if (const auto lock = m_files->lock())
+        m_files->refresh(*m_snapshot); // what was stored meanwhile
+    for (const CatalogPatch &patch : m_unwritten)
+        patch.apply(m_snapshot->data);
+    const CatalogPatch news = CatalogPatch::between(before, m_snapshot->data);
+    if (news.isEmpty())
+        return;
+    announce(news);
+    Q_EMIT changedOutside();
+}

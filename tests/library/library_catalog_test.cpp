@@ -1,0 +1,163 @@
+#include "library/library_catalog.h"
+
+#include "library/catalog_files.h"
+#include "library_stage.h"
+
+#include <QtConcurrentMap>
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+class LibraryCatalogTest : public LibraryStage {
+protected:
+    LibraryCatalog &catalog() { return m_library->catalog(); }
+};
+
+} // namespace
+
+TEST_F(LibraryCatalogTest, KeepsWhatTwoProcessesStoreInTurn)
+{
+    const auto other = another();
+    const QUuid shared = catalog().createCollection("Shared");
+    for (int i = 0; i < 20; ++i) {
+        LibraryCatalog &one = i % 2 ? catalog() : other->catalog();
+        const QString name = QString::number(i) + ".png";
+        one.setFavorite(name, true);
+        one.setSource(name, "Terminal");
+        one.setIndexedText(name, "text");
+        one.add({name}, shared);
+        if (i == 7)
+            EXPECT_TRUE(other->catalog().flush()) << "folding in between loses nothing";
+        if (i == 13)
+            one.setFavorite("3.png", false);
+    }
+    for (LibraryCatalog *one : {&catalog(), &other->catalog()}) {
+        ASSERT_TRUE(one->begin());
+        EXPECT_EQ(one->meta().sources.size(), 20);
+        EXPECT_EQ(one->meta().collections.first().items.size(), 20);
+        EXPECT_TRUE(one->isFavorite("19.png"));
+        EXPECT_FALSE(one->isFavorite("3.png"));
+    }
+    ASSERT_TRUE(catalog().flush());
+    EXPECT_EQ(json("favorites.json").array().size(), 19);
+    EXPECT_EQ(json("text-index.json").object().size(), 20);
+    EXPECT_EQ(json("library.json").object().value("sources").toObject().size(), 20);
+    EXPECT_FALSE(exists(".lumenpost/changes.jsonl"));
+    restart();
+    EXPECT_EQ(catalog().data(), other->catalog().data());
+}
+
+TEST_F(LibraryCatalogTest, KeepsWhatManyStoreAtOnce)
+{
+    const QString directory = inFolder(".lumenpost");
+    QList<int> writers{0, 1, 2, 3};
+    QtConcurrent::blockingMap(writers, [&directory](int writer) {
+        CatalogFiles files(directory);
+        auto snapshot = files.load();
+        for (int i = 0; i < 50; ++i) {
+            {
+                const auto lock = files.lock();
+                ASSERT_TRUE(lock);
+                files.refresh(snapshot);
+                CatalogPatch patch;
+                patch.texts.insert(QStringLiteral("%1-%2.png").arg(writer).arg(i), "text");
+                ASSERT_TRUE(files.append(snapshot, patch));
+            }
+            if (i % 10 == writer)
+                ASSERT_TRUE(files.fold());
+        }
+    });
+    EXPECT_EQ(CatalogFiles(directory).load().data.texts.size(), 200);
+    ASSERT_TRUE(CatalogFiles(directory).fold());
+    EXPECT_EQ(json("text-index.json").object().size(), 200);
+}
+
+TEST_F(LibraryCatalogTest, StoresATextWithoutWritingTheOthersAnew)
+{
+    catalog().setIndexedText("0.png", QString(100'000, 'x'));
+    ASSERT_TRUE(catalog().flush());
+    const QByteArray before = contents(".lumenpost/text-index.json");
+    for (int i = 1; i <= 24; ++i)
+        catalog().setIndexedText(QString::number(i), "short");
+    EXPECT_LT(QFileInfo(inFolder(".lumenpost/changes.jsonl")).size(), 24 * 60);
+    EXPECT_EQ(contents(".lumenpost/text-index.json"), before);
+    // What a process that is killed now leaves is whole for the next one.
+    EXPECT_EQ(another()->catalog().textIndex().size(), 25);
+    EXPECT_EQ(json("text-index.json").object().size(), 25) << "which also puts it into the file";
+}
+
+TEST_F(LibraryCatalogTest, TakesTheJournalInAMomentLater)
+{
+    catalog().setFavorite("a.png", true);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return json("favorites.json").array() == QJsonArray{"a.png"}; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !exists(".lumenpost/folding.jsonl"); }));
+    catalog().setFavorite("b.png", true);
+    EXPECT_TRUE(catalog().isFavorite("a.png"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return json("favorites.json").array().size() == 2; }));
+}
+
+TEST_F(LibraryCatalogTest, GoesOnWhereAKilledFoldStopped)
+{
+    // The files may be replaced already or not: the same patches once more make no difference.
+    put(".lumenpost/folding.jsonl", "{\"favorites\":{\"a.png\":true,\"b.png\":false}}\n");
+    put(".lumenpost/changes.jsonl", "{\"favorites\":{\"c.png\":true}}\n{\"favorites\":{\"torn.p");
+    put(".lumenpost/favorites.json", "[\"a.png\",\"b.png\",\"d.png\"]");
+    EXPECT_EQ(catalog().data().favorites, (QSet<QString>{"a.png", "c.png", "d.png"}));
+    catalog().setFavorite("e.png", true);
+    ASSERT_TRUE(catalog().flush());
+    EXPECT_EQ(json("favorites.json").array().size(), 4);
+    EXPECT_FALSE(exists(".lumenpost/folding.jsonl"));
+}
+
+TEST_F(LibraryCatalogTest, HoldsWhatAFullDiskRefusesAndStoresItLater)
+{
+    catalog().setFavorite("a.png", true);
+    ASSERT_TRUE(catalog().flush());
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    catalog().setFavorite("b.png", true);
+    catalog().setFavorite("a.png", false);
+    const auto refused = catalog().flush();
+    setrlimit(RLIMIT_FSIZE, &before);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().message,
+              "Couldn't write changes.jsonl: the file would be larger than is allowed here.");
+    EXPECT_TRUE(catalog().isFavorite("b.png"));
+    EXPECT_EQ(json("favorites.json").array(), QJsonArray{"a.png"});
+    ASSERT_TRUE(catalog().flush());
+    EXPECT_EQ(json("favorites.json").array(), QJsonArray{"b.png"});
+}
+
+TEST_F(LibraryCatalogTest, TellsWhichNamesAnotherProgramChanged)
+{
+    put(".lumenpost/favorites.json", "[\"a.png\"]");
+    m_library->watch();
+    EXPECT_TRUE(catalog().isFavorite("a.png"));
+    QSignalSpy names(&catalog(), &LibraryCatalog::changed);
+    QSignalSpy coarse(m_library.get(), &Library::changed);
+    // From another machine, say.
+    put(".lumenpost/favorites.json", "[\"b.png\"]");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return names.count() == 1 && coarse.count() == 1; }));
+    QStringList told = names.first().first().toStringList();
+    told.sort();
+    EXPECT_EQ(told, (QStringList{"a.png", "b.png"}));
+    EXPECT_TRUE(catalog().isFavorite("b.png"));
+    another()->catalog().setSource("c.png", "Browser");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return names.count() == 2; }));
+    EXPECT_EQ(names.last().first().toStringList(), QStringList{"c.png"});
+}
+
+TEST_F(LibraryCatalogTest, KeepsAFileThatItCannotUnderstandBeside)
+{
+    put(".lumenpost/library.json", R"({"collections": [], "sources": {"a.png": "X"}})");
+    catalog().setFavorite("c.png", true);
+    ASSERT_TRUE(catalog().flush());
+    EXPECT_FALSE(exists(".lumenpost/library.json.broken")) << "nothing was written to that file";
+    catalog().setSource("b.png", "Y");
+    ASSERT_TRUE(catalog().flush());
+    EXPECT_TRUE(contents(".lumenpost/library.json.broken").contains("a.png"));
+}
