@@ -74,7 +74,7 @@ bool AppDelegate::launch(const QStringList &words)
     m_settings = std::make_unique<CaptureSettings>(*m_defaults);
     m_presets = std::make_unique<CapturePresetStore>(*m_defaults, *m_settings);
     m_library = std::make_unique<Library>(*m_prefs, *m_platform.trash, m_clock);
-    m_library->ensureDirectory();
+    m_library->watch();
     m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
     m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
     m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
