@@ -1,5 +1,7 @@
 #include "base/loadable.h"
 
+#include "base/texts.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -37,5 +39,5 @@ Result<QFunctionPointer> Loadable::symbol(const QString &name, const char *symbo
         reason = library.errorString();
     }
     return fail(Error::Kind::Unavailable,
-                QStringLiteral("A part of Lumenpost is missing (%1): install it again.").arg(file), reason);
+                BaseTexts::tr("A part of Lumenpost is missing (%1): install it again.").arg(file), reason);
 }

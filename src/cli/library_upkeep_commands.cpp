@@ -17,6 +17,15 @@
 
 namespace {
 
+// Prints a result once the change behind it is in the files.
+void printStored(CommandContext &context, const QString &text)
+{
+    if (const auto stored = context.library().catalog().flush())
+        CommandContext::print(text);
+    else
+        context.fail(stored.error());
+}
+
 void addFavorite(CLI::App &group, CommandContext &context)
 {
     struct Arguments {
@@ -34,8 +43,8 @@ void addFavorite(CLI::App &group, CommandContext &context)
         const auto path = existingPath(context, arguments->file);
         if (!path)
             return;
-        context.library().setFavorite(*path, static_cast<State>(arguments->state) == State::On);
-        CommandContext::print(*path);
+        context.library().catalog().setFavorite(*path, static_cast<State>(arguments->state) == State::On);
+        printStored(context, *path);
     });
 }
 
@@ -43,7 +52,7 @@ void addFavorite(CLI::App &group, CommandContext &context)
 std::optional<QUuid> existingCollection(CommandContext &context, const std::string &word)
 {
     const QString text = QString::fromStdString(word);
-    const auto &collections = context.library().meta().collections;
+    const auto &collections = context.library().catalog().meta().collections;
     const auto found =
         std::find_if(collections.begin(), collections.end(), [&](const LibraryCollection &entry) {
             return entry.id.toString(QUuid::WithoutBraces).compare(text, Qt::CaseInsensitive) == 0;
@@ -63,7 +72,7 @@ QString idText(const QUuid &id)
 void listCollections(CommandContext &context)
 {
     QJsonArray array;
-    for (const LibraryCollection &collection : context.library().meta().collections) {
+    for (const LibraryCollection &collection : context.library().catalog().meta().collections) {
         array.append(QJsonObject{{QStringLiteral("id"), idText(collection.id)},
                                  {QStringLiteral("name"), collection.name},
                                  {QStringLiteral("items"), QJsonArray::fromStringList(collection.items)}});
@@ -95,7 +104,7 @@ void addFilesCommand(CLI::App *collection, CommandContext &context, const char *
             paths.append(*path);
         }
         change(context.library(), paths, *id);
-        CommandContext::print(idText(*id));
+        printStored(context, idText(*id));
     });
 }
 
@@ -121,7 +130,7 @@ void addCollection(CLI::App &group, CommandContext &context)
     create->add_option("NAME", *created)->required();
     setBody(create, context, Needs::Core, [&context, created] {
         if (const auto name = collectionName(context, *created))
-            CommandContext::print(idText(context.library().createCollection(*name)));
+            printStored(context, idText(context.library().catalog().createCollection(*name)));
     });
 
     struct Renaming {
@@ -137,8 +146,8 @@ void addCollection(CLI::App &group, CommandContext &context)
         const auto id = name ? existingCollection(context, renaming->id) : std::nullopt;
         if (!id)
             return;
-        context.library().renameCollection(*id, *name);
-        CommandContext::print(idText(*id));
+        context.library().catalog().renameCollection(*id, *name);
+        printStored(context, idText(*id));
     });
 
     const auto removed = std::make_shared<std::string>();
@@ -148,16 +157,16 @@ void addCollection(CLI::App &group, CommandContext &context)
         const auto id = existingCollection(context, *removed);
         if (!id)
             return;
-        context.library().deleteCollection(*id);
-        CommandContext::print(idText(*id));
+        context.library().catalog().deleteCollection(*id);
+        printStored(context, idText(*id));
     });
 
     addFilesCommand(
         collection, context, "add", "Put files into a collection",
-        [](Library &library, const QStringList &paths, const QUuid &id) { library.add(paths, id); });
+        [](Library &library, const QStringList &paths, const QUuid &id) { library.catalog().add(paths, id); });
     addFilesCommand(
         collection, context, "remove", "Take files out of a collection; they stay in the Library",
-        [](Library &library, const QStringList &paths, const QUuid &id) { library.removeFrom(paths, id); });
+        [](Library &library, const QStringList &paths, const QUuid &id) { library.catalog().removeFrom(paths, id); });
 }
 
 QString stampOf(const LibraryVersion &version)

@@ -2,8 +2,6 @@
 
 #include "library/library.h"
 
-#include <QFileInfo>
-
 int autoDelete(Library &library, int days, const QDateTime &now)
 {
     if (days < 1)
@@ -14,11 +12,10 @@ int autoDelete(Library &library, int days, const QDateTime &now)
         const QDateTime date = library.item(path).date;
         if (!date.isValid() || date >= cutoff)
             continue;
-        if (library.isFavorite(path) || library.isInAnyCollection(path))
+        if (library.catalog().isFavorite(path) || library.catalog().isInAnyCollection(path))
             continue;
-        library.remove(path);
         // One that the Trash doesn't take stays, and isn't told of as gone.
-        if (!QFileInfo::exists(path))
+        if (library.remove(path))
             ++count;
     }
     return count;

@@ -249,6 +249,8 @@ Result<void> CatalogFiles::append(Snapshot &snapshot, const CatalogPatch &patch)
     if (written != line.size()) {
         const int number = written < 0 ? errno : ENOSPC;
         std::ignore = ftruncate(file.number(), state.st_size);
+        if (state.st_size == 0)
+            QFile::remove(journal);
         return FileErrors::cannotWrite(journal, number);
     }
     fstat(file.number(), &state);
