@@ -39,7 +39,7 @@ void Delivery::deliverText(const QImage &image)
 void Delivery::deliverFilm(const QString &path, const Order &order)
 {
     credit(path, order);
-    m_parts.library.postChanged();
+    m_parts.library.postChanged(path);
     if (order.options.editor && openVideoEditor)
         openVideoEditor(path);
     else
@@ -121,14 +121,16 @@ Task<> Delivery::nameByContent(DeliveredPicture picture)
         co_return;
     const auto name =
         co_await guarded(m_parts.claude.run(ClaudeClient::Action::Name, picture.image), this);
-    if (name && !name->isEmpty())
-        m_parts.library.rename(picture.path, *name);
+    if (!name || name->isEmpty())
+        co_return;
+    if (const auto renamed = m_parts.library.rename(picture.path, *name); !renamed)
+        Log::error(QStringLiteral("A capture could not be named"), renamed.error());
 }
 
 void Delivery::credit(const QString &path, const Order &order)
 {
     if (order.source && !order.source->isEmpty())
-        m_parts.library.setSource(path, *order.source);
+        m_parts.library.catalog().setSource(path, *order.source);
 }
 
 void Delivery::tellSaved(bool isCopied)

@@ -110,7 +110,7 @@ TEST_F(DeliveryTest, OpensAFilmOrTellsOfIt)
     order.source = "Terminal";
     delivery.deliverFilm(film, order);
     EXPECT_EQ(shown, QStringList{"Recording saved to Library"});
-    EXPECT_EQ(library.meta().sources.value("Recording.mov"), "Terminal");
+    EXPECT_EQ(library.catalog().meta().sources.value("Recording.mov"), "Terminal");
     QStringList opened;
     delivery.openVideoEditor = [&](const QString &path) { opened.append(path); };
     order.options.editor = true;
