@@ -85,7 +85,7 @@ void DocumentRouting::openLibraryFile(const QString &path)
                      m_ports.notices.post(
                          AppTexts::tr("%1 was changed elsewhere, so its earlier objects were set aside")
                              .arg(QFileInfo(path).fileName()),
-                         warningSymbol);
+                         kWarningSymbol);
              });
 }
 
