@@ -6,7 +6,7 @@
 #include "base/file_name.h"
 #include "document/pixelation.h"
 #include "platform/platform.h"
-#include "services/redaction.h"
+#include "services/redacted_areas.h"
 #include "services/text_recognizer.h"
 
 #include <CLI/CLI.hpp>

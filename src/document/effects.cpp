@@ -2,6 +2,7 @@
 
 #include "document/shapes.h"
 #include "document/soft_shadow.h"
+#include "document/texts.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -26,11 +27,11 @@ QColor rgb(double r, double g, double b)
 const QList<Effects::Backdrop> &Effects::backdrops()
 {
     static const QList<Backdrop> list{
-        {"Indigo", rgb(0.34, 0.40, 0.98), rgb(0.66, 0.32, 0.96)},
-        {"Sunset", rgb(0.98, 0.45, 0.35), rgb(0.98, 0.76, 0.33)},
-        {"Ocean", rgb(0.10, 0.62, 0.85), rgb(0.22, 0.85, 0.70)},
-        {"Mint", rgb(0.62, 0.93, 0.75), rgb(0.85, 0.97, 0.65)},
-        {"Graphite", rgb(0.20, 0.20, 0.20), rgb(0.42, 0.42, 0.42)},
+        {DocumentTexts::tr("Indigo"), rgb(0.34, 0.40, 0.98), rgb(0.66, 0.32, 0.96)},
+        {DocumentTexts::tr("Sunset"), rgb(0.98, 0.45, 0.35), rgb(0.98, 0.76, 0.33)},
+        {DocumentTexts::tr("Ocean"), rgb(0.10, 0.62, 0.85), rgb(0.22, 0.85, 0.70)},
+        {DocumentTexts::tr("Mint"), rgb(0.62, 0.93, 0.75), rgb(0.85, 0.97, 0.65)},
+        {DocumentTexts::tr("Graphite"), rgb(0.20, 0.20, 0.20), rgb(0.42, 0.42, 0.42)},
     };
     return list;
 }

@@ -2,7 +2,7 @@
 #include "base/geometry.h"
 #include "document/drawable.h"
 #include "document/even_digits.h"
-#include "document/ink.h"
+#include "document/outline_paint.h"
 #include "document/pixelation.h"
 #include "document/renderer.h"
 #include "document/shapes.h"
@@ -23,25 +23,25 @@ void drawArrow(const Annotation &a, QPainter &painter)
 {
     const QPainterPath path = Shapes::arrow(a);
     if (!path.isEmpty())
-        Ink::fill(painter, path, a.color);
+        OutlinePaint::fill(painter, path, a.color);
 }
 
 void drawBox(const Annotation &a, const QPainterPath &path, QPainter &painter)
 {
-    const QPen pen = Ink::roundPen(a.color, a.lineWidth);
+    const QPen pen = OutlinePaint::roundPen(a.color, a.lineWidth);
     switch (a.style) {
     case 2: // solid
-        Ink::fill(painter, path, a.color);
+        OutlinePaint::fill(painter, path, a.color);
         return;
     case 1: { // tinted
         QColor tint = a.color;
         tint.setAlphaF(0.25f);
-        Ink::fill(painter, path, tint);
-        Ink::stroke(painter, path, pen, Ink::Shadow::None);
+        OutlinePaint::fill(painter, path, tint);
+        OutlinePaint::stroke(painter, path, pen, OutlinePaint::Shadow::None);
         return;
     }
     default:
-        Ink::stroke(painter, path, pen);
+        OutlinePaint::stroke(painter, path, pen);
     }
 }
 
@@ -55,16 +55,16 @@ void drawEllipse(const Annotation &a, QPainter &painter)
 void drawLine(const Annotation &a, QPainter &painter)
 {
     if (a.style == 1)
-        return Ink::strokeDashes(painter, a.start, a.end, a.color, a.lineWidth);
+        return OutlinePaint::strokeDashes(painter, a.start, a.end, a.color, a.lineWidth);
     QPainterPath path(a.start);
     path.lineTo(a.end);
-    Ink::stroke(painter, path, Ink::roundPen(a.color, a.lineWidth));
+    OutlinePaint::stroke(painter, path, OutlinePaint::roundPen(a.color, a.lineWidth));
 }
 
 void drawPen(const Annotation &a, QPainter &painter)
 {
     if (!a.points.isEmpty())
-        Ink::strokeLines(painter, {QPolygonF(a.points)}, a.color, a.lineWidth);
+        OutlinePaint::strokeLines(painter, {QPolygonF(a.points)}, a.color, a.lineWidth);
 }
 
 void drawHighlight(const Annotation &a, QPainter &painter)
@@ -82,7 +82,7 @@ void drawText(const Annotation &a, QPainter &painter)
     const TextBlock block(a.text, designOf(attributes.font), attributes.size);
     if (a.style == 1) {
         const double radius = attributes.size * 0.25;
-        Ink::fill(painter, Shapes::roundedRect(a.bounds(), radius, radius), a.color);
+        OutlinePaint::fill(painter, Shapes::roundedRect(a.bounds(), radius, radius), a.color);
     }
     if (attributes.glow.isValid()) {
         const SoftShadow glow{attributes.glowBlur, attributes.glow, {}};
@@ -97,10 +97,10 @@ void drawCallout(const Annotation &a, QPainter &painter)
 {
     const bool outline = a.style == 1;
     const QPainterPath path = Shapes::callout(a);
-    Ink::fill(painter, path, outline ? QColor(Qt::white) : a.color);
+    OutlinePaint::fill(painter, path, outline ? QColor(Qt::white) : a.color);
     if (outline)
-        Ink::stroke(painter, path, Ink::roundPen(a.color, std::max(a.lineWidth * 0.6, 2.0)),
-                    Ink::Shadow::None);
+        OutlinePaint::stroke(painter, path, OutlinePaint::roundPen(a.color, std::max(a.lineWidth * 0.6, 2.0)),
+                             OutlinePaint::Shadow::None);
     if (a.text.isEmpty())
         return;
     const QColor color = outline                                  ? a.color
@@ -118,7 +118,7 @@ void drawStep(const Annotation &a, QPainter &painter)
     const double d = a.stepDiameter();
     QPainterPath disc;
     disc.addEllipse(a.start, d / 2, d / 2);
-    Ink::fill(painter, disc, a.color);
+    OutlinePaint::fill(painter, disc, a.color);
     const QColor color = brightnessComponentSafe(a.color) > 0.75 ? Qt::black : Qt::white;
     const TextBlock label(a.style == 1 ? letters(a.number) : QString::number(a.number), Fonts::Design::System,
                           d * 0.55, QFont::ExtraBold);
@@ -202,7 +202,7 @@ void drawMagnify(const Annotation &a, const Ground &ground, QPainter &painter)
         }
         painter.restore();
     }
-    Ink::stroke(painter, ring, Ink::roundPen(a.color, a.lineWidth));
+    OutlinePaint::stroke(painter, ring, OutlinePaint::roundPen(a.color, a.lineWidth));
 }
 
 void drawMeasure(const Annotation &a, QPainter &painter)
@@ -237,7 +237,7 @@ void drawImage(const Annotation &a, QPainter &painter)
         return;
     QPainterPath path;
     path.addRect(rect);
-    Ink::fill(painter, path, Qt::white);
+    OutlinePaint::fill(painter, path, Qt::white);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(rect, a.image);
 }

@@ -1,6 +1,6 @@
 #include "base/geometry.h"
 #include "document/drawable.h"
-#include "document/ink.h"
+#include "document/outline_paint.h"
 #include "document/renderer.h"
 #include "document/stamps.h"
 #include "document/text_block.h"
@@ -52,7 +52,7 @@ QRectF paintedRect(const Annotation &annotation)
     if (!object)
         return {};
     const Annotation &a = *object;
-    const double shadow = Ink::commonShadow.reach();
+    const double shadow = OutlinePaint::commonShadow.reach();
     switch (a.kind) {
     case ToolKind::Select:
     case ToolKind::Crop:

@@ -1,5 +1,7 @@
 #include "document/tool_kind.h"
 
+#include "document/texts.h"
+
 namespace Tools {
 
 namespace {
@@ -20,187 +22,201 @@ Facts facts(ToolKind kind)
 {
     switch (kind) {
     case ToolKind::Select:
-        return {
-            "select",
-            "Select",
-            "cursorarrow",
-            'V',
-            false,
-            false,
-            false,
-            "Pick, move and resize objects. Double-click text to edit it.",
-            "Click to select, drag handles to resize, double-click text to edit. Right-click for arrange & "
-            "duplicate."};
+        return {"select",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Select"),
+                "cursorarrow",
+                'V',
+                false,
+                false,
+                false,
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Pick, move and resize objects. Double-click text to edit it."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Click to select, drag handles to resize, double-click "
+                                                   "text to edit. Right-click for arrange & "
+                                                   "duplicate.")};
     case ToolKind::Arrow:
         return {"arrow",
-                "Arrow",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Arrow"),
                 "arrow.up.right",
                 'A',
                 true,
                 true,
                 false,
-                "Point at something important. Choose tapered, thin, double or curved.",
-                "Drag to draw an arrow. Hold ⇧ to snap to 45°. Pick a style above."};
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Point at something important. Choose tapered, thin, double or curved."),
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Drag to draw an arrow. Hold ⇧ to snap to 45°. Pick a style above.")};
     case ToolKind::Rectangle:
         return {"rectangle",
-                "Box",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Box"),
                 "rectangle",
                 'R',
                 true,
                 true,
                 false,
-                "Frame an area with a box — outline, tinted or solid.",
-                "Drag to draw a box. Hold ⇧ for a square."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Frame an area with a box — outline, tinted or solid."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag to draw a box. Hold ⇧ for a square.")};
     case ToolKind::Ellipse:
-        return {"ellipse",
-                "Oval",
-                "circle",
-                'E',
-                true,
-                true,
-                false,
-                "Circle something with an oval — outline, tinted or solid.",
-                "Drag to draw an oval. Hold ⇧ for a circle."};
+        return {
+            "ellipse",
+            QT_TRANSLATE_NOOP("DocumentTexts", "Oval"),
+            "circle",
+            'E',
+            true,
+            true,
+            false,
+            QT_TRANSLATE_NOOP("DocumentTexts", "Circle something with an oval — outline, tinted or solid."),
+            QT_TRANSLATE_NOOP("DocumentTexts", "Drag to draw an oval. Hold ⇧ for a circle.")};
     case ToolKind::Line:
         return {"line",
-                "Line",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Line"),
                 "line.diagonal",
                 'L',
                 true,
                 true,
                 false,
-                "Draw a straight line, solid or dashed.",
-                "Drag to draw a line. Hold ⇧ to snap to 45°."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Draw a straight line, solid or dashed."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag to draw a line. Hold ⇧ to snap to 45°.")};
     case ToolKind::Pen:
         return {"pen",
-                "Pen",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Pen"),
                 "pencil.tip",
                 'P',
                 true,
                 true,
                 false,
-                "Draw freehand, like a marker.",
-                "Draw freehand by dragging."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Draw freehand, like a marker."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Draw freehand by dragging.")};
     case ToolKind::Highlight:
         return {"highlight",
-                "Highlight",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Highlight"),
                 "highlighter",
                 'H',
                 true,
                 false,
                 false,
-                "Mark text with a see-through highlighter.",
-                "Drag across text to highlight it."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Mark text with a see-through highlighter."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag across text to highlight it.")};
     case ToolKind::Text:
-        return {"text",
-                "Text",
-                "textformat",
-                'T',
-                true,
-                true,
-                true,
-                "Add a caption. Plain text or a label with a colored box.",
-                "Click where the text should go, type, then press Return."};
+        return {
+            "text",
+            QT_TRANSLATE_NOOP("DocumentTexts", "Text"),
+            "textformat",
+            'T',
+            true,
+            true,
+            true,
+            QT_TRANSLATE_NOOP("DocumentTexts", "Add a caption. Plain text or a label with a colored box."),
+            QT_TRANSLATE_NOOP("DocumentTexts", "Click where the text should go, type, then press Return.")};
     case ToolKind::Callout:
-        return {"callout",
-                "Callout",
-                "bubble.left",
-                'K',
-                true,
-                true,
-                true,
-                "Add a speech bubble with text and a tail you can aim.",
-                "Drag to draw a speech bubble, then type. Drag the tail handle to point it."};
+        return {
+            "callout",
+            QT_TRANSLATE_NOOP("DocumentTexts", "Callout"),
+            "bubble.left",
+            'K',
+            true,
+            true,
+            true,
+            QT_TRANSLATE_NOOP("DocumentTexts", "Add a speech bubble with text and a tail you can aim."),
+            QT_TRANSLATE_NOOP("DocumentTexts",
+                              "Drag to draw a speech bubble, then type. Drag the tail handle to point it.")};
     case ToolKind::Step:
         return {"step",
-                "Step",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Step"),
                 "1.circle.fill",
                 'S',
                 true,
                 true,
                 false,
-                "Number the steps of a process (1 2 3 or A B C).",
-                "Click to drop numbered steps — they count up automatically."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Number the steps of a process (1 2 3 or A B C)."),
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Click to drop numbered steps — they count up automatically.")};
     case ToolKind::Stamp:
         return {"stamp",
-                "Stamp",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Stamp"),
                 "seal",
                 'G',
                 true,
                 false,
                 false,
-                "Drop a symbol, emoji or keyboard key, like ✓, ⚠️ or ⌘.",
-                "Choose a stamp above, then click to place it (or drag to size it)."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drop a symbol, emoji or keyboard key, like ✓, ⚠️ or ⌘."),
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Choose a stamp above, then click to place it (or drag to size it).")};
     case ToolKind::Blur:
         return {"blur",
-                "Blur",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Blur"),
                 "square.grid.3x3.fill",
                 'B',
                 false,
                 false,
                 false,
-                "Hide private details like names, emails or numbers.",
-                "Drag over anything private to pixelate it."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Hide private details like names, emails or numbers."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag over anything private to pixelate it.")};
     case ToolKind::Spotlight:
         return {"spotlight",
-                "Spotlight",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Spotlight"),
                 "flashlight.on.fill",
                 'O',
                 false,
                 false,
                 false,
-                "Dim everything except the area you drag.",
-                "Drag around what matters — everything else is dimmed."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Dim everything except the area you drag."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag around what matters — everything else is dimmed.")};
     case ToolKind::Magnify:
         return {"magnify",
-                "Magnify",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Magnify"),
                 "plus.magnifyingglass",
                 'M',
                 true,
                 true,
                 false,
-                "Add a 2× magnifier bubble to show fine detail.",
-                "Drag to add a magnifier bubble that zooms in 2×."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Add a 2× magnifier bubble to show fine detail."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag to add a magnifier bubble that zooms in 2×.")};
     case ToolKind::Crop:
         return {"crop",
-                "Crop",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Crop"),
                 "crop",
                 'C',
                 false,
                 false,
                 false,
-                "Keep only the area you drag.",
-                "Drag to choose the area to keep. ⌘Z undoes it."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "Keep only the area you drag."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Drag to choose the area to keep. ⌘Z undoes it.")};
     case ToolKind::Cutout:
-        return {"cutout",
-                "Cut Out",
-                "scissors",
-                'X',
-                false,
-                false,
-                false,
-                "Remove a strip from the middle and join the rest with a torn edge.",
-                "Drag across the part to remove — the image closes the gap with a torn edge."};
+        return {
+            "cutout",
+            QT_TRANSLATE_NOOP("DocumentTexts", "Cut Out"),
+            "scissors",
+            'X',
+            false,
+            false,
+            false,
+            QT_TRANSLATE_NOOP("DocumentTexts",
+                              "Remove a strip from the middle and join the rest with a torn edge."),
+            QT_TRANSLATE_NOOP("DocumentTexts",
+                              "Drag across the part to remove — the image closes the gap with a torn edge.")};
     case ToolKind::Measure:
         return {"measure",
-                "Measure",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Measure"),
                 "ruler",
                 'U',
                 true,
                 true,
                 false,
-                "Measure distances in pixels — handy for checking spacing in designs.",
-                "Drag between two points to measure them. Hold ⇧ to snap to 45°."};
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Measure distances in pixels — handy for checking spacing in designs."),
+                QT_TRANSLATE_NOOP("DocumentTexts",
+                                  "Drag between two points to measure them. Hold ⇧ to snap to 45°.")};
     case ToolKind::Image:
         return {"image",
-                "Image",
+                QT_TRANSLATE_NOOP("DocumentTexts", "Image"),
                 "photo",
                 0,
                 false,
                 false,
                 false,
-                "A pasted image you can move and resize.",
-                "Pasted image. Drag to move, drag handles to resize."};
+                QT_TRANSLATE_NOOP("DocumentTexts", "A pasted image you can move and resize."),
+                QT_TRANSLATE_NOOP("DocumentTexts", "Pasted image. Drag to move, drag handles to resize.")};
     }
     return {};
 }
@@ -230,7 +246,7 @@ std::optional<ToolKind> fromRawValue(const QString &rawValue)
 
 QString shortTitle(ToolKind kind)
 {
-    return facts(kind).shortTitle;
+    return DocumentTexts::tr(facts(kind).shortTitle);
 }
 QString symbol(ToolKind kind)
 {
@@ -238,11 +254,11 @@ QString symbol(ToolKind kind)
 }
 QString tipDetail(ToolKind kind)
 {
-    return QString::fromUtf8(facts(kind).tipDetail);
+    return DocumentTexts::tr(facts(kind).tipDetail);
 }
 QString hint(ToolKind kind)
 {
-    return QString::fromUtf8(facts(kind).hint);
+    return DocumentTexts::tr(facts(kind).hint);
 }
 bool usesColor(ToolKind kind)
 {
@@ -278,24 +294,32 @@ QList<Style> styles(ToolKind kind)
 {
     switch (kind) {
     case ToolKind::Arrow:
-        return {{"Tapered", "arrow.up.right"},
-                {"Thin", "arrow.right"},
-                {"Double", "arrow.left.and.right"},
-                {"Curved", "arrow.turn.up.right"}};
+        return {{DocumentTexts::tr("Tapered"), "arrow.up.right"},
+                {DocumentTexts::tr("Thin"), "arrow.right"},
+                {DocumentTexts::tr("Double"), "arrow.left.and.right"},
+                {DocumentTexts::tr("Curved"), "arrow.turn.up.right"}};
     case ToolKind::Rectangle:
-        return {{"Outline", "rectangle"}, {"Tinted", "rectangle.fill"}, {"Solid", "rectangle.inset.filled"}};
+        return {{DocumentTexts::tr("Outline"), "rectangle"},
+                {DocumentTexts::tr("Tinted"), "rectangle.fill"},
+                {DocumentTexts::tr("Solid"), "rectangle.inset.filled"}};
     case ToolKind::Ellipse:
-        return {{"Outline", "circle"}, {"Tinted", "circle.fill"}, {"Solid", "circle.inset.filled"}};
+        return {{DocumentTexts::tr("Outline"), "circle"},
+                {DocumentTexts::tr("Tinted"), "circle.fill"},
+                {DocumentTexts::tr("Solid"), "circle.inset.filled"}};
     case ToolKind::Line:
-        return {{"Solid", "line.diagonal"}, {"Dashed", "line.3.horizontal.decrease"}};
+        return {{DocumentTexts::tr("Solid"), "line.diagonal"},
+                {DocumentTexts::tr("Dashed"), "line.3.horizontal.decrease"}};
     case ToolKind::Text:
-        return {{"Plain", "textformat"}, {"Label", "character.textbox"}};
+        return {{DocumentTexts::tr("Plain"), "textformat"},
+                {DocumentTexts::tr("Label"), "character.textbox"}};
     case ToolKind::Callout:
-        return {{"Filled", "bubble.left.fill"}, {"Outline", "bubble.left"}};
+        return {{DocumentTexts::tr("Filled"), "bubble.left.fill"},
+                {DocumentTexts::tr("Outline"), "bubble.left"}};
     case ToolKind::Step:
-        return {{"1 2 3", "1.circle.fill"}, {"A B C", "a.circle.fill"}};
+        return {{DocumentTexts::tr("1 2 3"), "1.circle.fill"}, {DocumentTexts::tr("A B C"), "a.circle.fill"}};
     case ToolKind::Cutout:
-        return {{"Rows", "arrow.up.and.down"}, {"Columns", "arrow.left.and.right"}};
+        return {{DocumentTexts::tr("Rows"), "arrow.up.and.down"},
+                {DocumentTexts::tr("Columns"), "arrow.left.and.right"}};
     case ToolKind::Select:
     case ToolKind::Pen:
     case ToolKind::Highlight:

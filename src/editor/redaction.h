@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/notice.h"
-#include "services/redaction.h"
+#include "services/redacted_areas.h"
 
 #include <functional>
 

@@ -5,6 +5,7 @@
 #include "document/image_files.h"
 #include "platform/http.h"
 #include "services/cloud.h"
+#include "services/texts.h"
 #include "settings/app_settings.h"
 
 #include <chrono>
@@ -42,21 +43,27 @@ HttpRequest request(const QString &prompt, const QByteArray &jpeg, const QString
     };
 }
 
+// The lines of a long text as one.
+QString oneLine(const char *text)
+{
+    return QString::fromUtf8(text).simplified();
+}
+
 } // namespace
 
 QString ClaudeClient::title(Action action)
 {
     switch (action) {
     case Action::Describe:
-        return "Describe";
+        return ServicesTexts::tr("Describe");
     case Action::Steps:
-        return "Step-by-Step Instructions";
+        return ServicesTexts::tr("Step-by-Step Instructions");
     case Action::AltText:
-        return "Alt Text";
+        return ServicesTexts::tr("Alt Text");
     case Action::Name:
-        return "Suggested Name";
+        return ServicesTexts::tr("Suggested Name");
     case Action::Caption:
-        return "Caption";
+        return ServicesTexts::tr("Caption");
     }
     Q_UNREACHABLE();
 }
@@ -65,26 +72,26 @@ QString ClaudeClient::prompt(Action action)
 {
     switch (action) {
     case Action::Describe:
-        return "Describe what this screenshot shows: the app or site, what's on screen, and anything notable "
-               "or "
-               "unusual. Be concise and concrete.";
+        return oneLine(
+            R"(Describe what this screenshot shows: the app or site, what's on screen, and anything notable or
+        unusual. Be concise and concrete.)");
     case Action::Steps:
-        return "This screenshot is part of a how-to. Write clear numbered step-by-step instructions a reader "
-               "could "
-               "follow to reach or use what's shown. If there are numbered step markers on the image, follow "
-               "their "
-               "order. Reply with the steps only.";
+        return oneLine(
+            R"(This screenshot is part of a how-to. Write clear numbered step-by-step instructions a reader
+        could follow to reach or use what's shown. If there are numbered step markers on the image,
+        follow their order. Reply with the steps only.)");
     case Action::AltText:
-        return "Write alt text for this screenshot: one or two sentences, under 250 characters, describing "
-               "the "
-               "essential content for someone who can't see it. Reply with the alt text only.";
+        return oneLine(
+            R"(Write alt text for this screenshot: one or two sentences, under 250 characters, describing the
+        essential content for someone who can't see it. Reply with the alt text only.)");
     case Action::Name:
-        return "Suggest a short descriptive file name for this screenshot: 3 to 6 words, Title Case, no file "
-               "extension, no punctuation other than spaces and hyphens. Reply with the name only.";
+        return oneLine(
+            R"(Suggest a short descriptive file name for this screenshot: 3 to 6 words, Title Case, no file
+        extension, no punctuation other than spaces and hyphens. Reply with the name only.)");
     case Action::Caption:
-        return "Write one short sentence (at most 20 words) describing what this screenshot shows, as a "
-               "caption in a "
-               "how-to document. Reply with the caption only.";
+        return oneLine(
+            R"(Write one short sentence (at most 20 words) describing what this screenshot shows, as a caption
+        in a how-to document. Reply with the caption only.)");
     }
     Q_UNREACHABLE();
 }
@@ -115,7 +122,7 @@ QFuture<Result<QString>> ClaudeClient::ask(const QString &prompt, const QImage &
               [&http = m_http, prompt, effort, apiKey](const QByteArray &jpeg) {
                   if (jpeg.isEmpty())
                       return readyFuture(Result<HttpResponse>(
-                          std::unexpected(CloudError::api("Couldn't encode the image."))));
+                          std::unexpected(CloudError::api(ServicesTexts::tr("Couldn't encode the image.")))));
                   return http.send(request(prompt, jpeg, effort, apiKey));
               })
         .unwrap()
@@ -136,8 +143,8 @@ Result<QString> ClaudeClient::read(const HttpResponse &response)
     const QJsonObject reply = QJsonDocument::fromJson(response.body).object();
     if (response.status != 200) {
         const auto message = Json::string(reply["error"].toObject(), "message");
-        return std::unexpected(
-            CloudError::api(message.value_or(QString("Claude API error (HTTP %1).").arg(response.status))));
+        return std::unexpected(CloudError::api(
+            message.value_or(ServicesTexts::tr("Claude API error (HTTP %1).").arg(response.status))));
     }
     if (reply["stop_reason"].toString() == "refusal")
         return std::unexpected(

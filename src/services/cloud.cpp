@@ -1,9 +1,12 @@
 #include "services/cloud.h"
 
+#include "services/texts.h"
+
 Error CloudError::refused(const std::optional<QString> &explanation)
 {
     return {Error::Kind::Failed,
-            "Claude declined this request" + (explanation ? ": " + *explanation : QString(".")),
+            explanation ? ServicesTexts::tr("Claude declined this request: %1").arg(*explanation)
+                        : ServicesTexts::tr("Claude declined this request."),
             {}};
 }
 
@@ -14,12 +17,13 @@ Error CloudError::api(const QString &message)
 
 Error CloudError::missingAPIKey()
 {
-    return {Error::Kind::Denied, "Add your Anthropic API key in Settings › AI & Sharing.", {}};
+    return {
+        Error::Kind::Denied, ServicesTexts::tr("Add your Anthropic API key in Settings › AI & Sharing."), {}};
 }
 
 Error CloudError::missingImgurID()
 {
-    return {Error::Kind::Denied, "Add an Imgur Client ID in Settings › AI & Sharing.", {}};
+    return {Error::Kind::Denied, ServicesTexts::tr("Add an Imgur Client ID in Settings › AI & Sharing."), {}};
 }
 
 QUrl serviceUrl(const char *variable, const QString &standard, const QString &path)

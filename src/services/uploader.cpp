@@ -5,6 +5,7 @@
 #include "document/image_files.h"
 #include "platform/http.h"
 #include "services/cloud.h"
+#include "services/texts.h"
 #include "settings/app_settings.h"
 
 #include <QUuid>
@@ -53,7 +54,7 @@ QFuture<Result<QUrl>> Uploader::imgur(const QImage &image)
               [&http = m_http, clientID](const QByteArray &png) {
                   if (png.isEmpty())
                       return readyFuture(Result<HttpResponse>(
-                          std::unexpected(CloudError::api("Couldn't encode the image."))));
+                          std::unexpected(CloudError::api(ServicesTexts::tr("Couldn't encode the image.")))));
                   return http.send(request(clientID, png));
               })
         .unwrap()
@@ -83,5 +84,5 @@ Result<QUrl> Uploader::read(const HttpResponse &response)
     auto message = Json::string(data, "error");
     if (!message)
         message = Json::string(data["error"].toObject(), "message");
-    return std::unexpected(CloudError::api(message.value_or("Imgur upload failed.")));
+    return std::unexpected(CloudError::api(message.value_or(ServicesTexts::tr("Imgur upload failed."))));
 }

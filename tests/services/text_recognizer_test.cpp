@@ -3,7 +3,7 @@
 
 #include "fakes/fake_recognition.h"
 #include "services/grab_text.h"
-#include "services/redaction.h"
+#include "services/redacted_areas.h"
 
 #include <gtest/gtest.h>
 

@@ -12,7 +12,7 @@ class QPainter;
 
 // How outlines become paint: filled and stroked, with the shadow that most objects cast. An outline may reach
 // anywhere: beyond what can be seen it costs nothing.
-namespace Ink {
+namespace OutlinePaint {
 
 extern const SoftShadow commonShadow;
 enum class Shadow { Common, None };
@@ -29,4 +29,4 @@ void strokeLines(QPainter &painter, const QList<QPolygonF> &lines, const QColor 
 void strokeDashes(QPainter &painter, const QPointF &start, const QPointF &end, const QColor &color,
                   double width);
 
-} // namespace Ink
+} // namespace OutlinePaint

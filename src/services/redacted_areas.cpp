@@ -1,4 +1,4 @@
-#include "services/redaction.h"
+#include "services/redacted_areas.h"
 
 #include "document/annotation.h"
 #include "document/pixelation.h"

@@ -1,4 +1,4 @@
-#include "document/ink.h"
+#include "document/outline_paint.h"
 
 #include "base/geometry.h"
 #include "document/stroke_mask.h"
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace Ink {
+namespace OutlinePaint {
 
 namespace {
 
@@ -159,4 +159,4 @@ void strokeDashes(QPainter &painter, const QPointF &start, const QPointF &end, c
         stroke(painter, path, pen, Shadow::Common);
 }
 
-} // namespace Ink
+} // namespace OutlinePaint
