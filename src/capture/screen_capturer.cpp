@@ -73,7 +73,7 @@ QList<WindowInfo> ScreenCapturer::onScreenWindows() const
         const bool isTiny =
             window.frame.width() <= kSmallestWindow || window.frame.height() <= kSmallestWindow;
         if (isOrdinary && !isTiny)
-            windows.append({window.id, window.frame, window.owner});
+            windows.append({window.id, window.frame, window.owner, window.title});
     }
     return windows;
 }

@@ -2,7 +2,10 @@
 
 #include "capture/screen_capturer.h"
 #include "cli/clipboard_owner.h"
+#include "cli/pictures.h"
 #include "cli/rectangle.h"
+#include "cli/texts.h"
+#include "cli/window_owner.h"
 #include "document/image_files.h"
 #include "library/library.h"
 #include "platform/platform.h"
@@ -37,26 +40,27 @@ void addShared(CLI::App *command, CaptureArguments &arguments)
         ->type_name("S")
         ->check(CLI::Range(0.0, 3600.0));
     command->add_flag("--clipboard", arguments.clipboard, "Also copy it to the clipboard");
-    command->add_option("--output", arguments.output, "Write this file instead of a new one in the Library")
-        ->type_name("FILE");
+    Pictures::addOutput(command, arguments.output, "Write this file instead of a new one in the Library");
 }
 
-void deliver(CommandContext &context, const QImage &image, const CaptureArguments &arguments)
+// `source` is the application that the picture shows.
+void deliver(CommandContext &context, const QImage &image, const CaptureArguments &arguments,
+             const QString &source)
 {
     QString path;
     if (!arguments.output.empty()) {
-        path = absolutePath(arguments.output);
-        if (const auto written = ImageFiles::write(image, path); !written)
-            return context.fail(written.error());
+        const auto written = Pictures::write(context, image, arguments.output);
+        if (!written)
+            return;
+        path = *written;
     } else {
         Library &library = context.library();
         const auto saved = library.saveInBackground(image).result();
         if (!saved)
             return context.fail(saved.error());
         path = *saved;
-        if (const auto application = context.platform().workspace->frontmost();
-            application && !application->name.isEmpty())
-            library.catalog().setSource(path, application->name);
+        if (!source.isEmpty())
+            library.catalog().setSource(path, source);
     }
     if (arguments.clipboard) {
         if (const auto owned = ClipboardOwner::start(image); !owned)
@@ -65,13 +69,21 @@ void deliver(CommandContext &context, const QImage &image, const CaptureArgument
     CommandContext::print(path);
 }
 
-// Takes the picture after the delay and delivers it.
+// Takes the picture after the delay, of a window or of what is in front, and delivers it.
 void capture(CommandContext &context, const CaptureArguments &arguments,
-             const std::function<Result<QImage>(ScreenCapturer &)> &take)
+             const std::function<Result<QImage>(ScreenCapturer &)> &take,
+             const std::optional<quint32> &window = {})
 {
     if (arguments.delay > 0)
         QThread::usleep(static_cast<unsigned long>(arguments.delay * 1e6));
     ScreenCapturer capturer(*context.platform().screens, *context.platform().pictures);
+    QString source;
+    if (arguments.output.empty()) {
+        if (window)
+            source = WindowOwner::of(context, *window);
+        else if (const auto application = context.platform().workspace->frontmost())
+            source = application->name;
+    }
     const auto image = take(capturer);
     if (!image) {
         context.fail(image.error());
@@ -79,7 +91,7 @@ void capture(CommandContext &context, const CaptureArguments &arguments,
             context.status = ExitStatus::NothingFound;
         return;
     }
-    deliver(context, *image, arguments);
+    deliver(context, *image, arguments, source);
 }
 
 Error noDisplays(CommandContext &context)
@@ -104,7 +116,7 @@ Result<Screen> chosenScreen(CommandContext &context, const std::optional<quint32
     }
     if (*number < static_cast<quint32>(screens.size()))
         return screens[*number];
-    return fail(Error::Kind::NotFound, QStringLiteral("There is no display %1.").arg(*number));
+    return fail(Error::Kind::NotFound, CliTexts::tr("There is no display %1.").arg(*number));
 }
 
 // A region may reach over several displays: each gives its part, at the sharpest of their scales.
@@ -123,7 +135,7 @@ Result<QImage> regionPicture(CommandContext &context, const QRectF &region, Poin
         scale = std::max(scale, screen.scale);
     }
     if (parts.isEmpty())
-        return fail(Error::Kind::NotFound, QStringLiteral("No display shows anything of that region."));
+        return fail(Error::Kind::NotFound, CliTexts::tr("No display shows anything of that region."));
     const auto take = [&](const std::pair<Screen, QRectF> &part) {
         return context.platform()
             .pictures->region(part.first, part.second.translated(-part.first.frame().topLeft()), pointer)
@@ -197,9 +209,12 @@ void addWindow(CLI::App *group, CommandContext &context)
     command->add_option("ID", arguments->window, "Its id, as `windows` lists it")->required();
     addShared(command, *arguments);
     setBody(command, context, Needs::Core, [&context, arguments] {
-        capture(context, *arguments, [&](ScreenCapturer &capturer) {
-            return capturer.captureWindow(arguments->window, arguments->pointer()).result();
-        });
+        capture(
+            context, *arguments,
+            [&](ScreenCapturer &capturer) {
+                return capturer.captureWindow(arguments->window, arguments->pointer()).result();
+            },
+            arguments->window);
     });
 }
 
@@ -247,10 +262,11 @@ void addWindows(CLI::App &app, CommandContext &context)
         for (const WindowInfo &window : capturer.onScreenWindows()) {
             array.append(QJsonObject{{QStringLiteral("id"), qint64(window.id)},
                                      {QStringLiteral("frame"), jsonOf(window.frame)},
-                                     {QStringLiteral("owner"), window.owner}});
+                                     {QStringLiteral("owner"), window.owner},
+                                     {QStringLiteral("title"), window.title}});
             if (!*json)
                 CommandContext::print(QStringLiteral("%1\t%2\t").arg(window.id).arg(toText(window.frame)) +
-                                      window.owner);
+                                      window.owner + '\t' + window.title.simplified());
         }
         if (*json)
             CommandContext::print(QJsonDocument(array));

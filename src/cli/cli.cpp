@@ -78,7 +78,7 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
         what = CliTexts::tr("There is no command \"%1\"").arg(QString::fromStdString(unknown.front()));
     while (what.endsWith(QLatin1Char('.')))
         what.chop(1);
-    return QStringLiteral("%1: see %2 --help.").arg(what, command);
+    return CliTexts::tr("%1: see %2 --help.").arg(what, command);
 }
 
 } // namespace
@@ -114,7 +114,7 @@ int runCommandLine(int argc, char **argv)
     try {
         app.parse(argc, argv);
         if (std::fflush(stdout) != 0 || std::ferror(stdout))
-            context.fail({Error::Kind::Failed, QStringLiteral("The result could not be printed."), {}});
+            context.fail({Error::Kind::Failed, CliTexts::tr("The result could not be printed."), {}});
         return static_cast<int>(context.status);
     } catch (const CLI::Success &wanted) {
         return app.exit(wanted); // help and version

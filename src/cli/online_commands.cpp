@@ -1,6 +1,7 @@
 #include "cli/choice.h"
 #include "cli/command.h"
 #include "cli/pictures.h"
+#include "cli/texts.h"
 
 #include "platform/platform.h"
 #include "services/claude_client.h"
@@ -19,7 +20,7 @@ void report(CommandContext &context, QFuture<Result<T>> future,
         return context.fail(result.error());
     const QString line = words(*result);
     if (line.isEmpty()) {
-        CommandContext::warn("The reply holds no text.");
+        CommandContext::warn(CliTexts::tr("The reply holds no text."));
         context.status = ExitStatus::NothingFound;
         return;
     }

@@ -2,6 +2,7 @@
 #include "cli/command.h"
 #include "cli/pictures.h"
 #include "cli/rectangle.h"
+#include "cli/texts.h"
 
 #include "base/file_name.h"
 #include "document/pixelation.h"
@@ -120,7 +121,7 @@ void redact(CommandContext &context, const std::string &file, Redaction::Mode mo
         // No file: one that hides nothing must not pass for one that does.
         if (json)
             CommandContext::print(QJsonDocument(QJsonObject{{"count", 0}, {"rects", QJsonArray()}}));
-        CommandContext::warn("Nothing to redact was found, so nothing was written.");
+        CommandContext::warn(CliTexts::tr("Nothing to redact was found, so nothing was written."));
         context.status = ExitStatus::NothingFound;
         return;
     }

@@ -6,6 +6,7 @@
 #include "capture/scrolling_session.h"
 #include "cli/pictures.h"
 #include "cli/rectangle.h"
+#include "cli/texts.h"
 #include "cli/window_owner.h"
 #include "document/image_files.h"
 #include "library/library.h"
@@ -52,7 +53,7 @@ bool addFrames(CommandContext &context, FrameStitcher &stitcher, const std::vect
         if (i + 1 < files.size())
             next = read(i + 1);
         if (i > 0 && frame->size() != stitcher.frames().first().image.size()) {
-            CommandContext::warn(QStringLiteral("%1 is left out: it has another size than the first frame.")
+            CommandContext::warn(CliTexts::tr("%1 is left out: it has another size than the first frame.")
                                      .arg(absolutePath(files[i])));
             continue;
         }
@@ -69,7 +70,7 @@ void stitch(CommandContext &context, const StitchCall &call)
     const std::optional<QImage> picture = stitcher.result();
     if (!picture)
         return context.fail(
-            {Error::Kind::Failed, QStringLiteral("The whole picture doesn't fit in memory."), {}});
+            {Error::Kind::Failed, CliTexts::tr("The whole picture doesn't fit in memory."), {}});
     const auto output = Pictures::write(context, *picture, call.output);
     if (!output)
         return;
@@ -135,8 +136,7 @@ void scroll(CommandContext &context, const ScrollCall &call)
         return context.fail(captureError(CaptureError::NoDisplays));
     const QRectF visible = region.intersected(screen->frame());
     if (visible.isEmpty()) {
-        context.fail(
-            {Error::Kind::NotFound, QStringLiteral("No display shows anything of that region."), {}});
+        context.fail({Error::Kind::NotFound, CliTexts::tr("No display shows anything of that region."), {}});
         context.status = ExitStatus::NothingFound;
         return;
     }
@@ -150,8 +150,7 @@ void scroll(CommandContext &context, const ScrollCall &call)
         if (!picture)
             context.fail(picture.error());
         else if (!*picture)
-            context.fail(
-                {Error::Kind::Failed, QStringLiteral("The whole picture doesn't fit in memory."), {}});
+            context.fail({Error::Kind::Failed, CliTexts::tr("The whole picture doesn't fit in memory."), {}});
         else
             deliver(context, call, session, **picture, source);
         QCoreApplication::quit();

@@ -38,6 +38,7 @@ struct WindowInfo {
     quint32 id = 0;
     QRectF frame;  // in global points
     QString owner; // name of the owning application; empty if unknown
+    QString title = {};
     bool operator==(const WindowInfo &) const = default;
 };
 

@@ -17,6 +17,7 @@ TEST_F(CaptureCalls, ListWhatCanBeCapturedAndCaptureIt)
 {
     QLabel window(QStringLiteral("A window"));
     window.resize(300, 200);
+    window.setWindowTitle("Quay ledger");
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
 
@@ -40,12 +41,16 @@ TEST_F(CaptureCalls, ListWhatCanBeCapturedAndCaptureIt)
     const Outcome windows = call({"windows", "--json"});
     EXPECT_TRUE(isDone(windows));
     qint64 id = 0;
+    QString owner;
     for (const auto &entry : windows.json().array()) {
         const QJsonArray place = entry.toObject().value("frame").toArray();
-        if (place[2].toInt() >= 300 && place[2].toInt() < 340)
+        if (place[2].toInt() >= 300 && place[2].toInt() < 340) {
             id = entry.toObject().value("id").toInteger();
+            owner = entry.toObject().value("owner").toString();
+        }
     }
     ASSERT_NE(id, 0) << windows.output.toStdString();
+    EXPECT_TRUE(windows.output.contains("\"title\":\"Quay ledger\"")) << windows.output.toStdString();
     EXPECT_TRUE(isDone(call({"capture", "window", QString::number(id), "--output", "window.png"})));
     EXPECT_GE(QImage(path("window.png")).width(), 300);
 
@@ -53,6 +58,23 @@ TEST_F(CaptureCalls, ListWhatCanBeCapturedAndCaptureIt)
     EXPECT_TRUE(isDone(kept));
     EXPECT_EQ(QFileInfo(kept.output.trimmed()).path(), path("library"));
     EXPECT_EQ(QImage(kept.output.trimmed()).size(), QSize(40, 30) * display.value("scale").toDouble());
+
+    // The Library knows whose window it shows, whichever is in front.
+    ASSERT_FALSE(owner.isEmpty());
+    QProcess other;
+    other.start("xterm", {"-geometry", "40x10+600+400"});
+    const auto front = [this] { return call({"windows", "--json"}).json()[0]["owner"].toString(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return front() != owner; }, 10000));
+    set("LUMENPOST_LIBRARY", path("library"));
+    const QString shot = call({"capture", "window", QString::number(id)}).output.trimmed();
+    QString source;
+    for (const auto &item : call({"library", "list", "--json"}).json().array()) {
+        if (item.toObject().value("path").toString() == shot)
+            source = item.toObject().value("source").toString();
+    }
+    EXPECT_EQ(source, owner);
+    other.kill();
+    other.waitForFinished();
 }
 
 TEST_F(CaptureCalls, HideASecretTypedIntoATerminalAlsoWhereItsEdgeBreaksIt)
