@@ -3,6 +3,7 @@
 #include "document/heic.h"
 
 #include <QtEndian>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -87,7 +88,9 @@ bool holdsItsRows(const QByteArray &bmp)
         return qFromLittleEndian<quint32>(data + 2) <= static_cast<quint64>(bmp.size());
     const qint64 bits = read32(18) * qint64(qFromLittleEndian<quint16>(data + 28));
     const qint64 stride = (bits + 31) / 32 * 4;
-    return qFromLittleEndian<quint32>(data + 10) + stride * std::abs(qint64(read32(22))) <= bmp.size();
+    const qint64 rows = std::max<qint64>(std::abs(qint64(read32(22))), 1);
+    // Divided, as the product of broken numbers fits nothing.
+    return stride <= (bmp.size() - qFromLittleEndian<quint32>(data + 10)) / rows;
 }
 
 // Whether as many bytes follow as the file says it has.
