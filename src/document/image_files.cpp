@@ -104,7 +104,7 @@ QString ImageFiles::pathThatHolds(const QString &path, QSize size)
 
 QByteArray ImageFiles::encode(const QImage &image, Type type, double quality)
 {
-    if (image.isNull())
+    if (image.isNull() || std::max(image.width(), image.height()) > longestSide(type))
         return {};
     switch (type) {
     case Type::Png:

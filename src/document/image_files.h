@@ -27,7 +27,7 @@ QString pathThatHolds(const QString &path, QSize size);
 // renamed. No metadata goes into the file. Refuses a path of another extension, and a picture that the type
 // can't hold.
 Result<void> write(const QImage &image, const QString &path);
-// The encoded bytes; empty when the encoder fails. Quality is 0 to 1, for JPEG and HEIC.
+// The encoded bytes; empty when the encoder fails, or the type can't hold the picture. Quality is 0 to 1, for JPEG and HEIC.
 QByteArray encode(const QImage &image, Type type, double quality = 0.9);
 
 // The largest picture that is decoded: 250 million pixels, fewer where the machine has less than 8 GB of

@@ -237,7 +237,9 @@ TEST(ImageFiles, WritesNothingThatTheFormatCannotHold)
         ASSERT_TRUE(ImageFiles::write(tall, path)) << name;
         EXPECT_EQ(ImageFiles::read(path).value().size(), tall.size());
         ASSERT_TRUE(QFile::remove(path));
-        EXPECT_FALSE(ImageFiles::write(QImage(64, tall.height() + 1, QImage::Format_RGB32), path));
+        const QImage taller(64, tall.height() + 1, QImage::Format_RGB32);
+        EXPECT_FALSE(ImageFiles::write(taller, path));
+        EXPECT_TRUE(ImageFiles::encode(taller, ImageFiles::type(path)).isEmpty());
         EXPECT_FALSE(QFile::exists(path));
     }
     for (const char *name : {"a.gif", "a.webp", "a.tiff"}) {
