@@ -1,8 +1,9 @@
-#include "editor/pins.h"
+#include "pins/pins.h"
 
 #include "base/async.h"
 #include "base/notice.h"
 #include "document/image_files.h"
+#include "pins/texts.h"
 #include "platform/pasteboard.h"
 #include "ui/floating.h"
 #include "ui/symbol.h"
@@ -17,6 +18,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
+#include <cmath>
 
 namespace {
 
@@ -28,6 +30,7 @@ constexpr double leastOpacity = 0.2;
 constexpr double corner = 6;
 constexpr double edge = 8; // points at the border that size the window
 constexpr double linesPerNotch = 3;
+constexpr double kRounding = 1e-6; // what a quotient may be beside a whole number
 
 } // namespace
 
@@ -39,7 +42,10 @@ QRectF pinFrame(const QSize &image, double backing, const QRectF &visible, int o
     QRectF frame(QPointF(), points * scale);
     const double shift = openPins % cascadeSteps * cascadeStep;
     frame.moveCenter(visible.center() + QPointF(shift, shift));
-    return frame;
+    // A window stands on whole points and is as many of them large. It is never smaller than the picture: the
+    // picture of an odd number of pixels then shows as it is, with half a point of nothing beside it.
+    const auto whole = [](double length) { return std::max(std::ceil(length - kRounding), 1.0); };
+    return {std::round(frame.x()), std::round(frame.y()), whole(frame.width()), whole(frame.height())};
 }
 
 Pins::Pins(Pasteboard &pasteboard, NoticeBoard &notices, QObject *parent)
@@ -86,11 +92,9 @@ void Pins::copy(const QImage &image)
     whenDone(runInBackground([image] { return ImageFiles::encode(image, ImageFiles::Type::Png); }), this,
              [this](const QByteArray &png) {
                  m_pasteboard.setFlavors({{"image/png", png}});
-                 m_notices.post("Copied", "checkmark.circle.fill");
+                 m_notices.post(PinsTexts::tr("Copied"), "checkmark.circle.fill");
              });
 }
-
-// MARK: PinWindow
 
 PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, double backing)
     : m_pins(pins), m_image(image), m_backing(backing)
@@ -99,13 +103,13 @@ PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, doubl
                    Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
     setAttribute(Qt::WA_QuitOnClose, false);
-    setWindowTitle("Pinned Image");
-    setAccessibleName("Pinned image");
+    setWindowTitle(PinsTexts::tr("Pinned Image"));
+    setAccessibleName(PinsTexts::tr("Pinned image"));
     setMouseTracking(true);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
     setProperty("focusRadius", -1.0);
-    setGeometry(frame.toAlignedRect());
+    setGeometry(frame.toRect());
     winId();                                        // the attribute is heeded once there is a native window
     setAttribute(Qt::WA_X11NetWmWindowTypeToolBar); // which no list of windows shows
 }
@@ -130,18 +134,24 @@ void PinWindow::showActualSize()
 void PinWindow::paintEvent(QPaintEvent *)
 {
     const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize().expandedTo({1, 1});
-    if (m_scaled.size() != pixels) {
+    // A picture at its own size is shown pixel by pixel; a window can only be whole points large.
+    const QSize room = pixels - m_image.size();
+    const int slack = qCeil(devicePixelRatioF());
+    const bool isActualSize =
+        room.width() >= 0 && room.height() >= 0 && room.width() < slack && room.height() < slack;
+    if (isActualSize)
+        m_scaled = m_image;
+    else if (m_scaled.size() != pixels)
         m_scaled = m_image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     // The brush counts device pixels, the painter points.
+    const double toPoints = 1 / devicePixelRatioF();
     QBrush picture(m_scaled);
-    picture.setTransform(
-        QTransform::fromScale(width() / double(m_scaled.width()), height() / double(m_scaled.height())));
+    picture.setTransform(QTransform::fromScale(toPoints, toPoints));
     painter.setBrush(picture);
-    painter.drawRoundedRect(rect(), corner, corner);
+    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(m_scaled.size()) * toPoints), corner, corner);
     if (underMouse() || hasFocus()) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(Theme::tokens(this).accent, 1.5));
@@ -239,14 +249,15 @@ QMenu *PinWindow::makeMenu()
 {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(symbolIcon("doc.on.doc"), "Copy", this, [this] { m_pins.copy(m_image); });
-    menu->addAction(symbolIcon("pencil.and.outline"), "Open in Editor", this, [this] {
+    menu->addAction(symbolIcon("doc.on.doc"), PinsTexts::tr("Copy"), this, [this] { m_pins.copy(m_image); });
+    menu->addAction(symbolIcon("pencil.and.outline"), PinsTexts::tr("Open in Editor"), this, [this] {
         if (m_pins.openEditor)
             m_pins.openEditor(m_image);
     });
     menu->addSeparator();
-    menu->addAction(symbolIcon("1.magnifyingglass"), "Actual Size", this, &PinWindow::showActualSize);
-    QMenu *opacity = menu->addMenu("Opacity");
+    menu->addAction(symbolIcon("1.magnifyingglass"), PinsTexts::tr("Actual Size"), this,
+                    &PinWindow::showActualSize);
+    QMenu *opacity = menu->addMenu(PinsTexts::tr("Opacity"));
     for (int percent : {100, 75, 50, 25}) {
         QAction *choice = opacity->addAction(QStringLiteral("%1%").arg(percent), this,
                                              [this, percent] { setWindowOpacity(percent / 100.0); });
@@ -254,8 +265,8 @@ QMenu *PinWindow::makeMenu()
         choice->setChecked(qRound(windowOpacity() * 100) == percent);
     }
     menu->addSeparator();
-    menu->addAction(symbolIcon("xmark"), "Close", this, &QWidget::close);
-    menu->addAction("Close All Pins", &m_pins, &Pins::closeAll, Qt::QueuedConnection);
+    menu->addAction(symbolIcon("xmark"), PinsTexts::tr("Close"), this, &QWidget::close);
+    menu->addAction(PinsTexts::tr("Close All Pins"), &m_pins, &Pins::closeAll, Qt::QueuedConnection);
     return menu;
 }
 
