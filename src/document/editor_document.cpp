@@ -2,10 +2,10 @@
 
 #include "base/colors.h"
 #include "document/cutout.h"
+#include "document/draft.h"
 #include "document/image_files.h"
 #include "document/project_save.h"
 #include "document/renderer.h"
-#include "platform/pasteboard.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,10 +23,8 @@ bool usesNumber(const Annotation &annotation)
 
 } // namespace
 
-QList<Annotation> EditorDocument::s_objectClipboard;
-
 EditorDocument::EditorDocument(const QImage &image, const QUrl &url, QObject *parent)
-    : QObject(parent), m_base(image), m_fileURL(url)
+    : QObject(parent), m_base(image), m_saved(contents()), m_fileURL(url)
 {}
 
 EditorDocument::EditorDocument(const Source &source, QObject *parent)
@@ -34,22 +32,54 @@ EditorDocument::EditorDocument(const Source &source, QObject *parent)
       m_base(source.base),
       m_annotations(source.annotations),
       m_effects(source.effects),
-      m_fileURL(source.fileURL)
-{}
+      m_saved(contents()),
+      m_fileURL(source.fileURL),
+      m_fileDigest(source.fileDigest),
+      m_draftDirectory(source.draftDirectory),
+      m_isFromDraft(source.draft),
+      m_hasSetDraftAside(source.hasSetDraftAside)
+{
+    if (!source.draft)
+        return;
+    m_base = source.draft->base;
+    m_annotations = source.draft->annotations;
+    m_effects = source.draft->effects;
+}
+
+namespace {
+
+void addDraft(EditorDocument::Source &source, const QString &directory)
+{
+    if (!Draft::exists(directory))
+        return;
+    source.draft = Draft::read(directory, source.fileDigest);
+    if (source.draft)
+        return;
+    Draft::setAside(directory);
+    source.hasSetDraftAside = true;
+}
+
+} // namespace
 
 EditorDocument::Source EditorDocument::load(const QString &path, const QString &projectDirectory)
 {
-    const QUrl url = QUrl::fromLocalFile(path);
+    Source source;
+    source.fileURL = QUrl::fromLocalFile(path);
+    source.fileDigest = Draft::digestOf(path); // before the pixels: a draft of older ones fits no newer ones
     const auto opened = ProjectSave::open(path, projectDirectory);
+    source.isProjectSetAside = opened.isSetAside;
     if (opened.contents) {
-        const ProjectFile &project = opened.contents->project;
-        return {opened.contents->base, project.objects(), project.effects(), url};
+        source.base = opened.contents->base;
+        source.annotations = opened.contents->project.objects();
+        source.effects = opened.contents->project.effects();
+    } else if (const auto image = ImageFiles::read(path)) {
+        source.base = *image;
+    } else {
+        return source;
     }
-    if (const auto image = ImageFiles::read(path))
-        return {*image, {}, {}, url, opened.isSetAside};
-    QImage blank(2, 2, QImage::Format_ARGB32_Premultiplied);
-    blank.fill(Qt::transparent);
-    return {blank, {}, {}, url};
+    if (!projectDirectory.isEmpty())
+        addDraft(source, Draft::directoryOf(path, projectDirectory));
+    return source;
 }
 
 // --- fields
@@ -57,18 +87,18 @@ EditorDocument::Source EditorDocument::load(const QString &path, const QString &
 template <typename T>
 void EditorDocument::set(T &member, const T &value, Field field)
 {
-    emit aboutToChange(field);
+    Q_EMIT aboutToChange(field);
     member = value;
-    emit changed(field);
+    Q_EMIT changed(field);
 }
 
 void EditorDocument::setBase(const QImage &base)
 {
-    emit aboutToChange(Field::Base);
+    Q_EMIT aboutToChange(Field::Base);
     if (base.cacheKey() != m_base.cacheKey())
         m_pixelated = QImage();
     m_base = base;
-    emit changed(Field::Base);
+    Q_EMIT changed(Field::Base);
 }
 
 const QImage &EditorDocument::pixelated() const
@@ -76,6 +106,12 @@ const QImage &EditorDocument::pixelated() const
     if (m_pixelated.isNull())
         m_pixelated = Renderer::pixelated(m_base);
     return m_pixelated;
+}
+
+void EditorDocument::keepPixelated(const QImage &base, const QImage &pixelated)
+{
+    if (base.cacheKey() == m_base.cacheKey())
+        m_pixelated = pixelated;
 }
 
 void EditorDocument::setAnnotations(const QList<Annotation> &annotations)
@@ -86,6 +122,21 @@ void EditorDocument::setAnnotations(const QList<Annotation> &annotations)
 void EditorDocument::setEffects(const Effects &effects)
 {
     set(m_effects, effects, Field::Effects);
+}
+
+void EditorDocument::setSaved(const Contents &contents)
+{
+    set(m_saved, contents, Field::Saved);
+}
+
+void EditorDocument::setContents(const Contents &contents)
+{
+    pushUndo();
+    if (contents.base.cacheKey() != m_base.cacheKey())
+        setBase(contents.base);
+    setAnnotations(contents.annotations);
+    setEffects(contents.effects);
+    setSelectedID({});
 }
 
 void EditorDocument::setSelectedID(const std::optional<QUuid> &id)
@@ -111,6 +162,18 @@ void EditorDocument::setTool(ToolKind tool)
     set(m_tool, tool, Field::Tool);
 }
 
+void EditorDocument::chooseTool(ToolKind tool)
+{
+    setSelectedID({});
+    setTool(tool);
+}
+
+ToolKind EditorDocument::activeKind() const
+{
+    const auto object = selected();
+    return object ? object->kind : m_tool;
+}
+
 void EditorDocument::editSelected(const std::function<void(Annotation &)> &edit)
 {
     if (auto object = selected()) {
@@ -119,23 +182,31 @@ void EditorDocument::editSelected(const std::function<void(Annotation &)> &edit)
     }
 }
 
+// The object before the notice of the new style: who follows that sees both.
+
 void EditorDocument::setColor(const QColor &color)
 {
-    set(m_color, color, Field::Style);
+    Q_EMIT aboutToChange(Field::Style);
+    colorOf(activeKind()) = color;
     editSelected([&](Annotation &object) { object.color = color; });
+    Q_EMIT changed(Field::Style);
 }
 
 void EditorDocument::setLineWidth(double width)
 {
-    set(m_lineWidth, width, Field::Style);
+    Q_EMIT aboutToChange(Field::Style);
+    m_lineWidth = width;
     editSelected([&](Annotation &object) { object.lineWidth = width; });
+    Q_EMIT changed(Field::Style);
 }
 
 void EditorDocument::setTextFont(TextFont font)
 {
-    set(m_textFont, font, Field::Style);
+    Q_EMIT aboutToChange(Field::Style);
+    m_textFont = font;
     if (const auto object = selected(); object && Tools::usesFont(object->kind))
         editSelected([&](Annotation &object) { object.font = static_cast<int>(font); });
+    Q_EMIT changed(Field::Style);
 }
 
 void EditorDocument::setStampValue(const QString &value)
@@ -145,55 +216,26 @@ void EditorDocument::setStampValue(const QString &value)
 
 void EditorDocument::setStyle(int style, ToolKind kind)
 {
-    emit aboutToChange(Field::Style);
+    Q_EMIT aboutToChange(Field::Style);
     m_toolStyles.insert(kind, style);
-    emit changed(Field::Style);
     if (const auto object = selected(); object && object->kind == kind)
         editSelected([&](Annotation &object) { object.style = style; });
+    Q_EMIT changed(Field::Style);
 }
 
 void EditorDocument::adoptStyle(const Annotation &annotation)
 {
-    // Without a selection meanwhile, so that nothing flows back into an object.
-    const std::optional<QUuid> id = m_selectedID;
-    setSelectedID({});
-    setColor(annotation.color);
-    setLineWidth(annotation.lineWidth);
+    // Nothing flows back into an object: only what the next one looks like changes.
+    Q_EMIT aboutToChange(Field::Style);
+    colorOf(annotation.kind) = annotation.color;
+    m_lineWidth = annotation.lineWidth;
     if (!Tools::styles(annotation.kind).isEmpty())
-        setStyle(annotation.style, annotation.kind);
+        m_toolStyles.insert(annotation.kind, annotation.style);
     if (Tools::usesFont(annotation.kind))
-        setTextFont(annotation.textFont());
-    setSelectedID(id);
+        m_textFont = annotation.textFont();
+    Q_EMIT changed(Field::Style);
 }
 
-void EditorDocument::setZoom(const std::optional<double> &zoom)
-{
-    set(m_zoom, zoom, Field::Zoom);
-}
-void EditorDocument::setDisplayZoom(double zoom)
-{
-    set(m_displayZoom, zoom, Field::DisplayZoom);
-}
-void EditorDocument::setPickingColor(bool on)
-{
-    set(m_isPickingColor, on, Field::Mode);
-}
-void EditorDocument::setSelectingText(bool on)
-{
-    set(m_isSelectingText, on, Field::Mode);
-}
-void EditorDocument::setShowPalette(bool on)
-{
-    set(m_showPalette, on, Field::Mode);
-}
-void EditorDocument::setBusy(bool on)
-{
-    set(m_isBusy, on, Field::Mode);
-}
-void EditorDocument::setAIResult(const std::optional<AIResult> &result)
-{
-    set(m_aiResult, result, Field::Mode);
-}
 void EditorDocument::setFileURL(const QUrl &url)
 {
     set(m_fileURL, url, Field::File);
@@ -241,9 +283,9 @@ Annotation EditorDocument::makeAnnotation(ToolKind kind, const QPointF &point) c
     result.id = QUuid::createUuid();
     result.kind = kind;
     result.start = result.end = point;
-    result.color = m_color;
+    result.color = colorOf(kind);
     // A dark highlighter would hide the text it is drawn over.
-    if (kind == ToolKind::Highlight && brightnessComponentSafe(m_color) < 0.25)
+    if (kind == ToolKind::Highlight && brightnessComponentSafe(result.color) < 0.25)
         result.color = SystemColors::yellow();
     result.lineWidth = m_lineWidth;
     result.style = toolStyle(kind);
@@ -269,9 +311,9 @@ void EditorDocument::replace(const Annotation &annotation)
     for (qsizetype i = 0; i < m_annotations.size(); ++i) {
         if (m_annotations[i].id != annotation.id)
             continue;
-        emit aboutToChange(Field::Annotations);
+        Q_EMIT aboutToChange(Field::Annotations);
         m_annotations[i] = annotation;
-        emit changed(Field::Annotations);
+        Q_EMIT changed(Field::Annotations);
         return;
     }
 }
@@ -344,46 +386,21 @@ void EditorDocument::addImageObject(const QImage &image, const std::optional<QPo
     setTool(ToolKind::Select);
 }
 
-void EditorDocument::copySelected(Pasteboard &pasteboard) const
+void EditorDocument::addCopies(const QList<Annotation> &originals)
 {
-    const auto object = selected();
-    if (!object)
+    if (originals.isEmpty())
         return;
-    s_objectClipboard = {*object};
-    const QRect rect = object->bounds().intersected(imageBounds()).toAlignedRect() & m_base.rect();
-    QList<Pasteboard::Flavor> flavors{{objectPasteboardType, QByteArray()}};
-    if (!rect.isEmpty())
-        flavors.append({"image/png", ImageFiles::encode(flattened().copy(rect), ImageFiles::Type::Png)});
-    pasteboard.setFlavors(flavors);
-}
-
-void EditorDocument::paste(Pasteboard &pasteboard, const std::optional<QPointF> &point)
-{
-    if (pasteboard.has(objectPasteboardType) && !s_objectClipboard.isEmpty())
-        pasteObjects(point);
-    else if (pasteboard.hasImage())
-        addImageObject(pasteboard.image(), point);
-}
-
-void EditorDocument::pasteObjects(const std::optional<QPointF> &point)
-{
     pushUndo();
-    for (const Annotation &original : std::as_const(s_objectClipboard)) {
-        Annotation copy = original;
+    QList<Annotation> all = m_annotations;
+    int number = nextStepNumber();
+    for (Annotation copy : originals) {
         copy.id = QUuid::createUuid();
-        if (point) {
-            const QPointF by = *point - copy.bounds().center();
-            copy.offset(by.x(), by.y());
-        } else {
-            copy.offset(cascade, cascade);
-        }
         if (usesNumber(copy))
-            copy.number = nextStepNumber();
-        setAnnotations(m_annotations + QList{copy});
-        setSelectedID(copy.id);
+            copy.number = number++;
+        all.append(copy);
     }
-    for (Annotation &original : s_objectClipboard)
-        original.offset(cascade, cascade); // the next paste cascades instead of stacking
+    setAnnotations(all);
+    setSelectedID(all.last().id);
 }
 
 // --- surgery
@@ -448,12 +465,12 @@ ProjectFile EditorDocument::project() const
 
 void EditorDocument::pushUndo()
 {
-    emit aboutToChange(Field::History);
+    Q_EMIT aboutToChange(Field::History);
     m_undoStack.append({m_base, m_annotations});
     if (m_undoStack.size() > longestHistory)
         m_undoStack.removeFirst();
     m_redoStack.clear();
-    emit changed(Field::History);
+    Q_EMIT changed(Field::History);
 }
 
 void EditorDocument::undo()
@@ -465,14 +482,21 @@ void EditorDocument::redo()
     swapWith(m_redoStack, m_undoStack);
 }
 
+void EditorDocument::dropLastStep()
+{
+    undo();
+    if (!m_redoStack.isEmpty())
+        m_redoStack.removeLast();
+}
+
 void EditorDocument::swapWith(QList<Snapshot> &source, QList<Snapshot> &other)
 {
     if (source.isEmpty())
         return;
-    emit aboutToChange(Field::History);
+    Q_EMIT aboutToChange(Field::History);
     const Snapshot snapshot = source.takeLast();
     other.append({m_base, m_annotations});
-    emit changed(Field::History);
+    Q_EMIT changed(Field::History);
     if (snapshot.base.cacheKey() != m_base.cacheKey())
         setBase(snapshot.base);
     setAnnotations(snapshot.annotations);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "document/ai_result.h"
 #include "document/annotation.h"
 #include "document/effects.h"
 #include "document/project_file.h"
@@ -15,8 +14,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-
-class Pasteboard;
 
 // One open picture: a base bitmap, the objects on it, the state of the tools, and the history. Has no view of
 // its own; canvas and windows observe it and call its operations. Main thread only.
@@ -35,13 +32,25 @@ public:
         Effects,
         Tool,
         Style, // colour, size, styles, font, stamp: the current look
-        Zoom,
-        DisplayZoom,
-        Mode, // eyedropper, text selection, palette, busy, AI result
-        File, // fileURL, displayName
+        File,  // fileURL, displayName
         History,
+        Saved, // whether there is anything to save
     };
     Q_ENUM(Field)
+
+    // All that makes the picture. Shares its data.
+    struct Contents {
+        QImage base;
+        QList<Annotation> annotations;
+        Effects effects;
+
+        // Bases are compared by identity, which costs nothing.
+        bool operator==(const Contents &other) const
+        {
+            return base.cacheKey() == other.base.cacheKey() && annotations == other.annotations &&
+                   effects == other.effects;
+        }
+    };
 
     // What a file of the Library gives to edit; made by `load` on any thread.
     struct Source {
@@ -51,23 +60,29 @@ public:
         QUrl fileURL;
         // There were objects, of another state of the picture: they were put aside and don't show.
         bool isProjectSetAside = false;
+        QByteArray fileDigest = {};         // as `Draft::digestOf` tells it
+        std::optional<Contents> draft = {}; // edits of this very file that were never saved
+        QString draftDirectory = {};        // of a picture without a file
+        bool hasSetDraftAside = false;      // there was one of another state of the file
     };
-
-    // The marker on the pasteboard that says "the objects copied last in this program".
-    static constexpr auto objectPasteboardType = "com.oakfenrow.lumenpost.objects";
 
     explicit EditorDocument(const QImage &image, const QUrl &url = {}, QObject *parent = nullptr);
     explicit EditorDocument(const Source &source, QObject *parent = nullptr);
 
-    // Reads a picture with its project; without a readable project the flat picture; without that a blank
-    // picture of 2 × 2. Never fails. Callable from any thread.
+    // Reads a picture with its project; without a readable project the flat picture; without that the
+    // base is null, and there is nothing to edit. Callable from any thread.
     static Source load(const QString &path, const QString &projectDirectory);
 
     // --- what is edited
     const QImage &base() const { return m_base; }
     void setBase(const QImage &base);
-    // The pixelated copy of the base, made when first asked for after a change of base.
+    // The pixelated copy of the base, made when first asked for after a change of base: that takes several
+    // frames for a large picture.
     const QImage &pixelated() const;
+    // The same if it has been made, otherwise null.
+    const QImage &readyPixelated() const { return m_pixelated; }
+    // Takes over what was made elsewhere of `base`; dropped if the base is another one by now.
+    void keepPixelated(const QImage &base, const QImage &pixelated);
     // Gives the pixelated copy's memory back until it is asked for again.
     void releasePixelated() { m_pixelated = QImage(); }
     QRectF imageBounds() const { return QRectF(m_base.rect()); }
@@ -75,6 +90,17 @@ public:
     void setAnnotations(const QList<Annotation> &annotations);
     const Effects &effects() const { return m_effects; }
     void setEffects(const Effects &effects);
+    Contents contents() const { return {m_base, m_annotations, m_effects}; }
+
+    // --- what has been saved. At first that is what the document was made from.
+    bool hasUnsavedChanges() const { return contents() != m_saved; }
+    const Contents &saved() const { return m_saved; }
+    void setSaved(const Contents &contents);
+    // The contents at first are edits that were never saved, of a session that has ended.
+    bool isFromDraft() const { return m_isFromDraft; }
+    bool hasSetDraftAside() const { return m_hasSetDraftAside; }
+    // Takes other contents over as one undo step, but for the effects, which no undo changes.
+    void setContents(const Contents &contents);
 
     // --- selection
     std::optional<QUuid> selectedID() const { return m_selectedID; }
@@ -86,7 +112,12 @@ public:
     // its own.
     ToolKind tool() const { return m_tool; }
     void setTool(ToolKind tool);
-    QColor color() const { return m_color; }
+    // As a user picks one: lets go of the selected object, so that the options are the tool's.
+    void chooseTool(ToolKind tool);
+    // The kind whose look is current: that of the selected object, otherwise that of the tool.
+    ToolKind activeKind() const;
+    // Of the active kind. Highlighters have a colour of their own, which begins as yellow.
+    QColor color() const { return colorOf(activeKind()); }
     void setColor(const QColor &color);
     double lineWidth() const { return m_lineWidth; }
     void setLineWidth(double width);
@@ -100,28 +131,16 @@ public:
     // Takes an object's look as the current look.
     void adoptStyle(const Annotation &annotation);
 
-    // --- view state that windows share
-    std::optional<double> zoom() const { return m_zoom; } // requested; none fits the window
-    void setZoom(const std::optional<double> &zoom);
-    double displayZoom() const { return m_displayZoom; } // in force, reported by the canvas
-    void setDisplayZoom(double zoom);
-    bool isPickingColor() const { return m_isPickingColor; }
-    void setPickingColor(bool on);
-    bool isSelectingText() const { return m_isSelectingText; }
-    void setSelectingText(bool on);
-    bool showPalette() const { return m_showPalette; }
-    void setShowPalette(bool on);
-    bool isBusy() const { return m_isBusy; }
-    void setBusy(bool on);
-    const std::optional<AIResult> &aiResult() const { return m_aiResult; }
-    void setAIResult(const std::optional<AIResult> &result);
-
+    // --- where it lives
     QUrl fileURL() const { return m_fileURL; }
     void setFileURL(const QUrl &url);
+    // Of the file as it was read or written last; empty when nobody has looked yet.
+    const QByteArray &fileDigest() const { return m_fileDigest; }
+    void setFileDigest(const QByteArray &digest) { m_fileDigest = digest; }
+    // Where the draft of a picture without a file lies that this one was made from; empty for none.
+    const QString &draftDirectory() const { return m_draftDirectory; }
     QString displayName() const { return m_displayName; } // overrides the window's title; empty for none
     void setDisplayName(const QString &name);
-    // Replaces saving when set.
-    std::function<void(EditorDocument &)> saveHandler;
 
     // --- questions
     // The colour of one pixel of the base; nothing outside.
@@ -145,10 +164,8 @@ public:
     // A picture as an object, at most 60% of each side of the base, around `point` or the middle.
     void addImageObject(const QImage &image, const std::optional<QPointF> &point = {});
 
-    // The selected object, for this program as an object and for others as a picture.
-    void copySelected(Pasteboard &pasteboard) const;
-    // Objects if the pasteboard still holds this program's marker, otherwise a picture, otherwise nothing.
-    void paste(Pasteboard &pasteboard, const std::optional<QPointF> &point = {});
+    // Copies of objects, as one undo step, with identities and step numbers of their own. Selects the last.
+    void addCopies(const QList<Annotation> &originals);
 
     // --- surgery on the base
     // Cuts to the rectangle, rounded outwards, at least 4 × 4.
@@ -169,10 +186,13 @@ public:
     void pushUndo();
     void undo();
     void redo();
+    // Takes the last step back as if it had never been.
+    void dropLastStep();
+    qsizetype undoSteps() const { return m_undoStack.size(); }
     bool canUndo() const { return !m_undoStack.isEmpty(); }
     bool canRedo() const { return !m_redoStack.isEmpty(); }
 
-signals:
+Q_SIGNALS:
     void aboutToChange(EditorDocument::Field field);
     void changed(EditorDocument::Field field);
 
@@ -186,32 +206,32 @@ private:
 
     template <typename T>
     void set(T &member, const T &value, Field field);
+    const QColor &colorOf(ToolKind kind) const
+    {
+        return kind == ToolKind::Highlight ? m_highlightColor : m_color;
+    }
+    QColor &colorOf(ToolKind kind) { return kind == ToolKind::Highlight ? m_highlightColor : m_color; }
     void editSelected(const std::function<void(Annotation &)> &edit);
     void swapWith(QList<Snapshot> &source, QList<Snapshot> &other);
-    void pasteObjects(const std::optional<QPointF> &point);
-
-    // Copied last, in any document of this process.
-    static QList<Annotation> s_objectClipboard;
 
     QImage m_base;
     mutable QImage m_pixelated;
     QList<Annotation> m_annotations;
     Effects m_effects;
+    Contents m_saved;
     ToolKind m_tool = ToolKind::Arrow;
     std::optional<QUuid> m_selectedID;
-    bool m_isBusy = false;
-    std::optional<AIResult> m_aiResult;
     QColor m_color = SystemColors::red();
+    QColor m_highlightColor = SystemColors::yellow();
     double m_lineWidth = 6;
     QHash<ToolKind, int> m_toolStyles;
     TextFont m_textFont = TextFont::System;
     QString m_stampValue = StampLibrary::symbols().first();
-    std::optional<double> m_zoom;
-    double m_displayZoom = 1;
-    bool m_isPickingColor = false;
-    bool m_isSelectingText = false;
-    bool m_showPalette = false;
     QUrl m_fileURL;
+    QByteArray m_fileDigest;
+    QString m_draftDirectory;
+    bool m_isFromDraft = false;
+    bool m_hasSetDraftAside = false;
     QString m_displayName;
     QList<Snapshot> m_undoStack;
     QList<Snapshot> m_redoStack;

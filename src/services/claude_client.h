@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/result.h"
-#include "document/ai_result.h"
 
 #include <QFuture>
 #include <QImage>

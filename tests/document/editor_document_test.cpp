@@ -180,48 +180,6 @@ TEST(EditorDocument, NumbersStepsAfterTheHighest)
     EXPECT_NE(document.annotations()[1].id, document.annotations()[0].id);
 }
 
-TEST(EditorDocument, PastesObjectsInACascadeUntilAnotherProgramCopies)
-{
-    FakePasteboard pasteboard;
-    EditorDocument document(filled({400, 300}));
-    document.copySelected(pasteboard); // nothing selected, nothing copied
-    EXPECT_FALSE(pasteboard.has(EditorDocument::objectPasteboardType));
-    document.add(box({20, 20}, {60, 50}));
-    document.copySelected(pasteboard);
-    EXPECT_TRUE(pasteboard.has(EditorDocument::objectPasteboardType));
-    EXPECT_TRUE(pasteboard.data(EditorDocument::objectPasteboardType).isEmpty());
-    const QImage copied = pasteboard.image();
-    ASSERT_EQ(copied.size(), QSize(42, 32));
-    EXPECT_GT(shareOfBlue(copied.pixel(1, 16)), 0.9);
-
-    document.paste(pasteboard);
-    document.paste(pasteboard);
-    ASSERT_EQ(document.annotations().size(), 3);
-    EXPECT_EQ(document.annotations()[1].start, QPointF(44, 44));
-    EXPECT_EQ(document.annotations()[2].start, QPointF(68, 68));
-    EXPECT_EQ(document.selectedID(), document.annotations()[2].id);
-    EXPECT_NE(document.annotations()[1].id, document.annotations()[0].id);
-    EditorDocument other(filled({400, 300}));
-    other.paste(pasteboard, QPointF(200, 100));
-    ASSERT_EQ(other.annotations().size(), 1);
-    EXPECT_EQ(other.annotations()[0].bounds().center(), QPointF(200, 100));
-    other.undo();
-    EXPECT_TRUE(other.annotations().isEmpty());
-
-    QByteArray png = ImageFiles::encode(filled({1000, 200}, Qt::red), ImageFiles::Type::Png);
-    pasteboard.setFlavors({{"image/png", png}});
-    other.setTool(ToolKind::Arrow);
-    other.paste(pasteboard);
-    ASSERT_EQ(other.annotations().size(), 1);
-    EXPECT_EQ(other.annotations()[0].kind, ToolKind::Image);
-    EXPECT_EQ(other.annotations()[0].rect(),
-              QRectF(80, 126, 240, 48)); // at most 60% of the width, in the middle
-    EXPECT_EQ(other.tool(), ToolKind::Select);
-    pasteboard.setText("words");
-    other.paste(pasteboard);
-    EXPECT_EQ(other.annotations().size(), 1);
-}
-
 TEST(EditorDocument, ASmallPictureIsNotEnlarged)
 {
     EditorDocument document(filled({400, 300}));
@@ -280,8 +238,14 @@ TEST(EditorDocument, MakesObjectsWithTheCurrentLook)
     EXPECT_EQ(document.makeAnnotation(ToolKind::Arrow, {}).color, QColor(Qt::black));
     EXPECT_EQ(document.makeAnnotation(ToolKind::Stamp, {}).text, "sym:checkmark.circle.fill");
     EXPECT_EQ(document.makeAnnotation(ToolKind::Pen, {3, 4}).points, QList{QPointF(3, 4)});
+    // The highlighter's colour is its own.
+    document.chooseTool(ToolKind::Highlight);
+    EXPECT_EQ(document.color(), SystemColors::yellow());
     document.setColor(Qt::green);
     EXPECT_EQ(document.makeAnnotation(ToolKind::Highlight, {}).color, QColor(Qt::green));
+    document.setColor(Qt::black);
+    EXPECT_EQ(document.makeAnnotation(ToolKind::Highlight, {}).color, SystemColors::yellow()) << "too dark";
+    EXPECT_EQ(document.makeAnnotation(ToolKind::Arrow, {}).color, QColor(Qt::black));
 }
 
 TEST(EditorDocument, FindsTheTopMostObjectAndOrdersThem)

@@ -240,7 +240,6 @@ TEST(ProjectFile, OpensAsEditableElseAsFlatElseAsABlankPicture)
 
     ASSERT_TRUE(QFile::remove(path));
     source = EditorDocument::load(path, directory);
-    EXPECT_EQ(source.base.size(), QSize(2, 2));
-    EXPECT_EQ(qAlpha(source.base.pixel(1, 1)), 0);
+    EXPECT_TRUE(source.base.isNull()) << "there is nothing to edit";
     EXPECT_EQ(source.fileURL, QUrl::fromLocalFile(path));
 }
