@@ -1,5 +1,6 @@
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
+#include "editor/editor_view.h"
 #include "editor/editor_stage.h"
 #include "ui/appearance.h"
 #include "ui/controls.h"
@@ -103,6 +104,7 @@ int main(int argc, char **argv)
         addObjects(document);
     editor->show();
     document.setSelectedID({});
+    EditorSession::WorkToken work;
 
     QTimer::singleShot(300, editor.get(), [&] {
         if (state == "tour-palette")
@@ -123,7 +125,7 @@ int main(int argc, char **argv)
         if (state == "preset")
             editor->promptSavePreset();
         if (state == "ai")
-            document.setAIResult(AIResult{QUuid::createUuid(), "Alt Text",
+            editor->session().showResult({QUuid::createUuid(), "Alt Text",
                                           "An invoice of March with three lines.\nThe total is marked."});
         if (state == "backdrop") {
             document.setEffects({true, Qt::white, true, true, true, 1});
@@ -132,7 +134,7 @@ int main(int argc, char **argv)
         if (state == "zoom")
             editor->canvas().interaction().setZoom(3);
         if (state == "busy")
-            document.setBusy(true);
+            work = editor->session().beginWork();
         if (state == "stamp")
             document.setTool(ToolKind::Stamp);
         if (state == "crop" || state == "cutout") {
@@ -141,6 +143,12 @@ int main(int argc, char **argv)
             canvas.press({QPointF(500, 200), {}, 1});
             canvas.drag(QPointF(900, 420), {});
         }
+        if (state == "color") {
+            document.chooseTool(ToolKind::Rectangle);
+            editor->window().findChild<BarButton *>("moreColors")->click();
+        }
+        if (state == "draft")
+            static_cast<EditorView &>(editor->window()).tellOfDraft();
         if (state == "pin")
             editor->run(EditorCommand::Pin);
         for (const char *menu : {"menu-Effects", "menu-Redact", "menu-Share", "presets", "font", "stamp"}) {

@@ -9,7 +9,8 @@
 class CanvasHost {
 public:
     virtual ~CanvasHost() = default;
-    virtual void repaint() = 0;
+    // What the canvas shows has changed, or may have.
+    virtual void canvasChanged() = 0;
     virtual void updateCursor() = 0;
     // Shows a field with `text` in it, selected in full. Closing gives what was typed.
     virtual void openTextField(const QString &text) = 0;

@@ -2,6 +2,8 @@
 
 #include "document/editor_document.h"
 #include "editor/drag_shapes.h"
+#include "editor/editor_session.h"
+#include "editor/texts.h"
 
 #include <cmath>
 
@@ -43,8 +45,6 @@ AnnotationHandle oppositeEnd(AnnotationHandle handle)
 
 } // namespace
 
-// MARK: View
-
 void CanvasInteraction::setView(const QSizeF &size, double backing)
 {
     m_viewSize = size;
@@ -58,7 +58,7 @@ CanvasViewport CanvasInteraction::viewport() const
     viewport.image = m_document.base().size();
     viewport.backing = m_backing;
     viewport.backdrop = m_document.effects().backdrop;
-    viewport.zoom = m_document.zoom();
+    viewport.zoom = m_session.zoom();
     viewport.pan = m_pan;
     return viewport;
 }
@@ -68,8 +68,17 @@ void CanvasInteraction::setZoom(std::optional<double> zoom, std::optional<QPoint
     CanvasViewport view = viewport();
     view.setZoom(zoom, around.value_or(QPointF(m_viewSize.width() / 2, m_viewSize.height() / 2)));
     m_pan = view.pan;
-    m_document.setZoom(view.zoom);
-    m_host.repaint();
+    m_session.setZoom(view.zoom);
+    m_host.canvasChanged();
+}
+
+void CanvasInteraction::showFromStart()
+{
+    CanvasViewport view = viewport();
+    view.showFromStart();
+    m_pan = view.pan;
+    m_session.setZoom(view.zoom);
+    m_host.canvasChanged();
 }
 
 void CanvasInteraction::panBy(const QPointF &delta)
@@ -77,7 +86,7 @@ void CanvasInteraction::panBy(const QPointF &delta)
     CanvasViewport view = viewport();
     view.panBy(delta);
     m_pan = view.pan;
-    m_host.repaint();
+    m_host.canvasChanged();
 }
 
 bool CanvasInteraction::scroll(const Scroll &scroll)
@@ -90,7 +99,7 @@ bool CanvasInteraction::scroll(const Scroll &scroll)
         setZoom(std::max(1 + grow, 0.1) * viewport().displayZoom(), scroll.position);
         return true;
     }
-    if (!m_document.zoom())
+    if (!m_session.zoom())
         return false;
     if ((scroll.modifiers & Qt::ShiftModifier) && delta.x() == 0)
         delta = {delta.y(), 0};
@@ -102,8 +111,6 @@ void CanvasInteraction::pinch(double magnification, const QPointF &position)
 {
     setZoom((1 + magnification) * viewport().displayZoom(), position);
 }
-
-// MARK: Press, drag, release
 
 double CanvasInteraction::tolerance() const
 {
@@ -138,9 +145,10 @@ void CanvasInteraction::pickColor(const QPointF &point)
 {
     if (const auto color = m_document.sampleColor(point)) {
         m_document.setColor(*color);
-        m_host.notify("Picked " + color->name().toUpper(), "eyedropper");
+        m_host.notify(EditorTexts::tr("Picked %1").arg(color->name().toUpper()),
+                      QStringLiteral("eyedropper"));
     }
-    m_document.setPickingColor(false);
+    m_session.setMode(EditorSession::Mode::Editing);
     m_host.updateCursor();
 }
 
@@ -153,9 +161,9 @@ void CanvasInteraction::press(const Press &press)
     m_movedSinceDown = false;
     m_mode = None{};
 
-    if (m_document.isPickingColor()) {
+    if (m_session.mode() == EditorSession::Mode::PickingColor) {
         pickColor(point);
-    } else if (m_document.isSelectingText()) {
+    } else if (m_session.mode() == EditorSession::Mode::SelectingText) {
         m_band = QRectF(point, QSizeF());
         m_mode = SelectingText{};
     } else if (m_spaceHeld) {
@@ -164,7 +172,7 @@ void CanvasInteraction::press(const Press &press)
     } else if (!pressObject(press, point)) {
         pressTool(point);
     }
-    m_host.repaint();
+    m_host.canvasChanged();
 }
 
 // True when the press met the selection's handle or an object, which then takes it.
@@ -287,7 +295,7 @@ void CanvasInteraction::drag(const QPointF &position, Qt::KeyboardModifiers modi
             },
         },
         m_mode);
-    m_host.repaint();
+    m_host.canvasChanged();
 }
 
 void CanvasInteraction::release(const QPointF &)
@@ -320,7 +328,7 @@ void CanvasInteraction::endDrag()
     m_dragOrigin.reset();
     m_mode = None{};
     m_host.updateCursor();
-    m_host.repaint();
+    m_host.canvasChanged();
 }
 
 void CanvasInteraction::finishDrawing()
@@ -332,14 +340,14 @@ void CanvasInteraction::finishDrawing()
         return;
     m_document.add(*object);
     if (object->kind == ToolKind::Callout)
-        m_text.begin(*object);
+        m_text.beginNew(*object);
 }
 
 void CanvasInteraction::finishTextSelection()
 {
-    if (!m_document.isSelectingText())
+    if (m_session.mode() != EditorSession::Mode::SelectingText)
         return;
-    m_document.setSelectingText(false);
+    m_session.setMode(EditorSession::Mode::Editing);
     if (m_band && m_band->width() > leastTextArea && m_band->height() > leastTextArea)
         m_host.copyText(roundedOutwards(*m_band) & m_document.imageBounds().toRect());
 }
@@ -349,8 +357,6 @@ void CanvasInteraction::editSelectedText()
     if (const auto selected = m_document.selected(); selected && Tools::holdsText(selected->kind))
         m_text.begin(*selected);
 }
-
-// MARK: Painting
 
 CanvasInteraction::BandKind CanvasInteraction::bandKind() const
 {
@@ -374,7 +380,7 @@ CanvasInteraction::Cursor CanvasInteraction::cursor() const
         return Cursor::ClosedHand;
     if (m_spaceHeld)
         return Cursor::OpenHand;
-    if (m_document.isPickingColor() || m_document.isSelectingText())
+    if (m_session.mode() != EditorSession::Mode::Editing)
         return Cursor::Cross;
     switch (m_document.tool()) {
     case ToolKind::Cutout:

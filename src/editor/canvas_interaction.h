@@ -12,6 +12,7 @@
 #include <variant>
 
 class EditorDocument;
+class EditorSession;
 class Pasteboard;
 
 // Turns pointer and key events on a canvas into operations on the document: presses, drags and releases,
@@ -42,8 +43,13 @@ public:
     enum class Cursor { Arrow, Cross, OpenHand, ClosedHand, Text, ResizeRows, ResizeColumns };
     enum class BandKind { TextArea, Crop, Cutout };
 
-    CanvasInteraction(EditorDocument &document, Pasteboard &pasteboard, CanvasHost &host)
-        : m_document(document), m_pasteboard(pasteboard), m_host(host), m_text(document, host)
+    CanvasInteraction(EditorDocument &document, EditorSession &session, Pasteboard &pasteboard,
+                      CanvasHost &host)
+        : m_document(document),
+          m_session(session),
+          m_pasteboard(pasteboard),
+          m_host(host),
+          m_text(document, host)
     {}
 
     // The view's size in points, and device pixels for a point.
@@ -63,6 +69,8 @@ public:
     void setZoom(std::optional<double> zoom, std::optional<QPointF> around = {});
     void zoomBy(double factor) { setZoom(viewport().displayZoom() * factor); }
     void panBy(const QPointF &delta);
+    // How a picture is first shown: fitted; one much taller than the view as wide as the view, from its top.
+    void showFromStart();
 
     // Text being typed.
     bool isEditingText() const { return m_text.isOpen(); }
@@ -72,10 +80,11 @@ public:
     void editSelectedText();
 
     // Commands
-    void cut();
-    void copy();
+    // A drag that is under way ends first: what it did goes with the step that it began.
+    void undo();
+    void redo();
+    // Under the pointer, if it is over the canvas.
     void paste();
-    void duplicate();
     void startEyedropper();
     void startTextSelection();
     // Selects what lies under the pointer, for a context menu.
@@ -121,11 +130,11 @@ private:
     std::optional<AnnotationHandle> handleHit(const QPointF &viewPoint) const;
     double tolerance() const;
     bool arrowKey(const Key &key);
-    bool commandKey(const Key &key);
     void escape();
     void endDrag();
 
     EditorDocument &m_document;
+    EditorSession &m_session;
     Pasteboard &m_pasteboard;
     CanvasHost &m_host;
     QSizeF m_viewSize;
@@ -138,4 +147,5 @@ private:
     std::optional<QRectF> m_band; // image pixels
     TextEditing m_text;
     bool m_spaceHeld = false;
+    std::optional<QUuid> m_arrowedObject; // moved by the key that is held
 };

@@ -1,6 +1,8 @@
 #include "editor/canvas_interaction.h"
 
 #include "document/editor_document.h"
+#include "editor/editor_session.h"
+#include "editor/object_clipboard.h"
 
 // The canvas by keyboard and menu: keys, and the commands on what is selected.
 
@@ -18,12 +20,8 @@ Qt::KeyboardModifiers commandModifiers(Qt::KeyboardModifiers modifiers)
 
 } // namespace
 
-// MARK: Keys
-
 bool CanvasInteraction::keyPress(const Key &key)
 {
-    if (commandKey(key))
-        return true;
     const auto selected = m_document.selected();
     switch (key.key) {
     case Qt::Key_Space:
@@ -46,10 +44,6 @@ bool CanvasInteraction::keyPress(const Key &key)
             return false;
         selectNext(key.key == Qt::Key_Backtab || (key.modifiers & Qt::ShiftModifier));
         return true;
-    case Qt::Key_Delete:
-    case Qt::Key_Backspace:
-        m_document.deleteSelected();
-        return true;
     case Qt::Key_Escape:
         escape();
         return true;
@@ -65,30 +59,8 @@ bool CanvasInteraction::keyPress(const Key &key)
         return false;
     const auto tool = Tools::ofShortcut(QChar(key.key).toLower());
     if (tool)
-        m_document.setTool(*tool);
+        m_document.chooseTool(*tool);
     return tool.has_value();
-}
-
-bool CanvasInteraction::commandKey(const Key &key)
-{
-    if (commandModifiers(key.modifiers) != Qt::ControlModifier)
-        return false;
-    switch (key.key) {
-    case Qt::Key_K:
-        m_document.setShowPalette(true);
-        return true;
-    case Qt::Key_D:
-        m_document.duplicateSelected();
-        return true;
-    case Qt::Key_BracketRight:
-        m_document.bringToFront();
-        return true;
-    case Qt::Key_BracketLeft:
-        m_document.sendToBack();
-        return true;
-    default:
-        return false;
-    }
 }
 
 void CanvasInteraction::keyRelease(const Key &key)
@@ -102,8 +74,7 @@ void CanvasInteraction::keyRelease(const Key &key)
 void CanvasInteraction::escape()
 {
     m_document.setSelectedID({});
-    m_document.setPickingColor(false);
-    m_document.setSelectingText(false);
+    m_session.setMode(EditorSession::Mode::Editing);
     endDrag();
 }
 
@@ -115,7 +86,10 @@ bool CanvasInteraction::arrowKey(const Key &key)
     const double step = key.modifiers & Qt::ShiftModifier ? largeArrowStep : arrowStep;
     const double dx = key.key == Qt::Key_Left ? -step : key.key == Qt::Key_Right ? step : 0;
     const double dy = key.key == Qt::Key_Up ? -step : key.key == Qt::Key_Down ? step : 0;
-    m_document.pushUndo();
+    // A key that is held is one step.
+    if (!key.isRepeat || m_arrowedObject != selected->id)
+        m_document.pushUndo();
+    m_arrowedObject = selected->id;
     if (!(key.modifiers & Qt::AltModifier)) {
         selected->offset(dx, dy);
     } else if (const auto corner = selected->handlePoint(AnnotationHandle::BottomRight)) {
@@ -124,14 +98,14 @@ bool CanvasInteraction::arrowKey(const Key &key)
         selected->move(AnnotationHandle::End, *end + QPointF(dx, dy));
     } else {
         const double grow = key.key == Qt::Key_Right || key.key == Qt::Key_Up ? 1 : -1;
-        selected->lineWidth = std::clamp(selected->lineWidth + grow, leastWidth, mostWidth);
+        // As the bar's slider does, so that it shows the new size.
+        m_document.setLineWidth(std::clamp(selected->lineWidth + grow, leastWidth, mostWidth));
+        return true;
     }
     m_document.replace(*selected);
-    m_host.repaint();
+    m_host.canvasChanged();
     return true;
 }
-
-// MARK: Commands
 
 void CanvasInteraction::select(const QUuid &id)
 {
@@ -168,15 +142,19 @@ void CanvasInteraction::selectForMenu(const QPointF &position)
         select(hit->id);
 }
 
-void CanvasInteraction::cut()
+void CanvasInteraction::undo()
 {
-    m_document.copySelected(m_pasteboard);
-    m_document.deleteSelected();
+    // What is still being drawn is no step yet: it goes alone.
+    const bool wasDrawing = m_draft || m_band;
+    endDrag();
+    if (!wasDrawing)
+        m_document.undo();
 }
 
-void CanvasInteraction::copy()
+void CanvasInteraction::redo()
 {
-    m_document.copySelected(m_pasteboard);
+    endDrag();
+    m_document.redo();
 }
 
 void CanvasInteraction::paste()
@@ -184,23 +162,18 @@ void CanvasInteraction::paste()
     std::optional<QPointF> at;
     if (const auto pointer = m_host.pointer())
         at = viewport().toImage(*pointer);
-    m_document.paste(m_pasteboard, at);
-}
-
-void CanvasInteraction::duplicate()
-{
-    m_document.duplicateSelected();
+    ObjectClipboard::paste(m_document, m_pasteboard, at);
 }
 
 void CanvasInteraction::startEyedropper()
 {
-    m_document.setPickingColor(true);
+    m_session.setMode(EditorSession::Mode::PickingColor);
     m_host.updateCursor();
 }
 
 void CanvasInteraction::startTextSelection()
 {
-    m_document.setSelectingText(true);
+    m_session.setMode(EditorSession::Mode::SelectingText);
     m_host.updateCursor();
 }
 

@@ -27,6 +27,11 @@ bool isSpotlight(const Annotation &annotation)
     return annotation.kind == ToolKind::Spotlight;
 }
 
+bool isMosaic(const Annotation &annotation)
+{
+    return annotation.kind == ToolKind::Blur;
+}
+
 bool dims(const QList<Annotation> &objects)
 {
     return std::any_of(objects.begin(), objects.end(), isSpotlight);
@@ -93,13 +98,16 @@ CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
     scene.effects = document.effects();
     const QUuid edited = interaction.editedObject();
     scene.objects = document.annotations();
-    if (!edited.isNull())
-        scene.objects.removeIf([&edited](const Annotation &a) { return a.id == edited; });
+    // The field shows the text; a callout's bubble stays under it.
+    scene.objects.removeIf(
+        [&edited](const Annotation &a) { return a.id == edited && a.kind != ToolKind::Callout; });
+    for (Annotation &annotation : scene.objects) {
+        if (annotation.id == edited)
+            annotation.text.clear();
+    }
     scene.draft = interaction.draft();
-    const auto isBlur = [](const Annotation &a) { return a.kind == ToolKind::Blur; };
-    if ((scene.draft && isBlur(*scene.draft)) ||
-        std::any_of(scene.objects.begin(), scene.objects.end(), isBlur))
-        scene.pixelated = document.pixelated();
+    if (scene.hasMosaic())
+        scene.pixelated = document.readyPixelated();
     // Dimming lies under all objects, also while it is being drawn. A press alone dims nothing yet.
     if (scene.draft && isSpotlight(*scene.draft)) {
         const Annotation spotlight = *std::exchange(scene.draft, std::nullopt);
@@ -113,6 +121,16 @@ CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
     scene.bandKind = interaction.bandKind();
     scene.cutsColumns = document.toolStyle(ToolKind::Cutout) == 1;
     return scene;
+}
+
+bool CanvasPainter::Scene::hasMosaic() const
+{
+    return (draft && isMosaic(*draft)) || std::any_of(objects.begin(), objects.end(), isMosaic);
+}
+
+bool CanvasPainter::wantsMosaic() const
+{
+    return m_scene.pixelated.isNull() && m_scene.hasMosaic();
 }
 
 // Whole device pixels, so that a picture at 100 percent is not smeared over two.
@@ -134,6 +152,7 @@ QRegion CanvasPainter::update(const Scene &scene)
 {
     const QRegion overlayBefore = overlayRegion();
     const bool stageStays = !m_layer.isNull() && sameStage(m_scene, scene);
+    const bool mosaicCame = m_scene.pixelated.cacheKey() != scene.pixelated.cacheKey() && scene.hasMosaic();
     const QList<Annotation> before = std::exchange(m_scene, scene).objects;
     const QRect whole(QPoint(), scene.viewport.view.toSize());
     if (!stageStays) {
@@ -149,7 +168,11 @@ QRegion CanvasPainter::update(const Scene &scene)
         }
         return whole;
     }
-    const QRegion changed = changedObjects(before, scene.objects) & whole;
+    QRegion changed = changedObjects(before, scene.objects) & whole;
+    for (const Annotation &annotation : scene.objects) {
+        if (mosaicCame && (isMosaic(annotation) || annotation.kind == ToolKind::Magnify))
+            changed |= painted(annotation).toAlignedRect() & whole;
+    }
     if (!changed.isEmpty())
         renderObjects(changed);
     return (changed | overlayBefore | overlayRegion()) & whole;
@@ -228,8 +251,6 @@ QRegion CanvasPainter::overlayRegion() const
         region |= QRect(QPoint(), m_scene.viewport.view.toSize());
     return region;
 }
-
-// MARK: Layers
 
 void CanvasPainter::renderStage()
 {
@@ -316,13 +337,12 @@ void CanvasPainter::renderObjects(const QRegion &region)
         drawObjects(m_layer, m_stage, m_scene, rect);
 }
 
-// MARK: Ahead
-
 bool CanvasPainter::Dimmed::fits(const Scene &now) const
 {
     QList<Annotation> objects = now.objects;
     objects.removeIf(isSpotlight);
-    return sameStage(scene, now) && scene.objects == objects;
+    return sameStage(scene, now) && scene.objects == objects &&
+           scene.pixelated.cacheKey() == now.pixelated.cacheKey();
 }
 
 void CanvasPainter::Dimmed::draw()
@@ -350,8 +370,6 @@ void CanvasPainter::releaseCaches()
     m_ahead.reset();
     m_scene.pixelated = QImage();
 }
-
-// MARK: Painting
 
 void CanvasPainter::paint(QPainter &painter) const
 {

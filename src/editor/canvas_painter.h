@@ -25,7 +25,7 @@ public:
         QImage base;
         QImage pixelated;
         Effects effects;
-        QList<Annotation> objects; // without the one whose text is being typed
+        QList<Annotation> objects; // without the text that is being typed
         std::optional<Annotation> draft;
         std::optional<Annotation> selected; // none while its text is being typed
         std::optional<QRectF> band;         // image pixels
@@ -34,6 +34,7 @@ public:
 
         static Scene of(const EditorDocument &document, const CanvasInteraction &interaction);
         QTransform imageToView() const;
+        bool hasMosaic() const;
     };
     // The canvas dimmed as a whole, objects and all: what the first spotlight shows around its hole.
     struct Dimmed {
@@ -54,6 +55,8 @@ public:
     // quick as all others. Nothing when there is nothing to prepare, or it is prepared already.
     std::optional<Dimmed> dimmedAhead() const;
     void keepAhead(std::optional<Dimmed> drawn) { m_ahead = std::move(drawn); }
+    // A mosaic is to be shown, which has yet to be made.
+    bool wantsMosaic() const;
     // Gives back what only the next change needs, which then takes a little longer.
     void releaseCaches();
 

@@ -4,17 +4,17 @@
 #include "base/notice.h"
 #include "document/editor_document.h"
 #include "document/image_files.h"
+#include "document/renderer.h"
 #include "editor/canvas_accessibility.h"
+#include "editor/editor_session.h"
 #include "editor/inline_text_field.h"
-#include "platform/pasteboard.h"
-#include "ui/symbol.h"
+#include "editor/texts.h"
 
 #include <QAccessible>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QImageReader>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
@@ -58,13 +58,13 @@ Qt::CursorShape shapeOf(CanvasInteraction::Cursor cursor)
 
 } // namespace
 
-CanvasView::CanvasView(EditorDocument &document, Pasteboard &pasteboard, NoticeBoard &notices,
-                       QWidget *parent)
+CanvasView::CanvasView(EditorDocument &document, EditorSession &session, Pasteboard &pasteboard,
+                       NoticeBoard &notices, QWidget *parent)
     : QWidget(parent),
       m_document(document),
-      m_pasteboard(pasteboard),
+      m_session(session),
       m_notices(notices),
-      m_interaction(document, pasteboard, *this)
+      m_interaction(document, session, pasteboard, *this)
 {
     installCanvasAccessibility();
     setObjectName("canvas");
@@ -75,14 +75,19 @@ CanvasView::CanvasView(EditorDocument &document, Pasteboard &pasteboard, NoticeB
     setAttribute(Qt::WA_InputMethodEnabled, false);
     grabGesture(Qt::PinchGesture);
     connect(&document, &EditorDocument::changed, this, [this](EditorDocument::Field field) {
-        repaint();
-        if (field == EditorDocument::Field::Tool || field == EditorDocument::Field::Mode ||
-            field == EditorDocument::Field::Style)
+        canvasChanged();
+        if (field == EditorDocument::Field::Tool || field == EditorDocument::Field::Style)
             updateCursor();
         if (field == EditorDocument::Field::Annotations && QAccessible::isActive()) {
             QAccessibleEvent event(this, QAccessible::NameChanged);
             QAccessible::updateAccessibility(&event);
         }
+    });
+    connect(&session, &EditorSession::changed, this, [this](EditorSession::Field field) {
+        if (field == EditorSession::Field::Mode)
+            updateCursor();
+        else if (field == EditorSession::Field::Zoom)
+            canvasChanged();
     });
     updateCursor();
 }
@@ -91,20 +96,14 @@ CanvasView::~CanvasView() = default;
 
 QString CanvasView::accessibleLabel() const
 {
-    const auto count = m_document.annotations().size();
-    QString label = QStringLiteral("Capture, %1 by %2 pixels, %3 object%4")
-                        .arg(m_document.base().width())
-                        .arg(m_document.base().height())
-                        .arg(count)
-                        .arg(count == 1 ? "" : "s");
-    if (count > 0)
-        label += ". Tab moves between objects.";
-    return label;
+    const auto count = static_cast<int>(m_document.annotations().size());
+    const QString label = EditorTexts::tr("Capture, %1 by %2 pixels, %n object(s)", nullptr, count)
+                              .arg(m_document.base().width())
+                              .arg(m_document.base().height());
+    return count > 0 ? label + EditorTexts::tr(". Tab moves between objects.") : label;
 }
 
-// MARK: Painting
-
-void CanvasView::repaint()
+void CanvasView::canvasChanged()
 {
     if (!std::exchange(m_isStale, true))
         QMetaObject::invokeMethod(this, &CanvasView::synchronize, Qt::QueuedConnection);
@@ -114,14 +113,18 @@ void CanvasView::synchronize()
 {
     if (!m_isStale)
         return;
-    m_isStale = false;
     m_interaction.setView(size(), devicePixelRatioF());
+    // The first time that it stands in a window at its size.
+    if (isVisible() && !std::exchange(m_wasShown, true))
+        m_interaction.showFromStart();
+    m_isStale = false;
     update(m_painter.update(CanvasPainter::Scene::of(m_document, m_interaction)));
     if (m_textField) {
         if (const auto look = m_interaction.inlineText())
             m_textField->setLook(*look);
     }
     reportZoom();
+    makeMosaic();
     drawAhead();
 }
 
@@ -147,17 +150,33 @@ void CanvasView::drawAhead()
     });
 }
 
+// Several frames long for a large picture. Until it is there, what it covers shows grey.
+void CanvasView::makeMosaic()
+{
+    const bool isWanted = m_document.tool() == ToolKind::Blur || m_painter.wantsMosaic();
+    if (!isWanted || m_isMakingMosaic || !m_document.readyPixelated().isNull())
+        return;
+    m_isMakingMosaic = true;
+    const QImage base = m_document.base();
+    whenDone(runInBackground([base] { return Renderer::pixelated(base); }), this,
+             [this, base](const QImage &pixelated) {
+                 m_isMakingMosaic = false;
+                 m_document.keepPixelated(base, pixelated);
+                 canvasChanged(); // and makes another one if the base has changed meanwhile
+             });
+}
+
 void CanvasView::reportZoom()
 {
     const double zoom = m_interaction.viewport().displayZoom();
-    if (std::abs(zoom - m_document.displayZoom()) > 0.001)
+    if (std::abs(zoom - m_session.displayZoom()) > 0.001)
         QMetaObject::invokeMethod(
-            this, [this, zoom] { m_document.setDisplayZoom(zoom); }, Qt::QueuedConnection);
+            this, [this, zoom] { m_session.setDisplayZoom(zoom); }, Qt::QueuedConnection);
 }
 
 void CanvasView::paintEvent(QPaintEvent *)
 {
-    if (m_interaction.viewport().backing != devicePixelRatioF())
+    if (m_interaction.viewport().backing != devicePixelRatioF() || !m_wasShown)
         m_isStale = true;
     synchronize();
     QPainter painter(this);
@@ -171,8 +190,6 @@ void CanvasView::resizeEvent(QResizeEvent *)
     m_isStale = true;
     synchronize();
 }
-
-// MARK: Events
 
 bool CanvasView::event(QEvent *event)
 {
@@ -188,6 +205,7 @@ bool CanvasView::event(QEvent *event)
         break;
     }
     case QEvent::WindowActivate:
+        makeMosaic();
         drawAhead();
         break;
     case QEvent::WindowDeactivate:
@@ -280,49 +298,6 @@ void CanvasView::focusOutEvent(QFocusEvent *event)
     QWidget::focusOutEvent(event);
 }
 
-// MARK: Menu
-
-bool CanvasView::canPaste() const
-{
-    return m_pasteboard.has(EditorDocument::objectPasteboardType) || m_pasteboard.hasImage();
-}
-
-QMenu *CanvasView::makeContextMenu()
-{
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto item = [this, menu](const char *title, const char *symbol, const char *shortcut, auto action) {
-        QAction *made =
-            menu->addAction(symbolIcon(symbol), QString::fromUtf8(title) + '\t' + shortcut, this, action);
-        return made;
-    };
-    const auto selected = m_document.selected();
-    const auto paste = [this, &item] {
-        item("Paste", "doc.on.clipboard", "Ctrl+V", [this] {
-            m_interaction.paste();
-        })->setEnabled(canPaste());
-    };
-    if (!selected) {
-        paste();
-        item("Pick Color from Image", "eyedropper", "", [this] { m_interaction.startEyedropper(); });
-        return menu;
-    }
-    if (Tools::holdsText(selected->kind)) {
-        item("Edit Text", "character.cursor.ibeam", "Return", [this] { m_interaction.editSelectedText(); });
-        menu->addSeparator();
-    }
-    item("Cut", "scissors", "Ctrl+X", [this] { m_interaction.cut(); });
-    item("Copy", "doc.on.doc", "Ctrl+C", [this] { m_interaction.copy(); });
-    paste();
-    item("Duplicate", "plus.square.on.square", "Ctrl+D", [this] { m_interaction.duplicate(); });
-    menu->addSeparator();
-    item("Bring to Front", "square.3.layers.3d.top.filled", "Ctrl+]", [this] { m_document.bringToFront(); });
-    item("Send to Back", "square.3.layers.3d.bottom.filled", "Ctrl+[", [this] { m_document.sendToBack(); });
-    menu->addSeparator();
-    item("Delete", "trash", "Del", [this] { m_document.deleteSelected(); });
-    return menu;
-}
-
 void CanvasView::contextMenuEvent(QContextMenuEvent *event)
 {
     if (event->reason() == QContextMenuEvent::Mouse)
@@ -331,10 +306,8 @@ void CanvasView::contextMenuEvent(QContextMenuEvent *event)
     if (const auto selected = m_document.selected();
         selected && event->reason() == QContextMenuEvent::Keyboard)
         at = mapToGlobal(m_interaction.viewport().toView(selected->bounds()).center().toPoint());
-    makeContextMenu()->popup(at);
+    Q_EMIT menuRequested(at);
 }
-
-// MARK: Drops
 
 void CanvasView::dragEnterEvent(QDragEnterEvent *event)
 {
@@ -362,8 +335,6 @@ void CanvasView::dropEvent(QDropEvent *event)
     m_interaction.dropImage(image, position);
 }
 
-// MARK: Host
-
 void CanvasView::updateCursor()
 {
     setCursor(shapeOf(m_interaction.cursor()));
@@ -378,7 +349,7 @@ void CanvasView::openTextField(const QString &text)
     connect(m_textField, &InlineTextField::finished, this, [this] { m_interaction.commitText(); });
     m_textField->show();
     m_textField->setFocus(Qt::OtherFocusReason);
-    repaint();
+    canvasChanged();
 }
 
 QString CanvasView::closeTextField()

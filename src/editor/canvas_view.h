@@ -7,10 +7,10 @@
 #include <QWidget>
 
 class EditorDocument;
+class EditorSession;
 class InlineTextField;
 class NoticeBoard;
 class Pasteboard;
-class QMenu;
 
 // Shows a document and hands pointer, keys, drops and pinches to the interaction. Its objects are children
 // for assistive technology.
@@ -18,7 +18,7 @@ class CanvasView : public QWidget, private CanvasHost {
     Q_OBJECT
 public:
     // All outlive the view.
-    CanvasView(EditorDocument &document, Pasteboard &pasteboard, NoticeBoard &notices,
+    CanvasView(EditorDocument &document, EditorSession &session, Pasteboard &pasteboard, NoticeBoard &notices,
                QWidget *parent = nullptr);
     ~CanvasView() override;
 
@@ -28,9 +28,6 @@ public:
 
     // "Capture, 800 by 600 pixels, 2 objects. Tab moves between objects."
     QString accessibleLabel() const;
-    // The objects that a menu at this moment offers to work on; not shown yet.
-    QMenu *makeContextMenu();
-    bool canPaste() const;
 
     QSize sizeHint() const override { return {900, 600}; }
     QSize minimumSizeHint() const override { return {200, 120}; }
@@ -38,6 +35,8 @@ public:
 Q_SIGNALS:
     // A part of the finished picture whose text the user wants; whole pixels inside the picture.
     void textAreaChosen(const QRect &area);
+    // A menu of what can be done with the selection is wanted, at a point of the screen.
+    void menuRequested(const QPoint &position);
 
 protected:
     bool event(QEvent *event) override;
@@ -56,7 +55,7 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    void repaint() override;
+    void canvasChanged() override;
     void updateCursor() override;
     void openTextField(const QString &text) override;
     QString closeTextField() override;
@@ -68,14 +67,17 @@ private:
     void synchronize();
     void reportZoom();
     void drawAhead();
+    void makeMosaic();
     void press(QMouseEvent *event, int clickCount);
 
     EditorDocument &m_document;
-    Pasteboard &m_pasteboard;
+    EditorSession &m_session;
     NoticeBoard &m_notices;
     CanvasInteraction m_interaction;
     CanvasPainter m_painter;
     QPointer<InlineTextField> m_textField;
     bool m_isStale = true;
     bool m_isDrawingAhead = false;
+    bool m_isMakingMosaic = false;
+    bool m_wasShown = false;
 };

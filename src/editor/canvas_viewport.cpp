@@ -5,7 +5,8 @@
 
 namespace {
 
-constexpr double fitMargin = 56; // points, both sides together
+constexpr double fitMargin = 56;  // points, both sides together
+constexpr double tallPicture = 3; // views
 constexpr double leastFitScale = 0.02;
 constexpr double panMargin = 40;       // points of the view that may show beside a pushed picture
 constexpr double backdropShare = 0.08; // of the longer side, on each side
@@ -56,6 +57,19 @@ void CanvasViewport::setZoom(std::optional<double> newZoom, const QPointF &aroun
     zoom = std::clamp(*newZoom, leastZoom, mostZoom);
     const double s = scale();
     pan = around - under * s - centeredOrigin(s);
+}
+
+void CanvasViewport::showFromStart()
+{
+    zoom.reset();
+    pan = {};
+    if (view.isEmpty() || image.isEmpty())
+        return;
+    const double wide = std::min((view.width() - fitMargin) / image.width(), 1 / backing);
+    if (wide * image.height() <= tallPicture * view.height())
+        return;
+    zoom = std::clamp(wide * backing, leastZoom, mostZoom);
+    panTo({centeredOrigin(scale()).x(), fitMargin / 2});
 }
 
 void CanvasViewport::panTo(const QPointF &origin)

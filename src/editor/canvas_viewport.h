@@ -41,6 +41,8 @@ struct CanvasViewport {
 
     // Clamps the zoom and keeps the image point under `around` where it is; nothing fits the picture.
     void setZoom(std::optional<double> newZoom, const QPointF &around);
+    // Fits; a picture that would be more than three views high at the view's width starts there, at its top.
+    void showFromStart();
     // Moves the picture's origin, as far as it may go. Does nothing while fitting.
     void panTo(const QPointF &origin);
     void panBy(const QPointF &delta) { panTo(origin() + delta); }

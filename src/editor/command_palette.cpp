@@ -1,5 +1,6 @@
 #include "editor/command_palette.h"
 
+#include "editor/texts.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -84,8 +85,6 @@ private:
 
 } // namespace
 
-// MARK: PaletteList
-
 void PaletteList::setQuery(const QString &query)
 {
     const QStringList words = query.trimmed().toLower().split(' ', Qt::SkipEmptyParts);
@@ -118,8 +117,6 @@ const PaletteCommand *PaletteList::selected() const
     return m_selection >= 0 && m_selection < count() ? &m_commands[m_shown[m_selection]] : nullptr;
 }
 
-// MARK: CommandPalette
-
 class CommandPalette::Rows : public QListView {
 public:
     explicit Rows(PaletteList &list) : m_list(list), m_model(list)
@@ -132,7 +129,7 @@ public:
         setUniformItemSizes(true);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-        setAccessibleName("Commands");
+        setAccessibleName(EditorTexts::tr("Commands"));
         QPalette clear = palette();
         clear.setColor(QPalette::Base, Qt::transparent);
         setPalette(clear);
@@ -168,17 +165,17 @@ CommandPalette::CommandPalette(QWidget *over, QList<PaletteCommand> commands)
     : Sheet(over, {}, {}), m_list(std::move(commands)), m_field(new QLineEdit), m_rows(new Rows(m_list))
 {
     setObjectName("palette");
-    setAccessibleName("Command palette");
+    setAccessibleName(EditorTexts::tr("Command palette"));
     setCardWidth(cardWidth);
     m_field->setObjectName("paletteField");
-    m_field->setPlaceholderText("Type a command…");
+    m_field->setPlaceholderText(EditorTexts::tr("Type a command…"));
     m_field->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition);
     m_field->setFont(Theme::font(Theme::Type::Title));
     m_field->setMinimumHeight(38);
     m_field->setProperty("focusRadius", -1.0);
     m_field->installEventFilter(this);
 
-    auto *none = new QLabel("No matching commands");
+    auto *none = new QLabel(EditorTexts::tr("No matching commands"));
     none->setAlignment(Qt::AlignCenter);
     none->setForegroundRole(QPalette::PlaceholderText);
     auto *lines = new QWidget;

@@ -2,6 +2,8 @@
 
 #include "base/notice.h"
 #include "document/editor_document.h"
+#include "editor/editor_session.h"
+#include "editor/texts.h"
 #include "library/library.h"
 #include "platform/pasteboard.h"
 #include "services/text_recognizer.h"
@@ -19,14 +21,14 @@ int nonEmptyLines(const QString &text)
 
 void DocumentReading::grabText()
 {
-    m_desk.document.setBusy(true);
     m_desk.onWorker(
         this, [](const FinishedImage &finished) { return finished.flattened(); },
-        [this](const QImage &image) {
-            whenDone(m_desk.ports.recognizer.text(image), this, [this](const Result<QString> &text) {
-                m_desk.document.setBusy(false);
-                copyRecognized(text.value_or(QString()), false);
-            });
+        [this, work = m_desk.session.beginWork()](const QImage &image) mutable {
+            whenDone(m_desk.ports.recognizer.text(image), this,
+                     [this, work = std::move(work)](const Result<QString> &text) mutable {
+                         work.reset();
+                         copyRecognized(text.value_or(QString()), Extent::Whole);
+                     });
         });
 }
 
@@ -35,43 +37,47 @@ void DocumentReading::copyTextIn(const QRect &area)
     m_desk.onWorker(
         this, [area](const FinishedImage &finished) { return finished.flattened().copy(area); },
         [this](const QImage &image) {
-            whenDone(m_desk.ports.recognizer.text(image), this,
-                     [this](const Result<QString> &text) { copyRecognized(text.value_or(QString()), true); });
+            whenDone(m_desk.ports.recognizer.text(image), this, [this](const Result<QString> &text) {
+                copyRecognized(text.value_or(QString()), Extent::Area);
+            });
         });
 }
 
-void DocumentReading::copyRecognized(const QString &text, bool fromArea)
+void DocumentReading::copyRecognized(const QString &text, Extent extent)
 {
     if (text.isEmpty()) {
-        m_desk.ports.notices.post(fromArea ? "No text found in that area" : "No text found",
-                                  "text.magnifyingglass");
+        m_desk.ports.notices.post(extent == Extent::Area ? EditorTexts::tr("No text found in that area")
+                                                         : EditorTexts::tr("No text found"),
+                                  QStringLiteral("text.magnifyingglass"));
         return;
     }
     m_desk.ports.pasteboard.setText(text);
+    const int lines = nonEmptyLines(text);
     // The whole picture always speaks of lines, a part of it counts.
-    const bool single = fromArea && !text.contains('\n');
-    const QString words =
-        single ? QStringLiteral("Copied %1 line of text") : QStringLiteral("Copied %1 lines of text");
-    m_desk.ports.notices.post(words.arg(nonEmptyLines(text)), "text.viewfinder");
+    const bool isSingle = extent == Extent::Area && !text.contains('\n');
+    m_desk.ports.notices.post(
+        (isSingle ? EditorTexts::tr("Copied %1 line of text") : EditorTexts::tr("Copied %1 lines of text"))
+            .arg(lines),
+        QStringLiteral("text.viewfinder"));
 }
 
 void DocumentReading::redact(Redaction::Mode mode)
 {
-    Redaction::redact(m_desk.document, m_desk.ports.recognizer, mode, [this, mode](int count) {
-        const Notice notice = Redaction::notice(mode, count);
-        m_desk.ports.notices.post(notice.text, notice.symbol);
-    });
+    Redaction::redact(m_desk.document, m_desk.session, m_desk.ports.recognizer, mode,
+                      [this, mode](int count) {
+                          const Notice notice = Redaction::notice(mode, count);
+                          m_desk.ports.notices.post(notice.text, notice.symbol);
+                      });
 }
 
 void DocumentReading::runAI(ClaudeClient::Action action)
 {
-    m_desk.document.setBusy(true);
     m_desk.onWorker(
         this, [](const FinishedImage &finished) { return finished.flattened(); },
-        [this, action](const QImage &image) {
+        [this, action, work = m_desk.session.beginWork()](const QImage &image) mutable {
             whenDone(m_desk.ports.claude.run(action, image), this,
-                     [this, action](const Result<QString> &reply) {
-                         m_desk.document.setBusy(false);
+                     [this, action, work = std::move(work)](const Result<QString> &reply) mutable {
+                         work.reset();
                          if (reply)
                              finishAI(action, *reply);
                          else
@@ -83,7 +89,7 @@ void DocumentReading::runAI(ClaudeClient::Action action)
 void DocumentReading::finishAI(ClaudeClient::Action action, const QString &reply)
 {
     if (action != ClaudeClient::Action::Name) {
-        m_desk.document.setAIResult(AIResult{QUuid::createUuid(), ClaudeClient::title(action), reply});
+        m_desk.session.showResult({QUuid::createUuid(), ClaudeClient::title(action), reply});
         return;
     }
     if (m_desk.isInLibrary()) {
@@ -91,9 +97,10 @@ void DocumentReading::finishAI(ClaudeClient::Action action, const QString &reply
                 m_desk.ports.library.rename(m_desk.document.fileURL().toLocalFile(), reply)) {
             m_desk.document.setFileURL(QUrl::fromLocalFile(*renamed));
             m_desk.ports.notices.post(
-                QStringLiteral("Renamed to “%1”").arg(QFileInfo(*renamed).completeBaseName()), "sparkles");
+                EditorTexts::tr("Renamed to “%1”").arg(QFileInfo(*renamed).completeBaseName()),
+                QStringLiteral("sparkles"));
             return;
         }
     }
-    m_desk.document.setAIResult(AIResult{QUuid::createUuid(), QStringLiteral("Suggested Name"), reply});
+    m_desk.session.showResult({QUuid::createUuid(), EditorTexts::tr("Suggested Name"), reply});
 }

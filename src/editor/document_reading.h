@@ -19,7 +19,9 @@ public:
     void runAI(ClaudeClient::Action action);
 
 private:
-    void copyRecognized(const QString &text, bool fromArea);
+    // Of what a text was read.
+    enum class Extent { Whole, Area };
+    void copyRecognized(const QString &text, Extent extent);
     void finishAI(ClaudeClient::Action action, const QString &reply);
 
     EditorDesk m_desk;

@@ -3,30 +3,35 @@
 #include "editor/editor_desk.h"
 
 #include <QObject>
+#include <QPointer>
+
+class SaveRun;
 
 // Puts a document into files: into its own, with a version and a project where that lies in the Library, and
-// into copies. One save at a time; another one that is asked for meanwhile follows it.
+// into others. One save at a time; another one that is asked for meanwhile follows it, also when the window
+// has closed by then.
 class DocumentSaving : public QObject {
     Q_OBJECT
 public:
     explicit DocumentSaving(const EditorDesk &desk) : m_desk(desk) {}
+    ~DocumentSaving() override;
 
-    // Asks for a file where the document has none.
+    // Asks for a file where the document has none, or has one of a kind that isn't written.
     void save();
     void saveAs();
-    // The file dialog's answer.
-    void saveCopy(const QString &path);
+    // The file dialog's answer. The document's own file is saved; another file of the Library keeps a
+    // version, and loses the project that no longer belongs to it.
+    void saveInto(const QString &path);
 
-    bool isSaving() const { return m_isSaving; }
+    bool isSaving() const;
 
 Q_SIGNALS:
     // Every save that was asked for has ended.
     void ended();
 
 private:
-    void finishSave(const Result<void> &result);
+    void finish(const FinishedImage &finished, const QString &path, const Result<QByteArray> &digest);
 
     EditorDesk m_desk;
-    bool m_isSaving = false;
-    bool m_saveAgain = false;
+    QPointer<SaveRun> m_run;
 };

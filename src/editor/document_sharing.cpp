@@ -4,7 +4,10 @@
 #include "document/editor_document.h"
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
-#include "editor/pins.h"
+#include "editor/editor_session.h"
+#include "editor/object_clipboard.h"
+#include "editor/texts.h"
+#include "pins/pins.h"
 #include "platform/pasteboard.h"
 #include "platform/workspace.h"
 #include "services/uploader.h"
@@ -14,40 +17,65 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMimeData>
+#include <QPointer>
 #include <QUrlQuery>
 
 namespace {
 
-constexpr auto doneSymbol = "checkmark.circle.fill";
+const QString kDoneSymbol = QStringLiteral("checkmark.circle.fill");
+const QString kWarningSymbol = QStringLiteral("exclamationmark.triangle.fill");
 
 } // namespace
 
 void DocumentSharing::copyImage()
 {
-    m_desk.onWorker(
-        this,
+    m_desk.onWorkerForGood(
+        QStringLiteral("copying an image"),
         [](const FinishedImage &finished) {
             return ImageFiles::encode(finished.exported(), ImageFiles::Type::Png);
         },
-        [this](const QByteArray &png) {
-            m_desk.ports.pasteboard.setFlavors({{"image/png", png}});
-            m_desk.ports.notices.post("Image copied to clipboard", doneSymbol);
+        [&pasteboard = m_desk.ports.pasteboard, &notices = m_desk.ports.notices](const QByteArray &png) {
+            if (png.isEmpty())
+                return notices.post(EditorTexts::tr("The image could not be copied."), kWarningSymbol);
+            pasteboard.setFlavors({{QStringLiteral("image/png"), png}});
+            notices.post(EditorTexts::tr("Image copied to clipboard"), kDoneSymbol);
         });
+}
+
+void DocumentSharing::copySelection()
+{
+    m_desk.commitText();
+    if (!m_desk.document.selectedID())
+        return copyImage();
+    const auto copied =
+        ObjectClipboard::copy(m_desk.document, m_desk.ports.pasteboard, &m_desk.ports.pending);
+    m_desk.ports.pending.keep(QStringLiteral("copying an object"), copied);
+}
+
+void DocumentSharing::cutSelection()
+{
+    if (!m_desk.document.selectedID())
+        return;
+    copySelection();
+    m_desk.document.deleteSelected();
 }
 
 void DocumentSharing::copyFile()
 {
-    m_desk.withTemporaryFile(this, [this](const QString &path) {
-        m_desk.ports.pasteboard.setFile(QUrl::fromLocalFile(path));
-        m_desk.ports.notices.post("Image file copied to clipboard", doneSymbol);
-    });
+    m_desk.withTemporaryFile(this, [this](const QString &path) { copyFile(QUrl::fromLocalFile(path)); });
+}
+
+void DocumentSharing::copyFile(const QUrl &file)
+{
+    m_desk.ports.pasteboard.setFile(file);
+    m_desk.ports.notices.post(EditorTexts::tr("Image file copied to clipboard"), kDoneSymbol);
 }
 
 void DocumentSharing::pin()
 {
-    m_desk.onWorker(
-        this, [](const FinishedImage &finished) { return finished.exported(); },
-        [this](const QImage &image) { m_desk.ports.pins.pin(image); });
+    m_desk.onWorkerForGood(
+        QStringLiteral("pinning an image"), [](const FinishedImage &finished) { return finished.exported(); },
+        [&pins = m_desk.ports.pins](const QImage &image) { pins.pin(image); });
 }
 
 // The desktop has no picker of programs to share with; these are the ways it has.
@@ -62,21 +90,20 @@ void DocumentSharing::share()
             if (!result)
                 m_desk.showError(result.error());
         };
-        menu->addAction(symbolIcon("doc.on.doc"), "Copy File", this, [this, file] {
-            m_desk.ports.pasteboard.setFile(file);
-            m_desk.ports.notices.post("Image file copied to clipboard", doneSymbol);
-        });
-        menu->addAction(symbolIcon("paperplane"), "Send by Email…", this, [this, file, report] {
-            QUrl mail("mailto:");
-            QUrlQuery query;
-            query.addQueryItem("subject", m_desk.window.windowTitle());
-            query.addQueryItem("attach", file.toLocalFile());
-            mail.setQuery(query);
-            report(m_desk.ports.workspace.open(mail));
-        });
-        menu->addAction(symbolIcon("photo"), "Open in Another Program", this,
+        menu->addAction(symbolIcon("doc.on.doc"), EditorTexts::tr("Copy File"), this,
+                        [this, file] { copyFile(file); });
+        menu->addAction(symbolIcon("paperplane"), EditorTexts::tr("Send by Email…"), this,
+                        [this, file, report] {
+                            QUrl mail("mailto:");
+                            QUrlQuery query;
+                            query.addQueryItem("subject", m_desk.title());
+                            query.addQueryItem("attach", file.toLocalFile());
+                            mail.setQuery(query);
+                            report(m_desk.ports.workspace.open(mail));
+                        });
+        menu->addAction(symbolIcon("photo"), EditorTexts::tr("Open in Another Program"), this,
                         [this, file, report] { report(m_desk.ports.workspace.open(file)); });
-        menu->addAction(symbolIcon("folder"), "Show in File Manager", this,
+        menu->addAction(symbolIcon("folder"), EditorTexts::tr("Show in File Manager"), this,
                         [this, path, report] { report(m_desk.ports.workspace.reveal(path)); });
         const QSize size = menu->sizeHint();
         menu->popup(m_desk.canvas.mapToGlobal(QPoint(m_desk.canvas.width() - size.width() - 8, 8)));
@@ -112,17 +139,29 @@ void DocumentSharing::startDrag()
 
 void DocumentSharing::upload()
 {
-    m_desk.document.setBusy(true);
-    m_desk.onWorker(
-        this, [](const FinishedImage &finished) { return finished.exported(); },
-        [this](const QImage &image) {
-            whenDone(m_desk.ports.uploader.imgur(image), this, [this](const Result<QUrl> &link) {
-                m_desk.document.setBusy(false);
-                if (!link)
-                    return m_desk.showError(link.error());
-                m_desk.ports.pasteboard.setText(link->toString());
-                const QString host = link->host().isEmpty() ? QStringLiteral("i.imgur.com") : link->host();
-                m_desk.ports.notices.post("Link copied: " + host, "link");
+    Uploader &uploader = m_desk.ports.uploader;
+    PendingWork &pending = m_desk.ports.pending;
+    const auto told = [desk = m_desk, sharing = QPointer(this), &pasteboard = m_desk.ports.pasteboard,
+                       &notices = m_desk.ports.notices](const Result<QUrl> &link) {
+        if (!link) {
+            // Told where the window is, if it still is.
+            if (sharing)
+                return desk.showError(link.error());
+            return notices.post(link.error().message, kWarningSymbol);
+        }
+        pasteboard.setText(link->toString());
+        const QString host = link->host().isEmpty() ? QStringLiteral("i.imgur.com") : link->host();
+        notices.post(EditorTexts::tr("Link copied: %1").arg(host), QStringLiteral("link"));
+    };
+    m_desk.onWorkerForGood(
+        QStringLiteral("uploading an image"),
+        [](const FinishedImage &finished) { return finished.exported(); },
+        [&uploader, &pending, told, work = m_desk.session.beginWork()](const QImage &image) mutable {
+            const auto link = uploader.imgur(image);
+            pending.keep(QStringLiteral("uploading an image"), link);
+            whenDone(link, &pending, [told, work = std::move(work)](const Result<QUrl> &result) mutable {
+                work.reset();
+                told(result);
             });
         });
 }

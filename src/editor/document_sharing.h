@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QUrl>
 
 // The ways in which a finished picture leaves the editor other than into a file of the user's: clipboard,
 // other programs, the upload service, a pin on the desktop.
@@ -13,6 +14,9 @@ public:
     explicit DocumentSharing(const EditorDesk &desk) : m_desk(desk) {}
 
     void copyImage();
+    // The selected object; the whole finished picture when nothing is selected.
+    void copySelection();
+    void cutSelection();
     // For those who can't drag: the file goes to the clipboard.
     void copyFile();
     void pin();
@@ -24,6 +28,8 @@ public:
     void startDrag();
 
 private:
+    void copyFile(const QUrl &file);
+
     EditorDesk m_desk;
     QString m_dragFile;
     bool m_wantsDrag = false;

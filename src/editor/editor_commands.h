@@ -1,11 +1,15 @@
 #pragma once
 
+#include "document/effects.h"
+
 #include <QList>
 #include <QString>
 #include <span>
 
-// Everything the editor's window can be asked to do, beside picking a tool. Bars, menus, the palette and the
-// window's shortcuts are all made from one table.
+class EditorWindowController;
+
+// Everything the editor's window can be asked to do, beside picking a tool. Bars, menus, the palette, the
+// canvas's menu and the keys are all made from one table of words, keys, conditions and actions.
 enum class EditorCommand {
     Undo,
     Redo,
@@ -34,6 +38,7 @@ enum class EditorCommand {
     DescribeSteps,
     AltText,
     Rename,
+    EditText,
     Cut,
     CopyObject,
     Paste,
@@ -44,7 +49,15 @@ enum class EditorCommand {
     CommandPalette,
 };
 
-// One row of the table. Texts are as they are shown; shortcuts are in their stored form ("⇧⌘Z").
+// What must be so for a command to make sense.
+enum class CommandCondition { Always, Selection, SelectedText, UndoableStep, RedoableStep, PasteableContent };
+
+// Who hears a command's keys: the whole window; the canvas alone, so that a bare key belongs to any other
+// control that has the focus; or nobody, where the canvas knows the key by itself.
+enum class KeyScope { Window, Canvas, OnlyShown };
+
+// One row of the table. Texts are in the source language, of the context "EditorTexts"; shortcuts are in
+// their stored form ("⇧⌘Z").
 struct EditorCommandInfo {
     EditorCommand command;
     const char *title;        // in bars and menus
@@ -52,20 +65,30 @@ struct EditorCommandInfo {
     const char *symbol;
     const char *shortcut;
     const char *tip;
-    // What the palette shows; otherwise `shortcut`.
-    const char *paletteShortcut = "";
-    bool needsSelection = false;
+    void (*run)(EditorWindowController &);
+    CommandCondition condition = CommandCondition::Always;
+    bool Effects::*effect = nullptr; // what it switches on and off
+    const char *otherShortcut = "";  // does the same, and is never shown
+    KeyScope scope = KeyScope::Window;
+    const char *paletteShortcut = nullptr; // shown there instead of `shortcut`
+
+    QString shownTitle() const;
+    QString shownPaletteTitle() const;
+    QString shownTip() const;
 };
 
 // In the order of the palette.
 std::span<const EditorCommandInfo> editorCommands();
 const EditorCommandInfo &info(EditorCommand command);
 
-// The titles, symbols and tips of the menus in the main bar.
+// The titles, symbols and tips of the menus in the main bar, as above.
 struct EditorMenuInfo {
     const char *title;
     const char *symbol;
     const char *tip;
+
+    QString shownTitle() const;
+    QString shownTip() const;
 };
 namespace EditorMenus {
 extern const EditorMenuInfo effects;

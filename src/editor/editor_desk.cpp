@@ -4,10 +4,20 @@
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
 #include "editor/editor_sheets.h"
+#include "editor/texts.h"
 #include "settings/app_settings.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+QString EditorDesk::title() const
+{
+    if (!document.displayName().isEmpty())
+        return document.displayName();
+    if (!document.fileURL().isEmpty())
+        return QFileInfo(document.fileURL().toLocalFile()).completeBaseName();
+    return EditorTexts::tr("Untitled Capture");
+}
 
 void EditorDesk::commitText() const
 {
@@ -31,7 +41,7 @@ void EditorDesk::showError(const Error &error) const
 
 void EditorDesk::withTemporaryFile(QObject *owner, std::function<void(const QString &)> use) const
 {
-    QString name = window.windowTitle();
+    QString name = title();
     name.replace('/', '-'); // which no file name can hold
     onWorker(
         owner,
@@ -42,8 +52,9 @@ void EditorDesk::withTemporaryFile(QObject *owner, std::function<void(const QStr
             if (path)
                 use(*path);
             else
-                desk.showError(
-                    {Error::Kind::Failed, "The picture could not be written to a temporary file.", {}});
+                desk.showError({Error::Kind::Failed,
+                                EditorTexts::tr("The picture could not be written to a temporary file."),
+                                {}});
         });
 }
 

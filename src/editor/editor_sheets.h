@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/result.h"
-#include "document/ai_result.h"
+#include "editor/ai_result.h"
 
 #include <functional>
 

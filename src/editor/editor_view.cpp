@@ -1,9 +1,12 @@
 #include "editor/editor_view.h"
 
 #include "editor/canvas_view.h"
+#include "editor/draft_bar.h"
 #include "editor/editor_window_controller.h"
 #include "editor/options_bar.h"
 #include "editor/status_line.h"
+#include "editor/texts.h"
+#include "ui/color_panel.h"
 #include "ui/controls.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
@@ -13,7 +16,6 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QApplication>
-#include <QColorDialog>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMouseEvent>
@@ -51,7 +53,7 @@ protected:
 class DragOutButton : public BarButton {
 public:
     DragOutButton(EditorWindowController &controller, const EditorCommandInfo &row)
-        : BarButton(row.symbol, row.title, Label::Under), m_controller(controller)
+        : BarButton(row.symbol, row.shownTitle(), Label::Under), m_controller(controller)
     {}
 
 protected:
@@ -118,7 +120,7 @@ EditorView::EditorView(EditorWindowController &controller, EditorPorts &ports)
     : m_controller(controller),
       m_ports(ports),
       m_document(controller.document()),
-      m_canvas(new CanvasView(m_document, ports.pasteboard, ports.notices)),
+      m_canvas(new CanvasView(m_document, controller.session(), ports.pasteboard, ports.notices)),
       m_options(new OptionsBar(controller, ports.presets)),
       m_status(new StatusLine(controller))
 {
@@ -132,6 +134,8 @@ EditorView::EditorView(EditorWindowController &controller, EditorPorts &ports)
     column->addWidget(m_status);
     addShortcuts();
     connect(&m_document, &EditorDocument::changed, this, &EditorView::follow);
+    connect(m_canvas, &CanvasView::menuRequested, this,
+            [this](const QPoint &position) { makeObjectMenu()->popup(position); });
     follow(EditorDocument::Field::Tool);
     follow(EditorDocument::Field::History);
 }
@@ -143,8 +147,6 @@ void EditorView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.fillRect(rect(), Theme::tokens(this).window);
 }
-
-// MARK: Main bar
 
 QWidget *EditorView::makeMainBar()
 {
@@ -175,7 +177,7 @@ void EditorView::addTools(QHBoxLayout *row)
                 button, {Tools::shortTitle(tool), Tools::tipDetail(tool), QString(Tools::shortcutKey(tool))});
             connect(button, &QAbstractButton::clicked, this, [this, tool] {
                 m_canvas->interaction().commitText();
-                m_document.setTool(tool);
+                m_document.chooseTool(tool);
                 follow(EditorDocument::Field::Tool); // a second click must not switch it off
             });
             m_toolButtons.insert(tool, button);
@@ -187,34 +189,35 @@ void EditorView::addTools(QHBoxLayout *row)
 BarButton *EditorView::addCommand(QHBoxLayout *row, EditorCommand command)
 {
     const EditorCommandInfo &shown = info(command);
-    auto *button = new BarButton(shown.symbol, shown.title, BarButton::Label::Under);
-    button->setObjectName(QStringLiteral("command-%1").arg(shown.title));
-    TipCenter::describe(button, {shown.title, shown.tip, QString::fromUtf8(shown.shortcut)});
+    auto *button = new BarButton(shown.symbol, shown.shownTitle(), BarButton::Label::Under);
+    button->setObjectName(QStringLiteral("command-") + QString::fromUtf8(shown.title));
+    TipCenter::describe(button, {shown.shownTitle(), shown.shownTip(), QString::fromUtf8(shown.shortcut)});
     connect(button, &QAbstractButton::clicked, this, [this, command] { m_controller.run(command); });
     m_commandButtons.insert(command, button);
     row->addWidget(button, 0, Qt::AlignVCenter);
     return button;
 }
 
-QAction *EditorView::addItem(QMenu *menu, EditorCommand command)
+QAction *EditorView::addItem(QMenu *menu, EditorCommand command, Words words)
 {
     const EditorCommandInfo &row = info(command);
     const QString shortcut = shortcutText(QString::fromUtf8(row.shortcut));
-    QString text = menuTitle(row.title);
+    QString text = menuTitle(words == Words::Menu ? row.shownTitle() : row.shownPaletteTitle());
     if (!shortcut.isEmpty())
         text += '\t' + shortcut;
     QAction *item =
         menu->addAction(symbolIcon(row.symbol), text, this, [this, command] { m_controller.run(command); });
     item->setData(static_cast<int>(command));
+    item->setEnabled(m_controller.isEnabled(command));
     return item;
 }
 
 BarButton *EditorView::addMenu(QHBoxLayout *row, const EditorMenuInfo &shown,
                                const QList<EditorCommand> &commands, int separatorAfter)
 {
-    auto *button = new BarButton(shown.symbol, shown.title, BarButton::Label::Under);
-    button->setObjectName(QStringLiteral("menu-%1").arg(shown.title));
-    TipCenter::describe(button, {shown.title, shown.tip, {}});
+    auto *button = new BarButton(shown.symbol, shown.shownTitle(), BarButton::Label::Under);
+    button->setObjectName(QStringLiteral("menu-") + QString::fromUtf8(shown.title));
+    TipCenter::describe(button, {shown.shownTitle(), shown.shownTip(), {}});
     auto *menu = new QMenu;
     for (qsizetype i = 0; i < commands.size(); ++i) {
         addItem(menu, commands[i]);
@@ -224,6 +227,44 @@ BarButton *EditorView::addMenu(QHBoxLayout *row, const EditorMenuInfo &shown,
     button->setMenu(menu);
     row->addWidget(button, 0, Qt::AlignVCenter);
     return button;
+}
+
+QMenu *EditorView::makeObjectMenu()
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (!m_document.selected()) {
+        addItem(menu, EditorCommand::Paste);
+        addItem(menu, EditorCommand::PickColor, Words::Palette);
+        return menu;
+    }
+    if (m_controller.isEnabled(EditorCommand::EditText)) {
+        addItem(menu, EditorCommand::EditText);
+        menu->addSeparator();
+    }
+    for (EditorCommand command :
+         {EditorCommand::Cut, EditorCommand::CopyObject, EditorCommand::Paste, EditorCommand::Duplicate})
+        addItem(menu, command);
+    menu->addSeparator();
+    addItem(menu, EditorCommand::BringToFront);
+    addItem(menu, EditorCommand::SendToBack);
+    menu->addSeparator();
+    addItem(menu, EditorCommand::Delete);
+    return menu;
+}
+
+void EditorView::tellOfDraft()
+{
+    const bool isSavedNowhere = m_document.saved().base.isNull();
+    auto *bar = new DraftBar(isSavedNowhere ? DraftBar::Unsaved::Picture : DraftBar::Unsaved::Edits);
+    connect(bar, &DraftBar::discarded, this, [this, isSavedNowhere] {
+        if (!isSavedNowhere)
+            return m_document.setContents(m_document.saved());
+        m_document.setSaved(m_document.contents());
+        close();
+    });
+    auto *column = static_cast<QVBoxLayout *>(layout());
+    column->insertWidget(column->indexOf(m_canvas), bar);
 }
 
 void EditorView::addEffects(QHBoxLayout *row)
@@ -236,7 +277,7 @@ void EditorView::addEffects(QHBoxLayout *row)
         return item;
     };
     toggle(EditorCommand::ToggleBackdrop);
-    auto *styles = menu->addMenu("Backdrop Style");
+    auto *styles = menu->addMenu(EditorTexts::tr("Backdrop Style"));
     auto *group = new QActionGroup(styles);
     for (int i = 0; i < Effects::backdrops().size(); ++i) {
         const Effects::Backdrop &backdrop = Effects::backdrops()[i];
@@ -250,22 +291,7 @@ void EditorView::addEffects(QHBoxLayout *row)
     }
     menu->addSeparator();
     toggle(EditorCommand::ToggleBorder);
-    menu->addAction("Border Color", this, [this] {
-        auto *dialog = new QColorDialog(m_document.effects().borderColor, this);
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setWindowTitle("Border Color");
-        connect(dialog, &QColorDialog::currentColorChanged, this, [this](const QColor &color) {
-            Effects effects = m_document.effects();
-            effects.borderColor = color;
-            m_document.setEffects(effects);
-        });
-        connect(dialog, &QDialog::rejected, this, [this, before = m_document.effects().borderColor] {
-            Effects effects = m_document.effects();
-            effects.borderColor = before;
-            m_document.setEffects(effects);
-        });
-        dialog->show();
-    });
+    menu->addAction(EditorTexts::tr("Border Color"), this, [this, button] { chooseBorderColor(button); });
     menu->addSeparator();
     toggle(EditorCommand::ToggleShadow);
     toggle(EditorCommand::ToggleRounded);
@@ -277,12 +303,23 @@ void EditorView::addEffects(QHBoxLayout *row)
     });
 }
 
+void EditorView::chooseBorderColor(BarButton *button)
+{
+    auto *panel = new ColorPanel(m_document.effects().borderColor, this);
+    connect(panel, &ColorPanel::changed, this, [this](const QColor &color) {
+        Effects effects = m_document.effects();
+        effects.borderColor = color;
+        m_document.setEffects(effects);
+    });
+    panel->openUnder(button);
+}
+
 void EditorView::addDragOut(QHBoxLayout *row)
 {
     const EditorCommandInfo &shown = info(EditorCommand::DragOut);
     auto *button = new DragOutButton(m_controller, shown);
     button->setObjectName("command-Drag Out");
-    TipCenter::describe(button, {shown.title, shown.tip, {}});
+    TipCenter::describe(button, {shown.shownTitle(), shown.shownTip(), {}});
     connect(button, &QAbstractButton::clicked, this, [this] { m_controller.run(EditorCommand::DragOut); });
     row->addWidget(button, 0, Qt::AlignVCenter);
 }
@@ -313,27 +350,26 @@ void EditorView::addActions(QHBoxLayout *row)
     addCommand(row, EditorCommand::Save);
 }
 
-// MARK: Keys
-
 void EditorView::addShortcuts()
 {
     for (const EditorCommandInfo &row : editorCommands()) {
-        // The canvas knows what to do with a bare key; elsewhere it belongs to the control that has the
-        // focus.
-        if (row.command == EditorCommand::Delete || !*row.shortcut)
+        if (!*row.shortcut || row.scope == KeyScope::OnlyShown)
             continue;
-        auto *action = new QAction(row.title, this);
+        auto *action = new QAction(row.shownTitle(), this);
         QList<QKeySequence> sequences{shortcutSequence(QString::fromUtf8(row.shortcut))};
-        if (row.command == EditorCommand::ZoomIn)
-            sequences.append(QKeySequence(Qt::CTRL | Qt::Key_Equal));
-        if (row.command == EditorCommand::Redo)
-            sequences.append(QKeySequence(Qt::CTRL | Qt::Key_Y));
+        if (*row.otherShortcut)
+            sequences.append(shortcutSequence(QString::fromUtf8(row.otherShortcut)));
         action->setShortcuts(sequences);
         connect(action, &QAction::triggered, this, [this, command = row.command] {
             if (m_controller.isEnabled(command))
                 m_controller.run(command);
         });
-        addAction(action);
+        if (row.scope == KeyScope::Canvas) {
+            action->setShortcutContext(Qt::WidgetShortcut);
+            m_canvas->addAction(action);
+        } else {
+            addAction(action);
+        }
     }
     auto *close = new QAction(this);
     close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
@@ -363,21 +399,24 @@ void EditorView::movePane(int delta)
     }
 }
 
-// MARK: Following the document
-
 void EditorView::follow(EditorDocument::Field field)
 {
     switch (field) {
     case EditorDocument::Field::Tool:
         for (auto it = m_toolButtons.begin(); it != m_toolButtons.end(); ++it)
             it.value()->setChecked(it.key() == m_document.tool());
-        break;
+        return;
     case EditorDocument::Field::History:
     case EditorDocument::Field::Annotations:
-        m_commandButtons[EditorCommand::Undo]->setEnabled(m_document.canUndo());
-        m_commandButtons[EditorCommand::Redo]->setEnabled(m_document.canRedo());
-        break;
-    default:
-        break;
+        for (EditorCommand command : {EditorCommand::Undo, EditorCommand::Redo})
+            m_commandButtons[command]->setEnabled(m_controller.isEnabled(command));
+        return;
+    case EditorDocument::Field::Base:
+    case EditorDocument::Field::Selection:
+    case EditorDocument::Field::Effects:
+    case EditorDocument::Field::Style:
+    case EditorDocument::Field::File:
+    case EditorDocument::Field::Saved:
+        return;
     }
 }

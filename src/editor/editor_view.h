@@ -26,6 +26,10 @@ public:
     CanvasView &canvas() { return *m_canvas; }
     // The tools as the bar groups them.
     static const QList<QList<ToolKind>> &toolGroups();
+    // What can be done with the selection, or without one; not shown yet.
+    QMenu *makeObjectMenu();
+    // Says that the edits which are shown were never saved, and offers to discard them.
+    void tellOfDraft();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -39,7 +43,10 @@ private:
                        int separatorAfter = -1);
     void addEffects(QHBoxLayout *row);
     void addDragOut(QHBoxLayout *row);
-    QAction *addItem(QMenu *menu, EditorCommand command);
+    // An item of a menu: with the words of bars and menus, or with those of the palette.
+    enum class Words { Menu, Palette };
+    QAction *addItem(QMenu *menu, EditorCommand command, Words words = Words::Menu);
+    void chooseBorderColor(BarButton *button);
     void addShortcuts();
     void movePane(int delta);
     void follow(EditorDocument::Field field);

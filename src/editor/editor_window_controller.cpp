@@ -3,6 +3,8 @@
 #include "editor/canvas_view.h"
 #include "editor/editor_sheets.h"
 #include "editor/editor_view.h"
+#include "editor/object_clipboard.h"
+#include "editor/texts.h"
 #include "library/library.h"
 #include "ui/sheet.h"
 
@@ -37,10 +39,11 @@ EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> d
     : m_document(std::move(document)),
       m_ports(std::move(ports)),
       m_view(std::make_unique<EditorView>(*this, m_ports)),
-      m_desk{*m_document, *m_view, m_view->canvas(), m_ports},
+      m_desk{*m_document, m_session, *m_view, m_view->canvas(), m_ports},
       m_saving(m_desk),
       m_sharing(m_desk),
-      m_reading(m_desk)
+      m_reading(m_desk),
+      m_drafts(m_desk)
 {
     m_view->setMinimumSize(leastWindow);
     const QScreen *screen = QGuiApplication::primaryScreen();
@@ -50,11 +53,19 @@ EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> d
         frame.moveCenter(screen->availableGeometry().center());
         m_view->move(frame.topLeft());
     }
-    m_view->setWindowTitle(title());
+    showTitle();
     m_view->installEventFilter(this);
-    connect(m_document.get(), &EditorDocument::changed, this, &EditorWindowController::onChanged);
+    connect(m_document.get(), &EditorDocument::changed, this, &EditorWindowController::follow);
+    connect(&m_session, &EditorSession::changed, this, [this](EditorSession::Field field) {
+        if (field == EditorSession::Field::Palette && m_session.isPaletteOpen())
+            openPalette();
+    });
+    connect(&m_session, &EditorSession::resultArrived, this, [this](const AIResult &result) {
+        EditorSheets::showResult(*m_view, result, m_ports.pasteboard);
+    });
     connect(&m_ports.library, &Library::renamed, this, &EditorWindowController::followRename);
     connect(&canvas(), &CanvasView::textAreaChosen, &m_reading, &DocumentReading::copyTextIn);
+    tellOfDraft();
 }
 
 EditorWindowController::~EditorWindowController()
@@ -90,6 +101,7 @@ bool EditorWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_view.get() && event->type() == QEvent::Close && !std::exchange(m_isClosed, true)) {
         m_desk.commitText();
+        m_drafts.keepNow();
         // When the event has been dealt with: the receiver may delete this.
         QMetaObject::invokeMethod(
             this,
@@ -102,13 +114,20 @@ bool EditorWindowController::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-QString EditorWindowController::title() const
+void EditorWindowController::showTitle()
 {
-    if (!m_document->displayName().isEmpty())
-        return m_document->displayName();
-    if (!m_document->fileURL().isEmpty())
-        return QFileInfo(m_document->fileURL().toLocalFile()).completeBaseName();
-    return QStringLiteral("Untitled Capture");
+    m_view->setWindowTitle(m_document->hasUnsavedChanges() ? m_desk.title() + QStringLiteral(" *")
+                                                           : m_desk.title());
+}
+
+void EditorWindowController::tellOfDraft()
+{
+    if (m_document->hasSetDraftAside())
+        m_ports.notices.post(
+            EditorTexts::tr("Unsaved edits of an earlier state of this picture were set aside"),
+            QStringLiteral("exclamationmark.triangle.fill"));
+    if (m_document->isFromDraft())
+        m_view->tellOfDraft();
 }
 
 void EditorWindowController::followRename(const QString &oldPath, const QString &newPath)
@@ -117,56 +136,47 @@ void EditorWindowController::followRename(const QString &oldPath, const QString 
         m_document->setFileURL(QUrl::fromLocalFile(newPath));
 }
 
-void EditorWindowController::onChanged(EditorDocument::Field field)
+void EditorWindowController::follow(EditorDocument::Field field)
 {
-    if (field == EditorDocument::Field::File)
-        m_view->setWindowTitle(title());
-    if (field != EditorDocument::Field::Mode)
+    switch (field) {
+    case EditorDocument::Field::File:
+    case EditorDocument::Field::Base:
+    case EditorDocument::Field::Annotations:
+    case EditorDocument::Field::Effects:
+    case EditorDocument::Field::Saved:
+        return showTitle();
+    case EditorDocument::Field::Selection:
+    case EditorDocument::Field::Tool:
+    case EditorDocument::Field::Style:
+    case EditorDocument::Field::History:
         return;
-    if (m_document->showPalette())
-        openPalette();
-    if (m_document->aiResult())
-        showAIResult();
+    }
 }
-
-// MARK: Commands
 
 bool EditorWindowController::isEnabled(EditorCommand command) const
 {
-    switch (command) {
-    case EditorCommand::Undo:
+    switch (info(command).condition) {
+    case CommandCondition::Always:
+        return true;
+    case CommandCondition::Selection:
+        return m_document->selectedID().has_value();
+    case CommandCondition::SelectedText: {
+        const auto selected = m_document->selected();
+        return selected && Tools::holdsText(selected->kind);
+    }
+    case CommandCondition::UndoableStep:
         return m_document->canUndo();
-    case EditorCommand::Redo:
+    case CommandCondition::RedoableStep:
         return m_document->canRedo();
-    default:
-        return !info(command).needsSelection || m_document->selectedID();
+    case CommandCondition::PasteableContent:
+        return ObjectClipboard::canPaste(m_ports.pasteboard);
     }
+    return false;
 }
-
-namespace {
-
-// What a command of that kind switches; nothing for any other.
-bool Effects::*effectOf(EditorCommand command)
-{
-    switch (command) {
-    case EditorCommand::ToggleBackdrop:
-        return &Effects::backdrop;
-    case EditorCommand::ToggleBorder:
-        return &Effects::border;
-    case EditorCommand::ToggleShadow:
-        return &Effects::shadow;
-    case EditorCommand::ToggleRounded:
-        return &Effects::rounded;
-    default:
-        return nullptr;
-    }
-}
-
-} // namespace
 
 bool EditorWindowController::isChecked(EditorCommand command) const
 {
-    const auto effect = effectOf(command);
+    const auto effect = info(command).effect;
     return effect && m_document->effects().*effect;
 }
 
@@ -180,88 +190,7 @@ void EditorWindowController::toggle(bool Effects::*effect)
 void EditorWindowController::run(EditorCommand command)
 {
     m_desk.commitText();
-    switch (command) {
-    case EditorCommand::CopyImage:
-        return m_sharing.copyImage();
-    case EditorCommand::Save:
-        return m_saving.save();
-    case EditorCommand::SaveAs:
-        return m_saving.saveAs();
-    case EditorCommand::Share:
-        return m_sharing.share();
-    case EditorCommand::Upload:
-        return m_sharing.upload();
-    case EditorCommand::Pin:
-        return m_sharing.pin();
-    case EditorCommand::DragOut:
-        return m_sharing.copyFile();
-    case EditorCommand::ToggleBackdrop:
-    case EditorCommand::ToggleBorder:
-    case EditorCommand::ToggleShadow:
-    case EditorCommand::ToggleRounded:
-        return toggle(effectOf(command));
-    case EditorCommand::RedactSensitive:
-        return m_reading.redact(Redaction::Mode::Sensitive);
-    case EditorCommand::RedactAllText:
-        return m_reading.redact(Redaction::Mode::AllText);
-    case EditorCommand::RedactFaces:
-        return m_reading.redact(Redaction::Mode::Faces);
-    case EditorCommand::GrabText:
-        return m_reading.grabText();
-    case EditorCommand::Describe:
-        return m_reading.runAI(ClaudeClient::Action::Describe);
-    case EditorCommand::DescribeSteps:
-        return m_reading.runAI(ClaudeClient::Action::Steps);
-    case EditorCommand::AltText:
-        return m_reading.runAI(ClaudeClient::Action::AltText);
-    case EditorCommand::Rename:
-        return m_reading.runAI(ClaudeClient::Action::Name);
-    case EditorCommand::CommandPalette:
-        return m_document->setShowPalette(true);
-    default:
-        return runOnCanvas(command);
-    }
-}
-
-void EditorWindowController::runOnCanvas(EditorCommand command)
-{
-    CanvasInteraction &interaction = canvas().interaction();
-    switch (command) {
-    case EditorCommand::Undo:
-        return m_document->undo();
-    case EditorCommand::Redo:
-        return m_document->redo();
-    case EditorCommand::ZoomIn:
-        return interaction.zoomBy(1.25);
-    case EditorCommand::ZoomOut:
-        return interaction.zoomBy(0.8);
-    case EditorCommand::ZoomToFit:
-        return interaction.setZoom({});
-    case EditorCommand::ActualSize:
-        return interaction.setZoom(1);
-    case EditorCommand::CopyTextFromArea:
-        canvas().setFocus();
-        return interaction.startTextSelection();
-    case EditorCommand::PickColor:
-        canvas().setFocus();
-        return interaction.startEyedropper();
-    case EditorCommand::Cut:
-        return interaction.cut();
-    case EditorCommand::CopyObject:
-        return interaction.copy();
-    case EditorCommand::Paste:
-        return interaction.paste();
-    case EditorCommand::Duplicate:
-        return interaction.duplicate();
-    case EditorCommand::Delete:
-        return m_document->deleteSelected();
-    case EditorCommand::BringToFront:
-        return m_document->bringToFront();
-    case EditorCommand::SendToBack:
-        return m_document->sendToBack();
-    default:
-        Q_ASSERT_X(false, "run", "a command that nobody carries out");
-    }
+    info(command).run(*this);
 }
 
 QList<PaletteCommand> EditorWindowController::paletteCommands()
@@ -269,20 +198,17 @@ QList<PaletteCommand> EditorWindowController::paletteCommands()
     QList<PaletteCommand> commands;
     for (ToolKind tool : Tools::toolbarTools()) {
         const QChar key = Tools::shortcutKey(tool);
-        commands.append({Tools::shortTitle(tool) + " Tool", Tools::symbol(tool),
-                         key.isNull() ? QString() : QString(key), [this, tool] {
-                             m_document->setTool(tool);
-                             m_document->setSelectedID({});
-                         }});
+        commands.append({EditorTexts::tr("%1 Tool").arg(Tools::shortTitle(tool)), Tools::symbol(tool),
+                         key.isNull() ? QString() : QString(key),
+                         [this, tool] { m_document->chooseTool(tool); }});
     }
     for (const EditorCommandInfo &row : editorCommands()) {
-        const QString paletteTitle = QString::fromUtf8(row.paletteTitle);
-        if (paletteTitle.isEmpty() || (row.needsSelection && !m_document->selectedID()))
+        const bool needsObject = row.condition == CommandCondition::Selection;
+        if (!*row.paletteTitle || (needsObject && !isEnabled(row.command)))
             continue;
-        const QString shortcut =
-            QString::fromUtf8(*row.paletteShortcut ? row.paletteShortcut : row.shortcut).trimmed();
-        commands.append(
-            {paletteTitle, row.symbol, shortcut, [this, command = row.command] { run(command); }});
+        const char *shortcut = row.paletteShortcut ? row.paletteShortcut : row.shortcut;
+        commands.append({row.shownPaletteTitle(), QString::fromLatin1(row.symbol),
+                         QString::fromUtf8(shortcut), [this, command = row.command] { run(command); }});
     }
     return commands;
 }
@@ -293,17 +219,8 @@ void EditorWindowController::openPalette()
         return;
     m_desk.commitText();
     auto *palette = new CommandPalette(m_view.get(), paletteCommands());
-    connect(palette, &Sheet::closed, m_document.get(), [this] { m_document->setShowPalette(false); });
+    connect(palette, &Sheet::closed, &m_session, [this] { m_session.setPaletteOpen(false); });
     palette->open();
-}
-
-// MARK: Sheets
-
-void EditorWindowController::showAIResult()
-{
-    const AIResult result = *m_document->aiResult();
-    m_document->setAIResult(std::nullopt);
-    EditorSheets::showResult(*m_view, result, m_ports.pasteboard);
 }
 
 void EditorWindowController::promptSavePreset()

@@ -5,8 +5,10 @@
 #include "editor/document_reading.h"
 #include "editor/document_saving.h"
 #include "editor/document_sharing.h"
+#include "editor/draft_keeper.h"
 #include "editor/editor_commands.h"
 #include "editor/editor_desk.h"
+#include "editor/editor_session.h"
 
 #include <QObject>
 #include <functional>
@@ -15,7 +17,8 @@
 class EditorView;
 
 // One editor: a document, its window, and all that leaves the document (saving, sharing, recognition, the
-// online services). Slow work runs on worker threads, with the document as it was when the work began.
+// online services). Slow work runs on worker threads, with the document as it was when the work began; what
+// the user will miss if it is lost belongs to the program and goes on when the window has closed.
 class EditorWindowController : public QObject {
     Q_OBJECT
 public:
@@ -26,6 +29,7 @@ public:
     std::function<void(EditorWindowController *)> onClose;
 
     EditorDocument &document() { return *m_document; }
+    EditorSession &session() { return m_session; }
     CanvasView &canvas();
     QWidget &window();
     void show();
@@ -34,6 +38,7 @@ public:
     void run(EditorCommand command);
     bool isEnabled(EditorCommand command) const;
     bool isChecked(EditorCommand command) const;
+    void toggle(bool Effects::*effect);
     // Built anew each time the palette opens.
     QList<PaletteCommand> paletteCommands();
 
@@ -47,20 +52,20 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QString title() const;
+    void showTitle();
     void followRename(const QString &oldPath, const QString &newPath);
-    void onChanged(EditorDocument::Field field);
+    void follow(EditorDocument::Field field);
     void openPalette();
-    void showAIResult();
-    void toggle(bool Effects::*effect);
-    void runOnCanvas(EditorCommand command);
+    void tellOfDraft();
 
     std::unique_ptr<EditorDocument> m_document;
+    EditorSession m_session;
     EditorPorts m_ports;
     std::unique_ptr<EditorView> m_view;
     EditorDesk m_desk;
     DocumentSaving m_saving;
     DocumentSharing m_sharing;
     DocumentReading m_reading;
+    DraftKeeper m_drafts;
     bool m_isClosed = false;
 };

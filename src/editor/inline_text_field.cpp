@@ -1,6 +1,7 @@
 #include "editor/inline_text_field.h"
 
 #include "base/colors.h"
+#include "editor/texts.h"
 #include "ui/shortcut_text.h"
 
 #include <QFocusEvent>
@@ -19,7 +20,7 @@ constexpr int caretRoom = 16; // so that the next letter has a place before the 
 InlineTextField::InlineTextField(const QString &text, QWidget *parent) : QTextEdit(parent)
 {
     setObjectName("inlineText");
-    setAccessibleName("Text of the object");
+    setAccessibleName(EditorTexts::tr("Text of the object"));
     setAcceptRichText(false);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -3,12 +3,13 @@
 #include "editor/editor_window_controller.h"
 #include "editor/stamp_picker.h"
 #include "editor/style_presets.h"
+#include "editor/texts.h"
+#include "ui/color_panel.h"
 #include "ui/controls.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 #include "ui/tips.h"
 
-#include <QColorDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -23,17 +24,24 @@ struct FontLabel {
     TextFont font;
     const char *label;
 };
-constexpr std::array fontLabels{FontLabel{TextFont::System, "System"},
-                                FontLabel{TextFont::Rounded, "Rounded"}, FontLabel{TextFont::Serif, "Serif"},
-                                FontLabel{TextFont::Mono, "Mono"}, FontLabel{TextFont::Marker, "Marker"}};
+constexpr std::array fontLabels{FontLabel{TextFont::System, QT_TRANSLATE_NOOP("EditorTexts", "System")},
+                                FontLabel{TextFont::Rounded, QT_TRANSLATE_NOOP("EditorTexts", "Rounded")},
+                                FontLabel{TextFont::Serif, QT_TRANSLATE_NOOP("EditorTexts", "Serif")},
+                                FontLabel{TextFont::Mono, QT_TRANSLATE_NOOP("EditorTexts", "Mono")},
+                                FontLabel{TextFont::Marker, QT_TRANSLATE_NOOP("EditorTexts", "Marker")}};
 
 QString fontLabel(TextFont font)
 {
     for (const FontLabel &entry : fontLabels) {
         if (entry.font == font)
-            return entry.label;
+            return EditorTexts::tr(entry.label);
     }
-    return fontLabels.front().label;
+    return EditorTexts::tr(fontLabels.front().label);
+}
+
+QString selectedWords(ToolKind kind)
+{
+    return EditorTexts::tr("Selected %1").arg(Tools::shortTitle(kind));
 }
 
 QIcon presetIcon(const StylePreset &preset)
@@ -55,10 +63,14 @@ QIcon presetIcon(const StylePreset &preset)
 
 const QList<OptionsBar::NamedColor> &OptionsBar::swatchColors()
 {
-    static const QList<NamedColor> colors{{"Red", QColor(255, 59, 48)},    {"Orange", QColor(255, 149, 0)},
-                                          {"Yellow", QColor(255, 204, 0)}, {"Green", QColor(40, 205, 65)},
-                                          {"Blue", QColor(0, 122, 255)},   {"Purple", QColor(175, 82, 222)},
-                                          {"Black", QColor(0, 0, 0)},      {"White", QColor(255, 255, 255)}};
+    static const QList<NamedColor> colors{{QT_TRANSLATE_NOOP("EditorTexts", "Red"), QColor(255, 59, 48)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "Orange"), QColor(255, 149, 0)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "Yellow"), QColor(255, 204, 0)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "Green"), QColor(40, 205, 65)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "Blue"), QColor(0, 122, 255)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "Purple"), QColor(175, 82, 222)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "Black"), QColor(0, 0, 0)},
+                                          {QT_TRANSLATE_NOOP("EditorTexts", "White"), QColor(255, 255, 255)}};
     return colors;
 }
 
@@ -68,8 +80,12 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
     setFixedHeight(barHeight);
     m_what = new QLabel;
     m_what->setFont(Theme::font(Theme::Type::Control, QFont::DemiBold));
+    // As wide as the widest words, so that nothing beside it moves when an object is selected.
+    for (ToolKind tool : Tools::toolbarTools())
+        m_what->setMinimumWidth(std::max(m_what->minimumWidth(),
+                                         m_what->fontMetrics().horizontalAdvance(selectedWords(tool)) + 2));
     m_colors = makeColors();
-    m_size = new ValueSlider("Width", leastSize, mostSize);
+    m_size = new ValueSlider(EditorTexts::tr("Width"), leastSize, mostSize);
     m_size->setObjectName("size");
     connect(m_size, &ValueSlider::changed, this, [this](int value) { m_document.setLineWidth(value); });
     m_styles = new SegmentedPicker;
@@ -80,7 +96,7 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
     makeFontButton();
     makeStampButton();
 
-    m_note = new QLabel("Nothing selected — click an object to change it");
+    m_note = new QLabel(EditorTexts::tr("Nothing selected — click an object to change it"));
     m_note->setFont(Theme::font(Theme::Type::Control));
     m_note->setForegroundRole(QPalette::PlaceholderText);
 
@@ -103,11 +119,14 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
         case EditorDocument::Field::Selection:
         case EditorDocument::Field::Tool:
         case EditorDocument::Field::Style:
-        case EditorDocument::Field::Mode:
-            follow();
-            break;
-        default:
-            break;
+            return follow();
+        case EditorDocument::Field::Base:
+        case EditorDocument::Field::Annotations:
+        case EditorDocument::Field::Effects:
+        case EditorDocument::Field::File:
+        case EditorDocument::Field::History:
+        case EditorDocument::Field::Saved:
+            return;
         }
     });
     follow();
@@ -115,13 +134,16 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
 
 void OptionsBar::makeFontButton()
 {
-    m_font = new BarButton("textformat", "System", BarButton::Label::Beside);
+    m_font = new BarButton("textformat", fontLabel(TextFont::System), BarButton::Label::Beside);
     m_font->setObjectName("font");
-    TipCenter::describe(m_font, {"Font", "Typeface for text and callouts.", {}});
-    m_font->setAccessibleName("Font");
+    TipCenter::describe(m_font,
+                        {EditorTexts::tr("Font"), EditorTexts::tr("Typeface for text and callouts."), {}});
+    m_font->setAccessibleName(EditorTexts::tr("Font"));
     auto *fonts = new QMenu;
     for (const FontLabel &entry : fontLabels)
-        fonts->addAction(entry.label, this, [this, font = entry.font] { m_document.setTextFont(font); })
+        fonts
+            ->addAction(EditorTexts::tr(entry.label), this,
+                        [this, font = entry.font] { m_document.setTextFont(font); })
             ->setCheckable(true);
     m_font->setMenu(fonts);
     connect(m_font, &BarButton::menuAboutToOpen, this, [this, fonts] {
@@ -132,10 +154,12 @@ void OptionsBar::makeFontButton()
 
 void OptionsBar::makeStampButton()
 {
-    m_stamp = new BarButton("seal", "Choose Stamp", BarButton::Label::Beside);
+    m_stamp = new BarButton("seal", EditorTexts::tr("Choose Stamp"), BarButton::Label::Beside);
     m_stamp->setObjectName("stamp");
     TipCenter::describe(m_stamp,
-                        {"Choose Stamp", "Pick a symbol, emoji or keyboard key to place on the image.", {}});
+                        {EditorTexts::tr("Choose Stamp"),
+                         EditorTexts::tr("Pick a symbol, emoji or keyboard key to place on the image."),
+                         {}});
     connect(m_stamp, &QAbstractButton::clicked, this, [this] {
         auto *picker = new StampPicker(m_document.stampValue(), this);
         connect(picker, &StampPicker::chosen, this,
@@ -159,9 +183,9 @@ QWidget *OptionsBar::makeColors()
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     for (const NamedColor &named : swatchColors()) {
-        auto *swatch = new Swatch(named.color, named.name);
+        auto *swatch = new Swatch(named.color, EditorTexts::tr(named.name));
         swatch->setObjectName(QStringLiteral("color-%1").arg(named.name));
-        TipCenter::describe(swatch, {named.name, {}, {}});
+        TipCenter::describe(swatch, {EditorTexts::tr(named.name), {}, {}});
         connect(swatch, &QAbstractButton::clicked, this, [this, color = named.color] {
             m_document.setColor(color);
             follow();
@@ -170,42 +194,42 @@ QWidget *OptionsBar::makeColors()
         row->addWidget(swatch);
     }
     row->addSpacing(Theme::Space::unit);
-    auto *more = new BarButton("paintpalette", "More Colors", BarButton::Label::None);
-    TipCenter::describe(more, {"More Colors", "Open the color picker to choose any color.", {}});
-    connect(more, &QAbstractButton::clicked, this, &OptionsBar::chooseColor);
+    const QString moreColors = EditorTexts::tr("More Colors");
+    auto *more = new BarButton("paintpalette", moreColors, BarButton::Label::None);
+    more->setObjectName("moreColors");
+    TipCenter::describe(more,
+                        {moreColors, EditorTexts::tr("Open the color picker to choose any color."), {}});
+    connect(more, &QAbstractButton::clicked, this, [this, more] { chooseColor(more); });
     row->addWidget(more);
     const EditorCommandInfo &pick = info(EditorCommand::PickColor);
-    auto *eyedropper = new BarButton(pick.symbol, pick.title, BarButton::Label::None);
+    auto *eyedropper = new BarButton(pick.symbol, pick.shownTitle(), BarButton::Label::None);
     eyedropper->setObjectName("eyedropper");
-    TipCenter::describe(eyedropper, {pick.title, pick.tip, {}});
+    TipCenter::describe(eyedropper, {pick.shownTitle(), pick.shownTip(), {}});
     connect(eyedropper, &QAbstractButton::clicked, this,
             [this] { m_controller.run(EditorCommand::PickColor); });
     row->addWidget(eyedropper);
     return colors;
 }
 
-void OptionsBar::chooseColor()
+void OptionsBar::chooseColor(QWidget *anchor)
 {
-    auto *dialog = new QColorDialog(m_document.color(), window());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle("More Colors");
-    connect(dialog, &QColorDialog::currentColorChanged, this, [this](const QColor &color) {
-        if (color.isValid())
-            m_document.setColor(color);
+    auto *panel = new ColorPanel(m_document.color(), this);
+    connect(panel, &ColorPanel::changed, this, [this](const QColor &color) { m_document.setColor(color); });
+    // It was opened for what is selected now, and for nothing else.
+    connect(&m_document, &EditorDocument::changed, panel, [panel](EditorDocument::Field field) {
+        if (field == EditorDocument::Field::Selection || field == EditorDocument::Field::Tool)
+            panel->close();
     });
-    connect(dialog, &QDialog::rejected, this,
-            [this, before = m_document.color()] { m_document.setColor(before); });
-    dialog->show();
+    panel->openUnder(anchor);
 }
-
-// MARK: Presets
 
 void OptionsBar::addPresets()
 {
-    m_presetButton =
-        new BarButton(EditorMenus::presets.symbol, EditorMenus::presets.title, BarButton::Label::Beside);
+    m_presetButton = new BarButton(EditorMenus::presets.symbol, EditorMenus::presets.shownTitle(),
+                                   BarButton::Label::Beside);
     m_presetButton->setObjectName("presets");
-    TipCenter::describe(m_presetButton, {EditorMenus::presets.title, EditorMenus::presets.tip, {}});
+    TipCenter::describe(m_presetButton,
+                        {EditorMenus::presets.shownTitle(), EditorMenus::presets.shownTip(), {}});
     m_presetButton->setMenu(new QMenu);
     connect(m_presetButton, &BarButton::menuAboutToOpen, this, &OptionsBar::fillPresetMenu);
     fillPresetMenu();
@@ -224,15 +248,14 @@ void OptionsBar::fillPresetMenu()
                         [this, preset] { PresetStore::apply(preset, m_document); });
     if (!m_presets.presets().isEmpty())
         menu->addSeparator();
-    menu->addAction("Save Current Style as Preset…", this, [this] { m_controller.promptSavePreset(); });
-    QMenu *remove = menu->addMenu("Delete Preset");
+    menu->addAction(EditorTexts::tr("Save Current Style as Preset…"), this,
+                    [this] { m_controller.promptSavePreset(); });
+    QMenu *remove = menu->addMenu(EditorTexts::tr("Delete Preset"));
     for (const StylePreset &preset : m_presets.presets())
         remove->addAction(presetIcon(preset), title(preset), this,
                           [this, id = preset.id] { m_presets.remove(id); });
     remove->setEnabled(!m_presets.presets().isEmpty());
 }
-
-// MARK: Following the document
 
 ToolKind OptionsBar::kind() const
 {
@@ -245,18 +268,19 @@ void OptionsBar::follow()
     const auto selected = m_document.selected();
     const ToolKind shown = kind();
     const bool idle = shown == ToolKind::Select;
-    m_what->setText(selected ? "Selected " + Tools::shortTitle(shown) : Tools::shortTitle(shown));
+    m_what->setText(selected ? selectedWords(shown) : Tools::shortTitle(shown));
     m_what->setVisible(!idle);
     m_note->setVisible(idle);
     m_colors->setVisible(Tools::usesColor(shown));
     for (Swatch *swatch : m_swatches)
         swatch->setChecked(swatch->color().rgba() == m_document.color().toRgb().rgba());
     m_size->setVisible(Tools::usesSize(shown));
-    m_size->setName(Tools::holdsText(shown) ? "Size" : "Width");
+    m_size->setName(Tools::holdsText(shown) ? EditorTexts::tr("Size") : EditorTexts::tr("Width"));
     m_size->setValue(qRound(m_document.lineWidth()));
-    TipCenter::describe(m_size, {Tools::holdsText(shown) ? "Size" : "Width",
-                                 Tools::holdsText(shown) ? "Text size." : "Line thickness.",
-                                 {}});
+    TipCenter::describe(
+        m_size, {Tools::holdsText(shown) ? EditorTexts::tr("Size") : EditorTexts::tr("Width"),
+                 Tools::holdsText(shown) ? EditorTexts::tr("Text size.") : EditorTexts::tr("Line thickness."),
+                 {}});
     m_font->setVisible(Tools::usesFont(shown));
     m_font->setText(fontLabel(m_document.textFont()));
     m_font->updateGeometry();
@@ -277,10 +301,10 @@ void OptionsBar::followStyles(ToolKind shown)
         for (const Tools::Style &style : styles)
             segments.append({style.name, style.symbol});
         m_styles->setSegments(segments);
-        m_styles->setAccessibleName("Style");
-        TipCenter::describe(m_styles, {"Style",
-                                       "Style for new " + Tools::shortTitle(shown).toLower() +
-                                           " objects and the one selected.",
+        m_styles->setAccessibleName(EditorTexts::tr("Style"));
+        TipCenter::describe(m_styles, {EditorTexts::tr("Style"),
+                                       EditorTexts::tr("Style for new %1 objects and the one selected.")
+                                           .arg(Tools::shortTitle(shown).toLower()),
                                        {}});
         m_shownStyles = shown;
     }

@@ -37,7 +37,7 @@ private:
     void makeFontButton();
     void makeStampButton();
     void addPresets();
-    void chooseColor();
+    void chooseColor(QWidget *anchor);
     void fillPresetMenu();
     void follow();
     void followStyles(ToolKind kind);

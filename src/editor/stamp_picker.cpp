@@ -3,6 +3,8 @@
 #include "artwork/fonts.h"
 #include "base/colors.h"
 #include "document/annotation.h"
+#include "editor/annotation_description.h"
+#include "editor/texts.h"
 #include "ui/controls.h"
 #include "ui/floating.h"
 #include "ui/symbol.h"
@@ -29,7 +31,7 @@ public:
         setFixedSize(cell, cell);
         setFocusPolicy(Qt::StrongFocus);
         setAttribute(Qt::WA_Hover);
-        setAccessibleName(value.mid(value.indexOf(':') + 1));
+        setAccessibleName(stampWords(value));
     }
 
 protected:
@@ -52,6 +54,7 @@ protected:
             drawSymbol(painter, QRectF(9, 9, cell - 18, cell - 18), what,
                        isChecked() ? t.accentText : t.text);
         } else if (m_value.startsWith("emoji:")) {
+            painter.setPen(t.text); // without a pen nothing is written
             painter.setFont(Fonts::emoji(22));
             painter.drawText(rect(), Qt::AlignCenter, what);
         } else {
@@ -77,10 +80,11 @@ StampPicker::StampPicker(const QString &current, QWidget *parent)
       m_pages(new QStackedLayout)
 {
     setObjectName("stampPicker");
-    setAccessibleName("Choose Stamp");
+    setAccessibleName(EditorTexts::tr("Choose Stamp"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
-    m_tabs->setSegments({{"Symbols", {}}, {"Emoji", {}}, {"Keys", {}}});
+    m_tabs->setSegments(
+        {{EditorTexts::tr("Symbols"), {}}, {EditorTexts::tr("Emoji"), {}}, {EditorTexts::tr("Keys"), {}}});
     m_tabs->setStretches(true);
     const QList<QStringList> pages{StampLibrary::symbols(), StampLibrary::emoji(), StampLibrary::keys()};
     for (const QStringList &values : pages)
@@ -141,7 +145,7 @@ void StampPicker::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(t.raised);
-    painter.setPen(QPen(t.dark ? QColor(0x47474F) : QColor(0xDCDCE2), 1));
+    painter.setPen(QPen(t.raisedEdge, 1));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::Radius::panel,
                             Theme::Radius::panel);
 }

@@ -3,6 +3,7 @@
 #include "document/editor_document.h"
 #include "editor/annotation_description.h"
 #include "editor/editor_window_controller.h"
+#include "editor/texts.h"
 #include "ui/controls.h"
 #include "ui/shortcut_text.h"
 #include "ui/theme.h"
@@ -49,6 +50,7 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 StatusLine::StatusLine(EditorWindowController &controller)
     : m_controller(controller),
       m_document(controller.document()),
+      m_session(controller.session()),
       m_spinner(new Spinner(14)),
       m_hint(new ElidedLabel),
       m_counts(new NumberLabel),
@@ -60,7 +62,7 @@ StatusLine::StatusLine(EditorWindowController &controller)
     m_zoom->setObjectName("zoom");
     m_zoom->setAlignment(Qt::AlignHCenter);
     m_zoom->setMinimumWidth(76);
-    TipCenter::describe(m_zoom, {EditorMenus::zoom.title, EditorMenus::zoom.tip, {}});
+    TipCenter::describe(m_zoom, {EditorMenus::zoom.shownTitle(), EditorMenus::zoom.shownTip(), {}});
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(16, 1, 8, 0);
@@ -79,17 +81,18 @@ StatusLine::StatusLine(EditorWindowController &controller)
     addZoomButton(zooms, EditorCommand::ZoomToFit);
     row->addLayout(zooms);
     connect(&m_document, &EditorDocument::changed, this, &StatusLine::follow);
+    connect(&m_session, &EditorSession::changed, this, &StatusLine::follow);
     follow();
 }
 
 BarButton *StatusLine::addZoomButton(QHBoxLayout *row, EditorCommand command)
 {
     const EditorCommandInfo &shown = info(command);
-    auto *button = new BarButton(shown.symbol, shown.title, BarButton::Label::None);
-    button->setObjectName(QStringLiteral("command-%1").arg(shown.title));
+    auto *button = new BarButton(shown.symbol, shown.shownTitle(), BarButton::Label::None);
+    button->setObjectName(QStringLiteral("command-") + QString::fromUtf8(shown.title));
     button->setFixedSize(Theme::Size::target, Theme::Size::target);
     TipCenter::describe(
-        button, {shown.title, QString::fromUtf8(EditorMenus::zoom.tip), QString::fromUtf8(shown.shortcut)});
+        button, {shown.shownTitle(), EditorMenus::zoom.shownTip(), QString::fromUtf8(shown.shortcut)});
     connect(button, &QAbstractButton::clicked, this, [this, command] { m_controller.run(command); });
     row->addWidget(button);
     return button;
@@ -97,40 +100,40 @@ BarButton *StatusLine::addZoomButton(QHBoxLayout *row, EditorCommand command)
 
 QString StatusLine::hint() const
 {
-    if (m_document.isBusy())
-        return QStringLiteral("Working…");
-    if (m_document.isSelectingText())
-        return QStringLiteral("Drag over text in the image to copy it · Esc to cancel");
-    if (m_document.isPickingColor())
-        return QStringLiteral("Click anywhere on the image to pick its color · Esc to cancel");
-    return withShortcutWords(Tools::hint(m_document.tool()) + "  ·  ⌘K for all commands");
+    if (m_session.isBusy())
+        return EditorTexts::tr("Working…");
+    switch (m_session.mode()) {
+    case EditorSession::Mode::SelectingText:
+        return EditorTexts::tr("Drag over text in the image to copy it · Esc to cancel");
+    case EditorSession::Mode::PickingColor:
+        return EditorTexts::tr("Click anywhere on the image to pick its color · Esc to cancel");
+    case EditorSession::Mode::Editing:
+        break;
+    }
+    return withShortcutWords(Tools::hint(m_document.tool()) + EditorTexts::tr("  ·  ⌘K for all commands"));
 }
 
 QString StatusLine::counts() const
 {
     QStringList parts;
     if (const auto selected = m_document.selected()) {
-        QString words = describe(*selected).simplified();
-        if (words.size() > longestDescription)
-            words = words.left(longestDescription - 1) + "…";
-        words[0] = words[0].toUpper();
-        parts += words;
+        const QString words = statusWords(*selected);
+        parts += words.size() > longestDescription ? words.left(longestDescription - 1) + u'…' : words;
     }
-    const auto count = m_document.annotations().size();
-    parts += QStringLiteral("%1 object%2").arg(count).arg(count == 1 ? "" : "s");
-    parts += QStringLiteral("%1 × %2 px").arg(m_document.base().width()).arg(m_document.base().height());
-    return parts.join("  ·  ");
+    parts += EditorTexts::tr("%n object(s)", nullptr, static_cast<int>(m_document.annotations().size()));
+    parts += EditorTexts::tr("%1 × %2 px").arg(m_document.base().width()).arg(m_document.base().height());
+    return parts.join(QStringLiteral("  ·  "));
 }
 
 QString StatusLine::zoom() const
 {
-    const QString percent = QStringLiteral("%1%").arg(qRound(m_document.displayZoom() * 100));
-    return m_document.zoom() ? percent : "Fit · " + percent;
+    const QString percent = QStringLiteral("%1%").arg(qRound(m_session.displayZoom() * 100));
+    return m_session.zoom() ? percent : EditorTexts::tr("Fit · %1").arg(percent);
 }
 
 void StatusLine::follow()
 {
-    m_spinner->setVisible(m_document.isBusy());
+    m_spinner->setVisible(m_session.isBusy());
     m_hint->setText(hint());
     m_counts->setText(counts());
     m_zoom->setText(zoom());

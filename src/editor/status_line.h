@@ -6,6 +6,7 @@
 
 class BarButton;
 class EditorDocument;
+class EditorSession;
 class EditorWindowController;
 class NumberLabel;
 class QHBoxLayout;
@@ -48,6 +49,7 @@ private:
 
     EditorWindowController &m_controller;
     EditorDocument &m_document;
+    EditorSession &m_session;
     Spinner *m_spinner;
     ElidedLabel *m_hint;
     NumberLabel *m_counts;

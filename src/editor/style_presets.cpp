@@ -2,6 +2,7 @@
 
 #include "base/json.h"
 #include "document/editor_document.h"
+#include "editor/texts.h"
 #include "settings/defaults.h"
 
 namespace {
@@ -56,10 +57,16 @@ std::optional<QList<StylePreset>> fromJson(const QJsonArray &array)
 
 QList<StylePreset> firstPresets()
 {
-    return {{QUuid::createUuid(), "Red Arrow", "arrow", {1.0, 0.23, 0.19, 1.0}, 6, 0, 0},
-            {QUuid::createUuid(), "Yellow Highlight", "highlight", {1.0, 0.8, 0.0, 1.0}, 6, 0, 0},
-            {QUuid::createUuid(), "Blue Callout", "callout", {0.0, 0.48, 1.0, 1.0}, 6, 0, 1},
-            {QUuid::createUuid(), "Purple Steps", "step", {0.45, 0.38, 0.98, 1.0}, 6, 0, 0}};
+    return {{QUuid::createUuid(), EditorTexts::tr("Red Arrow"), "arrow", {1.0, 0.23, 0.19, 1.0}, 6, 0, 0},
+            {QUuid::createUuid(),
+             EditorTexts::tr("Yellow Highlight"),
+             "highlight",
+             {1.0, 0.8, 0.0, 1.0},
+             6,
+             0,
+             0},
+            {QUuid::createUuid(), EditorTexts::tr("Blue Callout"), "callout", {0.0, 0.48, 1.0, 1.0}, 6, 0, 1},
+            {QUuid::createUuid(), EditorTexts::tr("Purple Steps"), "step", {0.45, 0.38, 0.98, 1.0}, 6, 0, 0}};
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "document/text_block.h"
 #include "editor/canvas_host.h"
 #include "editor/canvas_viewport.h"
+#include "editor/texts.h"
 
 #include <cmath>
 
@@ -26,7 +27,21 @@ void TextEditing::begin(const Annotation &annotation)
     commit();
     m_target = annotation.id;
     m_host.openTextField(annotation.text);
-    m_host.repaint();
+    m_host.canvasChanged();
+}
+
+void TextEditing::beginNew(const Annotation &annotation)
+{
+    begin(annotation);
+    m_stepsWhenAdded = m_document.undoSteps();
+}
+
+void TextEditing::dropEmpty(const Annotation &object, std::optional<qsizetype> stepsWhenAdded)
+{
+    if (stepsWhenAdded == m_document.undoSteps())
+        return m_document.dropLastStep();
+    m_document.setSelectedID(object.id);
+    m_document.deleteSelected();
 }
 
 void TextEditing::commit()
@@ -34,6 +49,7 @@ void TextEditing::commit()
     if (!m_target)
         return;
     const Target target = *m_target;
+    const auto stepsWhenAdded = std::exchange(m_stepsWhenAdded, std::nullopt);
     m_target.reset(); // first: closing the field may ask for this again
     const QString text = m_host.closeTextField().trimmed();
     if (const QPointF *anchor = std::get_if<QPointF>(&target)) {
@@ -43,16 +59,15 @@ void TextEditing::commit()
             m_document.add(added);
         }
     } else if (auto edited = m_document.object(std::get<QUuid>(target))) {
-        if (edited->kind == ToolKind::Text && text.isEmpty()) {
-            m_document.setSelectedID(edited->id);
-            m_document.deleteSelected();
+        if (text.isEmpty() && (edited->kind == ToolKind::Text || stepsWhenAdded)) {
+            dropEmpty(*edited, stepsWhenAdded);
         } else if (edited->text != text) {
             m_document.pushUndo();
             edited->text = text;
             m_document.replace(*edited);
         }
     }
-    m_host.repaint();
+    m_host.canvasChanged();
 }
 
 QUuid TextEditing::object() const
@@ -79,7 +94,7 @@ InlineText TextEditing::fieldForNew(const QPointF &anchor, const CanvasViewport 
     field.frame = QRectF(view.toView(anchor), QSizeF(leastFieldWidth, std::trunc(size * lineHeight)));
     field.font = Fonts::font(designOf(m_document.textFont()), size);
     field.color = m_document.color();
-    field.placeholder = QStringLiteral("Type, then Return");
+    field.placeholder = EditorTexts::tr("Type, then Return");
     return field;
 }
 
@@ -99,7 +114,7 @@ InlineText TextEditing::fieldFor(const Annotation &edited, const CanvasViewport 
     field.frame = view.toView(edited.rect().adjusted(dx, dy, -dx, -dy));
     field.font = Fonts::font(designOf(edited.textFont()), size * 0.75);
     field.color = Qt::black;
-    field.placeholder = QStringLiteral("Type your callout, then Return (⌥↩ for a new line)");
+    field.placeholder = EditorTexts::tr("Type your callout, then Return (⌥↩ for a new line)");
     field.wraps = true;
     field.centered = true;
     return field;

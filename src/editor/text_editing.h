@@ -35,6 +35,8 @@ public:
     // A new text with its top left corner at an image point.
     void begin(const QPointF &point);
     void begin(const Annotation &annotation);
+    // Of an object that was added just now: it goes without a trace if nothing is typed.
+    void beginNew(const Annotation &annotation);
     // Closes the field. A text that became empty goes; nothing happens when none is being typed.
     void commit();
 
@@ -46,10 +48,12 @@ public:
 private:
     using Target = std::variant<QUuid, QPointF>;
 
+    void dropEmpty(const Annotation &object, std::optional<qsizetype> stepsWhenAdded);
     InlineText fieldForNew(const QPointF &anchor, const CanvasViewport &view) const;
     InlineText fieldFor(const Annotation &edited, const CanvasViewport &view) const;
 
     EditorDocument &m_document;
     CanvasHost &m_host;
     std::optional<Target> m_target;
+    std::optional<qsizetype> m_stepsWhenAdded; // of the history, with a new object
 };

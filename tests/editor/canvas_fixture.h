@@ -3,6 +3,7 @@
 #include "base/notice.h"
 #include "document/editor_document.h"
 #include "editor/canvas_interaction.h"
+#include "editor/editor_session.h"
 #include "fakes/fake_platform.h"
 #include "support/pictures.h"
 #include "support/printers.h"
@@ -88,7 +89,7 @@ protected:
     }
 
     // Host
-    void repaint() override {}
+    void canvasChanged() override {}
     void updateCursor() override {}
     void openTextField(const QString &text) override
     {
@@ -108,7 +109,8 @@ protected:
     TemporaryFolder home;
     FakePlatform fakes{home.path()};
     EditorDocument document{picture()};
-    CanvasInteraction canvas{document, fakes.pasteboard, *this};
+    EditorSession session;
+    CanvasInteraction canvas{document, session, fakes.pasteboard, *this};
 
     bool fieldIsOpen = false;
     QString typed;

@@ -100,7 +100,7 @@ TEST_F(CanvasPainterTest, TellsWhatPartOfTheViewChanged)
     EXPECT_TRUE(painter.update(scene()).isEmpty());
 }
 
-TEST_F(CanvasPainterTest, LeavesTheObjectUnderTheTextFieldOut)
+TEST_F(CanvasPainterTest, ShowsTheBubbleUnderTheTextField)
 {
     use(ToolKind::Callout);
     document.setColor(QColor(0, 0, 255));
@@ -108,7 +108,8 @@ TEST_F(CanvasPainterTest, LeavesTheObjectUnderTheTextFieldOut)
     ASSERT_TRUE(fieldIsOpen);
     CanvasPainter painter;
     painter.update(scene());
-    EXPECT_EQ(pixel(shown(painter, scene()), 110, 150), QColor(Qt::white));
+    EXPECT_EQ(pixel(shown(painter, scene()), 110, 150), QColor(0, 0, 255));
+    typed = "Words";
     canvas.commitText();
     painter.update(scene());
     EXPECT_EQ(pixel(shown(painter, scene()), 110, 150), QColor(0, 0, 255));
@@ -205,4 +206,34 @@ TEST_F(CanvasPainterTest, TheFirstSpotlightLooksTheSameWhenItsDimmingWasDrawnAhe
     CanvasPainter anew;
     anew.update(scene());
     EXPECT_LE(difference(shown(late, scene()), shown(anew, scene())), 3);
+}
+
+TEST_F(CanvasTest, TheBubbleStaysWhileItsTextIsTyped)
+{
+    use(ToolKind::Callout);
+    stroke({200, 200}, {400, 300});
+    ASSERT_TRUE(fieldIsOpen);
+    const auto scene = CanvasPainter::Scene::of(document, canvas);
+    ASSERT_EQ(scene.objects.size(), 1);
+    EXPECT_TRUE(scene.objects.first().text.isEmpty()) << "which the field shows";
+}
+
+TEST_F(CanvasTest, WhatAMosaicCoversIsHiddenBeforeItIsMade)
+{
+    Annotation blur = document.makeAnnotation(ToolKind::Blur, {100, 100});
+    blur.end = {200, 200};
+    document.add(blur);
+    document.setSelectedID({});
+    CanvasPainter painter;
+    const auto color = [&] {
+        const auto scene = CanvasPainter::Scene::of(document, canvas);
+        painter.update(scene);
+        return shown(painter, scene).pixelColor(at(150, 150).toPoint());
+    };
+    EXPECT_LT(std::abs(color().red() - color().green()), 4) << "grey";
+    EXPECT_LT(color().red(), 200);
+    QImage red = filled({width, height}, Qt::red);
+    document.keepPixelated(document.base(), red);
+    EXPECT_GT(color().red(), 200);
+    EXPECT_LT(color().green(), 40);
 }

@@ -1,5 +1,8 @@
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
+#include "editor/editor_view.h"
+#include "editor/object_clipboard.h"
+#include "editor/texts.h"
 #include "editor_stage.h"
 #include "support/pictures.h"
 #include "support/printers.h"
@@ -36,7 +39,7 @@ protected:
     }
     QStringList menuTitles()
     {
-        std::unique_ptr<QMenu> menu(editor->canvas().makeContextMenu());
+        std::unique_ptr<QMenu> menu(static_cast<EditorView &>(editor->window()).makeObjectMenu());
         QStringList titles;
         for (QAction *action : menu->actions()) {
             if (!action->isSeparator())
@@ -95,10 +98,10 @@ TEST_F(CanvasViewTest, PastesWhatCanBeReadAndIgnoresTheRest)
 {
     stage.fakes.pasteboard.setFlavors({{"image/png", "not a picture"}});
     editor->run(EditorCommand::Paste);
-    EXPECT_TRUE(objects().isEmpty());
     QImage huge = filled({9000, 3000}, Qt::red);
     stage.fakes.pasteboard.setFlavors({{"image/png", ImageFiles::encode(huge, ImageFiles::Type::Png)}});
     editor->run(EditorCommand::Paste);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !objects().isEmpty(); }));
     ASSERT_EQ(objects().size(), 1);
     EXPECT_LE(objects().first().rect().width(), 240) << "at most 60 percent of the picture";
 }
@@ -108,7 +111,7 @@ TEST_F(CanvasViewTest, ItsMenuOffersWhatCanBeDone)
     EXPECT_EQ(menuTitles(), (QStringList{"Paste (off)", "Pick Color from Image"}));
     EditorDocument &document = editor->document();
     document.add(document.makeAnnotation(ToolKind::Step, {50, 50}));
-    stage.fakes.pasteboard.setFlavors({{EditorDocument::objectPasteboardType, {}}});
+    stage.fakes.pasteboard.setFlavors({{ObjectClipboard::kMarker, {}}});
     EXPECT_EQ(menuTitles(),
               (QStringList{"Cut", "Copy", "Paste", "Duplicate", "Bring to Front", "Send to Back", "Delete"}));
     Annotation text = document.makeAnnotation(ToolKind::Text, {50, 100});
@@ -119,8 +122,48 @@ TEST_F(CanvasViewTest, ItsMenuOffersWhatCanBeDone)
 
 TEST_F(CanvasViewTest, SpeaksOfWhatItShows)
 {
-    EXPECT_EQ(editor->canvas().accessibleLabel(), "Capture, 400 by 300 pixels, 0 objects");
+    EXPECT_EQ(editor->canvas().accessibleLabel(),
+              EditorTexts::tr("Capture, %1 by %2 pixels, %n object(s)", nullptr, 0).arg(400).arg(300));
     editor->document().add(editor->document().makeAnnotation(ToolKind::Step, {50, 50}));
     EXPECT_EQ(editor->canvas().accessibleLabel(),
-              "Capture, 400 by 300 pixels, 1 object. Tab moves between objects.");
+              EditorTexts::tr("Capture, %1 by %2 pixels, %n object(s)", nullptr, 1).arg(400).arg(300) +
+                  ". Tab moves between objects.");
+}
+
+TEST_F(CanvasViewTest, BareKeysOfTheTableBelongToTheCanvas)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&editor->window()));
+    editor->document().add(editor->document().makeAnnotation(ToolKind::Step, {50, 50}));
+    editor->document().add(editor->document().makeAnnotation(ToolKind::Step, {90, 50}));
+    QTest::keyClick(&editor->canvas(), Qt::Key_Backspace);
+    EXPECT_EQ(objects().size(), 1);
+    QTest::keyClick(&editor->canvas(), Qt::Key_Tab);
+    QTest::keyClick(&editor->canvas(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(objects().size(), 2);
+    QTest::keyClick(&editor->canvas(), Qt::Key_Delete);
+    EXPECT_EQ(objects().size(), 1);
+}
+
+TEST_F(CanvasViewTest, TheMosaicIsMadeOnAWorkerAndHidesUntilThen)
+{
+    EditorDocument &document = editor->document();
+    Annotation blur = document.makeAnnotation(ToolKind::Blur, {100, 100});
+    blur.end = {200, 200};
+    document.add(blur);
+    EXPECT_TRUE(document.readyPixelated().isNull()) << "not while the user waits";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !document.readyPixelated().isNull(); }));
+    QImage other = filled({300, 200}, Qt::green);
+    document.setBase(other);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return document.readyPixelated().size() == QSize(300, 200); }));
+}
+
+TEST_F(CanvasViewTest, ATallPictureStartsAtItsTopAsWideAsTheWindow)
+{
+    const auto tall = stage.open(filled({600, 9000}));
+    tall->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&tall->window()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tall->session().zoom().has_value(); }));
+    const CanvasViewport view = tall->canvas().interaction().viewport();
+    EXPECT_NEAR(view.toView(QPointF(0, 0)).y(), 28, 1);
+    EXPECT_DOUBLE_EQ(view.displayZoom(), 1);
 }

@@ -132,9 +132,10 @@ TEST(EditorCommands, EveryLineOfThePaletteDoesSomething)
         }
         const bool wantsLast = all[i] == "Arrow Tool"; // the tool a document begins with
         document.setTool(wantsLast ? ToolKind::Select : ToolKind::Arrow);
-        document.setZoom(all[i] == "Zoom to Fit" ? std::optional(3.0) : std::nullopt);
+        editor->session().setZoom(all[i] == "Zoom to Fit" ? std::optional(3.0) : std::nullopt);
         bool changed = false;
         QObject::connect(&document, &EditorDocument::changed, &document, [&] { changed = true; });
+        QObject::connect(&editor->session(), &EditorSession::changed, &document, [&] { changed = true; });
         const auto pinned = [&] { return !stage.pins.windows().empty(); };
         const auto popped = [&] {
             return editor->window().findChild<QMenu *>("shareMenu") ||
@@ -146,7 +147,7 @@ TEST(EditorCommands, EveryLineOfThePaletteDoesSomething)
             return changed || !stage.notices.isEmpty() || pinned() || popped();
         })) << all[i].toStdString();
         // Whatever still runs ends before the stage goes.
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !document.isBusy(); }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !editor->session().isBusy() && stage.pending.isIdle(); }));
     }
 }
 
@@ -224,12 +225,12 @@ TEST(CommandPalette, RunsTheChosenLineAfterItHasClosed)
     auto *field = palette->findChild<QLineEdit *>("paletteField");
     QTest::keyClicks(field, "border");
     QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_FALSE(editor->document().showPalette());
+    EXPECT_FALSE(editor->session().isPaletteOpen());
     EXPECT_FALSE(editor->document().effects().border) << "not before the next turn";
     EXPECT_TRUE(QTest::qWaitFor([&] { return editor->document().effects().border; }));
 
     editor->run(EditorCommand::CommandPalette);
     field = editor->window().findChildren<QLineEdit *>("paletteField").last();
     QTest::keyClick(field, Qt::Key_Escape);
-    EXPECT_FALSE(editor->document().showPalette());
+    EXPECT_FALSE(editor->session().isPaletteOpen());
 }

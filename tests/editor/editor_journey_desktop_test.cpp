@@ -40,10 +40,11 @@ protected:
         closed = false;
         editor->show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&editor->window()));
-        EXPECT_TRUE(QTest::qWaitFor([this] { return document().displayZoom() == 1; }))
+        EXPECT_TRUE(QTest::qWaitFor([this] { return session().displayZoom() == 1; }))
             << "the picture fits at 100 percent";
     }
     EditorDocument &document() { return editor->document(); }
+    EditorSession &session() { return editor->session(); }
     const QList<Annotation> &objects() { return document().annotations(); }
 
     // The screen position of an image pixel.
@@ -221,7 +222,7 @@ TEST_F(Journey, IsOperatedByTheKeyboardAlone)
     EXPECT_TRUE(QTest::qWaitFor([&] { return editor->canvas().hasFocus(); }));
 
     key("ctrl+k");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return document().showPalette(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session().isPaletteOpen(); }));
     type("drop shadow");
     key("Return");
     EXPECT_TRUE(QTest::qWaitFor([&] { return document().effects().shadow; }));
@@ -232,10 +233,10 @@ TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
 {
     xdotool(move(at({400, 300})) +
             QStringList{"keydown", "ctrl", "click", "--repeat", "8", "4", "keyup", "ctrl"});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom().value_or(0) > 3; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session().zoom().value_or(0) > 3; }));
     const QPoint pointer = at({400, 300});
     xdotool(move(pointer) + QStringList{"keydown", "ctrl", "click", "4", "keyup", "ctrl"});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom().value_or(0) > 3.4; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session().zoom().value_or(0) > 3.4; }));
     EXPECT_LE((at({400, 300}) - pointer).manhattanLength(), 2) << "the point under the pointer stays";
 
     const QPointF origin = editor->canvas().interaction().viewport().origin();
@@ -248,9 +249,9 @@ TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
     xdotool({"keyup", "space"});
     EXPECT_TRUE(objects().isEmpty());
     key("ctrl+0");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !document().zoom(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !session().zoom(); }));
     key("ctrl+1");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return document().zoom() == 1; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session().zoom() == 1; }));
 }
 
 // MARK: The accessibility bus, as a screen reader sees it

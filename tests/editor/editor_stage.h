@@ -3,10 +3,10 @@
 #include "base/notice.h"
 #include "document/editor_document.h"
 #include "editor/editor_window_controller.h"
-#include "editor/pins.h"
 #include "editor/style_presets.h"
 #include "fakes/fake_platform.h"
 #include "library/library.h"
+#include "pins/pins.h"
 #include "services/claude_client.h"
 #include "services/text_recognizer.h"
 #include "services/uploader.h"
@@ -26,10 +26,24 @@ struct EditorStage {
                          [this](const Notice &notice) { notices.append(notice); });
     }
 
+    ~EditorStage() { DraftKeeper::finishAll(); }
+
     EditorPorts ports()
     {
-        return {library, settings, fakes.pasteboard, board, fakes.workspace, recognizer,
-                claude,  uploader, presets,          pins,  clock,           [this] { ++settingsOpened; }};
+        return {library,
+                settings,
+                fakes.pasteboard,
+                board,
+                fakes.workspace,
+                recognizer,
+                claude,
+                uploader,
+                presets,
+                pins,
+                clock,
+                pending,
+                [this] { ++settingsOpened; },
+                home.path("State/drafts")};
     }
     std::unique_ptr<EditorWindowController> open(const QImage &image, const QString &path = {})
     {
@@ -65,6 +79,7 @@ struct EditorStage {
     Uploader uploader{fakes.http, settings};
     PresetStore presets{defaults};
     Pins pins{fakes.pasteboard, board};
+    PendingWork pending;
     QList<Notice> notices;
     int settingsOpened = 0;
 };

@@ -1,11 +1,14 @@
 #include "document/image_files.h"
 #include "document/project_file.h"
 #include "editor/canvas_view.h"
+#include "editor/object_clipboard.h"
 #include "editor/status_line.h"
+#include "editor/texts.h"
 #include "editor_stage.h"
 #include "library/library_versions.h"
 #include "support/pictures.h"
 #include "support/printers.h"
+#include "ui/color_panel.h"
 #include "ui/controls.h"
 
 #include <QLineEdit>
@@ -155,7 +158,7 @@ TEST_F(EditorWindowTest, ACopyIntoTheSameFolderIsNoVersionAndNoProject)
     auto editor = stage.open(path);
     addBox(editor->document());
     const QString copy = stage.inLibrary("copy.jpg");
-    editor->saving().saveCopy(copy);
+    editor->saving().saveInto(copy);
     EXPECT_TRUE(waitForNotice("Saved copy.jpg"));
     EXPECT_TRUE(QFileInfo::exists(copy));
     EXPECT_FALSE(QFileInfo::exists(stage.library.projectDirectory(copy)));
@@ -180,7 +183,7 @@ TEST_F(EditorWindowTest, AGuidesStepIsSavedByItsOwnHandler)
 {
     auto editor = stage.open(put("shot.png"));
     int handled = 0;
-    editor->document().saveHandler = [&](EditorDocument &) { ++handled; };
+    editor->session().saveHandler = [&](EditorDocument &) { ++handled; };
     editor->saving().save();
     EXPECT_EQ(handled, 1);
     EXPECT_EQ(stage.notices, QList<Notice>({{"Step updated in your guide", "list.number"}}));
@@ -201,10 +204,10 @@ TEST_F(EditorWindowTest, CountsTheLinesOfTextItCopies)
     auto editor = stage.open(filled({120, 80}));
     stage.fakes.text.answer = QList<RecognizedLine>{{"only one", {}, {}, 1}};
     editor->reading().grabText();
-    EXPECT_TRUE(editor->document().isBusy());
+    EXPECT_TRUE(editor->session().isBusy());
     EXPECT_TRUE(waitForNotice("Copied 1 lines of text")) << "the whole picture always speaks of lines";
     EXPECT_EQ(stage.fakes.pasteboard.text(), "only one");
-    EXPECT_FALSE(editor->document().isBusy());
+    EXPECT_FALSE(editor->session().isBusy());
 
     Q_EMIT editor->canvas().textAreaChosen(QRect(10, 10, 40, 20));
     EXPECT_TRUE(waitForNotice("Copied 1 line of text"));
@@ -227,7 +230,7 @@ TEST_F(EditorWindowTest, UploadsTheFinishedImageAndCopiesItsLink)
     editor->sharing().upload();
     EXPECT_TRUE(waitForNotice("Link copied: i.imgur.com"));
     EXPECT_EQ(stage.fakes.pasteboard.text(), "https://i.imgur.com/xyz.png");
-    EXPECT_FALSE(editor->document().isBusy());
+    EXPECT_FALSE(editor->session().isBusy());
 }
 
 TEST_F(EditorWindowTest, AMissingKeyOffersTheSettings)
@@ -236,7 +239,7 @@ TEST_F(EditorWindowTest, AMissingKeyOffersTheSettings)
     editor->show();
     editor->reading().runAI(ClaudeClient::Action::Describe);
     ASSERT_TRUE(QTest::qWaitFor([&] { return sheet(*editor, "error") != nullptr; }));
-    EXPECT_FALSE(editor->document().isBusy());
+    EXPECT_FALSE(editor->session().isBusy());
     for (auto *button : sheet(*editor, "error")->findChildren<QPushButton *>()) {
         if (button->text() == "Open Settings")
             button->click();
@@ -266,22 +269,28 @@ TEST_F(EditorWindowTest, TheStatusLineTellsWhatIsThereAndWhatToDo)
     auto editor = stage.open(filled({120, 80}));
     EditorDocument &document = editor->document();
     StatusLine status(*editor);
-    EXPECT_EQ(status.counts(), "0 objects  ·  120 × 80 px");
+    const auto objects = [](int count) { return EditorTexts::tr("%n object(s)", nullptr, count); };
+    EXPECT_EQ(status.counts(), objects(0) + "  ·  120 × 80 px");
     EXPECT_EQ(status.hint(),
               "Drag to draw an arrow. Hold Shift to snap to 45°. Pick a style above.  ·  Ctrl+K for all "
               "commands");
     addBox(document);
-    EXPECT_EQ(status.counts(), "Red box  ·  1 object  ·  120 × 80 px");
-    document.setPickingColor(true);
+    EXPECT_EQ(status.counts(), "Red box  ·  " + objects(1) + "  ·  120 × 80 px");
+    editor->session().setMode(EditorSession::Mode::PickingColor);
     EXPECT_EQ(status.hint(), "Click anywhere on the image to pick its color · Esc to cancel");
-    document.setSelectingText(true);
+    editor->session().setMode(EditorSession::Mode::SelectingText);
     EXPECT_EQ(status.hint(), "Drag over text in the image to copy it · Esc to cancel");
-    document.setBusy(true);
-    EXPECT_EQ(status.hint(), "Working…");
-    document.setDisplayZoom(0.634);
+    {
+        const auto first = editor->session().beginWork();
+        auto second = editor->session().beginWork();
+        second.reset();
+        EXPECT_EQ(status.hint(), "Working…") << "the other one still runs";
+    }
+    EXPECT_FALSE(editor->session().isBusy());
+    editor->session().setDisplayZoom(0.634);
     EXPECT_EQ(status.zoom(), "Fit · 63%");
-    document.setZoom(2);
-    document.setDisplayZoom(2);
+    editor->session().setZoom(2);
+    editor->session().setDisplayZoom(2);
     EXPECT_EQ(status.zoom(), "200%");
 }
 
@@ -344,4 +353,116 @@ TEST_F(EditorWindowTest, ASavedPresetTakesTheNameThatWasTyped)
     answer(" Round & red ");
     EXPECT_EQ(stage.notices.last(), (Notice{"Saved preset “Round & red”", "paintpalette.fill"}));
     EXPECT_EQ(stage.presets.presets().last().tool, "ellipse");
+}
+
+TEST_F(EditorWindowTest, TheStylePickerShowsTheChoiceAndNothingMoves)
+{
+    auto editor = stage.open(filled({120, 80}));
+    editor->show();
+    EditorDocument &document = editor->document();
+    auto *picker = editor->window().findChild<SegmentedPicker *>("style");
+    auto *slider = editor->window().findChild<QWidget *>("size");
+    document.chooseTool(ToolKind::Rectangle);
+    QCoreApplication::processEvents();
+    const QPoint before = slider->pos();
+    addBox(document);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(slider->pos(), before) << "though an object is selected";
+    Q_EMIT picker->chosen(1);
+    EXPECT_EQ(picker->current(), 1);
+    EXPECT_EQ(document.selected()->style, 1);
+    document.undo();
+    document.chooseTool(ToolKind::Rectangle);
+    EXPECT_EQ(picker->current(), 1) << "the next one looks like that";
+}
+
+TEST_F(EditorWindowTest, AChosenColourNeverGoesToWhatIsSelectedLater)
+{
+    auto editor = stage.open(filled({120, 80}));
+    editor->show();
+    EditorDocument &document = editor->document();
+    addBox(document);
+    editor->window().findChild<QAbstractButton *>("moreColors")->click();
+    auto *panel = editor->window().findChild<ColorPanel *>("colorPanel");
+    ASSERT_NE(panel, nullptr);
+    panel->choose(QColor(1, 2, 3));
+    EXPECT_EQ(document.annotations().first().color, QColor(1, 2, 3));
+    document.setSelectedID({});
+    EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(EditorWindowTest, CtrlCWithoutASelectionCopiesTheFinishedPicture)
+{
+    auto editor = stage.open(filled({120, 80}));
+    editor->run(EditorCommand::ToggleBorder);
+    editor->run(EditorCommand::CopyObject);
+    EXPECT_TRUE(waitForNotice("Image copied to clipboard"));
+    EXPECT_EQ(stage.fakes.pasteboard.image().size(), QSize(136, 96));
+    addBox(editor->document());
+    editor->run(EditorCommand::CopyObject);
+    EXPECT_TRUE(stage.fakes.pasteboard.has(ObjectClipboard::kMarker));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
+    EXPECT_EQ(stage.fakes.pasteboard.image().width(), 56);
+}
+
+TEST_F(EditorWindowTest, WhatWasAskedForOutlivesTheWindow)
+{
+    const QString path = put("shot.png");
+    auto editor = stage.open(path);
+    editor->saving().save();
+    addBox(editor->document());
+    editor->saving().save(); // waits behind the first
+    editor->sharing().copyImage();
+    editor->sharing().pin();
+    editor.reset();
+    EXPECT_FALSE(stage.pending.isIdle()) << "quitting has something to wait for";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
+    EXPECT_EQ(stage.open(path)->document().annotations().size(), 1);
+    EXPECT_EQ(stage.fakes.pasteboard.image().size(), QSize(120, 80));
+    EXPECT_EQ(stage.pins.windows().size(), 1u);
+}
+
+TEST_F(EditorWindowTest, SaveAsOntoItsOwnFileIsASave)
+{
+    const QString path = put("shot.png");
+    auto editor = stage.open(path);
+    addBox(editor->document());
+    QSignalSpy ended(&editor->saving(), &DocumentSaving::ended);
+    editor->saving().saveInto(path);
+    ASSERT_TRUE(ended.wait());
+    EXPECT_EQ(stage.open(path)->document().annotations().size(), 1) << "with its objects";
+}
+
+TEST_F(EditorWindowTest, SaveAsOntoAnotherLibraryFileKeepsAVersionAndDropsItsProject)
+{
+    const QString other = put("other.png");
+    auto first = stage.open(other);
+    addBox(first->document());
+    save(*first);
+    first.reset();
+    QImage black = filled({50, 40}, Qt::black);
+    auto editor = stage.open(black);
+    editor->saving().saveInto(other);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
+    EXPECT_EQ(FileHistory(stage.library, other).versions().size(), 2);
+    auto again = stage.open(other);
+    EXPECT_EQ(again->document().base().size(), QSize(50, 40));
+    EXPECT_TRUE(again->document().annotations().isEmpty());
+}
+
+TEST_F(EditorWindowTest, AKindOfFileThatIsNotWrittenIsSavedAsAnother)
+{
+    const QString path = stage.inLibrary("clip.gif");
+    ASSERT_TRUE(QFile::copy(put("shot.png"), path));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    auto editor = stage.open(filled({120, 80}), path);
+    editor->show();
+    editor->saving().save();
+    EXPECT_NE(sheet(*editor, "saveAs"), nullptr);
+    editor->saving().saveInto(path);
+    EXPECT_NE(sheet(*editor, "alert"), nullptr);
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), before);
 }

@@ -1,7 +1,7 @@
-#include "editor/pins.h"
 #include "editor/redaction.h"
 #include "editor/style_presets.h"
 #include "editor_stage.h"
+#include "pins/pins.h"
 #include "support/pictures.h"
 #include "support/printers.h"
 
@@ -22,9 +22,9 @@ protected:
     {
         const auto before = stage.notices.size();
         editor->reading().redact(mode);
-        EXPECT_TRUE(editor->document().isBusy());
+        EXPECT_TRUE(editor->session().isBusy());
         ASSERT_TRUE(QTest::qWaitFor([&] { return stage.notices.size() > before; }));
-        EXPECT_FALSE(editor->document().isBusy());
+        EXPECT_FALSE(editor->session().isBusy());
     }
     EditorStage stage;
     std::unique_ptr<EditorWindowController> editor;
@@ -43,7 +43,7 @@ TEST_F(RedactionTest, CoversWhatItFindsAsOneUndoStep)
     EXPECT_EQ(document.annotations().first().rect(),
               Redaction::pixelRects({{0.08, 0.57, 0.24, 0.36}}, {200, 100}).first());
     EXPECT_FALSE(document.selectedID());
-    EXPECT_EQ(stage.notices.last(), (Notice{"Redacted 2 areas — review them, ⌘Z to undo", "eye.slash.fill"}));
+    EXPECT_EQ(stage.notices.last(), Redaction::notice(Redaction::Mode::Faces, 2));
     document.undo();
     EXPECT_TRUE(document.annotations().isEmpty());
     EXPECT_FALSE(document.canUndo());
@@ -58,8 +58,23 @@ TEST_F(RedactionTest, FindingNothingOrFailingLeavesTheHistoryAlone)
     redact(Redaction::Mode::Faces);
     EXPECT_EQ(stage.notices.last(), (Notice{"No faces found", "eye.slash"}));
     EXPECT_FALSE(editor->document().canUndo());
-    EXPECT_EQ(Redaction::notice(Redaction::Mode::Sensitive, 1).text,
-              "Redacted 1 area — review them, ⌘Z to undo");
+}
+
+TEST_F(RedactionTest, ACropMeanwhileIsSearchedAnewAndMarksStayOnTop)
+{
+    stage.fakes.faces.answer = QList<QRectF>{{0.1, 0.6, 0.2, 0.3}};
+    EditorDocument &document = editor->document();
+    Annotation mark = document.makeAnnotation(ToolKind::Rectangle, {20, 10});
+    mark.end = {60, 40};
+    document.add(mark);
+    editor->reading().redact(Redaction::Mode::Faces);
+    document.applyCrop({100, 0, 100, 100});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
+    ASSERT_EQ(document.annotations().size(), 2);
+    EXPECT_EQ(document.annotations().first().rect(),
+              Redaction::pixelRects({{0.08, 0.57, 0.24, 0.36}}, {100, 100}).first())
+        << "where it is in what is left";
+    EXPECT_EQ(document.annotations().last().kind, ToolKind::Rectangle);
 }
 
 TEST(PresetStore, BeginsWithFourAndKeepsWhatIsSaved)
