@@ -5,7 +5,7 @@
 #include "base/log.h"
 #include "capture/screen_capturer.h"
 #include "capture/ui/capture_overlay.h"
-#include "editor/pins.h"
+#include "pins/pins.h"
 #include "editor/style_presets.h"
 #include "library/library.h"
 #include "platform/face_engine.h"
@@ -139,6 +139,7 @@ void AppDelegate::warmUp()
 {
     if (!m_activity.isIdle())
         return;
+    m_documents->offerDrafts();
     CaptureOverlayController::warmUp();
     // Where pictures need the user's consent nothing may be asked now.
     if (m_platform.pictures->capabilities().excludesOwn)
@@ -189,7 +190,9 @@ void AppDelegate::buildEditors()
         .presets = *m_stylePresets,
         .pins = *m_pins,
         .clock = m_clock,
+        .pending = m_pending,
         .openSettings = openSettings,
+        .draftFolder = m_platform.paths->state() + QStringLiteral("/drafts"),
     });
     m_delivery->openEditor = [this](const DeliveredPicture &picture) { m_documents->openEditor(picture); };
 }

@@ -5,9 +5,11 @@
 #include "app/texts.h"
 #include "base/async.h"
 #include "base/notice.h"
+#include "document/draft.h"
 #include "document/image_files.h"
-#include "editor/pins.h"
+#include "editor/draft_offer.h"
 #include "library/library.h"
+#include "pins/pins.h"
 #include "platform/workspace.h"
 #include "settings/app_settings.h"
 
@@ -77,15 +79,70 @@ void DocumentRouting::openExternally(const QString &path)
 
 void DocumentRouting::openLibraryFile(const QString &path)
 {
+    if (raiseEditor(path) || m_opening.contains(path))
+        return;
+    m_opening.insert(path);
     const QString project = m_ports.library.projectDirectory(path);
     whenDone(runInBackground([path, project] { return EditorDocument::load(path, project); }), this,
              [this, path](const EditorDocument::Source &source) {
-                 openEditor(std::make_unique<EditorDocument>(source));
-                 if (source.isProjectSetAside)
-                     m_ports.notices.post(
-                         AppTexts::tr("%1 was changed elsewhere, so its earlier objects were set aside")
-                             .arg(QFileInfo(path).fileName()),
-                         kWarningSymbol);
+                 m_opening.remove(path);
+                 if (!source.base.isNull()) {
+                     openEditor(std::make_unique<EditorDocument>(source));
+                     if (source.isProjectSetAside)
+                         m_ports.notices.post(
+                             AppTexts::tr("%1 was changed elsewhere, so its earlier objects were set aside")
+                                 .arg(QFileInfo(path).fileName()),
+                             kWarningSymbol);
+                     return;
+                 }
+                 // An editor of nothing would write over a file that something else may still read.
+                 m_ports.notices.post(
+                     AppTexts::tr("%1 can’t be read as a picture").arg(QFileInfo(path).fileName()),
+                     kWarningSymbol);
+             });
+}
+
+bool DocumentRouting::raiseEditor(const QString &path)
+{
+    for (const auto &editor : m_editors) {
+        const QString open = editor->document().fileURL().toLocalFile();
+        if (!open.isEmpty() && standardized(open) == standardized(path)) {
+            editor->bringToFront();
+            return true;
+        }
+    }
+    return false;
+}
+
+void DocumentRouting::offerDrafts()
+{
+    whenDone(runInBackground([folder = m_ports.draftFolder] { return Draft::list(folder); }), this,
+             [this](const QList<Draft::Entry> &drafts) {
+                 if (drafts.isEmpty())
+                     return;
+                 auto *offer = new DraftOffer(drafts);
+                 connect(offer, &DraftOffer::opened, this, [this, drafts] {
+                     for (const Draft::Entry &draft : drafts)
+                         openDraft(draft);
+                 });
+                 connect(offer, &DraftOffer::discarded, this, [this, drafts] {
+                     m_ports.pending.keep(QStringLiteral("discarding drafts"), runInBackground([drafts] {
+                                              for (const Draft::Entry &draft : drafts)
+                                                  Draft::remove(draft.directory);
+                                          }));
+                 });
+                 offer->show();
+             });
+}
+
+void DocumentRouting::openDraft(const Draft::Entry &draft)
+{
+    whenDone(runInBackground([draft] { return Draft::open(draft); }), this,
+             [this](const std::optional<EditorDocument::Source> &source) {
+                 if (source)
+                     openEditor(std::make_unique<EditorDocument>(*source));
+                 else
+                     m_ports.notices.post(AppTexts::tr("Unsaved edits can’t be read"), kWarningSymbol);
              });
 }
 
@@ -96,7 +153,8 @@ void DocumentRouting::openForeign(const QString &path, bool reportsFailure)
                  if (image)
                      openEditor(std::make_unique<EditorDocument>(*image));
                  else if (reportsFailure)
-                     m_ports.notices.post(AppTexts::tr("Couldn't open %1").arg(QFileInfo(path).fileName()), kWarningSymbol);
+                     m_ports.notices.post(AppTexts::tr("Couldn't open %1").arg(QFileInfo(path).fileName()),
+                                          kWarningSymbol);
              });
 }
 
@@ -106,8 +164,9 @@ void DocumentRouting::openImage()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAttribute(Qt::WA_QuitOnClose, false);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilter(AppTexts::tr("Images") +
-                          QStringLiteral(" (*.png *.jpg *.jpeg *.heic *.heif *.gif *.webp *.tif *.tiff *.bmp *.svg)"));
+    dialog->setNameFilter(
+        AppTexts::tr("Images") +
+        QStringLiteral(" (*.png *.jpg *.jpeg *.heic *.heif *.gif *.webp *.tif *.tiff *.bmp *.svg)"));
     dialog->setDirectory(m_ports.settings.saveFolder());
     connect(dialog, &QFileDialog::fileSelected, this,
             [this](const QString &path) { openForeign(path, false); });
@@ -123,6 +182,7 @@ void DocumentRouting::openEditor(const DeliveredPicture &picture)
         Effects effects = document->effects();
         effects.backdrop = true;
         document->setEffects(effects);
+        document->setSaved(document->contents()); // nothing that the user made
     }
     openEditor(std::move(document));
 }
@@ -150,7 +210,9 @@ void DocumentRouting::remove(EditorWindowController *editor)
 
 void DocumentRouting::pinLastCapture()
 {
-    const auto none = [this] { m_ports.notices.post(AppTexts::tr("No captures to pin yet"), QStringLiteral("pin.slash")); };
+    const auto none = [this] {
+        m_ports.notices.post(AppTexts::tr("No captures to pin yet"), QStringLiteral("pin.slash"));
+    };
     const QStringList items = m_ports.library.items();
     const auto newest = std::find_if(items.begin(), items.end(), [](const QString &path) {
         return !Library::videoExtensions().contains(extension(path));

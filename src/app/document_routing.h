@@ -1,10 +1,12 @@
 #pragma once
 
 #include "base/result.h"
+#include "document/draft.h"
 #include "editor/editor_window_controller.h"
 
 #include <QImage>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -32,6 +34,10 @@ public:
     void openImage();
     void openEditor(std::unique_ptr<EditorDocument> document);
     void openEditor(const DeliveredPicture &picture);
+    // Shows what earlier sessions left unsaved, if there is any. Once, at the start.
+    void offerDrafts();
+    // Goes on with a picture that was never saved.
+    void openDraft(const Draft::Entry &draft);
     // The newest capture that is a picture.
     void pinLastCapture();
 
@@ -43,6 +49,8 @@ Q_SIGNALS:
 
 private:
     void openLibraryFile(const QString &path);
+    // Brings the window of a file to the front, if it has one.
+    bool raiseEditor(const QString &path);
     void openForeign(const QString &path, bool reportsFailure);
     void openFilm(const QString &path);
     void openExternally(const QString &path);
@@ -50,4 +58,5 @@ private:
 
     EditorPorts m_ports;
     std::vector<std::unique_ptr<EditorWindowController>> m_editors;
+    QSet<QString> m_opening; // files that a worker reads for a window
 };
