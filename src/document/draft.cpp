@@ -19,6 +19,7 @@ namespace {
 const QString kPixels = QStringLiteral("base.png");
 const QString kObjects = QStringLiteral("project.json");
 const QString kOrigin = QStringLiteral("draft.json");
+const QString kPrefix = QStringLiteral("draft."); // "draft.png" is that of a PNG file
 const QString kUnfinished = QStringLiteral(".part");
 
 // The numbers of the states that are whole, oldest first.
@@ -82,7 +83,12 @@ QByteArray digestOf(const QString &path)
 QString directoryOf(const QString &path, const QString &projectDirectory)
 {
     // Files of one base name share the directory.
-    return projectDirectory + QStringLiteral("/draft.") + QFileInfo(path).suffix().toLower();
+    return projectDirectory + '/' + kPrefix + QFileInfo(path).suffix().toLower();
+}
+
+bool isDraft(const QString &name)
+{
+    return name.startsWith(kPrefix);
 }
 
 QString newDirectory(const QString &folder)

@@ -35,6 +35,8 @@ QByteArray digestOf(const QString &path);
 
 // Where the draft of a Library file lies; `projectDirectory` is that file's.
 QString directoryOf(const QString &path, const QString &projectDirectory);
+// Whether an entry of a project's directory is a draft, set aside or not.
+bool isDraft(const QString &name);
 // A new place in the folder for drafts without a file.
 QString newDirectory(const QString &folder);
 

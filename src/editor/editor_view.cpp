@@ -263,6 +263,11 @@ void EditorView::tellOfDraft()
         m_document.setSaved(m_document.contents());
         close();
     });
+    // Once all is saved there is nothing left to decide.
+    connect(&m_document, &EditorDocument::changed, bar, [this, bar](EditorDocument::Field field) {
+        if (field == EditorDocument::Field::Saved && !m_document.hasUnsavedChanges())
+            bar->deleteLater();
+    });
     auto *column = static_cast<QVBoxLayout *>(layout());
     column->insertWidget(column->indexOf(m_canvas), bar);
 }

@@ -4,6 +4,7 @@
 #include "base/file_errors.h"
 #include "base/log.h"
 #include "base/scratch_folder.h"
+#include "document/draft.h"
 #include "document/project_file.h"
 #include "document/project_save.h"
 #include "library/library.h"
@@ -27,6 +28,8 @@ Result<void> copyFolder(const QString &from, const QString &to)
         return FileErrors::cannotWrite(to, errno);
     const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
+        if (Draft::isDraft(entry.fileName()))
+            continue; // edits that nobody has saved are of no version
         const QString target = to + QLatin1Char('/') + entry.fileName();
         auto copied = entry.isDir() ? copyFolder(entry.filePath(), target)
                                     : AtomicFile::copy(entry.filePath(), target);

@@ -2,6 +2,7 @@
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
 #include "editor_stage.h"
+#include "library/library_versions.h"
 #include "support/pictures.h"
 #include "support/printers.h"
 
@@ -74,9 +75,13 @@ TEST_F(DraftsTest, SavingEndsTheDraft)
     editor->saving().save();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !editor->document().hasUnsavedChanges(); }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !Draft::exists(draftOf(path)); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !editor->window().findChild<QWidget *>("draftBar"); }));
     auto again = stage.open(path);
     EXPECT_EQ(again->document().annotations().size(), 1);
     EXPECT_FALSE(again->document().isFromDraft());
+    const auto version = FileHistory(stage.library, path).versions().value(0);
+    EXPECT_FALSE(Draft::exists(Draft::directoryOf(path, version.folder + "/project")))
+        << "what nobody has saved is of no version";
 }
 
 TEST_F(DraftsTest, AnotherPictureOfThatNameNeverGetsThem)
