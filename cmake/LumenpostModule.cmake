@@ -118,7 +118,9 @@ function(lumenpost_test)
         add_test(NAME ${M_NAME} COMMAND ${PROJECT_SOURCE_DIR}/tests/desktop/test-desktop run $<TARGET_FILE:${target}>)
     else()
         add_test(NAME ${M_NAME} COMMAND ${target})
-        set_tests_properties(${M_NAME} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+        # No display and no services of the machine it runs on.
+        set_tests_properties(${M_NAME} PROPERTIES
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;DBUS_SESSION_BUS_ADDRESS=disabled:")
     endif()
     set_tests_properties(${M_NAME} PROPERTIES LABELS ${M_LABEL} TIMEOUT 240)
     if(LUMENPOST_SANITIZE STREQUAL "thread")

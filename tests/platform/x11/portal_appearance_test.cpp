@@ -44,6 +44,15 @@ private:
 
 } // namespace
 
+// On a machine with a whole desktop installed, its services would answer in place of the test's own.
+TEST(PrivateDesktop, StartsNoServiceOfTheMachine)
+{
+    const auto message = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                        "org.freedesktop.DBus", "ListActivatableNames");
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(message);
+    EXPECT_EQ(reply.arguments().value(0).toStringList(), QStringList{"org.freedesktop.DBus"});
+}
+
 TEST(PortalAppearance, FollowsTheDesktopsWish)
 {
     FakePortal portal;
