@@ -200,7 +200,7 @@ int measure(Start start)
 int hold(QApplication &application)
 {
     Bench bench;
-    const auto overlay = bench.open([&](const CaptureOverlayController::Result &result) {
+    const auto overlay = bench.open([&](const CaptureOverlayController::Outcome &result) {
         if (const auto *image = std::get_if<CaptureOverlayController::Image>(&result))
             std::printf("image %dx%d\n", image->image.width(), image->image.height());
         else if (const auto *window = std::get_if<CaptureOverlayController::Window>(&result))

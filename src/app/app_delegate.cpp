@@ -51,7 +51,7 @@ AppDelegate::AppDelegate(QApplication &application)
 
 AppDelegate::~AppDelegate() = default;
 
-bool AppDelegate::launch(const QStringList &words)
+Result<bool> AppDelegate::launch(const QStringList &words)
 {
     // Another instance may run in another folder.
     QStringList arguments = words;
@@ -59,10 +59,13 @@ bool AppDelegate::launch(const QStringList &words)
         if (QFileInfo(argument).isFile())
             argument = QFileInfo(argument).absoluteFilePath();
     }
-    if (m_instance.handOver(arguments))
+    const auto role = m_instance.start(arguments);
+    if (role && *role == SingleInstance::Role::HandedOver)
         return false;
-    if (const auto listening = m_instance.listen(); !listening)
-        Log::error(QStringLiteral("One running instance can't be kept"), listening.error());
+    if (!role && role.error().kind == Error::Kind::Unavailable)
+        return std::unexpected(role.error());
+    if (!role) // the program serves all the same
+        Log::error(QStringLiteral("One running instance can't be kept"), role.error());
     connect(&m_instance, &SingleInstance::received, this, &AppDelegate::openArguments);
 
     const bool crashedLastTime = Log::startSession();
@@ -82,7 +85,8 @@ bool AppDelegate::launch(const QStringList &words)
     buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
-    m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs);
+    m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs,
+                                              [this](HotKeyAction action) { return isAvailable(action); });
     connect(m_shortcuts.get(), &Shortcuts::performed, this, &AppDelegate::perform);
     m_shortcuts->registerHotkeys();
     Log::info(QStringLiteral("Ready for shortcuts"));

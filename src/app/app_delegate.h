@@ -47,8 +47,9 @@ public:
     explicit AppDelegate(QApplication &application);
     ~AppDelegate() override;
 
-    // Brings the program up. False when another instance runs and took the arguments.
-    bool launch(const QStringList &words);
+    // Brings the program up. False when another instance runs and took the arguments; an error when it
+    // doesn't answer.
+    Result<bool> launch(const QStringList &words);
 
     void perform(HotKeyAction action);
     void captureWithCurrentMode();

@@ -32,7 +32,7 @@ QString hintFor(CaptureFlow::Intent intent)
 const DisplaySnapshot &snapshotAt(const QList<DisplaySnapshot> &snapshots, QPointF point)
 {
     for (const DisplaySnapshot &snapshot : snapshots) {
-        if (snapshot.screen.frame().contains(point))
+        if (snapshot.screen.holds(point))
             return snapshot;
     }
     return snapshots.first();
@@ -106,7 +106,7 @@ Task<> CaptureFlow::runOverlay(Run run, Order order, Intent intent, int delay)
     m_overlay = std::make_unique<CaptureOverlayController>(
         CaptureOverlayController::Ports{m_parts.pointer, m_parts.workspace},
         m_parts.capturer.onScreenWindows(), selectionOnly, hintFor(intent), *snapshots,
-        [this, run, order, intent](const CaptureOverlayController::Result &result) {
+        [this, run, order, intent](const CaptureOverlayController::Outcome &result) {
             // The controller is still at work in its own call: it goes once that has returned.
             m_overlay.release()->deleteLater();
             handleOverlay(run, order, intent, result);
@@ -115,7 +115,7 @@ Task<> CaptureFlow::runOverlay(Run run, Order order, Intent intent, int delay)
 }
 
 void CaptureFlow::handleOverlay(Run run, const Order &order, Intent intent,
-                                const CaptureOverlayController::Result &result)
+                                const CaptureOverlayController::Outcome &result)
 {
     using Overlay = CaptureOverlayController;
     using State = Activity::Capture;

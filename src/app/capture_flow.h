@@ -68,7 +68,7 @@ private:
     Task<> runFullScreen(Run run, Order order, int delay);
     Task<> runOverlay(Run run, Order order, Intent intent, int delay);
     void handleOverlay(Run run, const Order &order, Intent intent,
-                       const CaptureOverlayController::Result &result);
+                       const CaptureOverlayController::Outcome &result);
     Task<> shootWindow(Run run, Order order, Intent intent, quint32 window);
     Task<> runScrollingCapture(Run run, Order order, Screen screen, QRectF rect);
     void deliver(const QImage &image, const Order &order, Intent intent, Run run);

@@ -117,7 +117,11 @@ Task<> Delivery::copyText(QImage image, Hold hold)
 
 Task<> Delivery::nameByContent(DeliveredPicture picture)
 {
-    if (!m_parts.prefs.aiAutoName() || m_parts.prefs.apiKey().isEmpty())
+    if (!m_parts.prefs.aiAutoName())
+        co_return;
+    // Nobody asked for this one: a locked store stays locked.
+    const auto apiKey = co_await guarded(m_parts.prefs.apiKey(SecretsAccess::Quiet), this);
+    if (!apiKey || apiKey->isEmpty())
         co_return;
     const auto name =
         co_await guarded(m_parts.claude.run(ClaudeClient::Action::Name, picture.image), this);

@@ -4,8 +4,8 @@
 #include "platform/hot_keys.h"
 #include "settings/app_settings.h"
 
-Shortcuts::Shortcuts(HotKeys &hotKeys, AppSettings &prefs, QObject *parent)
-    : QObject(parent), m_hotKeys(hotKeys), m_prefs(prefs)
+Shortcuts::Shortcuts(HotKeys &hotKeys, AppSettings &prefs, IsAvailable isAvailable, QObject *parent)
+    : QObject(parent), m_hotKeys(hotKeys), m_prefs(prefs), m_isAvailable(std::move(isAvailable))
 {
     // Queued: a press never runs inside the event that brought it.
     connect(&hotKeys, &HotKeys::pressed, this, &Shortcuts::dispatch, Qt::QueuedConnection);
@@ -19,6 +19,8 @@ void Shortcuts::registerHotkeys()
     if (m_prefs.isRecordingShortcut())
         return;
     for (const HotKeyInfo &info : kHotKeys) {
+        if (!m_isAvailable(info.action))
+            continue;
         const KeyCombo combo = m_prefs.hotkey(info.action);
         const quint32 id = m_nextID++;
         if (const auto done = m_hotKeys.registerKey(id, combo.keyCode, combo.carbonModifiers); !done) {

@@ -11,11 +11,14 @@ class HotKeys;
 
 // Keeps the system-wide shortcuts registered as the settings name them. While a shortcut field listens none
 // is active, so that the keys typed reach the field. A combination that another program has taken is left
-// out.
+// out, and so is an action that can't run: its keys stay with the other programs.
 class Shortcuts : public QObject {
     Q_OBJECT
 public:
-    Shortcuts(HotKeys &hotKeys, AppSettings &prefs, QObject *parent = nullptr);
+    using IsAvailable = std::function<bool(HotKeyAction)>;
+
+    // `isAvailable` is asked at each registration.
+    Shortcuts(HotKeys &hotKeys, AppSettings &prefs, IsAvailable isAvailable, QObject *parent = nullptr);
 
     void registerHotkeys();
 
@@ -27,6 +30,7 @@ private:
 
     HotKeys &m_hotKeys;
     AppSettings &m_prefs;
+    IsAvailable m_isAvailable;
     QHash<quint32, std::function<void()>> m_handlers;
     quint32 m_nextID = 1; // never reused in a run
 };

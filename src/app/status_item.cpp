@@ -137,8 +137,7 @@ void StatusItem::addItem(const QString &title, const QString &symbol, HotKeyActi
     addItem(title, symbol,
             isAvailable ? [this, action] { m_actions.perform(action); } : std::function<void()>());
     QAction *item = m_menu->actions().constLast();
-    item->setText(title + QLatin1Char('\t') +
-                  shortcutText(m_prefs.hotkey(action).display(), ShortcutScope::SystemWide));
+    item->setText(title + QLatin1Char('\t') + shortcutText(m_prefs.hotkey(action).display()));
 }
 
 void StatusItem::addItem(const QString &title, const QString &symbol, const std::function<void()> &call)

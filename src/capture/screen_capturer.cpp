@@ -1,8 +1,10 @@
 #include "capture/screen_capturer.h"
 
 #include "base/async.h"
+#include "capture/texts.h"
 
 #include <QCoreApplication>
+#include <QPainter>
 #include <algorithm>
 
 namespace {
@@ -27,6 +29,36 @@ Result<QList<DisplaySnapshot>> collected(const QList<Screen> &screens,
     return snapshots;
 }
 
+// What one display shows of a wanted region.
+struct RegionPart {
+    Screen screen;
+    QRectF rect; // in global points
+};
+
+Result<QImage> stitched(const QList<RegionPart> &parts, double scale,
+                        const QList<QFuture<Result<QImage>>> &pictures)
+{
+    QRectF united;
+    for (const RegionPart &part : parts)
+        united = united.united(part.rect);
+    QImage whole((united.size() * scale).toSize(), QImage::Format_RGB32);
+    if (whole.isNull())
+        return fail(Error::Kind::Invalid, CaptureTexts::tr("The region is too large."));
+    whole.fill(Qt::black);
+    QPainter painter(&whole);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        if (pictures[i].resultCount() == 0)
+            return cancelled();
+        const Result<QImage> picture = pictures[i].result();
+        if (!picture)
+            return picture;
+        const QPointF corner = (parts[i].rect.topLeft() - united.topLeft()) * scale;
+        painter.drawImage(QRectF(corner, parts[i].rect.size() * scale), *picture, QRectF(picture->rect()));
+    }
+    return whole;
+}
+
 Result<QImage> windowPicture(const QFuture<Result<QImage>> &picture)
 {
     if (picture.resultCount() == 0)
@@ -43,12 +75,12 @@ Error captureError(CaptureError error)
 {
     switch (error) {
     case CaptureError::WindowNotFound:
-        return {Error::Kind::NotFound, QStringLiteral("That window is no longer available."), {}};
+        return {Error::Kind::NotFound, CaptureTexts::tr("That window is no longer available."), {}};
     case CaptureError::NoDisplays:
         break;
     }
     return {Error::Kind::Unavailable,
-            QStringLiteral("No displays could be captured. Check Screen Recording permission."),
+            CaptureTexts::tr("No displays could be captured. Check Screen Recording permission."),
             {}};
 }
 
@@ -93,9 +125,9 @@ QFuture<Result<QList<DisplaySnapshot>>> ScreenCapturer::captureAllDisplays(Point
         });
 }
 
-QFuture<Result<QImage>> ScreenCapturer::captureWindow(quint32 id, Pointer pointer)
+QFuture<Result<QImage>> ScreenCapturer::captureWindow(quint32 id, Pointer pointer, WindowPart part)
 {
-    return m_pictures.window(id, pointer).then([](const QFuture<Result<QImage>> &picture) {
+    return m_pictures.window(id, pointer, part).then([](const QFuture<Result<QImage>> &picture) {
         return windowPicture(picture);
     });
 }
@@ -113,4 +145,34 @@ Result<Screen> ScreenCapturer::displayFilter(const Screen &screen) const
 QFuture<Result<QImage>> ScreenCapturer::captureRegion(const QRectF &rect, const Screen &display)
 {
     return m_pictures.region(display, rect, Pointer::Hidden);
+}
+
+QFuture<Result<QImage>> ScreenCapturer::captureArea(const QRectF &region, Pointer pointer)
+{
+    const QList<Screen> screens = m_screens.screens();
+    if (screens.isEmpty())
+        return readyFuture<Result<QImage>>(std::unexpected(noDisplays()));
+    QList<RegionPart> parts;
+    double scale = 0;
+    for (const Screen &screen : screens) {
+        const QRectF rect = screen.frame().intersected(region);
+        if (rect.isEmpty())
+            continue;
+        parts.append({screen, rect});
+        scale = std::max(scale, screen.scale);
+    }
+    if (parts.isEmpty())
+        return readyFuture<Result<QImage>>(
+            fail(Error::Kind::NotFound, CaptureTexts::tr("No display shows anything of that region.")));
+    QList<QFuture<Result<QImage>>> pictures;
+    for (const RegionPart &part : std::as_const(parts)) {
+        pictures.append(
+            m_pictures.region(part.screen, part.rect.translated(-part.screen.frame().topLeft()), pointer));
+    }
+    if (parts.size() == 1)
+        return pictures.first();
+    return QtFuture::whenAll(pictures.begin(), pictures.end())
+        .then([parts, scale](const QList<QFuture<Result<QImage>>> &finished) {
+            return stitched(parts, scale, finished);
+        });
 }

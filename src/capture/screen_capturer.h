@@ -31,12 +31,15 @@ public:
     // Every display, taken one right after the other; the first error leaves the whole operation.
     QFuture<Result<QList<DisplaySnapshot>>> captureAllDisplays(Pointer pointer);
     // One window alone, whatever lies over it, without a shadow.
-    QFuture<Result<QImage>> captureWindow(quint32 id, Pointer pointer);
+    QFuture<Result<QImage>> captureWindow(quint32 id, Pointer pointer, WindowPart part = WindowPart::Framed);
     // The screen as it is now, to be used for each shot of a session; CaptureError::NoDisplays when it is
     // gone.
     Result<Screen> displayFilter(const Screen &screen) const;
     // `rect` in points from the display's top left; without the pointer.
     QFuture<Result<QImage>> captureRegion(const QRectF &rect, const Screen &display);
+    // What all displays show of a region in global points, as one picture at the sharpest of their scales.
+    // Between displays it is black. Error::Kind::NotFound when no display shows anything of it.
+    QFuture<Result<QImage>> captureArea(const QRectF &region, Pointer pointer);
 
 private:
     const Screens &m_screens;

@@ -131,7 +131,7 @@ std::optional<quint32> ScrollingCaptureSession::windowAtTarget() const
 {
     for (const ListedWindow &window : m_ports.screens.windows()) {
         const bool isOwn = window.pid == QCoreApplication::applicationPid(); // not in the shots either
-        if (window.layer == 0 && !isOwn && window.frame.contains(target()))
+        if (window.layer == 0 && !isOwn && holds(window.frame, target()))
             return window.id;
     }
     return {};

@@ -18,7 +18,6 @@
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QPainter>
 #include <QThread>
 
 namespace {
@@ -119,46 +118,6 @@ Result<Screen> chosenScreen(CommandContext &context, const std::optional<quint32
     return fail(Error::Kind::NotFound, CliTexts::tr("There is no display %1.").arg(*number));
 }
 
-// A region may reach over several displays: each gives its part, at the sharpest of their scales.
-Result<QImage> regionPicture(CommandContext &context, const QRectF &region, Pointer pointer)
-{
-    const QList<Screen> screens = context.platform().screens->screens();
-    if (screens.isEmpty())
-        return std::unexpected(noDisplays(context));
-    QList<std::pair<Screen, QRectF>> parts;
-    double scale = 0;
-    for (const Screen &screen : screens) {
-        const QRectF part = screen.frame().intersected(region);
-        if (part.isEmpty())
-            continue;
-        parts.append({screen, part});
-        scale = std::max(scale, screen.scale);
-    }
-    if (parts.isEmpty())
-        return fail(Error::Kind::NotFound, CliTexts::tr("No display shows anything of that region."));
-    const auto take = [&](const std::pair<Screen, QRectF> &part) {
-        return context.platform()
-            .pictures->region(part.first, part.second.translated(-part.first.frame().topLeft()), pointer)
-            .result();
-    };
-    if (parts.size() == 1)
-        return take(parts.first());
-    QRectF united;
-    for (const auto &part : parts)
-        united = united.united(part.second);
-    QImage picture((united.size() * scale).toSize(), QImage::Format_RGB32);
-    picture.fill(Qt::black);
-    QPainter painter(&picture);
-    for (const auto &part : parts) {
-        const auto image = take(part);
-        if (!image)
-            return image;
-        const QPointF corner = (part.second.topLeft() - united.topLeft()) * scale;
-        painter.drawImage(QRectF(corner, part.second.size() * scale), *image, QRectF(image->rect()));
-    }
-    return picture;
-}
-
 void addScreen(CLI::App *group, CommandContext &context)
 {
     struct Arguments : CaptureArguments {
@@ -193,8 +152,8 @@ void addRegion(CLI::App *group, CommandContext &context)
         ->check(isRectangle);
     addShared(command, *arguments);
     setBody(command, context, Needs::Core, [&context, arguments] {
-        capture(context, *arguments, [&](ScreenCapturer &) {
-            return regionPicture(context, *parseRectangle(arguments->region), arguments->pointer());
+        capture(context, *arguments, [&](ScreenCapturer &capturer) {
+            return waitFor(capturer.captureArea(*parseRectangle(arguments->region), arguments->pointer()));
         });
     });
 }
@@ -203,16 +162,19 @@ void addWindow(CLI::App *group, CommandContext &context)
 {
     struct Arguments : CaptureArguments {
         quint32 window = 0;
+        bool clientArea = false;
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App *command = group->add_subcommand("window", "One window alone, also when it is covered");
     command->add_option("ID", arguments->window, "Its id, as `windows` lists it")->required();
+    command->add_flag("--client-area", arguments->clientArea, "Without its title bar and frame");
     addShared(command, *arguments);
     setBody(command, context, Needs::Core, [&context, arguments] {
         capture(
             context, *arguments,
             [&](ScreenCapturer &capturer) {
-                return capturer.captureWindow(arguments->window, arguments->pointer()).result();
+                const WindowPart part = arguments->clientArea ? WindowPart::ClientArea : WindowPart::Framed;
+                return waitFor(capturer.captureWindow(arguments->window, arguments->pointer(), part));
             },
             arguments->window);
     });

@@ -1,4 +1,5 @@
 #include "app/app_delegate.h"
+#include "app/lost_display.h"
 #include "app/quit_signals.h"
 #include "base/translations.h"
 #include "cli/cli.h"
@@ -30,8 +31,14 @@ int runDesktopProgram(int argc, char **argv)
     QApplication application(argc, argv);
     installTranslations();
     const QuitSignals signals_;
+    const LostDisplay lostDisplay;
     AppDelegate delegate(application);
-    if (!delegate.launch(QCoreApplication::arguments().mid(1)))
+    const auto launched = delegate.launch(QCoreApplication::arguments().mid(1));
+    if (!launched) {
+        std::fprintf(stderr, "lumenpost: %s\n", qUtf8Printable(launched.error().message));
+        return EXIT_FAILURE;
+    }
+    if (!*launched)
         return EXIT_SUCCESS;
     return QApplication::exec();
 }

@@ -6,7 +6,7 @@
 
 // System-wide shortcuts. A key is given as the program stores it: a virtual key code (letters, digits and
 // signs of the US layout, as listed with KeyCombo) and modifier flags, command 0x100, shift 0x200, option
-// 0x800, control 0x1000. Here option is Alt and command is Super.
+// 0x800, control 0x1000, which mean the keys that modifier_keys.h tells.
 class HotKeys : public QObject {
     Q_OBJECT
 public:

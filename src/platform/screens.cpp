@@ -4,12 +4,8 @@
 
 const Screen *screenAt(const QList<Screen> &screens, QPointF point)
 {
-    const auto contains = [point](const Screen &screen) {
-        const QRectF frame = screen.frame();
-        return point.x() >= frame.left() && point.x() < frame.right() && point.y() >= frame.top() &&
-               point.y() < frame.bottom();
-    };
-    auto found = std::find_if(screens.begin(), screens.end(), contains);
+    auto found = std::find_if(screens.begin(), screens.end(),
+                              [point](const Screen &screen) { return screen.holds(point); });
     if (found == screens.end())
         found = std::find_if(screens.begin(), screens.end(),
                              [](const Screen &screen) { return screen.isPrimary; });

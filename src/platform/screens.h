@@ -11,6 +11,13 @@
 // its native origin, with its native size divided by its scale: frames of screens never overlap, and they
 // equal what the windows of this program see. Images are in backing pixels.
 
+// Whether the point lies on one of the pixels that the frame covers: its right and bottom edges are outside.
+inline bool holds(const QRectF &frame, QPointF point)
+{
+    return point.x() >= frame.left() && point.x() < frame.right() && point.y() >= frame.top() &&
+           point.y() < frame.bottom();
+}
+
 struct Screen {
     quint32 id = 0;   // stable while the screen stays connected
     QString name;     // connector or monitor name
@@ -22,6 +29,8 @@ struct Screen {
     {
         return {QPointF(native.topLeft()), QSizeF(native.width() / scale, native.height() / scale)};
     }
+    // Each point belongs to at most one screen: the right and bottom edges are the neighbour's.
+    bool holds(QPointF point) const { return ::holds(frame(), point); }
     // A global point inside this screen, in pixels of the whole desktop, and back.
     QPointF toNative(QPointF point) const
     {
@@ -47,7 +56,7 @@ struct ListedWindow {
     quint32 id = 0;
     qint64 pid = 0; // 0 if unknown
     int layer = 0;  // 0 for ordinary application windows; docks, desktops, menus and panels have others
-    QRectF frame;   // in global points, without shadows
+    QRectF frame;   // in global points, with title bar and borders, without shadows
     QString owner;
     QString title;
     bool operator==(const ListedWindow &) const = default;

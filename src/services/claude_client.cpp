@@ -112,14 +112,12 @@ QString ClaudeClient::effort(Action action)
 
 ClaudeClient::ClaudeClient(Http &http, const AppSettings &settings) : m_http(http), m_settings(settings) {}
 
-QFuture<Result<QString>> ClaudeClient::ask(const QString &prompt, const QImage &image, const QString &effort)
+QFuture<Result<QString>> ClaudeClient::send(Http &http, const QString &prompt, const QImage &image,
+                                            const QString &effort, const QString &apiKey)
 {
-    const QString apiKey = m_settings.apiKey();
-    if (apiKey.isEmpty())
-        return readyFuture(Result<QString>(std::unexpected(CloudError::missingAPIKey())));
     return runInBackground([image] { return ImageFiles::jpegData(image, MaxEdge, JpegQuality); })
         .then(QtFuture::Launch::Sync,
-              [&http = m_http, prompt, effort, apiKey](const QByteArray &jpeg) {
+              [&http, prompt, effort, apiKey](const QByteArray &jpeg) {
                   if (jpeg.isEmpty())
                       return readyFuture(Result<HttpResponse>(
                           std::unexpected(CloudError::api(ServicesTexts::tr("Couldn't encode the image.")))));
@@ -131,6 +129,20 @@ QFuture<Result<QString>> ClaudeClient::ask(const QString &prompt, const QImage &
                 return std::unexpected(response.error());
             return read(*response);
         });
+}
+
+QFuture<Result<QString>> ClaudeClient::ask(const QString &prompt, const QImage &image, const QString &effort)
+{
+    return m_settings.apiKey(SecretsAccess::MayAsk)
+        .then(QtFuture::Launch::Sync,
+              [&http = m_http, prompt, image, effort](const Result<QString> &apiKey) {
+                  if (!apiKey)
+                      return readyFuture(apiKey);
+                  if (apiKey->isEmpty())
+                      return readyFuture(Result<QString>(std::unexpected(CloudError::missingAPIKey())));
+                  return send(http, prompt, image, effort, *apiKey);
+              })
+        .unwrap();
 }
 
 QFuture<Result<QString>> ClaudeClient::run(Action action, const QImage &image)

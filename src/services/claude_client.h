@@ -36,6 +36,9 @@ public:
     static Result<QString> read(const HttpResponse &response);
 
 private:
+    static QFuture<Result<QString>> send(Http &http, const QString &prompt, const QImage &image,
+                                         const QString &effort, const QString &apiKey);
+
     Http &m_http;
     const AppSettings &m_settings;
 };

@@ -1,14 +1,16 @@
 #include "settings/app_settings.h"
 
+#include "base/async.h"
 #include "base/log.h"
 #include "base/notice.h"
 #include "platform/login_item.h"
 #include "platform/paths.h"
-#include "platform/secrets.h"
 #include "settings/defaults.h"
+#include "settings/texts.h"
 
 #include <QDir>
 #include <QJsonDocument>
+#include <QMutexLocker>
 #include <array>
 
 namespace {
@@ -21,6 +23,40 @@ QString cleanPath(const QString &path)
 }
 
 } // namespace
+
+// Answers come on a thread of the secrets, perhaps after a newer key was set.
+class AppSettings::KeptKey {
+public:
+    QString key() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_key;
+    }
+    void set(const QString &key)
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_key = key;
+        ++m_version;
+    }
+    int version() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_version;
+    }
+    // What holds now: the answer, or what was set since the question.
+    QString learn(const QString &answer, int version)
+    {
+        const QMutexLocker lock(&m_mutex);
+        if (version == m_version)
+            m_key = answer;
+        return m_key;
+    }
+
+private:
+    mutable QMutex m_mutex;
+    QString m_key;
+    int m_version = 0;
+};
 
 QString rawValue(ImageFormat format)
 {
@@ -35,7 +71,8 @@ AppSettings::AppSettings(Defaults &defaults, Secrets &secrets, LoginItem &loginI
       m_loginItem(loginItem),
       m_paths(paths),
       m_notices(notices),
-      m_launchAtLogin(loginItem.isEnabled())
+      m_launchAtLogin(loginItem.isEnabled()),
+      m_apiKey(std::make_shared<KeptKey>())
 {
     loadHotkeys();
 }
@@ -213,22 +250,32 @@ void AppSettings::setLaunchAtLogin(bool on)
     if (on == m_loginItem.isEnabled())
         return;
     if (const auto done = m_loginItem.setEnabled(on); !done)
-        m_notices.post(QStringLiteral("Couldn't change login item: ") + done.error().message,
+        m_notices.post(SettingsTexts::tr("Couldn't change login item: ") + done.error().message,
                        QStringLiteral("exclamationmark.triangle.fill"));
 }
 
-QString AppSettings::apiKey() const
+QFuture<Result<QString>> AppSettings::apiKey(SecretsAccess access) const
 {
-    if (!m_apiKey)
-        m_apiKey = m_secrets.get(QLatin1String(kApiKeyAccount), QLatin1String(kService)).value_or(QString());
-    return *m_apiKey;
+    if (const QString kept = m_apiKey->key(); !kept.isEmpty())
+        return readyFuture(Result<QString>(kept));
+    return m_secrets.get(QLatin1String(kApiKeyAccount), QLatin1String(kService), access)
+        .then(QtFuture::Launch::Sync,
+              [kept = m_apiKey, version = m_apiKey->version()](const Result<QString> &answer) {
+                  if (!answer && answer.error().kind != Error::Kind::NotFound)
+                      return answer;
+                  return Result<QString>(kept->learn(answer.value_or(QString()), version));
+              });
 }
 
 void AppSettings::setApiKey(const QString &key)
 {
-    m_apiKey = key;
-    if (const auto stored = m_secrets.set(key, QLatin1String(kApiKeyAccount), QLatin1String(kService));
-        !stored)
-        Log::error(QStringLiteral("The API key could not be stored"), stored.error());
+    m_apiKey->set(key);
+    whenDone(m_secrets.set(key, QLatin1String(kApiKeyAccount), QLatin1String(kService)), this,
+             [this](const Result<void> &stored) {
+                 if (stored)
+                     return;
+                 Log::error(QStringLiteral("The API key could not be stored"), stored.error());
+                 m_notices.post(stored.error().message, QStringLiteral("exclamationmark.triangle.fill"));
+             });
     Q_EMIT changed();
 }

@@ -1,17 +1,19 @@
 #pragma once
 
+#include "base/result.h"
+#include "platform/secrets.h"
 #include "settings/hot_key_action.h"
 
+#include <QFuture>
 #include <QHash>
 #include <QObject>
 #include <QString>
-#include <optional>
+#include <memory>
 
 class Defaults;
 class LoginItem;
 class NoticeBoard;
 class Paths;
-class Secrets;
 
 enum class ImageFormat { Png, Jpg, Heic };
 
@@ -70,8 +72,9 @@ public:
 
     bool launchAtLogin() const { return m_launchAtLogin; }
     void setLaunchAtLogin(bool on);
-    // Read from the secrets once, at the first call.
-    QString apiKey() const;
+    // The API key, empty when there is none. Kept once it was found; until then each call asks anew, since a
+    // locked store may be open by then. Fails when the store of passwords doesn't give it.
+    QFuture<Result<QString>> apiKey(SecretsAccess access) const;
     void setApiKey(const QString &key);
 
     Defaults &defaults() { return m_defaults; }
@@ -83,6 +86,8 @@ Q_SIGNALS:
     void saveFolderChanged();
 
 private:
+    class KeptKey;
+
     void store(const char *key, const QJsonValue &value);
     void loadHotkeys();
 
@@ -96,5 +101,5 @@ private:
     QString m_settingsTab = QStringLiteral("general");
     bool m_isRecordingShortcut = false;
     bool m_launchAtLogin = false;
-    mutable std::optional<QString> m_apiKey;
+    std::shared_ptr<KeptKey> m_apiKey; // with who waits for an answer
 };

@@ -23,7 +23,7 @@ struct HotKeyInfo {
     HotKeyAction action;
     const char *rawValue; // what the settings store
     const char *title;    // of its row in the settings
-    int defaultKeyCode;   // with Control and Shift
+    int defaultKeyCode;   // with ⌃ and ⇧
 
     KeyCombo defaultCombo() const { return {defaultKeyCode, KeyCombo::Control | KeyCombo::Shift}; }
 };

@@ -1,6 +1,7 @@
 #include "settings/key_combo.h"
 
 #include "base/json.h"
+#include "platform/modifier_keys.h"
 
 namespace {
 
@@ -36,14 +37,10 @@ QString KeyCombo::keyName(int keyCode)
 QString KeyCombo::display() const
 {
     QString text;
-    if (carbonModifiers & Control)
-        text += QStringLiteral("⌃");
-    if (carbonModifiers & Option)
-        text += QStringLiteral("⌥");
-    if (carbonModifiers & Shift)
-        text += QStringLiteral("⇧");
-    if (carbonModifiers & Command)
-        text += QStringLiteral("⌘");
+    for (const ModifierKey &key : kModifierKeys) {
+        if (carbonModifiers & key.flag)
+            text += QChar(key.sign);
+    }
     const QString name = keyName(keyCode);
     return text + (name.isEmpty() ? QStringLiteral("Key%1").arg(keyCode) : name);
 }

@@ -4,7 +4,8 @@
 #include <QString>
 #include <optional>
 
-// A shortcut as it is stored: a virtual key code and modifier flags.
+// A shortcut as it is stored: a virtual key code and modifier flags. Which keys the flags mean is told by
+// platform/modifier_keys.h.
 struct KeyCombo {
     enum Modifier { Command = 0x100, Shift = 0x200, Option = 0x800, Control = 0x1000 };
 

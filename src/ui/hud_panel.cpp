@@ -6,27 +6,6 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
-void HUDState::setMessage(const QString &message)
-{
-    if (std::exchange(m_message, message) != message)
-        Q_EMIT changed();
-}
-void HUDState::setFrames(int frames)
-{
-    if (std::exchange(m_frames, frames) != frames)
-        Q_EMIT changed();
-}
-void HUDState::setElapsed(double elapsed)
-{
-    if (std::exchange(m_elapsed, elapsed) != elapsed)
-        Q_EMIT changed();
-}
-void HUDState::setDrawing(bool drawing)
-{
-    if (std::exchange(m_drawing, drawing) != drawing)
-        Q_EMIT changed();
-}
-
 QPointF hudPosition(const QRectF &rect, const QRectF &visible, const QSizeF &size)
 {
     constexpr qreal gap = 12;

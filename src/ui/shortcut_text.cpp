@@ -1,5 +1,7 @@
 #include "ui/shortcut_text.h"
 
+#include "platform/modifier_keys.h"
+
 #include <QRegularExpression>
 #include <array>
 
@@ -17,11 +19,6 @@ constexpr std::array keySigns{
     Named{u'↓', "Down"},   Named{u'−', "-"},
 };
 
-bool isModifier(QChar c)
-{
-    return c == u'⌘' || c == u'⌃' || c == u'⌥' || c == u'⇧';
-}
-
 QString keyName(const QString &key)
 {
     if (key.size() == 1) {
@@ -33,29 +30,36 @@ QString keyName(const QString &key)
     return key;
 }
 
+struct Shortcut {
+    Qt::KeyboardModifiers held;
+    QString key; // by its name
+};
+
+Shortcut split(const QString &stored)
+{
+    Shortcut shortcut;
+    qsizetype at = 0;
+    for (; at < stored.size(); ++at) {
+        const ModifierKey *modifier = modifierOfSign(stored[at]);
+        if (!modifier)
+            break;
+        shortcut.held |= modifier->qt;
+    }
+    shortcut.key = keyName(stored.mid(at));
+    return shortcut;
+}
+
 } // namespace
 
-QString shortcutText(const QString &stored, ShortcutScope scope)
+QString shortcutText(const QString &stored)
 {
-    bool super = false, control = false, alt = false, shift = false;
-    qsizetype at = 0;
-    for (; at < stored.size() && isModifier(stored[at]); ++at) {
-        const QChar c = stored[at];
-        super |= c == u'⌘' && scope == ShortcutScope::SystemWide;
-        control |= c == u'⌃' || (c == u'⌘' && scope == ShortcutScope::Window);
-        alt |= c == u'⌥';
-        shift |= c == u'⇧';
-    }
+    const auto [held, key] = split(stored);
     QStringList parts;
-    if (super)
-        parts += "Super";
-    if (control)
-        parts += "Ctrl";
-    if (alt)
-        parts += "Alt";
-    if (shift)
-        parts += "Shift";
-    if (const QString key = keyName(stored.mid(at)); !key.isEmpty())
+    for (const QChar sign : QStringView(u"⌃⌘⌥⇧")) { // as desktops write them
+        if (const ModifierKey *modifier = modifierOfSign(sign); held.testFlag(modifier->qt))
+            parts += QLatin1String(modifier->word);
+    }
+    if (!key.isEmpty())
         parts += key;
     return parts.join('+');
 }
@@ -77,5 +81,7 @@ QString withShortcutWords(const QString &sentence)
 
 QKeySequence shortcutSequence(const QString &stored)
 {
-    return QKeySequence(shortcutText(stored, ShortcutScope::Window), QKeySequence::PortableText);
+    const auto [held, key] = split(stored);
+    const QKeySequence bare(key, QKeySequence::PortableText);
+    return bare.isEmpty() ? bare : QKeySequence(QKeyCombination(held, bare[0].key()));
 }

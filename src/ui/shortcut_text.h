@@ -4,13 +4,10 @@
 #include <QString>
 
 // How a shortcut is shown. Shortcuts are stored with signs ("⌃⇧C", "⌘Z"); the desktop's own form is words
-// joined by plus signs ("Ctrl+Shift+C").
-//
-// In the program's own windows ⌘ is Ctrl. A system-wide shortcut keeps it apart from ⌃: there ⌘ is Super.
-enum class ShortcutScope { Window, SystemWide };
+// joined by plus signs ("Super+Shift+C"). Which key a sign means is told by platform/modifier_keys.h.
 
 // "⇧⌘Z" gives "Ctrl+Shift+Z"; an empty shortcut gives an empty text. Keys without a sign stay as they are.
-QString shortcutText(const QString &stored, ShortcutScope scope = ShortcutScope::Window);
+QString shortcutText(const QString &stored);
 
 // The same inside a sentence: "⌘Z undoes it." gives "Ctrl+Z undoes it.", "Hold ⇧ to snap" gives "Hold Shift
 // to snap". A sign that stands for itself, as in a list of stamps, stays.

@@ -48,7 +48,7 @@ TEST_F(GrabText, PutsTheTextOfAnAreaOrAWindowOnTheClipboardAndTellsHowMuch)
         QProcess::execute("sh", {"-c", "printf none | xclip -selection clipboard"});
         ASSERT_EQ(pasted(), "none");
         const QImage before = photograph();
-        key("ctrl+shift+t");
+        key("super+shift+t");
         ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != before.pixel(5, 5); }, 10000));
         xdotool(gesture);
         EXPECT_TRUE(

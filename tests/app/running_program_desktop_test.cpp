@@ -34,7 +34,7 @@ TEST_F(RunningProgram, CapturesTheScreenByItsShortcutAndShowsAToastThatNoCapture
     start();
     const QImage desktop = photograph();
     ASSERT_TRUE(isPlain(desktop.copy(toastRegion())));
-    key("ctrl+shift+f");
+    key("super+shift+f");
     ASSERT_TRUE(waitForCaptures(1));
     EXPECT_TRUE(QRegularExpression("^Capture \\d{4}-\\d\\d-\\d\\d at \\d\\d\\.\\d\\d\\.\\d\\d\\.png$")
                     .match(QFileInfo(captures().first()).fileName())
@@ -44,7 +44,7 @@ TEST_F(RunningProgram, CapturesTheScreenByItsShortcutAndShowsAToastThatNoCapture
     EXPECT_EQ(first.pixel(5, 5), desktop.pixel(5, 5));
 
     ASSERT_TRUE(QTest::qWaitFor([] { return !isPlain(photograph().copy(toastRegion())); }, 5000));
-    key("ctrl+shift+f");
+    key("super+shift+f");
     ASSERT_TRUE(waitForCaptures(2));
     EXPECT_FALSE(isPlain(photograph().copy(toastRegion()))) << "the toast is still up";
     EXPECT_TRUE(isPlain(QImage(captures().last()).copy(toastRegion())));
@@ -54,7 +54,7 @@ TEST_F(RunningProgram, MakesAFileOrALogLineOfEachQuickPress)
 {
     set(kNoEditor);
     start();
-    xdotool({"key", "--delay", "1", "ctrl+shift+f", "ctrl+shift+f", "ctrl+shift+f"});
+    xdotool({"key", "--delay", "1", "super+shift+f", "super+shift+f", "super+shift+f"});
     const auto answered = [this] {
         return captures().size() + log().count("Capture ignored: another capture is in progress");
     };
@@ -66,7 +66,7 @@ TEST_F(RunningProgram, OpensTheEditorOnACaptureByDefault)
 {
     set(R"({"shutterSound": false})");
     start();
-    key("ctrl+shift+f");
+    key("super+shift+f");
     ASSERT_TRUE(waitForCaptures(1));
     EXPECT_TRUE(QTest::qWaitFor(
         [&] {
@@ -84,7 +84,7 @@ TEST_F(RunningProgram, PicksARegionExactlyToThePixelFromTheFrozenPicture)
     set(kNoEditor);
     start();
     const QImage desktop = photograph();
-    key("ctrl+shift+c");
+    key("super+shift+c");
     // The overlay dims what is not selected.
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != desktop.pixel(5, 5); }, 10000));
     xdotool({"mousemove", "100", "120", "mousedown", "1", "mousemove", "200", "180", "mousemove", "341",
@@ -96,7 +96,7 @@ TEST_F(RunningProgram, PicksARegionExactlyToThePixelFromTheFrozenPicture)
               desktop.copy(100, 120, 241, 143).convertToFormat(QImage::Format_RGB32));
     // Cancelled, it leaves nothing behind.
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) == desktop.pixel(5, 5); }, 10000));
-    key("ctrl+shift+c");
+    key("super+shift+c");
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != desktop.pixel(5, 5); }, 10000));
     key("Escape");
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) == desktop.pixel(5, 5); }, 10000));
@@ -121,6 +121,25 @@ TEST_F(RunningProgram, HandsALaterStartOverAndQuitsInOrder)
     EXPECT_FALSE(QFile::exists(home.path("state/lumenpost/.running")));
 }
 
+TEST_F(RunningProgram, EndsInOrderWhenItsDisplayGoesAway)
+{
+    set(kNoEditor);
+    QProcess server;
+    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp"});
+    ASSERT_TRUE(server.waitForReadyRead(10000));
+    const QByteArray display = qgetenv("DISPLAY");
+    qputenv("DISPLAY", ":" + server.readAllStandardOutput().trimmed());
+    start();
+    qputenv("DISPLAY", display);
+    server.kill();
+    server.waitForFinished();
+    ASSERT_TRUE(program.waitForFinished(20000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(log().endsWith("Lumenpost quit\n")) << log().toStdString();
+    EXPECT_FALSE(QFile::exists(home.path("state/lumenpost/.running")));
+}
+
 TEST_F(RunningProgram, TellsAtTheNextStartThatItWasKilled)
 {
     set(kNoEditor);
@@ -136,7 +155,7 @@ TEST_F(RunningProgram, FinishesACaptureThatIsStillWrittenWhenItIsToldToQuit)
 {
     set(R"({"openEditorAfterCapture": false, "shutterSound": false, "copyToClipboard": true})");
     start();
-    key("ctrl+shift+f");
+    key("super+shift+f");
     // Its name is there while the picture is still being encoded for file and clipboard.
     ASSERT_TRUE(waitForLog("Captured ") || waitForCaptures(1));
     program.terminate();

@@ -58,15 +58,15 @@ TEST_F(StatusItemTest, ListsEveryCommandInItsOrderWithItsShortcut)
         titles.append(action->isSeparator() ? "-" : action->text().replace('\t', " | "));
     EXPECT_THAT(titles,
                 testing::ElementsAre(
-                    "Capture Region or Window | Ctrl+Shift+C", "Capture Full Screen | Ctrl+Shift+F",
-                    "Capture in 3 Seconds | Ctrl+Shift+D", "Scrolling Capture | Ctrl+Shift+S",
-                    "Record Screen | Ctrl+Shift+R", "Record Steps (How-To Guide) | Ctrl+Shift+G",
-                    "Grab Text from Screen | Ctrl+Shift+T", "-", "Open Library… | Ctrl+Shift+L",
-                    "Pin Last Capture | Ctrl+Shift+P", "Open Image…", "-", "Open Editor After Capture",
+                    "Capture Region or Window | Super+Shift+C", "Capture Full Screen | Super+Shift+F",
+                    "Capture in 3 Seconds | Super+Shift+D", "Scrolling Capture | Super+Shift+S",
+                    "Record Screen | Super+Shift+R", "Record Steps (How-To Guide) | Super+Shift+G",
+                    "Grab Text from Screen | Super+Shift+T", "-", "Open Library… | Super+Shift+L",
+                    "Pin Last Capture | Super+Shift+P", "Open Image…", "-", "Open Editor After Capture",
                     "Settings…", "Welcome && Permissions…", "-", "Quit Lumenpost"));
     prefs.setHotkeys({{HotKeyAction::Library, KeyCombo{122, KeyCombo::Command}}});
     EXPECT_NE(find(item.rebuiltMenu(), "Open Library…"), nullptr);
-    EXPECT_EQ(find(item.rebuiltMenu(), "Open Library…")->text().section('\t', 1), "Super+F1");
+    EXPECT_EQ(find(item.rebuiltMenu(), "Open Library…")->text().section('\t', 1), "Ctrl+F1");
 }
 
 TEST_F(StatusItemTest, PerformsWhatIsChosenAndOffersOnlyWhatWorks)

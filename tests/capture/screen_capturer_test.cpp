@@ -84,6 +84,41 @@ TEST(ScreenCapturer, SaysWhyThereIsNoPictureOfADisplay)
               "There is no display.");
 }
 
+TEST(ScreenCapturer, GoesOnWithoutADisplayThatWentAway)
+{
+    TwoScreens desktop;
+    desktop.pictures.gone = {1};
+    const auto snapshots = desktop.capturer.captureAllDisplays(Pointer::Hidden).result();
+    ASSERT_TRUE(snapshots);
+    ASSERT_EQ(snapshots->size(), 1);
+    EXPECT_EQ(snapshots->first().screen.name, "R");
+}
+
+TEST(ScreenCapturer, JoinsWhatDisplaysOfTwoScalesShowOfARegion)
+{
+    TwoScreens desktop;
+    const auto picture = desktop.capturer.captureArea(QRectF(80, 60, 40, 30), Pointer::Hidden).result();
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->size(), QSize(80, 40)) << "at the sharper scale, and no lower than the displays reach";
+    EXPECT_EQ(picture->pixelColor(39, 20), QColor(Qt::red));
+    EXPECT_EQ(picture->pixelColor(40, 20), QColor(Qt::green));
+    EXPECT_EQ(desktop.capturer.captureArea(QRectF(900, 0, 10, 10), Pointer::Hidden).result().error().kind,
+              Error::Kind::NotFound);
+}
+
+TEST(ScreenCapturer, GivesEveryPointOfABorderToOneDisplay)
+{
+    const TwoScreens desktop;
+    for (const QPointF at :
+         {QPointF(100, 10), QPointF(99.999, 10), QPointF(100, 0), QPointF(199.999, 79.999)}) {
+        int holders = 0;
+        for (const Screen &screen : desktop.screens.connected)
+            holders += screen.holds(at);
+        EXPECT_EQ(holders, 1) << at.x();
+    }
+    EXPECT_FALSE(desktop.screens.connected[1].holds({200, 10}));
+}
+
 TEST(ScreenCapturer, TellsAWindowThatClosedBeforeTheShot)
 {
     TwoScreens desktop;

@@ -71,7 +71,7 @@ public:
     {
         return readyFuture(Result<QImage>(fail("no")));
     }
-    QFuture<Result<QImage>> window(quint32, Pointer) override
+    QFuture<Result<QImage>> window(quint32, Pointer, WindowPart) override
     {
         return readyFuture(Result<QImage>(fail("no")));
     }

@@ -51,7 +51,7 @@ protected:
         outcome.reset();
         overlay = std::make_unique<Overlay>(Overlay::Ports{*platform.pointer, *platform.workspace},
                                             capturer.onScreenWindows(), false, "Drag to select", snapshots,
-                                            [this](const Overlay::Result &result) { outcome = result; });
+                                            [this](const Overlay::Outcome &result) { outcome = result; });
         overlay->show();
         EXPECT_TRUE(QTest::qWaitFor([] { return qApp->activeWindow() != nullptr; }, 5000)) << "no keyboard";
     }
@@ -94,7 +94,7 @@ protected:
     ScreenCapturer capturer{*platform.screens, *platform.pictures};
     QList<DisplaySnapshot> snapshots;
     std::unique_ptr<Overlay> overlay;
-    std::optional<Overlay::Result> outcome;
+    std::optional<Overlay::Outcome> outcome;
 };
 
 } // namespace
@@ -136,6 +136,50 @@ TEST_F(OverlayOnDesktop, ObeysTheKeyboardOfTheDisplayWithThePointer)
         xdotool(cancels);
         result<Overlay::Cancelled>();
     }
+}
+
+TEST_F(OverlayOnDesktop, HoldsTheKeyboardWhateverOpensOverItAndGivesItBack)
+{
+    const auto told = [](const QStringList &words) {
+        QProcess process;
+        process.start("xdotool", words);
+        process.waitForFinished();
+        return process.readAllStandardOutput().trimmed();
+    };
+    const QString terminal = QString::number(capturer.onScreenWindows().first().id);
+    xdotool({"windowactivate", "--sync", terminal});
+    const QByteArray before = told({"getwindowfocus"});
+    open({900, 900});
+    QProcess thief;
+    thief.start("xterm", {"-T", "thief", "-geometry", "40x8+600+600"});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return !told({"search", "--onlyvisible", "--name", "^thief$"}).isEmpty(); }, 10000));
+    xdotool({"key", "Escape"});
+    result<Overlay::Cancelled>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told({"getwindowfocus"}) == before; }, 5000))
+        << told({"getwindowfocus"}).toStdString() << " has the keyboard, not " << before.toStdString();
+    thief.kill();
+    thief.waitForFinished();
+}
+
+// As the user does, whose finger rests on the shortcut.
+TEST_F(OverlayOnDesktop, GetsTheKeyboardOnceItsHolderLetsGo)
+{
+    QProcess other; // holds it as a menu would
+    other.start(QStringLiteral(LUMENPOST_BINARY_DIR "/tests/platform_pattern_window"),
+                {"1", "1700", "900", "60", "60", "frameless", "holder"});
+    ASSERT_TRUE(other.waitForReadyRead(10000));
+    open({500, 500});
+    xdotool({"key", "space"});
+    other.kill();
+    other.waitForFinished();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            xdotool({"key", "Escape"});
+            return outcome.has_value();
+        },
+        5000));
+    result<Overlay::Cancelled>();
 }
 
 TEST_F(OverlayOnDesktop, SelectsByKeysAlone)

@@ -31,7 +31,7 @@ protected:
         controller = std::make_unique<CaptureOverlayController>(
             CaptureOverlayController::Ports{pointer, workspace}, windows, selectionOnly, "Drag to select",
             QList<DisplaySnapshot>{snapshot},
-            [this](const CaptureOverlayController::Result &r) { results.append(r); });
+            [this](const CaptureOverlayController::Outcome &r) { results.append(r); });
         view = std::make_unique<OverlayView>(snapshot, *controller, nullptr);
         view->resize(points);
         view->grab(); // lays it out
@@ -93,5 +93,5 @@ protected:
     DisplaySnapshot snapshot;
     std::unique_ptr<CaptureOverlayController> controller;
     std::unique_ptr<OverlayView> view;
-    QList<CaptureOverlayController::Result> results;
+    QList<CaptureOverlayController::Outcome> results;
 };

@@ -1,4 +1,5 @@
 #include "base/colors.h"
+#include "capture/ui/overlay_window.h"
 #include "capture_ui/overlay_fixture.h"
 
 using Overlay = CaptureOverlayController;
@@ -156,6 +157,48 @@ TEST_F(OverlayTest, SelectsWithSpaceAndTheArrowKeys)
 }
 
 // MARK: What is shown
+
+TEST_F(OverlayTest, TakesTheSelectionThatWasMadeByKeysWithReturn)
+{
+    open(1);
+    move({200, 150});
+    key(Qt::Key_Space);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(result<Overlay::Image>().image, pixels(200, 150, 20, 10));
+
+    open(1, true);
+    move({200, 150});
+    key(Qt::Key_Space);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Enter);
+    EXPECT_EQ(result<Overlay::Selection>().rect, QRectF(200, 150, 10, 10));
+}
+
+TEST_F(OverlayTest, MovesTheSelectionWhileSpaceIsHeldInADragOfTheMouse)
+{
+    open(1);
+    move({100, 100});
+    press({100, 100});
+    dragTo({160, 140});
+    key(Qt::Key_Space);
+    EXPECT_TRUE(results.isEmpty()) << "nothing is taken yet";
+    dragTo({190, 150});
+    EXPECT_EQ(view->selection(), QRectF(130, 110, 60, 40));
+    dragTo({700, 150}); // no farther than the display reaches, and back from where it stopped
+    EXPECT_EQ(view->selection(), QRectF(340, 110, 60, 40));
+    dragTo({395, 150});
+    EXPECT_EQ(view->selection(), QRectF(335, 110, 60, 40));
+    QKeyEvent released(QEvent::KeyRelease, Qt::Key_Space, {});
+    QApplication::sendEvent(view.get(), &released);
+    dragTo({365, 170});
+    EXPECT_EQ(view->selection(), QRectF(335, 110, 30, 60));
+    release({365, 170});
+    EXPECT_EQ(result<Overlay::Image>().image, pixels(335, 110, 30, 60));
+}
 
 TEST_F(OverlayTest, TellsTheSizeOfTheHoleInPixels)
 {
@@ -324,6 +367,18 @@ TEST_F(OverlayTest, RepaintsAllThatChangedAndLittleElse)
     const QRegion small = step([&] { move({11, 270}); });
     EXPECT_FALSE(small.contains(QPoint(300, 100)));
     EXPECT_TRUE(small.contains(QPoint(11, 299)));
+}
+
+TEST_F(OverlayTest, GoesWithItsControllerAndGivesTheKeyboardBack)
+{
+    open(1);
+    view.reset();
+    controller->show();
+    const QPointer<QWidget> window(controller->windows().front().get());
+    controller.reset();
+    EXPECT_EQ(workspace.restored, 1);
+    EXPECT_FALSE(window && window->isVisible());
+    EXPECT_TRUE(results.isEmpty());
 }
 
 TEST_F(OverlayTest, CoversEveryDisplayAndGoesAtOnceWithTheFirstResult)

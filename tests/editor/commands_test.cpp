@@ -3,6 +3,7 @@
 #include "editor/editor_view.h"
 #include "editor/options_bar.h"
 #include "editor_stage.h"
+#include "settings/hot_key_action.h"
 #include "support/pictures.h"
 #include "support/printers.h"
 #include "ui/controls.h"
@@ -10,9 +11,11 @@
 #include "ui/tips.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
+#include <QShortcut>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -84,6 +87,22 @@ TEST(PaletteList, WrapsRoundAndBeginsAnewWithEveryQuery)
     list.move(2);
     list.setQuery("");
     EXPECT_EQ(list.selection(), 0);
+}
+
+TEST(EditorCommands, HaveNoKeyThatIsAGlobalOneFromTheStart)
+{
+    EditorStage stage;
+    auto editor = stage.open(filled({400, 300}));
+    QList<QKeySequence> keys;
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        for (const QAction *action : window->findChildren<QAction *>())
+            keys += action->shortcuts();
+        for (const QShortcut *shortcut : window->findChildren<QShortcut *>())
+            keys += shortcut->key();
+    }
+    ASSERT_TRUE(keys.contains(shortcutSequence("⇧⌘C")) && keys.contains(shortcutSequence("⇧⌘S")));
+    for (const HotKeyInfo &info : kHotKeys)
+        EXPECT_FALSE(keys.contains(shortcutSequence(info.defaultCombo().display()))) << info.rawValue;
 }
 
 TEST(EditorCommands, ThePaletteListsItsLinesInOrder)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/async.h"
 #include "platform/login_item.h"
 #include "platform/pasteboard.h"
 #include "platform/paths.h"
@@ -59,20 +60,32 @@ private:
 
 class FakeSecrets : public Secrets {
 public:
-    std::optional<QString> get(const QString &account, const QString &service) const override
+    QFuture<Result<QString>> get(const QString &account, const QString &service,
+                                 SecretsAccess access) override
     {
+        ++asked;
+        if (isLocked && access == SecretsAccess::Quiet)
+            return readyFuture<Result<QString>>(fail(Error::Kind::Denied, QStringLiteral("Locked.")));
+        isLocked = false;
         const auto found = items.constFind({account, service});
-        return found == items.constEnd() ? std::nullopt : std::optional(*found);
+        if (found == items.constEnd())
+            return readyFuture<Result<QString>>(fail(Error::Kind::NotFound, QStringLiteral("None.")));
+        return readyFuture(Result<QString>(*found));
     }
-    Result<void> set(const QString &value, const QString &account, const QString &service) override
+    QFuture<Result<void>> set(const QString &value, const QString &account, const QString &service) override
     {
+        if (failure)
+            return readyFuture<Result<void>>(std::unexpected(*failure));
         if (value.isEmpty())
             items.remove({account, service});
         else
             items.insert({account, service}, value);
-        return {};
+        return readyFuture<Result<void>>({});
     }
 
+    std::optional<Error> failure; // of what is to be stored
+    bool isLocked = false;        // until the user may be asked
+    int asked = 0;
     QHash<std::pair<QString, QString>, QString> items; // by account and service
 };
 

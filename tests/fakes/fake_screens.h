@@ -27,11 +27,14 @@ public:
         QRect native; // of the desktop; empty for a window
         quint32 window = 0;
         Pointer pointer = Pointer::Hidden;
+        WindowPart part = WindowPart::Framed;
     };
 
     Capabilities capabilities() const override { return able; }
     QFuture<Result<QImage>> display(const Screen &screen, Pointer pointer) override
     {
+        if (gone.contains(screen.id))
+            return answer(fail(Error::Kind::NotFound, QStringLiteral("Gone.")));
         return cut({screen.native, 0, pointer});
     }
     QFuture<Result<QImage>> region(const Screen &screen, const QRectF &region, Pointer pointer) override
@@ -47,9 +50,9 @@ public:
             return readyFuture<Result<QImage>>(fail(Error::Kind::Invalid, QStringLiteral("No such region.")));
         return cut({QRect(at, size), 0, pointer});
     }
-    QFuture<Result<QImage>> window(quint32 id, Pointer pointer) override
+    QFuture<Result<QImage>> window(quint32 id, Pointer pointer, WindowPart part = WindowPart::Framed) override
     {
-        requests.append({{}, id, pointer});
+        requests.append({{}, id, pointer, part});
         if (!windows.contains(id) && !failure)
             return answer(fail(Error::Kind::NotFound, QStringLiteral("Gone.")));
         return answer(windows.value(id));
@@ -67,6 +70,7 @@ public:
     Capabilities able{true, true, true, {}};
     QImage desktop;                 // in native pixels
     QHash<quint32, QImage> windows; // by id
+    QList<quint32> gone;            // screens that were unplugged
     std::optional<Error> failure;   // of every picture
     bool isHeld = false;            // answers wait for deliver()
     QList<Request> requests;

@@ -6,9 +6,11 @@
 #include <QWidget>
 #include <cstdio>
 
-// platform_pattern_window SEED X Y WIDTH HEIGHT [frameless] [glass] [other] [holder]
+// platform_pattern_window SEED X Y WIDTH HEIGHT [frameless] [glass] [shaped] [holder] [menu] [lock]
 // Shows a window with pattern(SEED), says its id once it is painted, and stays until it is killed. "glass"
-// makes it transparent but for its middle; "holder" takes the keyboard for itself.
+// makes it transparent but for its middle; "shaped" cuts its corners off; "holder" takes the keyboard
+// for itself; "menu" opens a menu that doesn't say what it is and holds the keyboard; "lock" does so over all
+// windows.
 class PatternWindow : public QWidget {
 public:
     PatternWindow(int seed, bool isGlass, bool isHolder)
@@ -58,13 +60,24 @@ int main(int argc, char **argv)
     }
     if (words.size() < 6)
         return 2;
-    PatternWindow window(words[1].toInt(), words.contains("glass"), words.contains("holder"));
+    PatternWindow window(words[1].toInt(), words.contains("glass"),
+                         words.contains("holder") || words.contains("lock"));
+    QWidget menu(nullptr, Qt::Window | Qt::BypassWindowManagerHint);
     Qt::WindowFlags flags = Qt::Window;
     if (words.contains("frameless"))
         flags |= Qt::FramelessWindowHint;
+    if (words.contains("lock"))
+        flags |= Qt::BypassWindowManagerHint;
     window.setWindowFlags(flags);
     window.setWindowTitle("Pattern " + words[1]);
     window.setGeometry(words[2].toInt(), words[3].toInt(), words[4].toInt(), words[5].toInt());
+    if (words.contains("shaped"))
+        window.setMask(QRegion(QRect(QPoint(), window.size()), QRegion::Ellipse));
     window.show();
+    if (words.contains("menu")) {
+        menu.setGeometry(QRect(window.pos() + QPoint(50, 50), QSize(120, 160)));
+        menu.show();
+        menu.grabKeyboard();
+    }
     return application.exec();
 }

@@ -1,5 +1,6 @@
 #include "base/notice.h"
 #include "fakes/fake_desktop.h"
+#include "platform/modifier_keys.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
@@ -129,9 +130,24 @@ TEST_F(AppSettingsTest, KeepTheKeyWithTheSecretsAlone)
     start().setApiKey("sk-secret");
     EXPECT_EQ(m_secrets.items.value({"anthropic-api-key", "com.oakfenrow.lumenpost"}), "sk-secret");
     EXPECT_FALSE(QJsonDocument(stored()).toJson().contains("sk-secret"));
-    EXPECT_EQ(start().apiKey(), "sk-secret");
+    EXPECT_EQ(start().apiKey(SecretsAccess::Quiet).result().value_or("nothing"), "sk-secret");
     m_settings->setApiKey({});
     EXPECT_TRUE(m_secrets.items.isEmpty());
+    EXPECT_EQ(m_settings->apiKey(SecretsAccess::Quiet).result().value_or("nothing"), "");
+}
+
+TEST_F(AppSettingsTest, KeepTheKeyOnceItWasFoundButNoEmptyAnswer)
+{
+    AppSettings &settings = start();
+    const auto key = [&](SecretsAccess access) { return settings.apiKey(access).result(); };
+    EXPECT_EQ(key(SecretsAccess::Quiet).value_or("nothing"), "");
+    m_secrets.items.insert({"anthropic-api-key", "com.oakfenrow.lumenpost"}, "sk-late");
+    m_secrets.isLocked = true;
+    EXPECT_EQ(key(SecretsAccess::Quiet).error().kind, Error::Kind::Denied);
+    EXPECT_EQ(key(SecretsAccess::MayAsk).value_or("nothing"), "sk-late");
+    const int asked = m_secrets.asked;
+    EXPECT_EQ(key(SecretsAccess::Quiet).value_or("nothing"), "sk-late");
+    EXPECT_EQ(m_secrets.asked, asked);
 }
 
 TEST_F(AppSettingsTest, TellWhenTheLoginItemCannotBeChanged)
@@ -161,6 +177,17 @@ TEST(CaptureOptions, NeedAllTenKeys)
     object = options.toJson();
     object.remove("webcam");
     EXPECT_FALSE(CaptureOptions::fromJson(object));
+}
+
+TEST(KeyCombo, StoresWhatTheKeyboardHeldAndGivesItBack)
+{
+    EXPECT_EQ(modifierFlags(Qt::ControlModifier), KeyCombo::Command);
+    EXPECT_EQ(modifierFlags(Qt::MetaModifier | Qt::ShiftModifier),
+              kHotKeys[0].defaultCombo().carbonModifiers);
+    EXPECT_EQ(modifierFlags(Qt::AltModifier | Qt::KeypadModifier), KeyCombo::Option);
+    const int all = KeyCombo::Command | KeyCombo::Control | KeyCombo::Option | KeyCombo::Shift;
+    for (int flags = 0; flags <= all; flags += 0x100)
+        EXPECT_EQ(modifierFlags(keyboardModifiers(flags)), flags & all);
 }
 
 TEST(KeyCombo, ShowsModifiersInOneOrderAndUnknownKeysByNumber)

@@ -12,13 +12,8 @@ TEST(ShortcutText, SpellsModifiersInTheDesktopsOrder)
     EXPECT_EQ(shortcutText("⌘]"), "Ctrl+]");
     EXPECT_EQ(shortcutText("V"), "V");
     EXPECT_EQ(shortcutText(""), "");
-    EXPECT_EQ(shortcutText("⌃⇧Space"), "Ctrl+Shift+Space");
-}
-
-TEST(ShortcutText, KeepsCommandAndControlApartWhereBothExist)
-{
-    EXPECT_EQ(shortcutText("⌃⇧C", ShortcutScope::SystemWide), "Ctrl+Shift+C");
-    EXPECT_EQ(shortcutText("⌃⌥⇧⌘F5", ShortcutScope::SystemWide), "Super+Ctrl+Alt+Shift+F5");
+    EXPECT_EQ(shortcutText("⌃⇧Space"), "Super+Shift+Space");
+    EXPECT_EQ(shortcutText("⌃⌥⇧⌘F5"), "Super+Ctrl+Alt+Shift+F5");
 }
 
 TEST(ShortcutText, ReplacesSignsInsideSentencesOnly)
@@ -44,5 +39,6 @@ TEST(ShortcutText, GivesSequencesThatQtCanBind)
     EXPECT_EQ(shortcutSequence("⇧⌘Z"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     EXPECT_EQ(shortcutSequence("⌘−"), QKeySequence(Qt::CTRL | Qt::Key_Minus));
     EXPECT_EQ(shortcutSequence("⌘+"), QKeySequence(Qt::CTRL | Qt::Key_Plus));
+    EXPECT_EQ(shortcutSequence("⌃⇧C"), QKeySequence(Qt::META | Qt::SHIFT | Qt::Key_C));
     EXPECT_TRUE(shortcutSequence("").isEmpty());
 }

@@ -1,12 +1,15 @@
 #include "capture/ui/capture_overlay.h"
 
+#include "capture/ui/keyboard_hold.h"
 #include "capture/ui/overlay_marks.h"
 #include "capture/ui/overlay_view.h"
 #include "capture/ui/overlay_window.h"
 #include "platform/pointer_control.h"
 #include "platform/workspace.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
 
 CaptureOverlayController::CaptureOverlayController(Ports ports, QList<WindowInfo> windowInfos,
                                                    bool selectionOnly, QString hint,
@@ -21,7 +24,12 @@ CaptureOverlayController::CaptureOverlayController(Ports ports, QList<WindowInfo
       m_completion(std::move(completion))
 {}
 
-CaptureOverlayController::~CaptureOverlayController() = default;
+CaptureOverlayController::~CaptureOverlayController()
+{
+    m_finished = true;
+    if (!m_windows.empty())
+        close();
+}
 
 void CaptureOverlayController::warmUp()
 {
@@ -41,10 +49,10 @@ void CaptureOverlayController::show()
 
     OverlayWindow *key = nullptr;
     for (const auto &window : m_windows) {
-        const QRectF frame = window->overlayView().snapshot().screen.frame();
-        if (!key && frame.contains(pointer)) {
+        const Screen &screen = window->overlayView().snapshot().screen;
+        if (!key && screen.holds(pointer)) {
             key = window.get();
-            key->overlayView().pointerMoved(pointer - frame.topLeft());
+            key->overlayView().pointerMoved(pointer - screen.frame().topLeft());
         }
         window->show();
         window->raise();
@@ -52,14 +60,23 @@ void CaptureOverlayController::show()
     if (!key && !m_windows.empty())
         key = m_windows.front().get();
     if (key)
-        key->makeKey();
+        m_keyboard = std::make_unique<KeyboardHold>(key->overlayView());
+    watchScreens();
 }
 
-void CaptureOverlayController::finish(const Result &result)
+// The pictures are of the screens as they were: when these change, nothing of them can be picked any more.
+void CaptureOverlayController::watchScreens()
 {
-    if (m_finished)
-        return;
-    m_finished = true;
+    const auto cancel = [this] { finish(Cancelled{}); };
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, cancel);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, cancel);
+    for (const QScreen *screen : QGuiApplication::screens())
+        connect(screen, &QScreen::geometryChanged, this, cancel);
+}
+
+void CaptureOverlayController::close()
+{
+    m_keyboard.reset();
     for (auto &window : m_windows) {
         window->overlayView().setEnabled(
             false); // events on their way must not reach a controller that is gone
@@ -68,8 +85,17 @@ void CaptureOverlayController::finish(const Result &result)
     }
     m_windows.clear();
     m_ports.workspace.restoreActiveWindow();
+}
+
+void CaptureOverlayController::finish(const Outcome &outcome)
+{
+    if (m_finished)
+        return;
+    m_finished = true;
+    disconnect(qGuiApp, nullptr, this, nullptr);
+    close();
     const Completion completion = std::move(m_completion);
-    const Result kept = result;
+    const Outcome kept = outcome;
     completion(kept);
 }
 
@@ -88,10 +114,30 @@ void CaptureOverlayController::warpPointer(const QPointF &globalPoint)
     m_ports.pointer.warp(globalPoint);
 }
 
-OverlayView &CaptureOverlayController::viewUnderPointer(OverlayView &otherwise)
+void CaptureOverlayController::endMove(OverlayView &keyView)
+{
+    viewUnderPointer(keyView).endMove();
+}
+
+void CaptureOverlayController::accept(OverlayView &keyView)
 {
     for (const auto &window : m_windows) {
-        if (window->overlayView().mouse())
+        if (window->overlayView().selection())
+            return window->overlayView().accept();
+    }
+    viewUnderPointer(keyView).accept();
+}
+
+OverlayView &CaptureOverlayController::viewUnderPointer(OverlayView &otherwise)
+{
+    // A drag goes on when the pointer has left its display.
+    for (const auto &window : m_windows) {
+        if (window->overlayView().dragStart())
+            return window->overlayView();
+    }
+    const QPointF pointer = m_ports.pointer.position();
+    for (const auto &window : m_windows) {
+        if (window->overlayView().snapshot().screen.holds(pointer))
             return window->overlayView();
     }
     return otherwise;

@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+class KeyboardHold;
 class OverlayView;
 class OverlayWindow;
 class PointerControl;
@@ -32,9 +33,10 @@ public:
         QRectF rect;
     };
     struct Cancelled {};
-    using Result = std::variant<Image, Window, Selection, Cancelled>;
-    // Called once, as the last thing: the controller may be destroyed in it.
-    using Completion = std::function<void(const Result &)>;
+    using Outcome = std::variant<Image, Window, Selection, Cancelled>;
+    // Called once, as the last thing: the controller may be destroyed in it. Not called when the controller
+    // goes before there is an outcome.
+    using Completion = std::function<void(const Outcome &)>;
 
     struct Ports {
         PointerControl &pointer;
@@ -52,8 +54,8 @@ public:
     static void warmUp();
 
     void show();
-    // The first result wins.
-    void finish(const Result &result);
+    // The first outcome wins.
+    void finish(const Outcome &outcome);
 
     const QList<WindowInfo> &windowInfos() const { return m_windowInfos; }
     bool selectionOnly() const { return m_selectionOnly; }
@@ -64,10 +66,15 @@ public:
     // The keyboard of the view that has it drives the view that has the pointer.
     void nudge(OverlayView &keyView, int dx, int dy);
     void toggleSelection(OverlayView &keyView);
+    void endMove(OverlayView &keyView);
+    // Takes what is selected, or else the display with the pointer.
+    void accept(OverlayView &keyView);
     void warpPointer(const QPointF &globalPoint);
 
 private:
     OverlayView &viewUnderPointer(OverlayView &otherwise);
+    void watchScreens();
+    void close();
 
     Ports m_ports;
     QList<WindowInfo> m_windowInfos;
@@ -76,5 +83,6 @@ private:
     QList<DisplaySnapshot> m_snapshots;
     Completion m_completion;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
+    std::unique_ptr<KeyboardHold> m_keyboard;
     bool m_finished = false;
 };

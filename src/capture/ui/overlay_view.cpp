@@ -49,7 +49,7 @@ void OverlayView::updateHover(const QPointF &position)
     const QPointF origin = m_snapshot.screen.frame().topLeft();
     m_hovered.reset();
     for (const WindowInfo &window : m_controller.windowInfos()) {
-        if (window.frame.contains(position + origin)) {
+        if (holds(window.frame, position + origin)) {
             m_hovered = Hovered{window.id, window.frame.translated(-origin).intersected(bounds())};
             return;
         }
@@ -80,7 +80,9 @@ void OverlayView::mouseMoveEvent(QMouseEvent *event)
     m_nudgedTo.reset();
     const bool drags =
         m_dragStart && (m_draggedBy == DraggedBy::Keys || event->buttons().testFlag(Qt::LeftButton));
-    if (drags)
+    if (drags && m_draggedBy == DraggedBy::ButtonAsAWhole)
+        moveSelection(position);
+    else if (drags)
         drag(position, event->modifiers().testFlag(Qt::ShiftModifier) ? Shape::Square : Shape::Free);
     else
         pointerMoved(position);
@@ -88,7 +90,7 @@ void OverlayView::mouseMoveEvent(QMouseEvent *event)
 
 void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && m_dragStart)
+    if (event->button() == Qt::LeftButton && m_dragStart && m_draggedBy != DraggedBy::Keys)
         endDrag();
 }
 
@@ -124,6 +126,20 @@ void OverlayView::drag(const QPointF &position, Shape shape)
                                      to.y() < start.y() ? start.y() - size.height() : start.y()),
                              size);
     }
+    refresh();
+}
+
+// As far as the display reaches.
+void OverlayView::moveSelection(const QPointF &position)
+{
+    const QPointF from = m_mouse.value_or(position);
+    const QRectF whole = m_selection.value_or(QRectF(*m_dragStart, QSizeF()));
+    const QPointF by(std::clamp(position.x() - from.x(), -whole.left(), bounds().width() - whole.right()),
+                     std::clamp(position.y() - from.y(), -whole.top(), bounds().height() - whole.bottom()));
+    *m_dragStart += by;
+    if (m_selection)
+        m_selection->translate(by);
+    m_mouse = from + by; // the pointer may go on; what it holds on to doesn't
     refresh();
 }
 
@@ -167,9 +183,12 @@ void OverlayView::finishWithRect(const QRectF &rect)
         m_controller.finish(CaptureOverlayController::Image{m_snapshot.image.copy(pixels)});
 }
 
-void OverlayView::finishWithDisplay()
+void OverlayView::accept()
 {
-    if (m_controller.selectionOnly())
+    const double least = m_controller.selectionOnly() ? leastSelection : leastImage;
+    if (m_selection && m_selection->width() >= least && m_selection->height() >= least)
+        endDrag();
+    else if (m_controller.selectionOnly())
         m_controller.finish(CaptureOverlayController::Selection{m_snapshot.screen, bounds()});
     else
         m_controller.finish(CaptureOverlayController::Image{m_snapshot.image});
@@ -183,7 +202,7 @@ void OverlayView::keyPressEvent(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        finishWithDisplay();
+        m_controller.accept(*this);
         break;
     case Qt::Key_Escape:
         m_controller.finish(CaptureOverlayController::Cancelled{});
@@ -209,6 +228,14 @@ void OverlayView::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void OverlayView::keyReleaseEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Space)
+        return event->ignore();
+    if (!event->isAutoRepeat())
+        m_controller.endMove(*this);
+}
+
 void OverlayView::nudge(int dx, int dy)
 {
     const double scale = layout().scale();
@@ -218,7 +245,9 @@ void OverlayView::nudge(int dx, int dy)
                      std::clamp(from.y() + dy / scale, 0.0, bounds().height() - 1 / scale));
     m_nudgedTo = to;
     m_controller.warpPointer(to + m_snapshot.screen.frame().topLeft());
-    if (m_dragStart)
+    if (m_dragStart && m_draggedBy == DraggedBy::ButtonAsAWhole)
+        moveSelection(to);
+    else if (m_dragStart)
         drag(to, Shape::Free);
     else
         pointerMoved(to);
@@ -226,10 +255,27 @@ void OverlayView::nudge(int dx, int dy)
 
 void OverlayView::toggleSelection()
 {
-    if (m_dragStart)
+    if (!m_dragStart) {
+        if (m_mouse)
+            beginDrag(*m_mouse, DraggedBy::Keys);
+        return;
+    }
+    switch (m_draggedBy) {
+    case DraggedBy::Keys:
         endDrag();
-    else if (m_mouse)
-        beginDrag(*m_mouse, DraggedBy::Keys);
+        break;
+    case DraggedBy::Button:
+        m_draggedBy = DraggedBy::ButtonAsAWhole;
+        break;
+    case DraggedBy::ButtonAsAWhole:
+        break;
+    }
+}
+
+void OverlayView::endMove()
+{
+    if (m_draggedBy == DraggedBy::ButtonAsAWhole)
+        m_draggedBy = DraggedBy::Button;
 }
 
 // MARK: Drawing

@@ -25,8 +25,12 @@ public:
     void pointerMoved(const QPointF &position);
     // Moves the pointer, and what hangs on it, by so many pixels of the picture.
     void nudge(int dx, int dy);
-    // Begins a selection at the pointer, or ends the one that was begun.
+    // Begins a selection at the pointer, or ends the one that was begun by keys. In a drag of the mouse the
+    // selection moves as a whole from now on, until endMove().
     void toggleSelection();
+    void endMove();
+    // Takes the selection, or without one the whole display.
+    void accept();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -36,13 +40,16 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
     struct Hovered {
         quint32 id = 0;
         QRectF rect; // in the view
     };
-    enum class DraggedBy { Button, Keys };
+    // What moves with the pointer while a selection is drawn: its far corner, or, as long as Space is held
+    // in a drag of the mouse, the whole of it.
+    enum class DraggedBy { Button, ButtonAsAWhole, Keys };
     enum class Shape { Free, Square };
 
     QRectF bounds() const { return QRectF(rect()); }
@@ -51,11 +58,11 @@ private:
     void updateHover(const QPointF &position);
     void beginDrag(const QPointF &position, DraggedBy by);
     void drag(const QPointF &position, Shape shape);
+    void moveSelection(const QPointF &position);
     void endDrag();
     void finishSelecting();
     void finishCapturing();
     void finishWithRect(const QRectF &rect);
-    void finishWithDisplay();
     // Brings the marks up to date and repaints only what changed.
     void refresh();
     OverlayMarks currentMarks() const;

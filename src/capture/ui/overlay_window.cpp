@@ -1,5 +1,6 @@
 #include "capture/ui/overlay_window.h"
 
+#include "capture/ui/capture_overlay.h"
 #include "capture/ui/overlay_view.h"
 
 #include <QGuiApplication>
@@ -20,6 +21,7 @@ QScreen *screenOf(const Screen &screen)
 } // namespace
 
 OverlayWindow::OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayController &controller)
+    : m_controller(controller)
 {
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                    Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
@@ -35,10 +37,10 @@ OverlayWindow::OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayCont
     }
 }
 
-void OverlayWindow::makeKey()
+// Nobody closes it but the program, when it ends.
+void OverlayWindow::closeEvent(QCloseEvent *)
 {
-    activateWindow();
-    m_view->setFocus();
+    m_controller.finish(CaptureOverlayController::Cancelled{});
 }
 
 void OverlayWindow::resizeEvent(QResizeEvent *)

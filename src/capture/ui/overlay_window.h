@@ -14,12 +14,12 @@ public:
     OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayController &controller);
 
     OverlayView &overlayView() { return *m_view; }
-    // Takes the keyboard.
-    void makeKey();
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    CaptureOverlayController &m_controller;
     OverlayView *m_view;
 };

@@ -3,6 +3,7 @@
 #include "base/colors.h"
 #include "capture/scrolling_session.h"
 #include "capture/ui/region_frame_window.h"
+#include "capture/ui/texts.h"
 #include "ui/controls.h"
 #include "ui/theme.h"
 
@@ -30,19 +31,19 @@ QRectF visibleFrame(const Screen &screen)
 
 QString ScrollHUDView::frameCount(int frames)
 {
-    return QStringLiteral("%1 frame%2").arg(frames).arg(frames == 1 ? QString() : QStringLiteral("s"));
+    return frames == 1 ? CaptureUiTexts::tr("1 frame") : CaptureUiTexts::tr("%1 frames").arg(frames);
 }
 
-ScrollHUDView::ScrollHUDView(const HUDState &state, std::function<void()> done, QWidget *parent)
-    : QWidget(parent), m_state(state), m_message(new QLabel), m_frames(new NumberLabel)
+ScrollHUDView::ScrollHUDView(ScrollingCaptureSession &session, QWidget *parent)
+    : QWidget(parent), m_session(session), m_message(new QLabel), m_frames(new NumberLabel)
 {
     m_message->setFont(Theme::font(Theme::Type::Body, QFont::Medium));
     m_frames->setFont(Theme::font(Theme::Type::Body));
     m_frames->setColor(Theme::onMaterialSecondary());
-    auto *button = new QPushButton(tr("Done"));
+    auto *button = new QPushButton(CaptureUiTexts::tr("Done"));
     button->setFocusPolicy(Qt::NoFocus); // the keyboard stays with the program that is captured
     button->setDefault(true);
-    connect(button, &QPushButton::clicked, this, std::move(done));
+    connect(button, &QPushButton::clicked, &session, &ScrollingCaptureSession::stop);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0); // the panel has its own
@@ -52,20 +53,19 @@ ScrollHUDView::ScrollHUDView(const HUDState &state, std::function<void()> done, 
     row->addWidget(button);
     // The count grows without moving the button away from under the pointer.
     m_frames->setMinimumWidth(int(std::ceil(Theme::tabularWidth(m_frames->font(), frameCount(88)))));
-    connect(&state, &HUDState::changed, this, &ScrollHUDView::refresh);
+    connect(&session, &ScrollingCaptureSession::changed, this, &ScrollHUDView::refresh);
     refresh();
 }
 
 void ScrollHUDView::refresh()
 {
-    m_message->setText(m_state.message());
-    m_frames->setText(frameCount(m_state.frames()));
+    m_message->setText(m_session.message());
+    m_frames->setText(frameCount(m_session.frames()));
 }
 
 ScrollingChrome::ScrollingChrome(ScrollingCaptureSession &session, QObject *parent)
     : QObject(parent), m_session(session)
 {
-    connect(&session, &ScrollingCaptureSession::changed, this, &ScrollingChrome::refresh);
     connect(&session, &ScrollingCaptureSession::shootingEnded, this, &ScrollingChrome::hide);
 }
 
@@ -76,12 +76,10 @@ ScrollingChrome::~ScrollingChrome()
 
 void ScrollingChrome::show()
 {
-    refresh();
     const QRectF region = m_session.rect().translated(m_session.screen().frame().topLeft());
     clearTheWay(region.center().toPoint());
     m_frameWindow = std::make_unique<RegionFrameWindow>(region, brandColor());
-    m_hud = HUDPanel::make(region, visibleFrame(m_session.screen()),
-                           new ScrollHUDView(m_state, [this] { m_session.stop(); }));
+    m_hud = HUDPanel::make(region, visibleFrame(m_session.screen()), new ScrollHUDView(m_session));
     m_hud->installEventFilter(this);
     m_frameWindow->show();
     m_hud->show();
@@ -93,12 +91,6 @@ bool ScrollingChrome::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_hud.get() && (event->type() == QEvent::Enter || event->type() == QEvent::Leave))
         m_session.setHeld(event->type() == QEvent::Enter);
     return QObject::eventFilter(watched, event);
-}
-
-void ScrollingChrome::refresh()
-{
-    m_state.setMessage(m_session.message());
-    m_state.setFrames(m_session.frames());
 }
 
 void ScrollingChrome::hide()

@@ -5,7 +5,6 @@
 #include <QList>
 #include <QPointer>
 #include <QWidget>
-#include <functional>
 #include <memory>
 
 class NumberLabel;
@@ -17,7 +16,7 @@ class ScrollingCaptureSession;
 class ScrollHUDView : public QWidget {
     Q_OBJECT
 public:
-    ScrollHUDView(const HUDState &state, std::function<void()> done, QWidget *parent = nullptr);
+    explicit ScrollHUDView(ScrollingCaptureSession &session, QWidget *parent = nullptr);
 
     // "1 frame", "12 frames".
     static QString frameCount(int frames);
@@ -25,7 +24,7 @@ public:
 private:
     void refresh();
 
-    const HUDState &m_state;
+    ScrollingCaptureSession &m_session;
     QLabel *m_message;
     NumberLabel *m_frames;
 };
@@ -49,13 +48,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void refresh();
     void hide();
     void clearTheWay(const QPoint &target);
     void putWindowsBack();
 
     ScrollingCaptureSession &m_session;
-    HUDState m_state;
     std::unique_ptr<RegionFrameWindow> m_frameWindow;
     std::unique_ptr<HUDPanel> m_hud;
     QList<QPointer<QWidget>> m_moved; // own windows that would have caught the wheel

@@ -1,6 +1,7 @@
 #include "platform/desktop/desktop_login_item.h"
 
 #include "base/atomic_file.h"
+#include "platform/texts.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -49,7 +50,7 @@ Result<void> DesktopLoginItem::setEnabled(bool enabled)
     const QString path = entryPath();
     if (!enabled) {
         if (QFile::exists(path) && !QFile::remove(path))
-            return fail(QStringLiteral("The file “%1” could not be removed.").arg(path));
+            return fail(PlatformTexts::tr("The file “%1” could not be removed.").arg(path));
         return {};
     }
     QDir().mkpath(QFileInfo(path).absolutePath());

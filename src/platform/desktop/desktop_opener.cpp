@@ -1,5 +1,7 @@
 #include "platform/desktop/desktop_opener.h"
 
+#include "platform/texts.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -11,7 +13,7 @@
 Result<void> DesktopOpener::open(const QUrl &url)
 {
     if (url.isLocalFile() && !QFileInfo::exists(url.toLocalFile()))
-        return fail(Error::Kind::NotFound, QStringLiteral("There is no file “%1”.").arg(url.fileName()));
+        return fail(Error::Kind::NotFound, PlatformTexts::tr("There is no file “%1”.").arg(url.fileName()));
     for (const auto &[program, words] : {std::pair<QString, QStringList>{QStringLiteral("xdg-open"), {}},
                                          {QStringLiteral("gio"), {QStringLiteral("open")}}}) {
         const QString found = QStandardPaths::findExecutable(program);
@@ -20,7 +22,7 @@ Result<void> DesktopOpener::open(const QUrl &url)
             return {};
     }
     return fail(Error::Kind::Unavailable,
-                QStringLiteral("Nothing can open “%1” here: install xdg-utils.")
+                PlatformTexts::tr("Nothing can open “%1” here: install xdg-utils.")
                     .arg(url.isLocalFile() ? url.fileName() : url.toDisplayString()));
 }
 
@@ -28,7 +30,7 @@ Result<void> DesktopOpener::reveal(const QString &path)
 {
     if (!QFileInfo::exists(path))
         return fail(Error::Kind::NotFound,
-                    QStringLiteral("There is no file “%1”.").arg(QFileInfo(path).fileName()));
+                    PlatformTexts::tr("There is no file “%1”.").arg(QFileInfo(path).fileName()));
     const QUrl folder = QUrl::fromLocalFile(QFileInfo(path).absolutePath());
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())

@@ -3,11 +3,13 @@
 #include "base/json.h"
 #include "base/log.h"
 #include "platform/desktop/secret_service.h"
+#include "platform/texts.h"
 
 #include <QDBusConnection>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
+#include <QtConcurrentRun>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,7 +27,7 @@ QJsonObject readSecrets(const QString &path)
 Result<void> writePrivately(const QString &path, const QByteArray &bytes)
 {
     const auto failed = [&path] {
-        return fail(QStringLiteral("The password could not be stored in “%1”.").arg(path),
+        return fail(PlatformTexts::tr("The password could not be stored in “%1”.").arg(path),
                     QString::fromLocal8Bit(std::strerror(errno)));
     };
     QDir().mkpath(QFileInfo(path).absolutePath());
@@ -50,23 +52,49 @@ Result<void> writePrivately(const QString &path, const QByteArray &bytes)
 } // namespace
 
 DesktopSecrets::DesktopSecrets(const QString &configFolder)
-    : DesktopSecrets(configFolder, [] { return SecretService::connect(QDBusConnection::sessionBus()); })
+    : DesktopSecrets(configFolder,
+                     [this] { return SecretService::connect(QDBusConnection::sessionBus(), m_isEnding); })
 {}
 
 DesktopSecrets::DesktopSecrets(const QString &configFolder, Connect connect)
     : m_file(configFolder + QStringLiteral("/secrets.json")), m_connect(std::move(connect))
-{}
+{
+    m_worker.setMaxThreadCount(1);
+}
 
-std::optional<QString> DesktopSecrets::get(const QString &account, const QString &service) const
+DesktopSecrets::~DesktopSecrets()
+{
+    m_isEnding = true;
+    m_worker.clear();
+    m_worker.waitForDone();
+}
+
+QFuture<Result<QString>> DesktopSecrets::get(const QString &account, const QString &service,
+                                             SecretsAccess access)
+{
+    return QtConcurrent::run(&m_worker,
+                             [this, account, service, access] { return read(account, service, access); });
+}
+
+QFuture<Result<void>> DesktopSecrets::set(const QString &value, const QString &account,
+                                          const QString &service)
+{
+    return QtConcurrent::run(&m_worker,
+                             [this, value, account, service] { return write(value, account, service); });
+}
+
+Result<QString> DesktopSecrets::read(const QString &account, const QString &service,
+                                     SecretsAccess access) const
 {
     // The file first: it costs nothing, and holds only what the service did not take.
     if (auto kept = fromFile(account, service))
-        return kept;
-    const auto keeper = m_connect();
-    return keeper ? keeper->get(account, service) : std::nullopt;
+        return *kept;
+    if (const auto keeper = m_connect())
+        return keeper->get(account, service, access);
+    return fail(Error::Kind::NotFound, PlatformTexts::tr("There is no such password."));
 }
 
-Result<void> DesktopSecrets::set(const QString &value, const QString &account, const QString &service)
+Result<void> DesktopSecrets::write(const QString &value, const QString &account, const QString &service)
 {
     auto keeper = m_connect();
     if (value.isEmpty()) {
@@ -75,8 +103,11 @@ Result<void> DesktopSecrets::set(const QString &value, const QString &account, c
         return removed ? forgotten : removed;
     }
     if (keeper) {
-        if (keeper->set(value, account, service))
+        const Result<void> taken = keeper->set(value, account, service);
+        if (taken)
             return toFile({}, account, service); // an older copy would win
+        if (taken.error().kind == Error::Kind::Denied)
+            return taken; // the user's wish: then it isn't put into a file either
     }
     const Result<void> stored = toFile(value, account, service);
     if (stored && !m_hasTold) {

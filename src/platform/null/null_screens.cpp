@@ -24,7 +24,7 @@ QFuture<Result<QImage>> NullScreenPictures::region(const Screen &, const QRectF 
     return refusal();
 }
 
-QFuture<Result<QImage>> NullScreenPictures::window(quint32, Pointer)
+QFuture<Result<QImage>> NullScreenPictures::window(quint32, Pointer, WindowPart)
 {
     return refusal();
 }

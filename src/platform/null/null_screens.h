@@ -16,7 +16,7 @@ public:
     Capabilities capabilities() const override;
     QFuture<Result<QImage>> display(const Screen &screen, Pointer pointer) override;
     QFuture<Result<QImage>> region(const Screen &screen, const QRectF &region, Pointer pointer) override;
-    QFuture<Result<QImage>> window(quint32 id, Pointer pointer) override;
+    QFuture<Result<QImage>> window(quint32 id, Pointer pointer, WindowPart part) override;
 
 private:
     QFuture<Result<QImage>> refusal() const;

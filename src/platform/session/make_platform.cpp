@@ -38,7 +38,7 @@ void addX11(Platform &platform)
     platform.pasteboard = std::make_unique<QtPasteboard>();
 }
 
-void addNothing(Platform &platform)
+void addNoScreen(Platform &platform)
 {
     const QString reason = whyNoScreen();
     platform.screens = std::make_unique<NullScreens>();
@@ -46,7 +46,21 @@ void addNothing(Platform &platform)
     platform.pointer = std::make_unique<NullPointerControl>(reason);
     platform.hotKeys = std::make_unique<NullHotKeys>(reason);
     platform.inputMonitors = std::make_unique<NullInputMonitors>(reason);
-    platform.workspace = std::make_unique<NullWorkspace>(reason);
+}
+
+// Windows, files and the clipboard are served by the toolkit and the desktop's programs.
+void addWayland(Platform &platform)
+{
+    addNoScreen(platform);
+    platform.workspace =
+        std::make_unique<X11Workspace>(X11Workspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
+    platform.pasteboard = std::make_unique<QtPasteboard>();
+}
+
+void addNothing(Platform &platform)
+{
+    addNoScreen(platform);
+    platform.workspace = std::make_unique<NullWorkspace>(whyNoScreen());
     platform.pasteboard = std::make_unique<NullPasteboard>();
 }
 
@@ -71,6 +85,9 @@ Platform makePlatform()
     switch (kind) {
     case SessionKind::X11:
         addX11(platform);
+        break;
+    case SessionKind::Wayland:
+        addWayland(platform);
         break;
     case SessionKind::None:
         addNothing(platform);

@@ -5,10 +5,10 @@
 #include <QString>
 
 // Which adapters serve a session.
-enum class SessionKind { X11, None };
+enum class SessionKind { X11, Wayland, None };
 
-// By LUMENPOST_PLATFORM ("x11" or "null") where it is set, else by the display that there is. Nothing is
-// connected.
+// By LUMENPOST_PLATFORM ("x11" or "null") where it is set, else by what the session tells of itself and the
+// display that there is. Nothing is connected.
 SessionKind sessionKind();
 
 // The sentence for the user when there is no screen to work with; empty when there is one.
@@ -17,3 +17,6 @@ QString whyNoScreen();
 // Whether windows can be shown: the display answers. To be asked before the toolkit starts, which ends the
 // program when it doesn't.
 Result<void> reachDisplay();
+
+// Whether the display has gone away under a program that shows windows.
+bool isDisplayLost();

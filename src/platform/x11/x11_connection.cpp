@@ -1,5 +1,7 @@
 #include "platform/x11/x11_connection.h"
 
+#include "platform/texts.h"
+
 #include <cstring>
 #include <xcb/composite.h>
 #include <xcb/randr.h>
@@ -17,6 +19,8 @@ constexpr std::array<const char *, std::size_t(X11Atom::Count)> kAtomNames = {
     "_GTK_FRAME_EXTENTS",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLIENT_LIST_STACKING",
+    "_NET_FRAME_EXTENTS",
+    "_NET_SUPPORTING_WM_CHECK",
     "_NET_WM_CM_S0",
     "_NET_WM_NAME",
     "_NET_WM_PID",
@@ -69,14 +73,14 @@ Result<std::unique_ptr<X11Connection>> X11Connection::open(X11Extensions wanted)
     if (name.isEmpty()) {
         return fail(
             Error::Kind::Unavailable,
-            QStringLiteral("There is no display: start Lumenpost in a desktop session, or set DISPLAY."));
+            PlatformTexts::tr("There is no display: start Lumenpost in a desktop session, or set DISPLAY."));
     }
     int screenNumber = 0;
     std::unique_ptr<X11Connection> connection(new X11Connection);
     connection->m_xcb = xcb_connect(nullptr, &screenNumber);
     if (const int error = xcb_connection_has_error(connection->m_xcb)) {
         return fail(Error::Kind::Unavailable,
-                    QStringLiteral(
+                    PlatformTexts::tr(
                         "The display “%1” can't be reached: check DISPLAY and that its desktop session runs.")
                         .arg(QString::fromLocal8Bit(name)),
                     QStringLiteral("xcb_connect: %1").arg(error));
@@ -130,11 +134,6 @@ void X11Connection::learn(X11Extensions wanted)
 quint32 X11Connection::root() const
 {
     return m_screen->root;
-}
-
-QRect X11Connection::rootRect() const
-{
-    return {0, 0, m_screen->width_in_pixels, m_screen->height_in_pixels};
 }
 
 bool X11Connection::isBroken() const

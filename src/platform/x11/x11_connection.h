@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QFlags>
 #include <QList>
-#include <QRect>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -30,6 +29,8 @@ enum class X11Atom {
     GtkFrameExtents,
     NetActiveWindow,
     NetClientListStacking,
+    NetFrameExtents,
+    NetSupportingWmCheck,
     NetWmCmS0,
     NetWmName,
     NetWmPid,
@@ -74,7 +75,6 @@ public:
     xcb_connection_t *xcb() const { return m_xcb; }
     const xcb_screen_t *screen() const { return m_screen; }
     quint32 root() const;
-    QRect rootRect() const; // as it was when the connection opened
     bool has(X11Extension extension) const { return m_present.testFlag(extension); }
     quint32 atom(X11Atom name) const { return m_atoms[std::size_t(name)]; }
     // The server has gone.

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_hot_keys.h"
 
+#include "platform/modifier_keys.h"
+#include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_key_codes.h"
 #include "platform/x11/x11_menus.h"
@@ -10,12 +12,6 @@
 #include <xcb/xcb.h>
 
 namespace {
-
-// The program's own modifier flags.
-constexpr int kCommand = 0x100;
-constexpr int kShift = 0x200;
-constexpr int kOption = 0x800;
-constexpr int kControl = 0x1000;
 
 constexpr quint32 kKeysymNumLock = 0xff7f;
 constexpr quint32 kKeysymAltLeft = 0xffe9;
@@ -59,12 +55,12 @@ Result<void> X11HotKeys::registerKey(quint32 id, int keyCode, int modifiers)
         return open;
     Registered key{id, keyCode, modifiers, keycodeFor(keyCode), xModifiers(modifiers)};
     if (key.keycode == 0)
-        return fail(Error::Kind::Unavailable, QStringLiteral("This keyboard has no such key."));
+        return fail(Error::Kind::Unavailable, PlatformTexts::tr("This keyboard has no such key."));
     const auto isSame = [&key](const Registered &other) {
         return other.keycode == key.keycode && other.xModifiers == key.xModifiers;
     };
     if (std::any_of(m_registered.begin(), m_registered.end(), isSame))
-        return fail(Error::Kind::Unavailable, QStringLiteral("Lumenpost uses this shortcut already."));
+        return fail(Error::Kind::Unavailable, PlatformTexts::tr("Lumenpost uses this shortcut already."));
     if (auto grabbed = grab(key); !grabbed)
         return grabbed;
     m_registered.append(key);
@@ -228,14 +224,15 @@ quint8 X11HotKeys::keycodeFor(int keyCode) const
 
 quint16 X11HotKeys::xModifiers(int modifiers) const
 {
+    const Qt::KeyboardModifiers held = keyboardModifiers(modifiers);
     quint16 bits = 0;
-    if (modifiers & kShift)
+    if (held.testFlag(Qt::ShiftModifier))
         bits |= XCB_MOD_MASK_SHIFT;
-    if (modifiers & kControl)
+    if (held.testFlag(Qt::ControlModifier))
         bits |= XCB_MOD_MASK_CONTROL;
-    if (modifiers & kOption)
+    if (held.testFlag(Qt::AltModifier))
         bits |= m_alt;
-    if (modifiers & kCommand)
+    if (held.testFlag(Qt::MetaModifier))
         bits |= m_super;
     return bits;
 }
@@ -266,7 +263,7 @@ Result<void> X11HotKeys::grab(const Registered &key)
         return {};
     release(key);
     xcb_flush(xcb);
-    return fail(Error::Kind::Unavailable, QStringLiteral("Another program has taken this shortcut."));
+    return fail(Error::Kind::Unavailable, PlatformTexts::tr("Another program has taken this shortcut."));
 }
 
 void X11HotKeys::release(const Registered &key)

@@ -12,7 +12,8 @@ class X11Connection;
 // Grabs of keys on the root window, over a connection of its own that the event loop listens to.
 //
 // An open menu holds the keyboard, and a grab gets nothing then; but a picture of an open menu is what one
-// may want. While a menu is open our combinations are therefore taken from the raw keys too. Who else holds
+// may want. While a menu of any program, or our selection overlay, is open, our combinations are therefore
+// taken from the raw keys too. Who else holds
 // the keyboard, as a screen lock or a viewer of another machine, means all keys and keeps them.
 class X11HotKeys : public HotKeys {
     Q_OBJECT

@@ -1,5 +1,6 @@
 #include "platform/x11/x11_image_reader.h"
 
+#include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 
 #include <atomic>
@@ -52,7 +53,7 @@ namespace {
 
 std::unexpected<Error> unreadable(const xcb_generic_error_t *error)
 {
-    return fail(QStringLiteral("The picture could not be read from the screen."),
+    return fail(PlatformTexts::tr("The picture could not be read from the screen."),
                 error
                     ? QStringLiteral("X error %1 on request %2").arg(error->error_code).arg(error->major_code)
                     : QStringLiteral("The connection to the X server is closed."));
@@ -62,7 +63,7 @@ std::unexpected<Error> unsupportedDepth(int depth)
 {
     return fail(
         Error::Kind::Unavailable,
-        QStringLiteral(
+        PlatformTexts::tr(
             "This display uses a colour depth of %1 bits, which can't be captured: set it to 24 bits.")
             .arg(depth));
 }

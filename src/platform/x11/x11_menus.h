@@ -2,6 +2,7 @@
 
 class X11Connection;
 
-// Whether a menu is open now: one of ours, or a window of another program that no window manager handles and
-// that calls itself a menu. A program that doesn't say so has none as far as one can tell.
+// Whether somebody has a menu open that may hold the keyboard: one that says so, an unmanaged window of the
+// active program or of the window manager, or a window of our own that takes the keyboard. Not when a screen
+// lock covers a screen.
 bool isMenuOpen(const X11Connection &connection);

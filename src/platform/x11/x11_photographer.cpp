@@ -1,5 +1,7 @@
 #include "platform/x11/x11_photographer.h"
 
+#include "platform/texts.h"
+#include "platform/wayland_session.h"
 #include "platform/x11/x11_compositor.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_image_reader.h"
@@ -60,7 +62,48 @@ bool hasTransparency(const QImage &image)
 
 std::unexpected<Error> windowGone()
 {
-    return fail(Error::Kind::NotFound, QStringLiteral("That window is no longer available."));
+    return fail(Error::Kind::NotFound, PlatformTexts::tr("That window is no longer available."));
+}
+
+std::unexpected<Error> displayGone()
+{
+    return fail(Error::Kind::NotFound, PlatformTexts::tr("That display is no longer available."));
+}
+
+// The shape of a window, from its upper left corner inside the border; nothing for a plain rectangle.
+std::optional<QRegion> shapeOf(const X11Connection &connection, quint32 window)
+{
+    if (!connection.has(X11Extension::Shape))
+        return std::nullopt;
+    xcb_connection_t *xcb = connection.xcb();
+    const XcbOwned<xcb_shape_query_extents_reply_t> extents(
+        xcb_shape_query_extents_reply(xcb, xcb_shape_query_extents(xcb, window), nullptr));
+    if (!extents || !extents->bounding_shaped)
+        return std::nullopt;
+    const XcbOwned<xcb_shape_get_rectangles_reply_t> reply(xcb_shape_get_rectangles_reply(
+        xcb, xcb_shape_get_rectangles(xcb, window, XCB_SHAPE_SK_BOUNDING), nullptr));
+    if (!reply)
+        return std::nullopt;
+    QRegion shape;
+    const xcb_rectangle_t *rectangles = xcb_shape_get_rectangles_rectangles(reply.get());
+    for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i) {
+        const xcb_rectangle_t &each = rectangles[i];
+        shape += QRect(each.x, each.y, each.width, each.height);
+    }
+    return shape;
+}
+
+QImage cutOut(QImage image, const QRegion &shape)
+{
+    const QRegion outside = QRegion(image.rect()) - shape;
+    if (outside.isEmpty())
+        return image;
+    image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const QRect &part : outside)
+        painter.fillRect(part, Qt::transparent);
+    return image;
 }
 
 } // namespace
@@ -68,13 +111,15 @@ std::unexpected<Error> windowGone()
 Result<std::unique_ptr<X11Photographer>> X11Photographer::open()
 {
     auto connection = X11Connection::open(X11Extension::Shm | X11Extension::XFixes | X11Extension::Composite |
-                                          X11Extension::Render | X11Extension::Res | X11Extension::Shape);
+                                          X11Extension::Render | X11Extension::Res | X11Extension::Shape |
+                                          X11Extension::RandR);
     if (!connection)
         return std::unexpected(connection.error());
     std::unique_ptr<X11Photographer> photographer(new X11Photographer);
     photographer->m_connection = std::move(*connection);
     photographer->m_reader = std::make_unique<X11ImageReader>(*photographer->m_connection);
     photographer->m_compositor = std::make_unique<X11Compositor>(*photographer->m_connection);
+    photographer->m_isXwayland = isWaylandSession() || X11Desktop::isXwayland(*photographer->m_connection);
     return photographer;
 }
 
@@ -91,28 +136,48 @@ void X11Photographer::trim()
     m_reader->trim();
 }
 
+Result<QImage> X11Photographer::display(const Screen &screen, Pointer pointer, const QRegion &stale)
+{
+    if (X11Desktop::screenRect(*m_connection, screen.id) != screen.native)
+        return displayGone();
+    return area(screen.native, pointer, stale);
+}
+
+Result<QImage> X11Photographer::region(const Screen &screen, const QRect &rect, Pointer pointer,
+                                       const QRegion &stale)
+{
+    const auto now = X11Desktop::screenRect(*m_connection, screen.id);
+    if (!now)
+        return displayGone();
+    return area(rect.translated(now->topLeft()), pointer, stale);
+}
+
 Result<QImage> X11Photographer::area(const QRect &rect, Pointer pointer, const QRegion &stale)
 {
-    const QRect inside = rect.intersected(m_connection->rootRect());
-    if (inside.isEmpty())
-        return fail(Error::Kind::Invalid, QStringLiteral("The region lies outside the screen."));
-    Result<QImage> image = areaInside(inside, stale);
-    if (!image)
-        return image;
-    if (inside != rect) {
+    Result<Placed> seen = areaOnScreen(rect, stale);
+    if (!seen)
+        return std::unexpected(seen.error());
+    QImage image = std::move(seen->image);
+    if (seen->rect != rect) {
         QImage whole(rect.size(), QImage::Format_RGB32);
         if (whole.isNull())
-            return fail(Error::Kind::Invalid, QStringLiteral("The region is too large."));
+            return fail(Error::Kind::Invalid, PlatformTexts::tr("The region is too large."));
         whole.fill(Qt::black);
-        paste(whole, *image, inside.topLeft() - rect.topLeft(), QRect(QPoint(), rect.size()));
+        paste(whole, image, seen->rect.topLeft() - rect.topLeft(), QRect(QPoint(), rect.size()));
         image = whole;
     }
     if (pointer == Pointer::Shown)
-        paintPointer(*image, rect.topLeft());
+        paintPointer(image, rect.topLeft());
     return image;
 }
 
-Result<QImage> X11Photographer::areaInside(const QRect &rect, const QRegion &stale)
+Result<X11Photographer::Placed> X11Photographer::placed(Result<QImage> image, const QRect &rect)
+{
+    return image ? Result<Placed>(Placed{std::move(*image), rect}) : std::unexpected(image.error());
+}
+
+// Of the wanted rectangle what the desktop has now.
+Result<X11Photographer::Placed> X11Photographer::areaOnScreen(const QRect &wanted, const QRegion &stale)
 {
     const bool canCompose = m_connection->has(X11Extension::Composite) &&
                             m_connection->has(X11Extension::Render) &&
@@ -125,17 +190,17 @@ Result<QImage> X11Photographer::areaInside(const QRect &rect, const QRegion &sta
             const ServerGrab grab(m_connection->xcb());
             const X11Survey survey = X11Survey::take(*m_connection, !stale.isEmpty());
             if (survey.root.isEmpty())
-                return fail(QStringLiteral("The display has gone away."));
-            const QRect target = rect.intersected(survey.root);
-            if (target != rect) // the screen has just become smaller
-                return fail(QStringLiteral("The screen changed while its picture was taken: try again."));
+                return fail(PlatformTexts::tr("The display has gone away."));
+            const QRect rect = wanted.intersected(survey.root);
+            if (rect.isEmpty())
+                return fail(Error::Kind::Invalid, PlatformTexts::tr("The region lies outside the screen."));
             const int reach = survey.isComposited ? kShadowReach : 0;
             QRegion ours;
             for (const QRect &each : survey.own + stale)
                 ours += each.adjusted(-reach, -reach, reach, reach);
             ours &= rect;
             if (ours.isEmpty() || !canCompose)
-                return m_reader->read(m_connection->root(), rect);
+                return placed(m_reader->read(m_connection->root(), rect), rect);
             if (!survey.isComposited && !m_keepsContents) {
                 mustKeep = true;
             } else {
@@ -145,12 +210,12 @@ Result<QImage> X11Photographer::areaInside(const QRect &rect, const QRegion &sta
                     mustKeep = true; // a window that the compositing manager leaves alone
                 } else if (pixmap == 0) {
                     return fail(
-                        QStringLiteral("The screen could not be read without Lumenpost's own windows."));
+                        PlatformTexts::tr("The screen could not be read without Lumenpost's own windows."));
                 } else {
                     Result<QImage> part = m_reader->read(pixmap, QRect(QPoint(), under.size()));
                     m_compositor->release(pixmap);
                     if (!part)
-                        return part;
+                        return std::unexpected(part.error());
                     const bool isSettled = !sinceKept.isValid() ||
                                            sinceKept.hasExpired(kLongestRepaintTime) ||
                                            (sinceKept.hasExpired(kRepaintTime) && *part == lastSample);
@@ -159,7 +224,7 @@ Result<QImage> X11Photographer::areaInside(const QRect &rect, const QRegion &sta
                         if (whole)
                             paste(*whole, *part, under.topLeft() - rect.topLeft(),
                                   ours.translated(-rect.topLeft()));
-                        return whole;
+                        return placed(std::move(whole), rect);
                     }
                     lastSample = *part;
                 }
@@ -183,11 +248,10 @@ void X11Photographer::keepContents()
     m_keepsContents = true;
 }
 
-Result<QImage> X11Photographer::window(quint32 id, Pointer pointer)
+Result<QImage> X11Photographer::window(quint32 id, Pointer pointer, WindowPart part)
 {
-    QRect frame;
-    Result<QImage> image = windowOnce(id, frame);
-    if (!image && image.error().kind == Error::Kind::Unavailable && !m_keepsContents &&
+    Result<Placed> taken = windowOnce(id, part);
+    if (!taken && taken.error().kind == Error::Kind::Unavailable && !m_keepsContents &&
         m_connection->has(X11Extension::Composite)) {
         keepContents();
         QElapsedTimer sinceKept;
@@ -195,18 +259,20 @@ Result<QImage> X11Photographer::window(quint32 id, Pointer pointer)
         QImage lastSample;
         do {
             QThread::msleep(kBetweenSamples);
-            lastSample = image ? *image : QImage();
-            image = windowOnce(id, frame);
-        } while (image && !sinceKept.hasExpired(kLongestRepaintTime) &&
-                 !(sinceKept.hasExpired(kRepaintTime) && *image == lastSample));
+            lastSample = taken ? taken->image : QImage();
+            taken = windowOnce(id, part);
+        } while (taken && !sinceKept.hasExpired(kLongestRepaintTime) &&
+                 !(sinceKept.hasExpired(kRepaintTime) && taken->image == lastSample));
     }
-    if (image && pointer == Pointer::Shown)
-        paintPointer(*image, frame.topLeft());
-    return image;
+    if (!taken)
+        return std::unexpected(taken.error());
+    if (pointer == Pointer::Shown)
+        paintPointer(taken->image, taken->rect.topLeft());
+    return taken->image;
 }
 
 // Error::Kind::Unavailable when the contents aren't kept yet.
-Result<QImage> X11Photographer::windowOnce(quint32 id, QRect &frame)
+Result<X11Photographer::Placed> X11Photographer::windowOnce(quint32 id, WindowPart part)
 {
     xcb_connection_t *xcb = m_connection->xcb();
     const ServerGrab grab(xcb);
@@ -216,32 +282,39 @@ Result<QImage> X11Photographer::windowOnce(quint32 id, QRect &frame)
         attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT || id == m_connection->root() ||
         X11OwnClients::ask(*m_connection).owns(id))
         return windowGone();
-    frame = X11Desktop::visibleFrame(*m_connection, id);
+    const QRect frame = X11Desktop::visibleFrame(*m_connection, id, part);
     const quint32 top = X11Survey::topLevelOf(*m_connection, id);
     const XcbOwned<xcb_get_geometry_reply_t> geometry(
         xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, top), nullptr));
     if (frame.isEmpty() || top == 0 || !geometry)
         return windowGone();
-    const QRect outer(geometry->x, geometry->y, geometry->width + 2 * geometry->border_width,
-                      geometry->height + 2 * geometry->border_width);
-    const QRect crop = frame.intersected(outer).translated(-outer.topLeft());
-    if (crop.isEmpty())
+    const int border = geometry->border_width;
+    const QRect outer(geometry->x, geometry->y, geometry->width + 2 * border, geometry->height + 2 * border);
+    const QRect rect = frame.intersected(outer);
+    if (rect.isEmpty())
         return windowGone();
-    if (!m_connection->has(X11Extension::Composite))
-        return m_reader->read(m_connection->root(), frame.intersected(m_connection->rootRect()));
+    if (!m_connection->has(X11Extension::Composite)) {
+        const XcbOwned<xcb_get_geometry_reply_t> root(
+            xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, m_connection->root()), nullptr));
+        const QRect seen = root ? rect.intersected(QRect(0, 0, root->width, root->height)) : QRect();
+        return seen.isEmpty() ? windowGone() : placed(m_reader->read(m_connection->root(), seen), seen);
+    }
 
     const quint32 pixmap = xcb_generate_id(xcb);
     const XcbOwned<xcb_generic_error_t> unkept(
         xcb_request_check(xcb, xcb_composite_name_window_pixmap_checked(xcb, top, pixmap)));
     if (unkept)
         return fail(Error::Kind::Unavailable,
-                    QStringLiteral("The window's picture is not kept by this display."));
-    Result<QImage> image = m_reader->read(pixmap, crop);
+                    PlatformTexts::tr("The window's picture is not kept by this display."));
+    Result<QImage> image = m_reader->read(pixmap, rect.translated(-outer.topLeft()));
     xcb_free_pixmap(xcb, pixmap);
-    frame = crop.translated(outer.topLeft());
-    if (image && image->format() != QImage::Format_RGB32 && !hasTransparency(*image))
+    if (!image)
+        return std::unexpected(image.error());
+    if (image->format() != QImage::Format_RGB32 && !hasTransparency(*image))
         image->reinterpretAsFormat(QImage::Format_RGB32);
-    return image;
+    if (const auto shape = shapeOf(*m_connection, top))
+        *image = cutOut(*image, shape->translated(outer.topLeft() + QPoint(border, border) - rect.topLeft()));
+    return Placed{*image, rect};
 }
 
 void X11Photographer::paintPointer(QImage &image, QPoint origin) const

@@ -1,6 +1,7 @@
 #include "platform/x11/x11_pointer_control.h"
 
 #include "platform/screens.h"
+#include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 
 #include <QMutexLocker>
@@ -91,8 +92,9 @@ QFuture<Result<void>> X11PointerControl::wheel(int clicks)
 {
     return QtConcurrent::run(&m_wheel, [this, clicks]() -> Result<void> {
         if (!canScroll()) {
-            return fail(Error::Kind::Unavailable,
-                        QStringLiteral("This display doesn't let programs turn the wheel: scroll by hand."));
+            return fail(
+                Error::Kind::Unavailable,
+                PlatformTexts::tr("This display doesn't let programs turn the wheel: scroll by hand."));
         }
         const int button = clicks > 0 ? kButtonDown : kButtonUp;
         for (int i = 0; i < std::abs(clicks); ++i) {
@@ -101,7 +103,7 @@ QFuture<Result<void>> X11PointerControl::wheel(int clicks)
             QMutexLocker lock(&m_mutex);
             const X11Connection *open = connection();
             if (!open)
-                return fail(QStringLiteral("The display has gone away."));
+                return fail(PlatformTexts::tr("The display has gone away."));
             for (const int type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
                 xcb_test_fake_input(open->xcb(), quint8(type), quint8(button), XCB_CURRENT_TIME, XCB_NONE, 0,
                                     0, 0);

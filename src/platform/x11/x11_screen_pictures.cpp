@@ -1,5 +1,8 @@
 #include "platform/x11/x11_screen_pictures.h"
 
+#include "base/async.h"
+#include "platform/texts.h"
+#include "platform/wayland_session.h"
 #include "platform/x11/own_window_trails.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_photographer.h"
@@ -8,6 +11,7 @@
 #include <QThread>
 #include <QTimer>
 #include <QtConcurrentRun>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -16,6 +20,17 @@ namespace {
 constexpr double kPixelNoise = 1e-6;
 constexpr int kIdleTime = 5000;     // milliseconds without a picture, after which its memory isn't kept
 constexpr int kLongestSide = 32767; // the protocol counts in 16 bits
+
+bool isOneColour(const QImage &image)
+{
+    const QRgb first = image.pixel(0, 0);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        if (std::any_of(line, line + image.width(), [first](QRgb pixel) { return pixel != first; }))
+            return false;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -44,9 +59,9 @@ ScreenPictures::Capabilities X11ScreenPictures::capabilities() const
     able.excludesOwn =
         able.windows && (*probe)->has(X11Extension::Render) && (*probe)->has(X11Extension::XFixes);
     if (!able.excludesOwn) {
-        able.reason =
-            QStringLiteral("This X server lacks an extension (Composite, Render or XFixes): what lies over a "
-                           "window, Lumenpost's own windows too, is in its picture.");
+        able.reason = PlatformTexts::tr(
+            "This X server lacks an extension (Composite, Render or XFixes): what lies over a "
+            "window, Lumenpost's own windows too, is in its picture.");
     }
     return able;
 }
@@ -91,25 +106,31 @@ QFuture<Result<QImage>> X11ScreenPictures::take(Work work)
             return std::unexpected(open.error());
         Result<QImage> image = work(**open);
         if (!image && m_photographer->isBroken())
-            return fail(QStringLiteral("The display has gone away."), image.error().detail);
+            return fail(PlatformTexts::tr("The display has gone away."), image.error().detail);
+        // What Wayland windows show doesn't reach the X server beside them: the picture is black.
+        if (image && (*open)->isXwayland() && isOneColour(*image))
+            return fail(Error::Kind::Unavailable, whyNoWaylandScreen());
         return image;
     });
 }
 
-QFuture<Result<QImage>> X11ScreenPictures::takeArea(const QRect &native, Pointer pointer)
+template <typename Work>
+QFuture<Result<QImage>> X11ScreenPictures::takeWithoutOurs(Work work)
 {
     watchOwnWindows();
     if (m_idle && m_idle->thread() == QThread::currentThread())
         m_idle->start();
     const OwnWindowTrails *trails = m_trails.get();
-    return take([native, pointer, trails](X11Photographer &photographer) {
-        return photographer.area(native, pointer, trails ? trails->region() : QRegion());
+    return take([work = std::move(work), trails](X11Photographer &photographer) {
+        return work(photographer, trails ? trails->region() : QRegion());
     });
 }
 
 QFuture<Result<QImage>> X11ScreenPictures::display(const Screen &screen, Pointer pointer)
 {
-    return takeArea(screen.native, pointer);
+    return takeWithoutOurs([screen, pointer](X11Photographer &photographer, const QRegion &stale) {
+        return photographer.display(screen, pointer, stale);
+    });
 }
 
 QFuture<Result<QImage>> X11ScreenPictures::region(const Screen &screen, const QRectF &region, Pointer pointer)
@@ -120,17 +141,18 @@ QFuture<Result<QImage>> X11ScreenPictures::region(const Screen &screen, const QR
     const bool isSound = width >= 1 && height >= 1 && width <= kLongestSide && height <= kLongestSide &&
                          std::abs(scaled.x()) <= kLongestSide && std::abs(scaled.y()) <= kLongestSide;
     if (!isSound) {
-        QPromise<Result<QImage>> refused;
-        refused.start();
-        refused.addResult(fail(Error::Kind::Invalid, QStringLiteral("The region is empty or too large.")));
-        refused.finish();
-        return refused.future();
+        return readyFuture<Result<QImage>>(
+            fail(Error::Kind::Invalid, PlatformTexts::tr("The region is empty or too large.")));
     }
-    const QRect native(screen.native.topLeft() + scaled.topLeft().toPoint(), QSize(int(width), int(height)));
-    return takeArea(native, pointer);
+    const QRect rect(scaled.topLeft().toPoint(), QSize(int(width), int(height)));
+    return takeWithoutOurs([screen, rect, pointer](X11Photographer &photographer, const QRegion &stale) {
+        return photographer.region(screen, rect, pointer, stale);
+    });
 }
 
-QFuture<Result<QImage>> X11ScreenPictures::window(quint32 id, Pointer pointer)
+QFuture<Result<QImage>> X11ScreenPictures::window(quint32 id, Pointer pointer, WindowPart part)
 {
-    return take([id, pointer](X11Photographer &photographer) { return photographer.window(id, pointer); });
+    return take([id, pointer, part](X11Photographer &photographer) {
+        return photographer.window(id, pointer, part);
+    });
 }

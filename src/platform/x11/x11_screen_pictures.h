@@ -18,12 +18,14 @@ public:
     Capabilities capabilities() const override;
     QFuture<Result<QImage>> display(const Screen &screen, Pointer pointer) override;
     QFuture<Result<QImage>> region(const Screen &screen, const QRectF &region, Pointer pointer) override;
-    QFuture<Result<QImage>> window(quint32 id, Pointer pointer) override;
+    QFuture<Result<QImage>> window(quint32 id, Pointer pointer,
+                                   WindowPart part = WindowPart::Framed) override;
 
 private:
     template <typename Work>
     QFuture<Result<QImage>> take(Work work);
-    QFuture<Result<QImage>> takeArea(const QRect &native, Pointer pointer);
+    template <typename Work>
+    QFuture<Result<QImage>> takeWithoutOurs(Work work);
     Result<X11Photographer *> photographer();
     void watchOwnWindows();
 

@@ -236,7 +236,7 @@ QList<ListedWindow> X11Screens::windows() const
         if (!isViewable(*open, id) || open->cardinals(id, open->atom(X11Atom::NetWmState))
                                           .contains(open->atom(X11Atom::NetWmStateHidden)))
             continue;
-        const QRect frame = X11Desktop::visibleFrame(*open, id);
+        const QRect frame = X11Desktop::visibleFrame(*open, id, WindowPart::Framed);
         if (!frame.intersects(root))
             continue;
         ListedWindow window;
@@ -339,9 +339,12 @@ QString applicationName(const X11Connection &connection, quint32 window, qint64 
     return QString::fromUtf8(file.readAll()).trimmed();
 }
 
-QRect visibleFrame(const X11Connection &connection, quint32 window)
+QRect visibleFrame(const X11Connection &connection, quint32 window, WindowPart part)
 {
     xcb_connection_t *xcb = connection.xcb();
+    // Left, right, top and bottom, both.
+    const QList<quint32> drawnAround =
+        connection.cardinals(window, connection.atom(X11Atom::NetFrameExtents));
     const auto geometryCookie = xcb_get_geometry(xcb, window);
     const auto placeCookie = xcb_translate_coordinates(xcb, window, connection.root(), 0, 0);
     const QList<quint32> margins = connection.cardinals(window, connection.atom(X11Atom::GtkFrameExtents));
@@ -351,11 +354,44 @@ QRect visibleFrame(const X11Connection &connection, quint32 window)
     if (!geometry || !place)
         return {};
     const QRect whole(place->dst_x, place->dst_y, geometry->width, geometry->height);
-    if (margins.size() < 4) // left, right, top, bottom
-        return whole;
+    if (margins.size() < 4) {
+        const bool isFramed = part == WindowPart::Framed && drawnAround.size() >= 4;
+        return isFramed ? whole.adjusted(-int(drawnAround[0]), -int(drawnAround[2]), int(drawnAround[1]),
+                                         int(drawnAround[3]))
+                        : whole;
+    }
     const QRect visible = whole.adjusted(int(margins[0]), int(margins[2]), -int(margins[1]), -int(margins[3]))
                               .intersected(whole);
     return visible.isEmpty() ? whole : visible;
+}
+
+bool isXwayland(const X11Connection &connection)
+{
+    constexpr QByteArrayView extension = "XWAYLAND";
+    xcb_connection_t *xcb = connection.xcb();
+    const XcbOwned<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(
+        xcb, xcb_query_extension(xcb, quint16(extension.size()), extension.data()), nullptr));
+    if (reply && reply->present)
+        return true;
+    // Older ones tell it by the names of their outputs alone.
+    QList<quint32> names;
+    for (const Monitor &monitor : monitors(connection))
+        names.append(monitor.id);
+    const QStringList told = atomNames(connection, names);
+    return std::any_of(told.begin(), told.end(),
+                       [](const QString &name) { return name.startsWith(QLatin1String("XWAYLAND")); });
+}
+
+std::optional<QRect> screenRect(const X11Connection &connection, quint32 screenId)
+{
+    const QList<Monitor> found = monitors(connection);
+    for (const Monitor &monitor : found) {
+        if (monitor.id == screenId)
+            return monitor.rect;
+    }
+    if (found.isEmpty() && screenId == connection.root())
+        return currentRootRect(connection);
+    return std::nullopt;
 }
 
 QRectF toPoints(const QList<Screen> &screens, const QRect &native)

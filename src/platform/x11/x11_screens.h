@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/screen_pictures.h"
 #include "platform/screens.h"
 
 #include <QMutex>
 #include <memory>
+#include <optional>
 
 class X11Connection;
 
@@ -44,8 +46,13 @@ QList<quint32> clientsFrontToBack(const X11Connection &connection);
 qint64 pid(const X11Connection &connection, quint32 window);
 // What a person calls the program that owns the window.
 QString applicationName(const X11Connection &connection, quint32 window, qint64 pid);
-// The part of the window that shows something, in native pixels of the desktop: without invisible borders
-// that a client draws its shadow in. Empty when the window is gone.
-QRect visibleFrame(const X11Connection &connection, quint32 window);
+// The window as a person sees it, in native pixels of the desktop: with the frame that the window manager
+// drew around it, if that is wanted, and without invisible borders that a client draws its shadow in. Empty
+// when the window is gone.
+QRect visibleFrame(const X11Connection &connection, quint32 window, WindowPart part);
+// Whether the server says of itself that it is a guest of a Wayland session.
+bool isXwayland(const X11Connection &connection);
+// Where a screen is at this moment; nothing when it is gone.
+std::optional<QRect> screenRect(const X11Connection &connection, quint32 screenId);
 QRectF toPoints(const QList<Screen> &screens, const QRect &native);
 } // namespace X11Desktop

@@ -32,6 +32,16 @@ quint32 X11Workspace::activeWindow() const
     return open->cardinals(open->root(), open->atom(X11Atom::NetActiveWindow)).value(0);
 }
 
+quint32 X11Workspace::focusedWindow() const
+{
+    const X11Connection *open = connection();
+    if (!open)
+        return 0;
+    const XcbOwned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(open->xcb(), xcb_get_input_focus(open->xcb()), nullptr));
+    return reply ? reply->focus : 0;
+}
+
 std::optional<Workspace::Application> X11Workspace::frontmost() const
 {
     const quint32 window = activeWindow();
@@ -56,12 +66,25 @@ Result<void> X11Workspace::reveal(const QString &path)
 void X11Workspace::rememberActiveWindow()
 {
     m_remembered = activeWindow();
+    m_focus = focusedWindow();
 }
 
+// Who had the keyboard gets it at once, without a word to the window manager, which would raise the window;
+// some of those take no notice of what we did meanwhile, and would do nothing. Only when that window can't
+// take it any more, the window manager is asked.
 void X11Workspace::restoreActiveWindow()
 {
     const X11Connection *open = connection();
-    if (!open || m_remembered == 0 || m_remembered == activeWindow())
+    if (!open)
+        return;
+    xcb_connection_t *xcb = open->xcb();
+    if (m_focus > XCB_INPUT_FOCUS_POINTER_ROOT && m_focus != open->root()) {
+        const XcbOwned<xcb_generic_error_t> refused(xcb_request_check(
+            xcb, xcb_set_input_focus_checked(xcb, XCB_INPUT_FOCUS_PARENT, m_focus, XCB_CURRENT_TIME)));
+        if (!refused)
+            return;
+    }
+    if (m_remembered == 0)
         return;
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
@@ -70,10 +93,10 @@ void X11Workspace::restoreActiveWindow()
     event.type = open->atom(X11Atom::NetActiveWindow);
     event.data.data32[0] = 2; // asked for by the user through a tool: not held back
     event.data.data32[1] = XCB_CURRENT_TIME;
-    xcb_send_event(open->xcb(), false, open->root(),
+    xcb_send_event(xcb, false, open->root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&event));
-    xcb_flush(open->xcb());
+    xcb_flush(xcb);
 }
 
 void X11Workspace::connectNotify(const QMetaMethod &signal)

@@ -32,6 +32,7 @@ protected:
 private:
     X11Connection *connection() const;
     quint32 activeWindow() const;
+    quint32 focusedWindow() const;
     void listen();
     void readEvents();
 
@@ -40,5 +41,6 @@ private:
     std::unique_ptr<X11Connection> m_watching; // hears of changes
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::optional<Application> m_last;
-    quint32 m_remembered = 0;
+    quint32 m_remembered = 0; // the active window
+    quint32 m_focus = 0;      // who had the keyboard: it, or a window inside it
 };

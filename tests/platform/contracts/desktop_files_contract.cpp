@@ -49,17 +49,20 @@ TEST_P(SecretsContract, KeepsReplacesAndRemovesOneValueForEachAccount)
 {
     const auto secrets = GetParam()();
     const QString service = "com.oakfenrow.lumenpost";
-    EXPECT_EQ(secrets->get("key", service), std::nullopt);
-    ASSERT_TRUE(secrets->set("sk-ä 1", "key", service));
-    ASSERT_TRUE(secrets->set("other", "other", service));
-    EXPECT_EQ(secrets->get("key", service), "sk-ä 1");
-    ASSERT_TRUE(secrets->set("sk-2", "key", service));
-    EXPECT_EQ(secrets->get("key", service), "sk-2");
-    EXPECT_EQ(secrets->get("key", "elsewhere"), std::nullopt);
-    ASSERT_TRUE(secrets->set("", "key", service));
-    EXPECT_EQ(secrets->get("key", service), std::nullopt);
-    EXPECT_EQ(secrets->get("other", service), "other");
-    EXPECT_TRUE(secrets->set("", "never stored", service));
+    const auto get = [&](const QString &account, const QString &of) {
+        return secrets->get(account, of, SecretsAccess::MayAsk).result();
+    };
+    EXPECT_EQ(get("key", service).error().kind, Error::Kind::NotFound);
+    ASSERT_TRUE(secrets->set("sk-ä 1", "key", service).result());
+    ASSERT_TRUE(secrets->set("other", "other", service).result());
+    EXPECT_EQ(get("key", service).value_or("nothing"), "sk-ä 1");
+    ASSERT_TRUE(secrets->set("sk-2", "key", service).result());
+    EXPECT_EQ(get("key", service).value_or("nothing"), "sk-2");
+    EXPECT_EQ(get("key", "elsewhere").error().kind, Error::Kind::NotFound);
+    ASSERT_TRUE(secrets->set("", "key", service).result());
+    EXPECT_EQ(get("key", service).error().kind, Error::Kind::NotFound);
+    EXPECT_EQ(get("other", service).value_or("nothing"), "other");
+    EXPECT_TRUE(secrets->set("", "never stored", service).result());
 }
 
 TEST_P(LoginItemContract, RemembersWhatWasWanted)

@@ -10,9 +10,9 @@ class HotKeysWorld {
 public:
     virtual ~HotKeysWorld() = default;
     virtual HotKeys &hotKeys() = 0;
-    // As if the user typed Control, Shift and this key ("f", "space"; its key code beside it).
+    // As if the user typed ⌃, ⇧ and this key ("f", "space"; its key code beside it).
     virtual void type(const QString &key, int keyCode) = 0;
-    // Another program takes Control, Shift and the key.
+    // Another program takes ⌃, ⇧ and the key.
     virtual void takeElsewhere(int keyCode) = 0;
     virtual bool eventually(const std::function<bool()> &condition) = 0;
 };

@@ -7,6 +7,7 @@
 #include "platform/hot_keys.h"
 #include "platform/screen_pictures.h"
 #include "platform/session/make_platform.h"
+#include "platform/session/session_kind.h"
 #include "platform/workspace.h"
 #include "platform/x11/x11_key_codes.h"
 #include "platform/x11/x11_screens.h"
@@ -63,8 +64,8 @@ TEST(DesktopSecrets, AreInAFileForTheUserAloneWhenThereIsNoServiceAndTheLogSaysS
     const TemporaryFolder folder;
     Log::setDirectory(folder.path("logs"));
     DesktopSecrets secrets(folder.path("config"), &noService);
-    ASSERT_TRUE(secrets.set("sk-1", "key", "service"));
-    ASSERT_TRUE(secrets.set("sk-2", "key", "service"));
+    ASSERT_TRUE(secrets.set("sk-1", "key", "service").result());
+    ASSERT_TRUE(secrets.set("sk-2", "key", "service").result());
     Log::flush();
     const QFile file(folder.path("config/secrets.json"));
     EXPECT_EQ(file.permissions() &
@@ -72,7 +73,11 @@ TEST(DesktopSecrets, AreInAFileForTheUserAloneWhenThereIsNoServiceAndTheLogSaysS
               QFile::Permissions());
     EXPECT_EQ(contents(folder.path("logs/lumenpost.log")).count("readable for this user only"), 1);
     EXPECT_FALSE(contents(folder.path("logs/lumenpost.log")).contains("sk-"));
-    EXPECT_EQ(DesktopSecrets(folder.path("config"), &noService).get("key", "service"), "sk-2");
+    EXPECT_EQ(DesktopSecrets(folder.path("config"), &noService)
+                  .get("key", "service", SecretsAccess::Quiet)
+                  .result()
+                  .value_or("nothing"),
+              "sk-2");
 }
 
 TEST(DesktopSecrets, SurviveABrokenFileAndTellAFolderThatCanNotBeWritten)
@@ -83,11 +88,11 @@ TEST(DesktopSecrets, SurviveABrokenFileAndTellAFolderThatCanNotBeWritten)
     file.write("[1,");
     file.close();
     DesktopSecrets secrets(folder.path(), &noService);
-    EXPECT_EQ(secrets.get("key", "service"), std::nullopt);
-    EXPECT_TRUE(secrets.set("sk", "key", "service"));
-    EXPECT_EQ(secrets.get("key", "service"), "sk");
+    EXPECT_FALSE(secrets.get("key", "service", SecretsAccess::Quiet).result());
+    EXPECT_TRUE(secrets.set("sk", "key", "service").result());
+    EXPECT_EQ(secrets.get("key", "service", SecretsAccess::Quiet).result().value_or("nothing"), "sk");
     DesktopSecrets nowhere("/proc/nowhere", &noService);
-    EXPECT_FALSE(nowhere.set("sk", "key", "service"));
+    EXPECT_FALSE(nowhere.set("sk", "key", "service").result());
 }
 
 TEST(DesktopTrash, TakesFilesFromAnotherFileSystemWithARecordOfTheirPlace)
@@ -174,10 +179,50 @@ TEST(DesktopPaths, FollowTheUsersFoldersAndIgnoreRelativeOnes)
     EXPECT_EQ(paths.cache(), "/var/tmp/cache/lumenpost");
 }
 
+TEST(Session, IsToldByTheSessionItselfAndNotByADisplayBesideIt)
+{
+    struct Case {
+        const char *type;
+        const char *wayland;
+        const char *display;
+        const char *forced;
+        SessionKind expected;
+    };
+    for (const Case &each : {Case{"x11", "", ":0", "", SessionKind::X11},
+                             {"wayland", "wayland-0", ":0", "", SessionKind::Wayland},
+                             {"wayland", "", ":0", "", SessionKind::Wayland},
+                             {"tty", "wayland-1", ":0", "", SessionKind::Wayland},
+                             {"", "wayland-0", "", "", SessionKind::Wayland},
+                             {"x11", "wayland-0", ":0", "", SessionKind::X11},
+                             {"", "", ":0", "", SessionKind::X11},
+                             {"wayland", "wayland-0", ":0", "x11", SessionKind::X11},
+                             {"x11", "", "", "", SessionKind::None},
+                             {"wayland", "wayland-0", ":0", "null", SessionKind::None}}) {
+        const Variable type("XDG_SESSION_TYPE", each.type);
+        const Variable wayland("WAYLAND_DISPLAY", each.wayland);
+        const Variable display("DISPLAY", each.display);
+        const Variable forced("LUMENPOST_PLATFORM", each.forced);
+        EXPECT_EQ(sessionKind(), each.expected) << each.type << " " << each.wayland << " " << each.display;
+    }
+}
+
+TEST(Session, RefusesPicturesOfAWaylandSessionWithASentence)
+{
+    const Variable type("XDG_SESSION_TYPE", "wayland");
+    const Variable display("DISPLAY", ":0");
+    const Variable forced("LUMENPOST_PLATFORM", "");
+    const Platform platform = makePlatform();
+    const auto refused = platform.pictures->display({}, Pointer::Hidden).result();
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().message, "Lumenpost can't capture the screen of a Wayland session yet: log in to "
+                                       "an X11 session instead.");
+}
+
 TEST(Session, AnswersEveryPortWithASentenceWhenThereIsNoDisplay)
 {
     const Variable display("DISPLAY", "");
     const Variable wayland("WAYLAND_DISPLAY", "");
+    const Variable type("XDG_SESSION_TYPE", "");
     const Variable forced("LUMENPOST_PLATFORM", "");
     const Platform platform = makePlatform();
     EXPECT_TRUE(platform.screens->screens().isEmpty());
@@ -192,6 +237,8 @@ TEST(Session, AnswersEveryPortWithASentenceWhenThereIsNoDisplay)
 TEST(Session, TellsADisplayThatCanNotBeReached)
 {
     const Variable display("DISPLAY", ":9876");
+    const Variable wayland("WAYLAND_DISPLAY", "");
+    const Variable type("XDG_SESSION_TYPE", "");
     const Variable forced("LUMENPOST_PLATFORM", "");
     const Platform platform = makePlatform();
     EXPECT_TRUE(platform.screens->screens().isEmpty());

@@ -24,11 +24,11 @@ protected:
     // Two of the combinations, others that share a key with them, a long press, and the third.
     void typeAll()
     {
-        for (const char *keys : {"ctrl+shift+f", "ctrl+f", "ctrl+shift+super+f", "ctrl+shift+9"})
+        for (const char *keys : {"super+shift+f", "super+f", "super+shift+ctrl+f", "super+shift+9"})
             run("xdotool", {"key", keys});
-        run("xdotool", {"keydown", "ctrl", "keydown", "shift", "keydown", "f", "sleep", "0.9", "keyup", "f",
-                        "keyup", "shift", "keyup", "ctrl"});
-        run("xdotool", {"key", "ctrl+shift+j"});
+        run("xdotool", {"keydown", "super", "keydown", "shift", "keydown", "f", "sleep", "0.9", "keyup", "f",
+                        "keyup", "shift", "keyup", "super"});
+        run("xdotool", {"key", "super+shift+j"});
     }
     void expectEachFiredOnce()
     {
@@ -81,6 +81,23 @@ TEST_F(HotKeysAndMenus, FireWithAMenuOfOurOwn)
         typeAll();
         expectEachFiredOnce();
     }
+}
+
+// As older toolkits have them, which tell nothing of themselves.
+TEST_F(HotKeysAndMenus, FireWithAnUnnamedMenuOfTheActiveProgramButNotUnderAScreenLock)
+{
+    {
+        const OtherWindow program(1, {100, 100, 300, 200}, {"menu"});
+        ASSERT_NE(program.id(), 0u);
+        program.activate();
+        typeAll();
+        expectEachFiredOnce();
+        const OtherWindow lock(2, {0, 0, 1920, 1080}, {"lock"});
+        ASSERT_NE(lock.id(), 0u);
+        typeAll();
+    }
+    typeAll();
+    expectEachFiredOnce();
 }
 
 TEST_F(HotKeysAndMenus, AreSilentWhileAProgramHoldsTheKeyboardForItself)

@@ -143,6 +143,101 @@ TEST(X11ScreenPictures, CutEachScreenFromTheWholeAlsoWhenTheyOverlap)
     run("xrandr", {"--delmonitor", "L"});
 }
 
+TEST(X11ScreenPictures, FollowTheDesktopToAnotherSize)
+{
+    X11Screens screens;
+    X11ScreenPictures pictures;
+    run("xrandr", {"--newmode", "small", "63.5", "1024", "1072", "1176", "1328", "768", "771", "775", "798"});
+    run("xrandr", {"--addmode", "screen", "small"});
+    run("xrandr", {"--output", "screen", "--mode", "small"});
+    ASSERT_TRUE(eventually([&] { return screens.screens().value(0).native.size() == QSize(1024, 768); }))
+        << "the server of the test has no such mode";
+    const Screen small = screens.screens().constFirst();
+    ASSERT_TRUE(pictures.display(small, Pointer::Hidden).result()) << "opens the connection";
+    run("xrandr", {"--output", "screen", "--mode", "1920x1080"});
+    ASSERT_TRUE(eventually([&] { return screens.screens().value(0).native.size() == QSize(1920, 1080); }));
+    const OtherWindow window(9, QRect(1500, 800, 300, 200));
+    const Screen large = screens.screens().constFirst();
+    EXPECT_TRUE(eventually([&] {
+        const auto taken = pictures.display(large, Pointer::Hidden).result();
+        return taken && taken->copy(1500, 800, 300, 200) == window.picture();
+    })) << "outside the size of before";
+    EXPECT_EQ(pictures.display(small, Pointer::Hidden).result().error().kind, Error::Kind::NotFound)
+        << "another one than was told";
+}
+
+TEST(X11ScreenPictures, TellADisplayThatWentAway)
+{
+    X11ScreenPictures pictures;
+    QList<Screen> both;
+    {
+        const TwoMonitors monitors;
+        both = X11Screens().screens();
+        ASSERT_EQ(both.size(), 2);
+        EXPECT_TRUE(pictures.display(both[1], Pointer::Hidden).result());
+    }
+    EXPECT_EQ(pictures.display(both[1], Pointer::Hidden).result().error().kind, Error::Kind::NotFound);
+    EXPECT_EQ(pictures.region(both[1], QRectF(5, 5, 50, 50), Pointer::Hidden).result().error().kind,
+              Error::Kind::NotFound);
+}
+
+// There an X server has nothing to show of the windows of others, and its root is black.
+TEST(X11ScreenPictures, RefuseAnEmptyPictureWhereTheSessionIsAWaylandOne)
+{
+    const OtherWindow window(4, QRect(400, 300, 300, 200));
+    const Screen screen = X11Screens().screens().constFirst();
+    const QByteArray type = qgetenv("XDG_SESSION_TYPE");
+    qputenv("XDG_SESSION_TYPE", "wayland");
+    {
+        X11ScreenPictures pictures;
+        EXPECT_TRUE(eventually([&] {
+            const auto seen = pictures.region(screen, QRectF(window.geometry()), Pointer::Hidden).result();
+            return seen && *seen == window.picture();
+        }));
+        EXPECT_EQ(pictures.region(screen, QRectF(900, 700, 50, 50), Pointer::Hidden).result().error().kind,
+                  Error::Kind::Unavailable);
+    }
+    qputenv("XDG_SESSION_TYPE", type);
+    EXPECT_TRUE(X11ScreenPictures().region(screen, QRectF(900, 700, 50, 50), Pointer::Hidden).result());
+}
+
+TEST(X11ScreenPictures, TakeAWindowWithTheFrameThatWasDrawnAroundIt)
+{
+    X11Screens screens;
+    X11ScreenPictures pictures;
+    const OtherWindow window(6, QRect(400, 300, 320, 200), {});
+    ASSERT_TRUE(window.id());
+    const auto client = pictures.window(window.id(), Pointer::Hidden, WindowPart::ClientArea).result();
+    ASSERT_TRUE(client);
+    EXPECT_EQ(*client, window.picture());
+    window.raise();
+    // As it is seen on the screen, where nothing lies over it.
+    EXPECT_TRUE(eventually([&] {
+        for (const ListedWindow &listed : screens.windows()) {
+            if (listed.id != window.id() || listed.frame.height() < 210)
+                continue; // the frame isn't there yet
+            const auto framed = pictures.window(window.id(), Pointer::Hidden).result();
+            const auto seen =
+                pictures.region(screens.screens().constFirst(), listed.frame, Pointer::Hidden).result();
+            return framed && seen && *framed == *seen;
+        }
+        return false;
+    }));
+}
+
+TEST(X11ScreenPictures, LeaveOutWhatLiesOutsideTheShapeOfAWindow)
+{
+    X11ScreenPictures pictures;
+    const OtherWindow window(8, QRect(300, 300, 300, 200), {"frameless", "shaped"});
+    ASSERT_TRUE(window.id());
+    EXPECT_TRUE(eventually([&] {
+        const auto taken = pictures.window(window.id(), Pointer::Hidden).result();
+        return taken && taken->size() == QSize(300, 200) && taken->pixelColor(2, 2).alpha() == 0 &&
+               taken->pixelColor(297, 197).alpha() == 0 &&
+               taken->pixelColor(150, 100) == window.picture().pixelColor(150, 100);
+    }));
+}
+
 TEST(X11ScreenPictures, TakeAWindowThatIsPartlyOffTheScreen)
 {
     X11ScreenPictures pictures;
@@ -190,12 +285,12 @@ TEST(X11HotKeys, FollowTheKeyboardToAnotherLayout)
     QList<quint32> pressed;
     QObject::connect(&hotKeys, &HotKeys::pressed, &hotKeys, [&pressed](quint32 id) { pressed.append(id); });
     ASSERT_TRUE(hotKeys.registerKey(1, 16, 0x1200)); // Y
-    run("xdotool", {"key", "ctrl+shift+y"});
+    run("xdotool", {"key", "super+shift+y"});
     ASSERT_TRUE(eventually([&] { return pressed.size() == 1; }));
     // On a German keyboard the letters Y and Z have changed places.
     run("xmodmap", {"-e", "keycode 29 = z Z", "-e", "keycode 52 = y Y"});
     EXPECT_TRUE(eventually([&] {
-        run("xdotool", {"key", "ctrl+shift+y"});
+        run("xdotool", {"key", "super+shift+y"});
         return QTest::qWaitFor([&] { return pressed.size() > 1; }, 300);
     }));
     run("xmodmap", {"-e", "keycode 29 = y Y", "-e", "keycode 52 = z Z"});
@@ -210,8 +305,8 @@ TEST(X11HotKeys, AreNotHeldUpByCapsLockAndNumLock)
     for (const QString &lock : {QStringLiteral("Caps_Lock"), QStringLiteral("Num_Lock")}) {
         pressed.clear();
         run("xdotool", {"key", lock});
-        run("xdotool", {"keydown", "Control_L", "keydown", "Shift_L", "key", "41", "keyup", "Shift_L",
-                        "keyup", "Control_L"});
+        run("xdotool", {"keydown", "Super_L", "keydown", "Shift_L", "key", "41", "keyup", "Shift_L", "keyup",
+                        "Super_L"});
         EXPECT_TRUE(eventually([&] { return pressed.size() == 1; })) << lock.toStdString();
         run("xdotool", {"key", lock});
     }

@@ -59,7 +59,7 @@ private:
 class X11HotKeysWorld : public HotKeysWorld {
 public:
     HotKeys &hotKeys() override { return m_hotKeys; }
-    void type(const QString &key, int) override { run("xdotool", {"key", "ctrl+shift+" + key}); }
+    void type(const QString &key, int) override { run("xdotool", {"key", "super+shift+" + key}); }
     void takeElsewhere(int keyCode) override { EXPECT_TRUE(m_otherProgram.registerKey(1, keyCode, 0x1200)); }
     bool eventually(const std::function<bool()> &condition) override { return ::eventually(condition); }
 
