@@ -125,7 +125,7 @@ TEST_F(RunningProgram, EndsInOrderWhenItsDisplayGoesAway)
 {
     set(kNoEditor);
     QProcess server;
-    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp"});
+    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp", "-noreset"});
     ASSERT_TRUE(server.waitForReadyRead(10000));
     const QByteArray display = qgetenv("DISPLAY");
     qputenv("DISPLAY", ":" + server.readAllStandardOutput().trimmed());
