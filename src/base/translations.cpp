@@ -16,16 +16,32 @@ bool install(const QString &language)
     return false;
 }
 
+QStringList wantedLanguages()
+{
+    const QString asked = qEnvironmentVariable("LUMENPOST_LANGUAGE");
+    QStringList languages;
+    for (const QString &name : asked.isEmpty() ? QLocale::system().uiLanguages() : QStringList{asked})
+        languages.append(name.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0));
+    return languages;
+}
+
+bool isEnglish(const QString &language)
+{
+    return language == QLatin1String("en") || language == QLatin1String("C");
+}
+
 } // namespace
 
 void installTranslations()
 {
     install(QStringLiteral("en"));
-    const QString asked = qEnvironmentVariable("LUMENPOST_LANGUAGE");
-    const QStringList wanted = asked.isEmpty() ? QLocale::system().uiLanguages() : QStringList{asked};
-    for (const QString &name : wanted) {
-        const QString language = name.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0);
-        if (language == QLatin1String("en") || language == QLatin1String("C") || install(language))
+    for (const QString &language : wantedLanguages()) {
+        if (isEnglish(language) || install(language))
             return;
     }
+}
+
+bool speaksEnglish()
+{
+    return isEnglish(wantedLanguages().value(0, QStringLiteral("en")));
 }

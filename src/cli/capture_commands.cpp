@@ -34,12 +34,14 @@ struct CaptureArguments {
 
 void addShared(CLI::App *command, CaptureArguments &arguments)
 {
-    command->add_flag("--cursor", arguments.cursor, "Include the pointer");
-    command->add_option("--delay", arguments.delay, "Wait this many seconds first")
+    command->add_flag("--cursor", arguments.cursor, help(CliTexts::tr("Include the pointer")));
+    command->add_option("--delay", arguments.delay, help(CliTexts::tr("Wait this many seconds first")))
         ->type_name("S")
         ->check(CLI::Range(0.0, 3600.0));
-    command->add_flag("--clipboard", arguments.clipboard, "Also copy it to the clipboard");
-    Pictures::addOutput(command, arguments.output, "Write this file instead of a new one in the Library");
+    command->add_flag("--clipboard", arguments.clipboard,
+                      help(CliTexts::tr("Also copy it to the clipboard")));
+    Pictures::addOutput(command, arguments.output,
+                        help(CliTexts::tr("Write this file instead of a new one in the Library")));
 }
 
 // `source` is the application that the picture shows.
@@ -124,10 +126,10 @@ void addScreen(CLI::App *group, CommandContext &context)
         std::optional<quint32> display;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = group->add_subcommand("screen", "A whole display");
+    CLI::App *command = group->add_subcommand("screen", help(CliTexts::tr("A whole display")));
     command
         ->add_option("--display", arguments->display,
-                     "Its id, as `displays` lists it; else the one under the pointer")
+                     help(CliTexts::tr("Its id, as `displays` lists it; else the one under the pointer")))
         ->type_name("N");
     addShared(command, *arguments);
     setBody(command, context, Needs::Core, [&context, arguments] {
@@ -146,7 +148,7 @@ void addRegion(CLI::App *group, CommandContext &context)
         std::string region;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = group->add_subcommand("region", "A part of the desktop");
+    CLI::App *command = group->add_subcommand("region", help(CliTexts::tr("A part of the desktop")));
     command->add_option("REGION", arguments->region, "X,Y,WxH in points from the top left")
         ->required()
         ->check(isRectangle);
@@ -165,9 +167,12 @@ void addWindow(CLI::App *group, CommandContext &context)
         bool clientArea = false;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = group->add_subcommand("window", "One window alone, also when it is covered");
-    command->add_option("ID", arguments->window, "Its id, as `windows` lists it")->required();
-    command->add_flag("--client-area", arguments->clientArea, "Without its title bar and frame");
+    CLI::App *command =
+        group->add_subcommand("window", help(CliTexts::tr("One window alone, also when it is covered")));
+    command->add_option("ID", arguments->window, help(CliTexts::tr("Its id, as `windows` lists it")))
+        ->required();
+    command->add_flag("--client-area", arguments->clientArea,
+                      help(CliTexts::tr("Without its title bar and frame")));
     addShared(command, *arguments);
     setBody(command, context, Needs::Core, [&context, arguments] {
         capture(
@@ -188,8 +193,9 @@ QString toText(const QRectF &frame)
 void addDisplays(CLI::App &app, CommandContext &context)
 {
     const auto json = std::make_shared<bool>(false);
-    CLI::App *command = app.add_subcommand("displays", "List the displays that can be captured");
-    command->add_flag("--json", *json, "One JSON array");
+    CLI::App *command =
+        app.add_subcommand("displays", help(CliTexts::tr("List the displays that can be captured")));
+    command->add_flag("--json", *json, help(CliTexts::tr("One JSON array")));
     setBody(command, context, Needs::Core, [&context, json] {
         const QList<Screen> screens = context.platform().screens->screens();
         if (screens.isEmpty())
@@ -214,8 +220,9 @@ void addDisplays(CLI::App &app, CommandContext &context)
 void addWindows(CLI::App &app, CommandContext &context)
 {
     const auto json = std::make_shared<bool>(false);
-    CLI::App *command = app.add_subcommand("windows", "List the windows that can be captured, front to back");
-    command->add_flag("--json", *json, "One JSON array");
+    CLI::App *command = app.add_subcommand(
+        "windows", help(CliTexts::tr("List the windows that can be captured, front to back")));
+    command->add_flag("--json", *json, help(CliTexts::tr("One JSON array")));
     setBody(command, context, Needs::Core, [&context, json] {
         if (context.platform().screens->screens().isEmpty())
             return context.fail(noDisplays(context));
@@ -239,7 +246,7 @@ void addWindows(CLI::App &app, CommandContext &context)
 
 void addCaptureCommands(CLI::App &app, CommandContext &context)
 {
-    CLI::App *group = app.add_subcommand("capture", "Take a picture of the screen");
+    CLI::App *group = app.add_subcommand("capture", help(CliTexts::tr("Take a picture of the screen")));
     group->require_subcommand(1);
     addScreen(group, context);
     addRegion(group, context);

@@ -26,10 +26,11 @@ void addCommands(CLI::App &app, CommandContext &context)
 
 void describe(CLI::App &app, CommandContext &context, std::string &library)
 {
-    app.description("Capture what is on the screen, mark it up, keep it and share it.");
+    app.description(help(CliTexts::tr("Capture what is on the screen, mark it up, keep it and share it.")));
     app.set_version_flag("--version", "lumenpost " LUMENPOST_VERSION);
-    app.set_help_all_flag("--help-all", "Show the help of every command");
-    app.add_option("--library", library, "Use this folder as the save folder, for this call alone")
+    app.set_help_all_flag("--help-all", help(CliTexts::tr("Show the help of every command")));
+    app.add_option("--library", library,
+                   help(CliTexts::tr("Use this folder as the save folder, for this call alone")))
         ->envname("LUMENPOST_LIBRARY")
         ->type_name("DIR");
     app.footer(
@@ -43,7 +44,7 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
                CommandContext::print(Reference::manual(app).trimmed());
                throw CLI::Success();
            },
-           "Print the manual page")
+           help(CliTexts::tr("Print the manual page")))
         ->group("");
     app.add_option_function<std::string>(
            "--completion",
@@ -54,7 +55,7 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
                CommandContext::print(script->trimmed());
                throw CLI::Success();
            },
-           "Print a shell's completion script")
+           help(CliTexts::tr("Print a shell's completion script")))
         ->group("");
     app.parse_complete_callback(
         [&context, &library] { context.libraryFolder = QString::fromStdString(library); });
@@ -109,6 +110,7 @@ int runCommandLine(int argc, char **argv)
     CommandContext context(argc, argv);
     CLI::App app({}, "lumenpost");
     std::string library;
+    context.speakUsersLanguage();
     describe(app, context, library);
     addCommands(app, context);
     try {

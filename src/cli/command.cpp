@@ -53,9 +53,18 @@ static void keepQuiet(QtMsgType type, const QMessageLogContext &context, const Q
         std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, message)));
 }
 
+void CommandContext::speakUsersLanguage()
+{
+    if (!speaksEnglish()) {
+        m_parts->application = std::make_unique<QCoreApplication>(m_parts->argc, m_parts->argv);
+        installTranslations();
+    }
+}
+
 void CommandContext::startApplication(Needs needs)
 {
     qInstallMessageHandler(keepQuiet);
+    m_parts->application.reset(); // the one that spoke the help
     QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMENPOST_VERSION));
     switch (needs) {

@@ -8,6 +8,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <string>
 
 struct Platform;
 class AppSettings;
@@ -23,6 +24,12 @@ enum class ExitStatus {
     NothingFound = 3, // done, but nothing was found
 };
 
+// A translated text, as the parser takes it.
+inline std::string help(const QString &text)
+{
+    return text.toStdString();
+}
+
 // Which kind of application object a body needs; it is made just before the body runs.
 enum class Needs {
     Core,    // no pictures of text, no clipboard: starts fastest
@@ -37,6 +44,8 @@ public:
     CommandContext(int argc, char **argv);
     ~CommandContext();
 
+    // So that the help of the commands, which is told while the call is read, is in the user's language.
+    void speakUsersLanguage();
     // Called by setBody just before the body.
     void startApplication(Needs needs);
 

@@ -25,11 +25,15 @@ void addExport(CLI::App &app, CommandContext &context)
         int longest = 0;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command =
-        app.add_subcommand("export", "Copy files into a folder, converted and scaled if asked");
-    command->add_option("FILE", arguments->files, "Images and films; films are copied as they are")
+    CLI::App *command = app.add_subcommand(
+        "export", help(CliTexts::tr("Copy files into a folder, converted and scaled if asked")));
+    command
+        ->add_option("FILE", arguments->files,
+                     help(CliTexts::tr("Images and films; films are copied as they are")))
         ->required();
-    command->add_option("--to", arguments->folder, "The folder; it is made if it isn't there")
+    command
+        ->add_option("--to", arguments->folder,
+                     help(CliTexts::tr("The folder; it is made if it isn't there")))
         ->type_name("DIR")
         ->required();
     command->add_option("--format", arguments->format, "png, jpg, heic or original")
@@ -39,7 +43,8 @@ void addExport(CLI::App &app, CommandContext &context)
                                          {"heic", ExportFormat::Heic},
                                          {"original", ExportFormat::Original}}));
     command
-        ->add_option("--max", arguments->longest, "The most pixels of the longer edge; nothing is enlarged")
+        ->add_option("--max", arguments->longest,
+                     help(CliTexts::tr("The most pixels of the longer edge; nothing is enlarged")))
         ->type_name("N")
         ->check(CLI::PositiveNumber);
     setBody(command, context, Needs::Core, [&context, arguments] {
@@ -71,10 +76,11 @@ void addPdf(CLI::App &app, CommandContext &context)
         int page = static_cast<int>(Exporter::PageSize::Fit);
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = app.add_subcommand("pdf", "Make a PDF with a page for each image");
+    CLI::App *command =
+        app.add_subcommand("pdf", help(CliTexts::tr("Make a PDF with a page for each image")));
     command->add_option("IMAGE", arguments->images)->required();
     command->add_option("--output", arguments->output)->type_name("FILE")->required();
-    command->add_option("--title", arguments->title, "Stands on the first page");
+    command->add_option("--title", arguments->title, help(CliTexts::tr("Stands on the first page")));
     command->add_option("--captions", arguments->captions, "none or names")
         ->type_name("WHICH")
         ->transform(oneOf<Captions>({{"none", Captions::None}, {"names", Captions::Names}}));
@@ -137,7 +143,7 @@ void addCombine(CLI::App &app, CommandContext &context)
         std::string output;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = app.add_subcommand("combine", "Make one picture of several");
+    CLI::App *command = app.add_subcommand("combine", help(CliTexts::tr("Make one picture of several")));
     command->add_option("IMAGE", arguments->images)->required();
     command->add_option("--layout", arguments->layout, "horizontal, vertical or grid")
         ->type_name("LAYOUT")
@@ -145,7 +151,9 @@ void addCombine(CLI::App &app, CommandContext &context)
         ->transform(oneOf<Combiner::Layout>({{"horizontal", Combiner::Layout::Horizontal},
                                              {"vertical", Combiner::Layout::Vertical},
                                              {"grid", Combiner::Layout::Grid}}));
-    command->add_option("--spacing", arguments->spacing, "Pixels between and around the pictures")
+    command
+        ->add_option("--spacing", arguments->spacing,
+                     help(CliTexts::tr("Pixels between and around the pictures")))
         ->type_name("N")
         ->check(CLI::Range(0.0, 2000.0));
     command->add_option("--background", arguments->background, "white, dark or transparent")
@@ -153,7 +161,8 @@ void addCombine(CLI::App &app, CommandContext &context)
         ->transform(oneOf<Background>({{"white", Background::White},
                                        {"dark", Background::Dark},
                                        {"transparent", Background::Transparent}}));
-    Pictures::addOutput(command, arguments->output, "Its extension says the format")->required();
+    Pictures::addOutput(command, arguments->output, help(CliTexts::tr("Its extension says the format")))
+        ->required();
     setBody(command, context, Needs::Fonts, [&context, arguments] {
         const auto images = readAll(context, arguments->images);
         if (!images)
@@ -200,12 +209,16 @@ void addGuideImage(CLI::App &app, CommandContext &context)
         std::string output;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = app.add_subcommand("guide-image", "Make the tall picture of a numbered guide");
-    command->add_option("IMAGE", arguments->images, "The steps, in order")->required();
-    command->add_option("--title", arguments->title, "Stands in a band at the top");
-    command->add_option("--captions", arguments->captions, "A text file with a caption a line")
+    CLI::App *command =
+        app.add_subcommand("guide-image", help(CliTexts::tr("Make the tall picture of a numbered guide")));
+    command->add_option("IMAGE", arguments->images, help(CliTexts::tr("The steps, in order")))->required();
+    command->add_option("--title", arguments->title, help(CliTexts::tr("Stands in a band at the top")));
+    command
+        ->add_option("--captions", arguments->captions,
+                     help(CliTexts::tr("A text file with a caption a line")))
         ->type_name("FILE");
-    Pictures::addOutput(command, arguments->output, "Its extension says the format")->required();
+    Pictures::addOutput(command, arguments->output, help(CliTexts::tr("Its extension says the format")))
+        ->required();
     setBody(command, context, Needs::Fonts, [&context, arguments] {
         const auto captions = captionsIn(arguments->captions);
         if (!captions)

@@ -1,5 +1,6 @@
 #include "cli/command.h"
 #include "cli/library_files.h"
+#include "cli/texts.h"
 
 #include "library/library.h"
 #include "library/library_filter.h"
@@ -61,7 +62,7 @@ void addList(CLI::App *group, CommandContext &context)
         bool json = false;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = group->add_subcommand("list", "List the files of the Library");
+    CLI::App *command = group->add_subcommand("list", help(CliTexts::tr("List the files of the Library")));
     command->add_option("--filter", arguments->filter, "all, images, videos, favorites, today, week or month")
         ->check([](const std::string &word) {
             return libraryFilter(QString::fromStdString(word)) ? std::string()
@@ -72,8 +73,9 @@ void addList(CLI::App *group, CommandContext &context)
             return librarySort(QString::fromStdString(word)) ? std::string()
                                                              : "there is no order \"" + word + "\"";
         });
-    command->add_flag("--json", arguments->json,
-                      "One JSON array with date, bytes, favorite, source and collections");
+    command->add_flag(
+        "--json", arguments->json,
+        help(CliTexts::tr("One JSON array with date, bytes, favorite, source and collections")));
     setBody(command, context, Needs::Core, [&context, arguments] {
         list(context, *libraryFilter(QString::fromStdString(arguments->filter)),
              *librarySort(QString::fromStdString(arguments->sort)), arguments->json);
@@ -83,8 +85,8 @@ void addList(CLI::App *group, CommandContext &context)
 void addAdd(CLI::App *group, CommandContext &context)
 {
     const auto files = std::make_shared<std::vector<std::string>>();
-    CLI::App *command = group->add_subcommand("add", "Copy files into the Library");
-    command->add_option("FILE", *files, "Images and films")->required();
+    CLI::App *command = group->add_subcommand("add", help(CliTexts::tr("Copy files into the Library")));
+    command->add_option("FILE", *files, help(CliTexts::tr("Images and films")))->required();
     setBody(command, context, Needs::Core, [&context, files] {
         for (const std::string &file : *files) {
             const auto path = context.library().importFile(absolutePath(file));
@@ -103,7 +105,8 @@ void addRename(CLI::App *group, CommandContext &context)
         std::string name;
     };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = group->add_subcommand("rename", "Give a file another name; its extension stays");
+    CLI::App *command =
+        group->add_subcommand("rename", help(CliTexts::tr("Give a file another name; its extension stays")));
     command->add_option("FILE", arguments->file)->required();
     command->add_option("NAME", arguments->name)->required();
     setBody(command, context, Needs::Core, [&context, arguments] {
@@ -123,7 +126,8 @@ void addRename(CLI::App *group, CommandContext &context)
 void addTrash(CLI::App *group, CommandContext &context)
 {
     const auto files = std::make_shared<std::vector<std::string>>();
-    CLI::App *command = group->add_subcommand("trash", "Move files of the Library to the Trash");
+    CLI::App *command =
+        group->add_subcommand("trash", help(CliTexts::tr("Move files of the Library to the Trash")));
     command->add_option("FILE", *files)->required();
     setBody(command, context, Needs::Core, [&context, files] {
         for (const std::string &file : *files) {
@@ -142,7 +146,7 @@ void addTrash(CLI::App *group, CommandContext &context)
 
 void addLibraryCommands(CLI::App &app, CommandContext &context)
 {
-    CLI::App *group = app.add_subcommand("library", "The files of the Library");
+    CLI::App *group = app.add_subcommand("library", help(CliTexts::tr("The files of the Library")));
     group->require_subcommand(1);
     addList(group, context);
     addAdd(group, context);

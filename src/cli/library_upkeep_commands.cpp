@@ -34,7 +34,8 @@ void addFavorite(CLI::App &group, CommandContext &context)
     };
     enum class State { Off, On };
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = group.add_subcommand("favorite", "Star a file of the Library, or take its star");
+    CLI::App *command =
+        group.add_subcommand("favorite", help(CliTexts::tr("Star a file of the Library, or take its star")));
     command->add_option("FILE", arguments->file)->required();
     command->add_option("STATE", arguments->state, "on or off")
         ->required()
@@ -81,7 +82,8 @@ void listCollections(CommandContext &context)
 }
 
 // One of the commands that name a collection and files; prints the collection's id.
-void addFilesCommand(CLI::App *collection, CommandContext &context, const char *name, const char *about,
+void addFilesCommand(CLI::App *collection, CommandContext &context, const char *name,
+                     const std::string &about,
                      std::function<void(Library &, const QStringList &, const QUuid &)> change)
 {
     struct Arguments {
@@ -119,14 +121,17 @@ std::optional<QString> collectionName(CommandContext &context, const std::string
 
 void addCollection(CLI::App &group, CommandContext &context)
 {
-    CLI::App *collection = group.add_subcommand("collection", "Collections of the Library's files");
+    CLI::App *collection =
+        group.add_subcommand("collection", help(CliTexts::tr("Collections of the Library's files")));
     collection->require_subcommand(1);
 
-    CLI::App *list = collection->add_subcommand("list", "One JSON array with id, name and items");
+    CLI::App *list =
+        collection->add_subcommand("list", help(CliTexts::tr("One JSON array with id, name and items")));
     setBody(list, context, Needs::Core, [&context] { listCollections(context); });
 
     const auto created = std::make_shared<std::string>();
-    CLI::App *create = collection->add_subcommand("create", "Make a collection; prints its id");
+    CLI::App *create =
+        collection->add_subcommand("create", help(CliTexts::tr("Make a collection; prints its id")));
     create->add_option("NAME", *created)->required();
     setBody(create, context, Needs::Core, [&context, created] {
         if (const auto name = collectionName(context, *created))
@@ -138,7 +143,8 @@ void addCollection(CLI::App &group, CommandContext &context)
         std::string name;
     };
     const auto renaming = std::make_shared<Renaming>();
-    CLI::App *rename = collection->add_subcommand("rename", "Give a collection another name");
+    CLI::App *rename =
+        collection->add_subcommand("rename", help(CliTexts::tr("Give a collection another name")));
     rename->add_option("ID", renaming->id)->required();
     rename->add_option("NAME", renaming->name)->required();
     setBody(rename, context, Needs::Core, [&context, renaming] {
@@ -151,7 +157,8 @@ void addCollection(CLI::App &group, CommandContext &context)
     });
 
     const auto removed = std::make_shared<std::string>();
-    CLI::App *remove = collection->add_subcommand("delete", "Delete a collection; its files stay");
+    CLI::App *remove =
+        collection->add_subcommand("delete", help(CliTexts::tr("Delete a collection; its files stay")));
     remove->add_option("ID", *removed)->required();
     setBody(remove, context, Needs::Core, [&context, removed] {
         const auto id = existingCollection(context, *removed);
@@ -161,12 +168,15 @@ void addCollection(CLI::App &group, CommandContext &context)
         printStored(context, idText(*id));
     });
 
-    addFilesCommand(
-        collection, context, "add", "Put files into a collection",
-        [](Library &library, const QStringList &paths, const QUuid &id) { library.catalog().add(paths, id); });
-    addFilesCommand(
-        collection, context, "remove", "Take files out of a collection; they stay in the Library",
-        [](Library &library, const QStringList &paths, const QUuid &id) { library.catalog().removeFrom(paths, id); });
+    addFilesCommand(collection, context, "add", help(CliTexts::tr("Put files into a collection")),
+                    [](Library &library, const QStringList &paths, const QUuid &id) {
+                        library.catalog().add(paths, id);
+                    });
+    addFilesCommand(collection, context, "remove",
+                    help(CliTexts::tr("Take files out of a collection; they stay in the Library")),
+                    [](Library &library, const QStringList &paths, const QUuid &id) {
+                        library.catalog().removeFrom(paths, id);
+                    });
 }
 
 QString stampOf(const LibraryVersion &version)
@@ -177,8 +187,8 @@ QString stampOf(const LibraryVersion &version)
 void addVersions(CLI::App &group, CommandContext &context)
 {
     const auto file = std::make_shared<std::string>();
-    CLI::App *command =
-        group.add_subcommand("versions", "The earlier states of a file: one JSON array, newest first");
+    CLI::App *command = group.add_subcommand(
+        "versions", help(CliTexts::tr("The earlier states of a file: one JSON array, newest first")));
     command->add_option("FILE", *file)->required();
     setBody(command, context, Needs::Core, [&context, file] {
         const auto path = existingPath(context, *file);
@@ -204,7 +214,8 @@ void addRestore(CLI::App &group, CommandContext &context)
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App *command = group.add_subcommand(
-        "restore", "Go back to an earlier state; the present one becomes the newest version");
+        "restore",
+        help(CliTexts::tr("Go back to an earlier state; the present one becomes the newest version")));
     command->add_option("FILE", arguments->file)->required();
     command->add_option("STAMP", arguments->stamp, "As `library versions` names it")->required();
     setBody(command, context, Needs::Core, [&context, arguments] {
@@ -231,7 +242,9 @@ void addRestore(CLI::App &group, CommandContext &context)
 void addDuplicates(CLI::App &group, CommandContext &context)
 {
     CLI::App *command = group.add_subcommand(
-        "duplicates", "Groups of look-alike images, each newest first: one JSON array of arrays of paths");
+        "duplicates",
+        help(CliTexts::tr(
+            "Groups of look-alike images, each newest first: one JSON array of arrays of paths")));
     setBody(command, context, Needs::Core, [&context] {
         auto groups =
             Duplicates::scan(context.library().items(), Duplicates::cacheFile(*context.platform().paths),
@@ -253,8 +266,9 @@ void addAutoDelete(CLI::App &group, CommandContext &context)
     const auto days = std::make_shared<int>(0);
     CLI::App *command = group.add_subcommand(
         "autodelete",
-        "Move captures to the Trash that are older than so many days; favorites and what is in a "
-        "collection stay. Prints their number");
+        help(CliTexts::tr(
+            "Move captures to the Trash that are older than so many days; favorites and what is in a "
+            "collection stay. Prints their number")));
     command->add_option("DAYS", *days)->required()->check(CLI::Range(1, 36500));
     setBody(command, context, Needs::Core, [&context, days] {
         CommandContext::print(

@@ -56,12 +56,13 @@ void addOnlineCommands(CLI::App &app, CommandContext &context)
     };
     const auto words = std::make_shared<Words>();
 
-    CLI::App *asking =
-        app.add_subcommand("describe", "Ask the AI service about a picture, with your own key");
+    CLI::App *asking = app.add_subcommand(
+        "describe", help(CliTexts::tr("Ask the AI service about a picture, with your own key")));
     asking->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
     asking
-        ->add_option("--action", words->action,
-                     "What to ask for: describe (if not given), steps, altText, name or caption")
+        ->add_option(
+            "--action", words->action,
+            help(CliTexts::tr("What to ask for: describe (if not given), steps, altText, name or caption")))
         ->transform(oneOf<ClaudeClient::Action>({{"describe", ClaudeClient::Action::Describe},
                                                  {"steps", ClaudeClient::Action::Steps},
                                                  {"altText", ClaudeClient::Action::AltText},
@@ -70,7 +71,8 @@ void addOnlineCommands(CLI::App &app, CommandContext &context)
     setBody(asking, context, Needs::Core,
             [&context, words] { describe(context, words->file, words->action); });
 
-    CLI::App *sending = app.add_subcommand("upload", "Upload a picture and print its public link");
+    CLI::App *sending =
+        app.add_subcommand("upload", help(CliTexts::tr("Upload a picture and print its public link")));
     sending->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
     setBody(sending, context, Needs::Core, [&context, words] { upload(context, words->file); });
 }

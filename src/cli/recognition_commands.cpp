@@ -143,8 +143,9 @@ void addBoxFormat(CLI::App *command, bool &json)
     command->footer(
         "Prints [[x, y, width, height], …] as fractions of the picture's width and height, origin at "
         "the lower left.");
-    command->add_flag("--json", json,
-                      "Print an object that tells the coordinates and the picture's size too");
+    command->add_flag(
+        "--json", json,
+        help(CliTexts::tr("Print an object that tells the coordinates and the picture's size too")));
 }
 
 } // namespace
@@ -161,17 +162,19 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
     };
     const auto words = std::make_shared<Words>();
 
-    CLI::App *reading = app.add_subcommand("text", "Read the text in pictures");
+    CLI::App *reading = app.add_subcommand("text", help(CliTexts::tr("Read the text in pictures")));
     reading->add_option("image", words->files, "Pictures")->required()->type_name("IMAGE");
     reading->add_flag(
         "--json", words->json,
-        "Print each file with its lines and their boxes: x, y, width and height as fractions of "
-        "the picture, origin at the lower left");
+        help(CliTexts::tr(
+            "Print each file with its lines and their boxes: x, y, width and height as fractions of "
+            "the picture, origin at the lower left")));
     setBody(reading, context, Needs::Core, [&context, words] { text(context, words->files, words->json); });
 
-    CLI::App *boxes = app.add_subcommand("boxes", "Where the text in a picture stands");
+    CLI::App *boxes = app.add_subcommand("boxes", help(CliTexts::tr("Where the text in a picture stands")));
     boxes->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
-    boxes->add_flag("--sensitive", words->sensitive, "Only addresses, numbers, keys and tokens");
+    boxes->add_flag("--sensitive", words->sensitive,
+                    help(CliTexts::tr("Only addresses, numbers, keys and tokens")));
     addBoxFormat(boxes, words->json);
     setBody(boxes, context, Needs::Core, [&context, words] {
         const auto which =
@@ -181,7 +184,7 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
                        words->json ? BoxFormat::Described : BoxFormat::Array);
     });
 
-    CLI::App *faces = app.add_subcommand("faces", "Where the faces in a picture are");
+    CLI::App *faces = app.add_subcommand("faces", help(CliTexts::tr("Where the faces in a picture are")));
     faces->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
     addBoxFormat(faces, words->json);
     setBody(faces, context, Needs::Core, [&context, words] {
@@ -190,15 +193,17 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
                        words->json ? BoxFormat::Described : BoxFormat::Array);
     });
 
-    CLI::App *hiding = app.add_subcommand("redact", "Find what is private in a picture and pixelate it");
+    CLI::App *hiding =
+        app.add_subcommand("redact", help(CliTexts::tr("Find what is private in a picture and pixelate it")));
     hiding->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
-    hiding->add_option("--mode", words->mode, "What to hide: sensitive, allText or faces")
+    hiding->add_option("--mode", words->mode, help(CliTexts::tr("What to hide: sensitive, allText or faces")))
         ->required()
         ->transform(oneOf<Redaction::Mode>({{"sensitive", Redaction::Mode::Sensitive},
                                             {"allText", Redaction::Mode::AllText},
                                             {"faces", Redaction::Mode::Faces}}));
-    Pictures::addOutput(hiding, words->output, "Where the picture goes")->required();
-    hiding->add_flag("--json", words->json, "Print how many places were hidden, and where in pixels");
+    Pictures::addOutput(hiding, words->output, help(CliTexts::tr("Where the picture goes")))->required();
+    hiding->add_flag("--json", words->json,
+                     help(CliTexts::tr("Print how many places were hidden, and where in pixels")));
     setBody(hiding, context, Needs::Core,
             [&context, words] { redact(context, words->file, words->mode, words->output, words->json); });
 }

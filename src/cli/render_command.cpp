@@ -1,5 +1,6 @@
 #include "cli/command.h"
 #include "cli/pictures.h"
+#include "cli/texts.h"
 
 #include "document/editor_document.h"
 #include "document/image_files.h"
@@ -49,16 +50,22 @@ void render(CommandContext &context, const Call &call)
 void addRenderCommand(CLI::App &app, CommandContext &context)
 {
     const auto call = std::make_shared<Call>();
-    CLI::App *command = app.add_subcommand("render", "Draw a project's objects and effects");
+    CLI::App *command =
+        app.add_subcommand("render", help(CliTexts::tr("Draw a project's objects and effects")));
     command
-        ->add_option("subject", call->subject,
-                     "The project's directory; or, with --project, the picture under the objects")
+        ->add_option(
+            "subject", call->subject,
+            help(CliTexts::tr("The project's directory; or, with --project, the picture under the objects")))
         ->type_name("PROJECT_DIR|IMAGE")
         ->required();
-    command->add_option("--project", call->project, "The description of objects and effects (project.json)")
+    command
+        ->add_option("--project", call->project,
+                     help(CliTexts::tr("The description of objects and effects (project.json)")))
         ->type_name("FILE");
-    Pictures::addOutput(command, call->output, "Where the picture goes; its extension says the format")
+    Pictures::addOutput(command, call->output,
+                        help(CliTexts::tr("Where the picture goes; its extension says the format")))
         ->required();
-    command->add_flag("--flattened", call->flattened, "Leave out border, shadow, corners and backdrop");
+    command->add_flag("--flattened", call->flattened,
+                      help(CliTexts::tr("Leave out border, shadow, corners and backdrop")));
     setBody(command, context, Needs::Fonts, [&context, call] { render(context, *call); });
 }

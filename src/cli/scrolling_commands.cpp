@@ -85,12 +85,15 @@ void stitch(CommandContext &context, const StitchCall &call)
 void addStitch(CLI::App &app, CommandContext &context)
 {
     const auto call = std::make_shared<StitchCall>();
-    CLI::App *command =
-        app.add_subcommand("stitch", "Join the frames of something that scrolled into one picture");
-    command->add_option("FRAME", call->frames, "Pictures of one size, in the order they were taken")
+    CLI::App *command = app.add_subcommand(
+        "stitch", help(CliTexts::tr("Join the frames of something that scrolled into one picture")));
+    command
+        ->add_option("FRAME", call->frames,
+                     help(CliTexts::tr("Pictures of one size, in the order they were taken")))
         ->required();
-    Pictures::addOutput(command, call->output, "The picture to write")->required();
-    command->add_flag("--json", call->json, "Print how many frames were used, each step and the size");
+    Pictures::addOutput(command, call->output, help(CliTexts::tr("The picture to write")))->required();
+    command->add_flag("--json", call->json,
+                      help(CliTexts::tr("Print how many frames were used, each step and the size")));
     setBody(command, context, Needs::Core, [&context, call] { stitch(context, *call); });
 }
 
@@ -161,15 +164,18 @@ void scroll(CommandContext &context, const ScrollCall &call)
 void addScroll(CLI::App &app, CommandContext &context)
 {
     const auto call = std::make_shared<ScrollCall>();
-    CLI::App *command = app.add_subcommand("scroll", "Scroll a region to its end and join what it showed");
+    CLI::App *command = app.add_subcommand(
+        "scroll", help(CliTexts::tr("Scroll a region to its end and join what it showed")));
     command->add_option("REGION", call->region, "X,Y,WxH in points from the top left")
         ->required()
         ->check(isRectangle);
-    command->add_option("--max-frames", call->maxFrames, "Stop after so many frames")
+    command->add_option("--max-frames", call->maxFrames, help(CliTexts::tr("Stop after so many frames")))
         ->type_name("N")
         ->check(CLI::Range(1, ScrollingCaptureSession::mostFrames));
-    Pictures::addOutput(command, call->output, "Write this file instead of a new one in the Library");
-    command->add_flag("--json", call->json, "Print the path, the number of frames and each step");
+    Pictures::addOutput(command, call->output,
+                        help(CliTexts::tr("Write this file instead of a new one in the Library")));
+    command->add_flag("--json", call->json,
+                      help(CliTexts::tr("Print the path, the number of frames and each step")));
     setBody(command, context, Needs::Core, [&context, call] { scroll(context, *call); });
 }
 
