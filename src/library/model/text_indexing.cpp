@@ -1,0 +1,153 @@
+#include "library/model/text_indexing.h"
+
+#include "document/image_files.h"
+#include "library/library.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
+
+#include <QFileInfo>
+
+namespace {
+
+// Read and scaled on a worker; the cache is not for this.
+Result<QImage> picture(const QString &path, int longestEdge)
+{
+    if (auto image = ImageFiles::thumbnail(path, longestEdge))
+        return *image;
+    auto image = ImageFiles::read(path);
+    return image ? fail(QStringLiteral("%1 could not be read.").arg(QFileInfo(path).fileName()))
+                 : Result<QImage>(std::unexpected(image.error()));
+}
+
+} // namespace
+
+TextIndexing::TextIndexing(Library &library, TextRecognizer &recognizer, QObject *parent)
+    : QObject(parent), m_library(library), m_recognizer(recognizer)
+{}
+
+QStringList TextIndexing::withoutText(Library &library)
+{
+    const auto &texts = library.catalog().data().texts;
+    QStringList paths = library.items();
+    paths.removeIf([&](const QString &path) {
+        return Library::isVideo(path) || texts.contains(QFileInfo(path).fileName());
+    });
+    return paths;
+}
+
+QStringList TextIndexing::withoutDescription(Library &library)
+{
+    const auto &descriptions = library.catalog().meta().descriptions;
+    QStringList paths = library.items();
+    paths.removeIf([&](const QString &path) {
+        return Library::isVideo(path) || descriptions.contains(QFileInfo(path).fileName());
+    });
+    return paths;
+}
+
+QFuture<Result<QString>> TextIndexing::textOf(TextRecognizer &recognizer, const QString &path)
+{
+    return runInBackground([path, &recognizer]() -> Result<QString> {
+        const auto image = picture(path, kReadingEdge);
+        if (!image)
+            return std::unexpected(image.error());
+        auto text = recognizer.text(*image);
+        text.waitForFinished();
+        return text.resultCount() > 0 ? text.takeResult().value_or(QString()) : QString();
+    });
+}
+
+void TextIndexing::indexMissingText()
+{
+    if (m_state != State::Idle) {
+        m_callsAgain = true;
+        return;
+    }
+    m_paths = withoutText(m_library);
+    m_done = 0;
+    if (m_paths.isEmpty())
+        return;
+    m_state = State::Running;
+    next();
+}
+
+void TextIndexing::setPaused(bool paused)
+{
+    m_isPaused = paused;
+    if (!paused && m_state == State::Paused) {
+        m_state = State::Running;
+        next();
+    }
+}
+
+void TextIndexing::next()
+{
+    if (m_done == m_paths.size())
+        return finish();
+    if (m_isPaused) {
+        m_state = State::Paused;
+        return;
+    }
+    Q_EMIT m_library.indexing(m_done, static_cast<int>(m_paths.size()));
+    const QString path = m_paths[m_done++];
+    whenDone(textOf(m_recognizer, path), this, [this, path](const Result<QString> &text) {
+        if (text && QFileInfo::exists(path))
+            m_library.catalog().setIndexedText(path, *text);
+        next();
+    });
+}
+
+void TextIndexing::finish()
+{
+    m_state = State::Idle;
+    const auto total = static_cast<int>(m_paths.size());
+    m_paths.clear();
+    Q_EMIT m_library.indexing(total, total);
+    m_library.postChanged();
+    Q_EMIT finished();
+    if (std::exchange(m_callsAgain, false))
+        indexMissingText();
+}
+
+QFuture<Result<QImage>> TextIndexing::pictureOf(const QString &path)
+{
+    return runInBackground([path] { return picture(path, kDescribingEdge); });
+}
+
+QFuture<Result<QString>> TextIndexing::descriptionOf(ClaudeClient &client, const QImage &image)
+{
+    return client.ask(
+        QStringLiteral("Describe what this screenshot shows: the app or site, what's on screen, and "
+                       "anything notable or unusual. Be concise and concrete."),
+        image, QStringLiteral("medium"));
+}
+
+void TextIndexing::describeMissing(ClaudeClient &client, int limit, std::function<void(int, int)> told,
+                                   std::function<void(int)> ended)
+{
+    describe(client, withoutDescription(m_library).mid(0, limit), std::move(told), std::move(ended));
+}
+
+Task<> TextIndexing::describe(ClaudeClient &client, QStringList paths, std::function<void(int, int)> told,
+                              std::function<void(int)> ended)
+{
+    int described = 0;
+    const auto total = static_cast<int>(paths.size());
+    for (int i = 0; i < total; ++i) {
+        told(i, total);
+        const auto image = co_await guarded(pictureOf(paths[i]), this);
+        if (!image && image.error().isCancelled())
+            co_return;
+        if (!image)
+            continue;
+        const auto text = co_await guarded(descriptionOf(client, *image), this);
+        if (!text && text.error().isCancelled())
+            co_return;
+        if (!text)
+            continue;
+        m_library.catalog().setDescription(paths[i], *text);
+        ++described;
+    }
+    m_library.postChanged();
+    ended(described);
+}
