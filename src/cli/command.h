@@ -95,6 +95,7 @@ void addLibraryCommands(CLI::App &app, CommandContext &context);
 void addExportCommands(CLI::App &app, CommandContext &context); // export, pdf, combine, guide-image
 // favorite, collection, versions, restore, duplicates, autodelete
 void addLibraryUpkeepCommands(CLI::App &library, CommandContext &context);
+void addLibraryDataCommands(CLI::App &library, CommandContext &context); // index, backup
 void addScrollingCommands(CLI::App &app, CommandContext &context);   // scroll, stitch
 void addRenderCommand(CLI::App &app, CommandContext &context);       // render
 void addRecognitionCommands(CLI::App &app, CommandContext &context); // text, boxes, faces, redact

@@ -4,12 +4,14 @@
 
 #include "library/library.h"
 #include "library/library_filter.h"
+#include "library/model/search_index.h"
 
 #include <CLI/CLI.hpp>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <array>
 
 namespace {
 
@@ -32,6 +34,19 @@ QJsonObject describe(Library &library, const LibraryItem &item)
     };
 }
 
+void print(Library &library, const QList<LibraryItem> &items, bool json)
+{
+    QJsonArray array;
+    for (const LibraryItem &item : items) {
+        if (json)
+            array.append(describe(library, item));
+        else
+            CommandContext::print(item.path);
+    }
+    if (json)
+        CommandContext::print(QJsonDocument(array));
+}
+
 void list(CommandContext &context, LibraryFilter filter, LibrarySort sort, bool json)
 {
     Library &library = context.library();
@@ -43,15 +58,44 @@ void list(CommandContext &context, LibraryFilter filter, LibrarySort sort, bool 
             items.append(item);
     }
     sortItems(items, sort);
-    QJsonArray array;
-    for (const LibraryItem &item : items) {
-        if (json)
-            array.append(describe(library, item));
-        else
-            CommandContext::print(item.path);
+    print(library, items, json);
+}
+
+// The window's search, for one query alone.
+void search(CommandContext &context, const QString &query, bool json)
+{
+    Library &library = context.library();
+    const QByteArray wanted = SearchIndex::folded(SearchIndex::trimmed(query));
+    QList<LibraryItem> items;
+    for (const QString &path : library.items()) {
+        const QFileInfo info(path);
+        const std::array fields{info.completeBaseName(),
+                                library.catalog().meta().sources.value(info.fileName()),
+                                library.catalog().text(path).value_or(QString())};
+        if (SearchIndex::holds(fields, wanted))
+            items.append(library.item(path));
     }
-    if (json)
-        CommandContext::print(QJsonDocument(array));
+    print(library, items, json);
+    if (items.isEmpty())
+        context.status = ExitStatus::NothingFound;
+}
+
+void addSearch(CLI::App *group, CommandContext &context)
+{
+    struct Arguments {
+        std::string query;
+        bool json = false;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = group->add_subcommand(
+        "search",
+        "Files whose name, application, text or description holds the query as it stands, newest first");
+    command->add_option("QUERY", arguments->query)->required();
+    command->add_flag("--json", arguments->json,
+                      "One JSON array with date, bytes, favorite, source and collections");
+    setBody(command, context, Needs::Core, [&context, arguments] {
+        search(context, QString::fromStdString(arguments->query), arguments->json);
+    });
 }
 
 void addList(CLI::App *group, CommandContext &context)
@@ -149,8 +193,10 @@ void addLibraryCommands(CLI::App &app, CommandContext &context)
     CLI::App *group = app.add_subcommand("library", help(CliTexts::tr("The files of the Library")));
     group->require_subcommand(1);
     addList(group, context);
+    addSearch(group, context);
     addAdd(group, context);
     addRename(group, context);
     addTrash(group, context);
     addLibraryUpkeepCommands(*group, context);
+    addLibraryDataCommands(*group, context);
 }

@@ -2,6 +2,7 @@
 
 #include "document/image_files.h"
 
+#include <QFont>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPainter>
@@ -166,4 +167,42 @@ TEST_F(LibraryCalls, GoesBackToAnEarlierState)
     EXPECT_TRUE(isDone(call({"library", "restore", "a.png", "1700000000000"})));
     EXPECT_EQ(QImage(inLibrary("a.png")), QImage(inLibrary("c.png")));
     EXPECT_EQ(call({"library", "versions", "a.png"}).json().array().size(), 2);
+}
+
+TEST_F(LibraryCalls, FindsWhatIsKnownAndCarriesItOver)
+{
+    QImage page(700, 160, QImage::Format_RGB32);
+    page.fill(Qt::white);
+    QPainter painter(&page);
+    QFont font("DejaVu Sans");
+    font.setPixelSize(32);
+    painter.setFont(font);
+    painter.drawText(20, 90, "Harbour office invoice");
+    painter.end();
+    ASSERT_TRUE(ImageFiles::write(page, inLibrary("page.png")));
+    QFile broken(inLibrary("broken.png"));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("no picture");
+    broken.close();
+
+    EXPECT_EQ(call({"library", "search", "harbour"}).status, 3);
+    const Outcome indexed = call({"library", "index"});
+    EXPECT_EQ(indexed.status, 0);
+    EXPECT_EQ(indexed.output, "indexed 4\n");
+    EXPECT_TRUE(indexed.errors.contains("broken.png")) << indexed.errors.toStdString();
+    EXPECT_EQ(call({"library", "index"}).output, "indexed 0\n");
+    EXPECT_TRUE(isRefused(call({"library", "index", "--describe"}), 1, "key"));
+    EXPECT_EQ(call({"library", "search", " office INV"}).lines(), QStringList{inLibrary("page.png")});
+    EXPECT_EQ(call({"library", "search", "PAGE", "--json"}).json().array().size(), 1);
+
+    EXPECT_TRUE(isDone(call({"library", "favorite", "a.png", "on"})));
+    EXPECT_TRUE(isDone(call({"library", "backup", "export", "data.json"})));
+    EXPECT_TRUE(isRefused(callThrough("ulimit -f 0; exec", {"library", "backup", "export", "small.json"}), 1,
+                          "small.json"));
+    const Outcome imported = call({"library", "backup", "import", "data.json", "--library", path("other")});
+    EXPECT_TRUE(isDone(imported));
+    EXPECT_EQ(imported.lines(),
+              (QStringList{"favorites 1", "collections 0", "sources 0", "descriptions 0", "texts 4"}));
+    EXPECT_TRUE(isRefused(call({"library", "backup", "import", "library/a.png"}), 1, "a.png"));
+    EXPECT_TRUE(isRefused(call({"library", "backup", "import", "none.json"}), 1, "none.json"));
 }
