@@ -1,5 +1,6 @@
 #include "platform/platform.h"
 
+#include "platform/accessible_elements.h"
 #include "platform/desktop_appearance.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
@@ -10,6 +11,7 @@
 #include "platform/paths.h"
 #include "platform/permissions.h"
 #include "platform/pointer_control.h"
+#include "platform/press_pictures.h"
 #include "platform/screen_pictures.h"
 #include "platform/screens.h"
 #include "platform/secrets.h"

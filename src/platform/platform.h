@@ -2,6 +2,7 @@
 
 #include <memory>
 
+class AccessibleElements;
 class DesktopAppearance;
 class FaceEngine;
 class HotKeys;
@@ -11,6 +12,7 @@ class LoginItem;
 class Pasteboard;
 class Paths;
 class Permissions;
+class PressPictures;
 class PointerControl;
 class ScreenPictures;
 class Screens;
@@ -31,6 +33,8 @@ struct Platform {
     std::unique_ptr<Screens> screens;
     std::unique_ptr<ScreenPictures> pictures;
     std::unique_ptr<PointerControl> pointer;
+    std::unique_ptr<PressPictures> presses;
+    std::unique_ptr<AccessibleElements> elements;
     std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<InputMonitors> inputMonitors;
     std::unique_ptr<Pasteboard> pasteboard;

@@ -108,9 +108,11 @@ class FakeSounds : public Sounds {
 public:
     void shutter() override { ++shutters; }
     void beep() override { ++beeps; }
+    void pop() override { ++pops; }
 
     int shutters = 0;
     int beeps = 0;
+    int pops = 0;
 };
 
 class FakePermissions : public Permissions {

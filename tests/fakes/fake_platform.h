@@ -3,6 +3,7 @@
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_hot_keys.h"
 #include "fakes/fake_input_monitor.h"
+#include "fakes/fake_presses.h"
 #include "fakes/fake_recognition.h"
 #include "fakes/fake_screens.h"
 #include "platform/platform.h"
@@ -27,6 +28,8 @@ public:
           pointer(make<FakePointerControl>(platform.pointer)),
           hotKeys(make<FakeHotKeys>(platform.hotKeys)),
           inputMonitors(make<FakeInputMonitors>(platform.inputMonitors)),
+          presses(make<FakePressPictures>(platform.presses)),
+          elements(make<FakeAccessibleElements>(platform.elements)),
           pasteboard(make<FakePasteboard>(platform.pasteboard)),
           workspace(make<FakeWorkspace>(platform.workspace)),
           trash(make<FakeTrash>(platform.trash, folder + QStringLiteral("/Trash"))),
@@ -46,6 +49,8 @@ public:
     FakePointerControl &pointer;
     FakeHotKeys &hotKeys;
     FakeInputMonitors &inputMonitors;
+    FakePressPictures &presses;
+    FakeAccessibleElements &elements;
     FakePasteboard &pasteboard;
     FakeWorkspace &workspace;
     FakeTrash &trash;

@@ -94,6 +94,21 @@ Samples beepSound()
     return samples;
 }
 
+// A drop: a short tone whose pitch rises.
+Samples popSound()
+{
+    constexpr double kLowest = 380;
+    constexpr double kRise = 5200; // hertz a second
+    Samples samples(kRate / 12);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double time = double(i) / kRate;
+        const double attack = std::min(1.0, time / 0.002);
+        const double phase = 2 * std::numbers::pi * (kLowest * time + kRise * time * time / 2);
+        samples[i] = sample(0.3 * attack * std::exp(-time / 0.018) * std::sin(phase));
+    }
+    return samples;
+}
+
 } // namespace
 
 DesktopSounds::DesktopSounds()
@@ -117,4 +132,10 @@ void DesktopSounds::beep()
 {
     m_player.clear();
     m_player.start([] { play(beepSound()); });
+}
+
+void DesktopSounds::pop()
+{
+    m_player.clear();
+    m_player.start([] { play(popSound()); });
 }

@@ -12,6 +12,7 @@ public:
     ~DesktopSounds() override;
     void shutter() override;
     void beep() override;
+    void pop() override;
 
 private:
     QThreadPool m_player;

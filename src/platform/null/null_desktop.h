@@ -44,4 +44,5 @@ class NullSounds : public Sounds {
 public:
     void shutter() override {}
     void beep() override {}
+    void pop() override {}
 };

@@ -15,3 +15,10 @@ Result<void> NullHotKeys::registerKey(quint32, int, int)
 {
     return fail(Error::Kind::Unavailable, m_reason);
 }
+
+NullPressPictures::NullPressPictures(QString reason) : m_reason(std::move(reason)) {}
+
+Result<void> NullPressPictures::start()
+{
+    return fail(Error::Kind::Unavailable, m_reason);
+}

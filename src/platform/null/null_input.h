@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/async.h"
+#include "platform/accessible_elements.h"
 #include "platform/hot_keys.h"
 #include "platform/input_monitor.h"
 #include "platform/pointer_control.h"
+#include "platform/press_pictures.h"
 
 // A pointer that stays where it is.
 class NullPointerControl : public PointerControl {
@@ -41,4 +44,29 @@ public:
 
 private:
     QString m_reason;
+};
+
+// No press is heard of.
+class NullPressPictures : public PressPictures {
+    Q_OBJECT
+public:
+    explicit NullPressPictures(QString reason);
+    Result<void> start() override;
+    void stop() override {}
+    void setWantsPictures(bool) override {}
+
+private:
+    QString m_reason;
+};
+
+// Nobody tells what stands where.
+class NullAccessibleElements : public AccessibleElements {
+public:
+    bool isAvailable() const override { return false; }
+    void prepare() override {}
+    void rest() override {}
+    QFuture<std::optional<AccessibleElement>> elementAt(const ClickTarget &) override
+    {
+        return readyFuture<std::optional<AccessibleElement>>(std::nullopt);
+    }
 };

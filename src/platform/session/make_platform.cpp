@@ -1,5 +1,6 @@
 #include "platform/session/make_platform.h"
 
+#include "platform/desktop/atspi_elements.h"
 #include "platform/desktop/desktop_login_item.h"
 #include "platform/desktop/desktop_opener.h"
 #include "platform/desktop/desktop_paths.h"
@@ -20,6 +21,7 @@
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_input_monitor.h"
 #include "platform/x11/x11_pointer_control.h"
+#include "platform/x11/x11_press_pictures.h"
 #include "platform/x11/x11_screen_pictures.h"
 #include "platform/x11/x11_screens.h"
 #include "platform/x11/x11_workspace.h"
@@ -31,6 +33,8 @@ void addX11(Platform &platform)
     platform.screens = std::make_unique<X11Screens>();
     platform.pictures = std::make_unique<X11ScreenPictures>();
     platform.pointer = std::make_unique<X11PointerControl>(*platform.screens);
+    platform.presses = std::make_unique<X11PressPictures>();
+    platform.elements = std::make_unique<AtspiElements>();
     platform.hotKeys = std::make_unique<X11HotKeys>();
     platform.inputMonitors = std::make_unique<X11InputMonitors>();
     platform.workspace =
@@ -44,6 +48,8 @@ void addNoScreen(Platform &platform)
     platform.screens = std::make_unique<NullScreens>();
     platform.pictures = std::make_unique<NullScreenPictures>(reason);
     platform.pointer = std::make_unique<NullPointerControl>(reason);
+    platform.presses = std::make_unique<NullPressPictures>(reason);
+    platform.elements = std::make_unique<NullAccessibleElements>();
     platform.hotKeys = std::make_unique<NullHotKeys>(reason);
     platform.inputMonitors = std::make_unique<NullInputMonitors>(reason);
 }

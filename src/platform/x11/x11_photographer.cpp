@@ -131,6 +131,13 @@ bool X11Photographer::isBroken() const
     return m_connection->isBroken();
 }
 
+void X11Photographer::prepare()
+{
+    const bool canKeep = m_connection->has(X11Extension::Composite);
+    if (canKeep && !m_keepsContents && !X11Survey::take(*m_connection, false).isComposited)
+        keepContents();
+}
+
 void X11Photographer::trim()
 {
     m_reader->trim();

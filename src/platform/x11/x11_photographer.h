@@ -28,6 +28,8 @@ public:
     Result<QImage> region(const Screen &screen, const QRect &rect, Pointer pointer, const QRegion &stale);
     // A window alone.
     Result<QImage> window(quint32 id, Pointer pointer, WindowPart part);
+    // Does now what the first picture under windows of ours would have to wait for.
+    void prepare();
     // Gives kept memory back.
     void trim();
 
