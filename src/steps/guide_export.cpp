@@ -1,0 +1,132 @@
+#include "steps/guide_export.h"
+
+#include "base/atomic_file.h"
+#include "document/image_files.h"
+#include "library/batch/exporter.h"
+#include "library/batch/guide_renderer.h"
+#include "steps/steps_export.h"
+#include "steps/texts.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace GuideExport {
+
+namespace {
+
+constexpr qsizetype kLongestName = 120; // leaves room for counters within a file system's 255 bytes
+
+// Made here and by nobody else: a taken name gets a number.
+Result<QString> ownFolder(const QString &directory, const QString &name)
+{
+    if (!QDir().mkpath(directory))
+        return fail(StepsTexts::tr("The folder %1 can't be made.").arg(directory));
+    for (int count = 1;; ++count) {
+        const QString path =
+            directory + '/' + (count == 1 ? name : QStringLiteral("%1 %2").arg(name).arg(count));
+        if (mkdir(QFile::encodeName(path).constData(), 0777) == 0)
+            return path;
+        if (errno != EEXIST) {
+            return fail(StepsTexts::tr("Nothing can be written into %1.").arg(directory),
+                        QString::fromLocal8Bit(std::strerror(errno)));
+        }
+    }
+}
+
+} // namespace
+
+QString fileName(const QString &title)
+{
+    QString name;
+    for (const QChar sign : title) {
+        if (sign != '/' && sign != ':' && sign != '\\' && sign.category() != QChar::Other_Control)
+            name += sign;
+    }
+    // A leading dot would hide it, or lead to another folder.
+    while (name.startsWith('.'))
+        name.remove(0, 1);
+    name.truncate(kLongestName);
+    while (!name.isEmpty() && name.back().isHighSurrogate())
+        name.chop(1);
+    return name.trimmed().isEmpty() ? StepsTexts::tr("How-To Guide") : name;
+}
+
+Result<QImage> picture(const Source &source, qsizetype index)
+{
+    const QImage image = StepsExport::annotated(source.guide.steps[index], int(index) + 1,
+                                                source.guide.markClicks, source.guide.redact);
+    if (image.isNull())
+        return fail(StepsTexts::tr("The picture of step %1 can't be read.").arg(index + 1));
+    return image;
+}
+
+Result<QString> webFolder(const Source &source, const QString &directory, const Progress &progress)
+{
+    const auto folder = ownFolder(directory, fileName(source.title));
+    if (!folder)
+        return folder;
+    const int total = int(source.guide.steps.size());
+    QStringList names;
+    for (int i = 0; i < total; ++i) {
+        if (!progress(i, total)) {
+            QDir(*folder).removeRecursively();
+            return cancelled();
+        }
+        names.append(QStringLiteral("step-%1.png").arg(i + 1, 2, 10, QLatin1Char('0')));
+        const auto image = picture(source, i);
+        if (!image)
+            return std::unexpected(image.error());
+        if (const auto written = ImageFiles::write(*image, *folder + '/' + names.last()); !written)
+            return std::unexpected(written.error());
+    }
+    const QString page = *folder + QStringLiteral("/index.html");
+    const struct {
+        QString path;
+        QString text;
+    } texts[] = {{page, StepsExport::html(source.title, source.captions, names)},
+                 {*folder + QStringLiteral("/README.md"),
+                  StepsExport::markdown(source.title, source.captions, names)}};
+    for (const auto &[path, text] : texts) {
+        if (const auto written = AtomicFile::write(path, text.toUtf8()); !written)
+            return std::unexpected(written.error());
+    }
+    progress(total, total);
+    return page;
+}
+
+Result<void> pdf(const Source &source, const QString &path, const Progress &progress)
+{
+    QList<Exporter::PdfPage> pages;
+    for (qsizetype i = 0; i < source.guide.steps.size(); ++i) {
+        pages.append({[&source, i] { return picture(source, i); },
+                      StepsTexts::tr("Step %1. %2").arg(i + 1).arg(source.captions[i])});
+    }
+    return Exporter::pdf(pages, source.title, Exporter::PageSize::Fit, path, progress);
+}
+
+Result<QImage> tallPicture(const Source &source, const Progress &progress)
+{
+    QList<GuideRenderer::Step> steps;
+    const int total = int(source.guide.steps.size());
+    for (int i = 0; i < total; ++i) {
+        if (!progress(i, total))
+            return cancelled();
+        const auto image = picture(source, i);
+        if (!image)
+            return std::unexpected(image.error());
+        // No wider than it will be drawn, so that a long guide fits in memory.
+        steps.append({image->width() > GuideRenderer::standardWidth
+                          ? image->scaledToWidth(GuideRenderer::standardWidth, Qt::SmoothTransformation)
+                          : *image,
+                      source.captions[i]});
+    }
+    const auto tall = GuideRenderer::render(source.title, steps, GuideRenderer::standardWidth);
+    if (!tall)
+        return fail(StepsTexts::tr("The guide is too long for one picture."));
+    return *tall;
+}
+
+} // namespace GuideExport

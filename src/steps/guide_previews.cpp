@@ -1,0 +1,112 @@
+#include "steps/guide_previews.h"
+
+#include "base/async.h"
+#include "steps/steps_export.h"
+
+namespace {
+
+QString flag(bool on)
+{
+    return on ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+} // namespace
+
+GuidePreviews::GuidePreviews(QObject *parent) : QObject(parent)
+{
+    // Each holds a whole picture; more than this would be felt by other programs.
+    m_renderers.setMaxThreadCount(std::clamp(QThread::idealThreadCount(), 1, 4));
+    m_renderers.setThreadPriority(QThread::LowPriority);
+}
+
+GuidePreviews::~GuidePreviews()
+{
+    m_renderers.clear();
+    m_renderers.waitForDone();
+}
+
+QString GuidePreviews::key(const GuideStep &step, int number, const Guide &guide)
+{
+    const QString click = step.click ? QString::number(step.click->x(), 'g', 17) + ',' +
+                                           QString::number(step.click->y(), 'g', 17)
+                                     : QStringLiteral("-");
+    return QStringList{QString::number(number),
+                       flag(guide.markClicks),
+                       flag(guide.redact),
+                       click,
+                       QString::number(step.redactions.size()),
+                       QString::number(step.editVersion)}
+        .join('|');
+}
+
+QImage GuidePreviews::thumbnail(const QImage &image, int maxEdge)
+{
+    const double s = double(maxEdge) / std::max({image.width(), image.height(), 1});
+    if (s >= 1)
+        return image;
+    const QSize size(std::max(int(image.width() * s), 1), std::max(int(image.height() * s), 1));
+    const QImage small = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return small.isNull() ? image : small;
+}
+
+void GuidePreviews::refresh(const Guide &guide)
+{
+    QHash<QUuid, Preview> previews;
+    m_waiting.clear();
+    m_order.clear();
+    int number = 0;
+    for (const GuideStep &step : guide.steps) {
+        const QString wanted = key(step, ++number, guide);
+        const Preview old = m_previews.value(step.id);
+        previews.insert(step.id, old);
+        m_order.append(step.id);
+        if (old.key != wanted && m_underWay.value(step.id) != wanted)
+            m_waiting.insert(step.id, {step, number, guide.markClicks, guide.redact, wanted});
+    }
+    m_previews = previews;
+    startNext();
+}
+
+void GuidePreviews::wantFirst(const QList<QUuid> &steps)
+{
+    m_first = steps;
+}
+
+void GuidePreviews::startNext()
+{
+    while (!m_waiting.isEmpty() && m_underWay.size() < m_renderers.maxThreadCount()) {
+        const auto waits = [this](const QUuid &id) {
+            return m_waiting.contains(id) && !m_underWay.contains(id);
+        };
+        auto next = std::find_if(m_first.cbegin(), m_first.cend(), waits);
+        if (next == m_first.cend()) {
+            next = std::find_if(m_order.cbegin(), m_order.cend(), waits);
+            if (next == m_order.cend())
+                return;
+        }
+        const Order order = m_waiting.take(*next);
+        m_underWay.insert(order.step.id, order.key);
+        whenDone(QtConcurrent::run(&m_renderers,
+                                   [order] {
+                                       return thumbnail(StepsExport::annotated(order.step, order.number,
+                                                                               order.markClicks,
+                                                                               order.redact),
+                                                        kLongestEdge);
+                                   }),
+                 this, [this, id = order.step.id, made = order.key](const QImage &image) {
+                     this->made(id, made, image);
+                 });
+    }
+}
+
+void GuidePreviews::made(const QUuid &step, const QString &key, const QImage &image)
+{
+    m_underWay.remove(step);
+    if (const auto kept = m_previews.find(step); kept != m_previews.end()) {
+        *kept = {key, image};
+        Q_EMIT changed(step);
+    }
+    startNext();
+    if (isIdle())
+        Q_EMIT idle();
+}

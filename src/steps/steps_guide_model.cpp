@@ -1,0 +1,489 @@
+#include "steps/steps_guide_model.h"
+
+#include "base/async.h"
+#include "base/log.h"
+#include "base/notice.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "steps/steps_export.h"
+#include "steps/steps_session.h"
+#include "steps/texts.h"
+
+namespace {
+
+constexpr int kSaveDelay = 400; // milliseconds after the last change
+
+QString stripped(QString reply)
+{
+    const auto isQuote = [](QChar sign) {
+        return sign == '"' || sign == QChar(0x201c) || sign == QChar(0x201d) || sign == ' ';
+    };
+    while (!reply.isEmpty() && isQuote(reply.front()))
+        reply.remove(0, 1);
+    while (!reply.isEmpty() && isQuote(reply.back()))
+        reply.chop(1);
+    return reply;
+}
+
+QString improvePrompt(qsizetype number, bool hasClick, const QString &caption)
+{
+    return QStringLiteral("This screenshot is step %1 of a how-to guide.").arg(number) +
+           (hasClick ? QStringLiteral(" A purple circle marks where the user clicked.") : QString()) +
+           QStringLiteral("\nThe current instruction is: \"") + caption +
+           QStringLiteral(
+               "\".\nWrite one clear imperative instruction for this step (at most 15 words), e.g. "
+               "\"Click Save changes to publish\". Name the exact button, menu or field. Reply with "
+               "the instruction only.");
+}
+
+} // namespace
+
+StepsGuideModel::StepsGuideModel(const QList<GuideStep> &steps, const QString &title,
+                                 const CaptureSettings &capture, std::shared_ptr<StepsSession> session,
+                                 Parts parts, QObject *parent)
+    : QObject(parent), m_parts(parts), m_session(std::move(session))
+{
+    m_guide.title = title;
+    m_guide.steps = steps;
+    m_guide.markClicks = capture.isOn(CaptureSettings::Switch::StepsMarkClicks);
+    m_guide.redact = capture.isOn(CaptureSettings::Switch::StepsAutoRedact);
+    for (const GuideStep &step : steps)
+        m_guide.originalClicks.insert(step.id, step.click);
+    begin();
+}
+
+StepsGuideModel::StepsGuideModel(const Guide &guide, std::shared_ptr<StepsSession> session, Parts parts,
+                                 QObject *parent)
+    : QObject(parent), m_parts(parts), m_guide(guide), m_session(std::move(session))
+{
+    begin();
+}
+
+StepsGuideModel::~StepsGuideModel()
+{
+    if (m_save.isActive() && m_session)
+        m_session->save(m_guide);
+}
+
+void StepsGuideModel::begin()
+{
+    m_save.setSingleShot(true);
+    m_save.setInterval(kSaveDelay);
+    connect(&m_save, &QTimer::timeout, this, [this] {
+        if (m_session)
+            m_session->save(m_guide);
+    });
+    m_save.start();
+    m_previews.refresh(m_guide);
+    findRedactions();
+}
+
+void StepsGuideModel::setTitle(const QString &title)
+{
+    if (m_guide.title == title)
+        return;
+    m_guide.title = title;
+    save();
+    Q_EMIT titleChanged();
+}
+
+const GuideStep *StepsGuideModel::step(const QUuid &id) const
+{
+    const qsizetype index = indexOf(id);
+    return index < 0 ? nullptr : &m_guide.steps[index];
+}
+
+GuideStep *StepsGuideModel::find(const QUuid &id)
+{
+    const qsizetype index = indexOf(id);
+    return index < 0 ? nullptr : &m_guide.steps[index];
+}
+
+qsizetype StepsGuideModel::indexOf(const QUuid &id) const
+{
+    for (qsizetype i = 0; i < m_guide.steps.size(); ++i) {
+        if (m_guide.steps[i].id == id)
+            return i;
+    }
+    return -1;
+}
+
+void StepsGuideModel::setMarkClicks(bool on)
+{
+    if (m_guide.markClicks == on)
+        return;
+    m_guide.markClicks = on;
+    m_previews.refresh(m_guide);
+    save();
+    Q_EMIT switchesChanged();
+}
+
+void StepsGuideModel::setRedact(bool on)
+{
+    if (m_guide.redact == on)
+        return;
+    m_guide.redact = on;
+    m_previews.refresh(m_guide);
+    save();
+    Q_EMIT switchesChanged();
+}
+
+void StepsGuideModel::save()
+{
+    m_save.start();
+}
+
+void StepsGuideModel::changed(const QUuid &id)
+{
+    m_previews.refresh(m_guide);
+    save();
+    Q_EMIT stepChanged(id);
+}
+
+void StepsGuideModel::reordered()
+{
+    m_previews.refresh(m_guide);
+    save();
+    Q_EMIT stepsChanged();
+}
+
+std::optional<QString> StepsGuideModel::status() const
+{
+    if (m_job)
+        return m_jobStatus;
+    if (m_nextToImprove < m_improved.steps.size()) {
+        return StepsTexts::tr("Claude is writing step %1 of %2…")
+            .arg(m_nextToImprove + 1)
+            .arg(m_improved.steps.size());
+    }
+    if (isLookingForSecrets())
+        return StepsTexts::tr("Looking for emails, numbers and keys to hide…");
+    return std::nullopt;
+}
+
+// Whether or not it is to be hidden, so that switching it on shows it at once.
+void StepsGuideModel::findRedactions()
+{
+    for (const GuideStep &step : m_guide.steps)
+        m_toSearch.append(step.id);
+    Q_EMIT statusChanged();
+    QMetaObject::invokeMethod(this, &StepsGuideModel::searchNext, Qt::QueuedConnection);
+}
+
+void StepsGuideModel::searchNext()
+{
+    while (isLookingForSecrets() && !find(m_toSearch[m_nextToSearch]))
+        ++m_nextToSearch;
+    if (!isLookingForSecrets()) {
+        if (m_failedSearches > 0)
+            Log::error(QStringLiteral("Steps: %1 step(s) could not be searched for private text")
+                           .arg(m_failedSearches));
+        Q_EMIT statusChanged();
+        for (const auto &then : std::exchange(m_whenSafe, {}))
+            then();
+        return;
+    }
+    const GuideStep step = *find(m_toSearch[m_nextToSearch]);
+    auto &recognizer = m_parts.recognizer;
+    whenDone(runInBackground([picture = step.image] { return picture.image(); }), this,
+             [this, &recognizer, id = step.id](const QImage &image) {
+                 whenDone(recognizer.boxes(image, TextRecognizer::Boxes::Sensitive), this,
+                          [this, id](const Result<QList<QRectF>> &boxes) { searched(id, boxes); });
+             });
+}
+
+void StepsGuideModel::searched(const QUuid &id, const Result<QList<QRectF>> &boxes)
+{
+    if (!boxes)
+        ++m_failedSearches;
+    ++m_nextToSearch;
+    if (GuideStep *step = find(id)) {
+        step->redactions = boxes.value_or(QList<QRectF>());
+        changed(id);
+    }
+    searchNext();
+}
+
+void StepsGuideModel::whenSafeToShow(const std::function<void()> &then)
+{
+    if (m_guide.redact && isLookingForSecrets())
+        m_whenSafe.append(then);
+    else
+        then();
+}
+
+void StepsGuideModel::setCaption(const QUuid &id, const QString &caption)
+{
+    GuideStep *step = find(id);
+    if (!step || step->caption == caption)
+        return;
+    step->caption = caption;
+    save();
+    Q_EMIT stepChanged(id);
+}
+
+void StepsGuideModel::moveMarker(const QUuid &id, QPointF point)
+{
+    GuideStep *step = find(id);
+    if (!step)
+        return;
+    const QSize size = step->image.size();
+    step->click = QPointF(std::clamp(point.x(), 0.0, double(size.width())),
+                          std::clamp(point.y(), 0.0, double(size.height())));
+    changed(id);
+    setMarkClicks(true);
+}
+
+bool StepsGuideModel::markerMoved(const QUuid &id) const
+{
+    const GuideStep *present = step(id);
+    const auto original = m_guide.originalClicks.constFind(id);
+    return present && original != m_guide.originalClicks.constEnd() && present->click != *original;
+}
+
+void StepsGuideModel::resetMarker(const QUuid &id)
+{
+    GuideStep *step = find(id);
+    const auto original = m_guide.originalClicks.constFind(id);
+    if (!step || original == m_guide.originalClicks.constEnd())
+        return;
+    step->click = *original;
+    changed(id);
+}
+
+StepsGuideModel::StepEdit StepsGuideModel::editOf(const GuideStep &step, int number) const
+{
+    StepEdit edit;
+    if (step.edited) {
+        edit.annotations = step.edited->annotations;
+        for (Annotation &annotation : edit.annotations) {
+            if (annotation.id == step.edited->badgeID)
+                annotation.number = number;
+        }
+        edit.effects = step.edited->effects;
+    }
+    edit.displayName = StepsTexts::tr("Step %1 · %2").arg(number).arg(safeTitle());
+    return edit;
+}
+
+void StepsGuideModel::edit(const QUuid &id)
+{
+    const qsizetype index = indexOf(id);
+    if (index < 0 || !openStepEditor)
+        return;
+    const GuideStep step = m_guide.steps[index];
+    StepEdit edit = editOf(step, int(index) + 1);
+    std::optional<QUuid> badge = step.edited ? step.edited->badgeID : std::nullopt;
+    if (!step.edited) {
+        const auto marks =
+            StepsExport::autoAnnotations(step, int(index) + 1, m_guide.markClicks, m_guide.redact);
+        edit.annotations = marks.annotations;
+        badge = marks.badgeID;
+    }
+    edit.save = [model = QPointer(this), id, badge](const QImage &base, const QList<Annotation> &annotations,
+                                                    const Effects &effects) {
+        if (model)
+            model->applyEdit(id, base, annotations, effects, badge);
+    };
+    const StepPicture picture = step.edited ? step.edited->base : step.image;
+    whenDone(runInBackground([picture] { return picture.image(); }), this,
+             [this, edit](const QImage &image) mutable {
+                 if (image.isNull()) {
+                     m_parts.notices.post(StepsTexts::tr("The picture of this step can't be read."),
+                                          QStringLiteral("exclamationmark.triangle.fill"));
+                     return;
+                 }
+                 edit.base = image;
+                 openStepEditor(edit);
+             });
+}
+
+void StepsGuideModel::applyEdit(const QUuid &id, const QImage &base, const QList<Annotation> &annotations,
+                                const Effects &effects, const std::optional<QUuid> &badgeID)
+{
+    GuideStep *step = find(id);
+    if (!step)
+        return;
+    const bool hasBadge =
+        std::ranges::any_of(annotations, [&](const Annotation &each) { return each.id == badgeID; });
+    step->edited = EditedStep{StepPicture(base), annotations, hasBadge ? badgeID : std::nullopt, effects};
+    ++step->editVersion;
+    changed(id);
+}
+
+void StepsGuideModel::revertEdits(const QUuid &id)
+{
+    GuideStep *step = find(id);
+    if (!step)
+        return;
+    step->edited.reset();
+    ++step->editVersion;
+    changed(id);
+}
+
+void StepsGuideModel::move(qsizetype index, qsizetype by)
+{
+    const qsizetype target = index + by;
+    const auto isInside = [this](qsizetype place) { return place >= 0 && place < m_guide.steps.size(); };
+    if (!isInside(index) || !isInside(target) || index == target)
+        return;
+    m_guide.steps.swapItemsAt(index, target);
+    reordered();
+}
+
+void StepsGuideModel::reorder(qsizetype from, qsizetype to)
+{
+    if (from < 0 || from >= m_guide.steps.size() || to < 0 || to >= m_guide.steps.size() || from == to)
+        return;
+    m_guide.steps.move(from, to);
+    reordered();
+}
+
+void StepsGuideModel::remove(const QList<QUuid> &ids)
+{
+    QList<Removed> removed;
+    for (qsizetype i = m_guide.steps.size() - 1; i >= 0; --i) {
+        if (ids.contains(m_guide.steps[i].id))
+            removed.prepend({i, m_guide.steps.takeAt(i)});
+    }
+    if (removed.isEmpty())
+        return;
+    m_removed.append(removed);
+    reordered();
+}
+
+void StepsGuideModel::undo()
+{
+    if (m_removed.isEmpty())
+        return;
+    for (const Removed &each : m_removed.takeLast()) {
+        m_guide.steps.insert(std::min(each.index, m_guide.steps.size()), each.step);
+        // One that was removed before its turn has not been searched.
+        if (isLookingForSecrets() || !m_toSearch.contains(each.step.id))
+            m_toSearch.append(each.step.id);
+    }
+    reordered();
+}
+
+void StepsGuideModel::improveCaptions()
+{
+    if (m_parts.settings.apiKey().isEmpty()) {
+        m_parts.notices.post(StepsTexts::tr("Add an Anthropic API key in Settings › AI & Sharing first"),
+                             QStringLiteral("key.fill"));
+        return;
+    }
+    if (m_nextToImprove < m_improved.steps.size())
+        return;
+    whenSafeToShow([this] {
+        m_improved = m_guide;
+        m_improvedCaptions = captions();
+        m_nextToImprove = 0;
+        improveNext();
+    });
+}
+
+// One after the other. What the user does meanwhile changes neither the pictures that are sent nor whose
+// caption a reply becomes.
+void StepsGuideModel::improveNext()
+{
+    Q_EMIT statusChanged();
+    if (m_nextToImprove >= m_improved.steps.size())
+        return;
+    const GuideStep step = m_improved.steps[m_nextToImprove];
+    const qsizetype number = m_nextToImprove + 1;
+    const QString prompt = improvePrompt(number, step.click.has_value(), m_improvedCaptions[m_nextToImprove]);
+    whenDone(runInBackground([step, number, marks = m_improved.markClicks, redact = m_improved.redact] {
+                 return StepsExport::annotated(step, int(number), marks, redact);
+             }),
+             this, [this, id = step.id, prompt](const QImage &image) {
+                 whenDone(m_parts.claude.ask(prompt, image, QStringLiteral("low")), this,
+                          [this, id](const Result<QString> &reply) {
+                              if (reply && !reply->isEmpty())
+                                  setCaption(id, stripped(*reply));
+                              ++m_nextToImprove;
+                              improveNext();
+                          });
+             });
+}
+
+QString StepsGuideModel::safeTitle() const
+{
+    const QString title = m_guide.redact ? StepsExport::withoutSecrets(m_guide.title) : m_guide.title;
+    return title.trimmed().isEmpty() ? StepsTexts::tr("How-To Guide") : title;
+}
+
+QStringList StepsGuideModel::captions() const
+{
+    QStringList captions;
+    for (const GuideStep &step : m_guide.steps)
+        captions.append(m_guide.redact ? StepsExport::withoutSecrets(step.caption) : step.caption);
+    return captions;
+}
+
+GuideExports::Source StepsGuideModel::source() const
+{
+    return {safeTitle(), m_guide, captions()};
+}
+
+void StepsGuideModel::follow(GuideExportJob *job, const QString &status)
+{
+    m_job = job;
+    m_jobStatus = status;
+    connect(job, &GuideExportJob::progressed, this, [this, status](int done, int total) {
+        m_jobStatus = StepsTexts::tr("%1 · %2 of %3").arg(status).arg(std::min(done + 1, total)).arg(total);
+        Q_EMIT statusChanged();
+    });
+    connect(job, &GuideExportJob::ended, this, [this](GuideExportJob::End end) {
+        m_wasExported = m_wasExported || end == GuideExportJob::End::Done;
+        m_job = nullptr;
+        Q_EMIT statusChanged();
+    });
+    Q_EMIT statusChanged();
+}
+
+void StepsGuideModel::cancelExport()
+{
+    if (m_job)
+        m_job->cancel();
+}
+
+void StepsGuideModel::exportWebFolder(const QString &directory)
+{
+    if (m_job)
+        return;
+    whenSafeToShow([this, directory] {
+        follow(m_parts.exports.webFolder(source(), m_session, directory),
+               StepsTexts::tr("Writing the web page…"));
+    });
+}
+
+void StepsGuideModel::exportPDF(const QString &path)
+{
+    if (m_job)
+        return;
+    whenSafeToShow([this, path] {
+        follow(m_parts.exports.pdf(source(), m_session, path), StepsTexts::tr("Writing the PDF…"));
+    });
+}
+
+void StepsGuideModel::exportGuideImage()
+{
+    if (m_job)
+        return;
+    whenSafeToShow([this] {
+        follow(m_parts.exports.guideImage(source(), m_session, openInEditor),
+               StepsTexts::tr("Building the guide…"));
+    });
+}
+
+void StepsGuideModel::saveToLibrary()
+{
+    if (m_job)
+        return;
+    whenSafeToShow([this] {
+        follow(m_parts.exports.saveToLibrary(source(), m_session),
+               StepsTexts::tr("Saving steps to the Library…"));
+    });
+}

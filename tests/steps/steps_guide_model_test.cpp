@@ -1,0 +1,236 @@
+#include "base/notice.h"
+#include "base/pending_work.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_platform.h"
+#include "library/library.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
+#include "settings/app_settings.h"
+#include "settings/capture_settings.h"
+#include "settings/defaults.h"
+#include "steps/steps_guide_model.h"
+#include "support/pictures.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class GuideModel : public testing::Test {
+protected:
+    GuideModel()
+    {
+        settings.setSaveFolder(folder.path("Shots"));
+        library.ensureDirectory();
+        capture.setOn(CaptureSettings::Switch::StepsAutoRedact, true);
+        QObject::connect(&notices, &NoticeBoard::posted, &notices,
+                         [this](const Notice &notice) { posted.append(notice); });
+    }
+
+    static GuideStep step(const QString &caption, std::optional<QPointF> click = QPointF(100, 100))
+    {
+        GuideStep step;
+        step.id = QUuid::createUuid();
+        step.image = StepPicture(filled(QSize(1200, 600), Qt::white));
+        step.caption = caption;
+        step.click = click;
+        step.app = "Mail";
+        return step;
+    }
+    void open(const QList<GuideStep> &steps, const QString &title = "Guide")
+    {
+        model = std::make_unique<StepsGuideModel>(
+            steps, title, capture, nullptr,
+            StepsGuideModel::Parts{recognizer, claude, settings, notices, exports});
+        QObject::connect(&model->previews(), &GuidePreviews::changed, model.get(),
+                         [this](const QUuid &id) { rendered.append(id); });
+        settle();
+    }
+    void settle()
+    {
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return !model->status() && model->previews().isIdle(); }, 20000));
+    }
+    QStringList captions() const
+    {
+        QStringList captions;
+        for (const GuideStep &each : model->steps())
+            captions.append(each.caption);
+        return captions;
+    }
+    QUuid id(int index) const { return model->steps()[index].id; }
+
+    TemporaryFolder folder;
+    FakePlatform machine{folder.path()};
+    FakeClock clock;
+    NoticeBoard notices;
+    QList<Notice> posted;
+    Defaults defaults{QString()};
+    AppSettings settings{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
+    CaptureSettings capture{defaults};
+    Library library{settings, machine.trash, clock};
+    PendingWork pending;
+    TextRecognizer recognizer{machine.text, machine.faces, {}};
+    ClaudeClient claude{machine.http, settings};
+    GuideExports exports{{library, machine.workspace, notices, pending}};
+    std::unique_ptr<StepsGuideModel> model;
+    QList<QUuid> rendered;
+};
+
+TEST_F(GuideModel, RendersAnewOnlyWhatLooksDifferent)
+{
+    open({step("a"), step("b"), step("c")});
+    EXPECT_EQ(model->previews().preview(id(0)).size(), QSize(900, 450));
+    const QUuid first = id(0);
+    const QUuid second = id(1);
+    const QUuid third = id(2);
+    const auto expectRendered = [&](const QList<QUuid> &ids, const char *what) {
+        settle();
+        EXPECT_EQ(QSet<QUuid>(rendered.begin(), rendered.end()), QSet<QUuid>(ids.begin(), ids.end())) << what;
+        rendered.clear();
+    };
+    rendered.clear();
+    model->setCaption(first, "x");
+    expectRendered({}, "a caption isn't seen in the picture");
+    model->move(0, 1);
+    expectRendered({first, second}, "their numbers changed");
+    model->move(2, 1);
+    model->move(0, -1);
+    expectRendered({}, "there is no such place");
+    model->remove({first}); // now in the middle
+    expectRendered({third}, "its number changed");
+    EXPECT_TRUE(model->previews().preview(first).isNull());
+    model->undo();
+    expectRendered({first, third}, "undone");
+    EXPECT_EQ(captions(), (QStringList{"b", "x", "c"}));
+    model->reorder(0, 2);
+    EXPECT_EQ(captions(), (QStringList{"x", "c", "b"}));
+}
+
+TEST_F(GuideModel, BringsSeveralRemovedStepsBackToTheirPlaces)
+{
+    open({step("a"), step("b"), step("c"), step("d")});
+    model->remove({id(0), id(2), QUuid::createUuid()});
+    model->remove({id(1)});
+    EXPECT_EQ(captions(), (QStringList{"b"}));
+    model->undo();
+    EXPECT_EQ(captions(), (QStringList{"b", "d"}));
+    model->undo();
+    EXPECT_EQ(captions(), (QStringList{"a", "b", "c", "d"}));
+    EXPECT_FALSE(model->canUndo());
+}
+
+TEST_F(GuideModel, KeepsMarkersInThePictureAndKnowsWhereTheyWere)
+{
+    capture.setOn(CaptureSettings::Switch::StepsMarkClicks, false);
+    open({step("a"), step("b", std::nullopt)});
+    model->moveMarker(id(0), {-5, 900});
+    EXPECT_EQ(model->steps()[0].click, QPointF(0, 600));
+    EXPECT_TRUE(model->markClicks());
+    EXPECT_TRUE(model->markerMoved(id(0)));
+    EXPECT_FALSE(model->markerMoved(id(1)));
+    model->moveMarker(id(1), {3, 4});
+    EXPECT_TRUE(model->markerMoved(id(1)));
+    model->resetMarker(id(1));
+    model->resetMarker(id(0));
+    EXPECT_FALSE(model->steps()[1].click);
+    EXPECT_EQ(model->steps()[0].click, QPointF(100, 100));
+}
+
+TEST_F(GuideModel, TakesBackWhatTheEditorGaveIncludingADeletedNumber)
+{
+    open({step("a"), step("b")});
+    std::optional<StepsGuideModel::StepEdit> edit;
+    model->openStepEditor = [&](const StepsGuideModel::StepEdit &wanted) { edit = wanted; };
+    model->edit(id(1));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return edit.has_value(); }));
+    EXPECT_EQ(edit->displayName, "Step 2 · Guide");
+    ASSERT_EQ(edit->annotations.size(), 2);
+    edit->save(filled(QSize(500, 300)), edit->annotations, {});
+    ASSERT_TRUE(model->steps()[1].edited && model->steps()[1].edited->badgeID);
+    EXPECT_EQ(model->steps()[1].editVersion, 1);
+
+    model->move(1, -1);
+    edit.reset();
+    model->edit(id(0));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return edit.has_value(); }));
+    EXPECT_EQ(edit->base.size(), QSize(500, 300));
+    EXPECT_EQ(edit->annotations[1].number, 1);
+    edit->save(edit->base, {edit->annotations[0]}, {});
+    EXPECT_FALSE(model->steps()[0].edited->badgeID);
+    model->revertEdits(id(0));
+    EXPECT_FALSE(model->steps()[0].edited);
+    EXPECT_EQ(model->steps()[0].editVersion, 3);
+    model.reset();
+    edit->save(edit->base, {}, {}); // the guide has gone
+}
+
+TEST_F(GuideModel, RewritesCaptionsWithoutTellingWhatIsHidden)
+{
+    open({step("Click “ann@example.org”"), step("b"), step("c", std::nullopt)});
+    model->improveCaptions();
+    EXPECT_EQ(posted.value(0).text, "Add an Anthropic API key in Settings › AI & Sharing first");
+    settings.setApiKey("key");
+    const auto reply = [](const QByteArray &text) {
+        return HttpResponse{200, R"({"content":[{"type":"text","text":")" + text + R"("}]})"};
+    };
+    machine.http.answers = {reply("“Press Send” "), HttpResponse{500, "no"}, reply("")};
+    model->improveCaptions();
+    EXPECT_EQ(model->status(), "Claude is writing step 1 of 3…");
+    model->move(0, 1); // the reply goes to its step, wherever that is by then
+    settle();
+    EXPECT_EQ(captions(), (QStringList{"b", "Press Send", "c"}));
+    ASSERT_EQ(machine.http.requests.size(), 3);
+    EXPECT_TRUE(machine.http.requests[0].body.contains("A purple circle marks where the user clicked."));
+    EXPECT_FALSE(machine.http.requests[0].body.contains("ann@example.org"));
+    EXPECT_FALSE(machine.http.requests[2].body.contains("purple"));
+}
+
+TEST_F(GuideModel, HidesPrivateTextInWhateverLeaves)
+{
+    RecognizedLine line;
+    line.text = "ann@example.org";
+    line.box = QRectF(0.1, 0.5, 0.3, 0.05);
+    line.characters = QList<QRectF>(line.text.size(), line.box);
+    machine.text.answer = QList<RecognizedLine>{line};
+    open({step("Click “ann@example.org”")}, "How to … with ann@example.org");
+    ASSERT_EQ(model->steps()[0].redactions.size(), 1);
+    EXPECT_EQ(model->safeTitle(), "How to … with •••");
+    EXPECT_EQ(model->captions(), (QStringList{"Click “•••”"}));
+    QDir().mkpath(folder.path("out"));
+    model->exportWebFolder(folder.path("out"));
+    settle();
+    ASSERT_EQ(machine.workspace.revealed.size(), 1);
+    QFile page(machine.workspace.revealed[0]);
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(page.readAll().contains("ann@"));
+    EXPECT_TRUE(model->wasExported());
+    model->setRedact(false);
+    EXPECT_EQ(model->captions(), (QStringList{"Click “ann@example.org”"}));
+    EXPECT_EQ(model->safeTitle(), "How to … with ann@example.org");
+    model->setTitle(" ");
+    EXPECT_EQ(model->safeTitle(), "How-To Guide");
+}
+
+TEST_F(GuideModel, SavesEachStepAsACaptureInOneCollection)
+{
+    GuideStep nobodys = step("b");
+    nobodys.app.reset();
+    GuideStep lost = step("c");
+    lost.image = StepPicture(folder.path("gone.png"), QSize(9, 9));
+    open({step("a"), nobodys, lost});
+    model->saveToLibrary();
+    settle();
+    EXPECT_EQ(posted.value(0).text, "Saved 2 steps to the “Guide” collection");
+    const QString first = library.folder() + "/Guide – Step 1.png";
+    EXPECT_TRUE(QFile::exists(first));
+    EXPECT_EQ(library.meta().sources, (QHash<QString, QString>{{"Guide – Step 1.png", "Mail"}}));
+    ASSERT_EQ(library.meta().collections.size(), 1);
+    EXPECT_EQ(library.meta().collections[0].items, (QStringList{"Guide – Step 1.png", "Guide – Step 2.png"}));
+}
+
+} // namespace
