@@ -164,7 +164,7 @@ void GuideExports::saved(const std::shared_ptr<Saving> &saving, const Result<QSt
         const QString name = StepsTexts::tr("%1 – Step %2").arg(saving->source.title).arg(saving->next);
         const QString named = m_parts.library.rename(*path, name).value_or(*path);
         if (step.app && !step.app->isEmpty())
-            m_parts.library.setSource(named, *step.app);
+            m_parts.library.catalog().setSource(named, *step.app);
         saving->paths.append(named);
     } else {
         Log::error(QStringLiteral("Steps: couldn't save step %1").arg(saving->next), path.error());
@@ -176,8 +176,8 @@ void GuideExports::saved(const std::shared_ptr<Saving> &saving, const Result<QSt
 void GuideExports::collect(const Saving &saving)
 {
     if (!saving.paths.isEmpty()) {
-        const QUuid collection = m_parts.library.createCollection(saving.source.title);
-        m_parts.library.add(saving.paths, collection);
+        const QUuid collection = m_parts.library.catalog().createCollection(saving.source.title);
+        m_parts.library.catalog().add(saving.paths, collection);
         m_parts.notices.post(StepsTexts::tr("Saved %1 steps to the “%2” collection")
                                  .arg(saving.paths.size())
                                  .arg(saving.source.title),

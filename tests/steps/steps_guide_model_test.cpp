@@ -228,9 +228,10 @@ TEST_F(GuideModel, SavesEachStepAsACaptureInOneCollection)
     EXPECT_EQ(posted.value(0).text, "Saved 2 steps to the “Guide” collection");
     const QString first = library.folder() + "/Guide – Step 1.png";
     EXPECT_TRUE(QFile::exists(first));
-    EXPECT_EQ(library.meta().sources, (QHash<QString, QString>{{"Guide – Step 1.png", "Mail"}}));
-    ASSERT_EQ(library.meta().collections.size(), 1);
-    EXPECT_EQ(library.meta().collections[0].items, (QStringList{"Guide – Step 1.png", "Guide – Step 2.png"}));
+    EXPECT_EQ(library.catalog().meta().sources, (QHash<QString, QString>{{"Guide – Step 1.png", "Mail"}}));
+    ASSERT_EQ(library.catalog().meta().collections.size(), 1);
+    EXPECT_EQ(library.catalog().meta().collections[0].items,
+              (QStringList{"Guide – Step 1.png", "Guide – Step 2.png"}));
 }
 
 } // namespace
