@@ -2,7 +2,7 @@
 
 #include "base/colors.h"
 #include "document/renderer.h"
-#include "services/redaction.h"
+#include "services/redacted_areas.h"
 #include "services/sensitive_text.h"
 #include "steps/texts.h"
 
