@@ -19,7 +19,7 @@ namespace {
 QString applicationUnder(const Press &press)
 {
     for (const ListedWindow &window : press.windows) {
-        if (window.layer == 0 && window.frame.contains(press.point))
+        if (window.layer == 0 && holds(window.frame, press.point))
             return window.owner;
     }
     return QStringLiteral("?");

@@ -3,6 +3,7 @@
 #include "base/async.h"
 #include "base/log.h"
 #include "base/notice.h"
+#include "platform/secrets.h"
 #include "services/claude_client.h"
 #include "services/text_recognizer.h"
 #include "settings/app_settings.h"
@@ -153,7 +154,7 @@ std::optional<QString> StepsGuideModel::status() const
 {
     if (m_job)
         return m_jobStatus;
-    if (m_nextToImprove < m_improved.steps.size()) {
+    if (isImproving()) {
         return StepsTexts::tr("Claude is writing step %1 of %2…")
             .arg(m_nextToImprove + 1)
             .arg(m_improved.steps.size());
@@ -369,19 +370,27 @@ void StepsGuideModel::undo()
 
 void StepsGuideModel::improveCaptions()
 {
-    if (m_parts.settings.apiKey().isEmpty()) {
-        m_parts.notices.post(StepsTexts::tr("Add an Anthropic API key in Settings › AI & Sharing first"),
-                             QStringLiteral("key.fill"));
+    if (isImproving())
         return;
-    }
-    if (m_nextToImprove < m_improved.steps.size())
-        return;
-    whenSafeToShow([this] {
-        m_improved = m_guide;
-        m_improvedCaptions = captions();
-        m_nextToImprove = 0;
-        improveNext();
+    whenDone(m_parts.settings.apiKey(SecretsAccess::MayAsk), this, [this](const Result<QString> &key) {
+        if (!key)
+            m_parts.notices.post(key.error().message, QStringLiteral("key.fill"));
+        else if (key->isEmpty())
+            m_parts.notices.post(StepsTexts::tr("Add an Anthropic API key in Settings › AI & Sharing first"),
+                                 QStringLiteral("key.fill"));
+        else
+            whenSafeToShow([this] { startImproving(); });
     });
+}
+
+void StepsGuideModel::startImproving()
+{
+    if (isImproving())
+        return;
+    m_improved = m_guide;
+    m_improvedCaptions = captions();
+    m_nextToImprove = 0;
+    improveNext();
 }
 
 // One after the other. What the user does meanwhile changes neither the pictures that are sent nor whose
@@ -389,7 +398,7 @@ void StepsGuideModel::improveCaptions()
 void StepsGuideModel::improveNext()
 {
     Q_EMIT statusChanged();
-    if (m_nextToImprove >= m_improved.steps.size())
+    if (!isImproving())
         return;
     const GuideStep step = m_improved.steps[m_nextToImprove];
     const qsizetype number = m_nextToImprove + 1;

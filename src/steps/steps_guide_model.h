@@ -126,6 +126,8 @@ private:
     void searched(const QUuid &id, const Result<QList<QRectF>> &boxes);
     // Now, or once it is known what is to be hidden.
     void whenSafeToShow(const std::function<void()> &then);
+    bool isImproving() const { return m_nextToImprove < m_improved.steps.size(); }
+    void startImproving();
     void improveNext();
     GuideExports::Source source() const;
     void follow(GuideExportJob *job, const QString &status);

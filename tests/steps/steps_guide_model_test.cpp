@@ -173,6 +173,7 @@ TEST_F(GuideModel, RewritesCaptionsWithoutTellingWhatIsHidden)
 {
     open({step("Click “ann@example.org”"), step("b"), step("c", std::nullopt)});
     model->improveCaptions();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !posted.isEmpty(); }));
     EXPECT_EQ(posted.value(0).text, "Add an Anthropic API key in Settings › AI & Sharing first");
     settings.setApiKey("key");
     const auto reply = [](const QByteArray &text) {
@@ -180,6 +181,7 @@ TEST_F(GuideModel, RewritesCaptionsWithoutTellingWhatIsHidden)
     };
     machine.http.answers = {reply("“Press Send” "), HttpResponse{500, "no"}, reply("")};
     model->improveCaptions();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return model->status().has_value(); }));
     EXPECT_EQ(model->status(), "Claude is writing step 1 of 3…");
     model->move(0, 1); // the reply goes to its step, wherever that is by then
     settle();

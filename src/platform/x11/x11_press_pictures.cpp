@@ -214,7 +214,7 @@ const Screen *X11PressPictures::Watch::screenOf(QPoint native) const
 Result<QImage> X11PressPictures::Watch::picture(const Screen &screen) const
 {
     return m_photographer->display(screen, Pointer::Hidden,
-                                m_owner.m_trails ? m_owner.m_trails->region() : QRegion());
+                                   m_owner.m_trails ? m_owner.m_trails->region() : QRegion());
 }
 
 void X11PressPictures::Watch::take(quint32 serverTime)
@@ -271,7 +271,7 @@ std::optional<ClickTarget> X11PressPictures::Watch::target(QPoint at, quint32 to
         return std::nullopt;
     target.pid = X11Desktop::pid(*m_connection, window);
     target.window = wholeArea(*m_connection, window);
-    target.visible = X11Desktop::visibleFrame(*m_connection, window);
+    target.visible = X11Desktop::visibleFrame(*m_connection, window, WindowPart::ClientArea);
     target.title = titleOf(*m_connection, window);
     target.isPopup = client == 0;
     return target;
