@@ -1,13 +1,18 @@
 #include "app/app_delegate.h"
 
 #include "app/document_routing.h"
+#include "app/pasteboard_opening.h"
 #include "app/texts.h"
+#include "base/crash_report.h"
 #include "base/log.h"
 #include "capture/screen_capturer.h"
 #include "capture/ui/capture_overlay.h"
 #include "pins/pins.h"
 #include "editor/style_presets.h"
+#include "library/auto_delete.h"
+#include "library/clipboard_owner.h"
 #include "library/library.h"
+#include "library/library_backup.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
 #include "platform/http.h"
@@ -31,6 +36,7 @@
 #include "settings/capture_preset_store.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
+#include "settings/migration.h"
 #include "ui/appearance.h"
 #include "ui/tips.h"
 #include "ui/toast.h"
@@ -69,9 +75,15 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     connect(&m_instance, &SingleInstance::received, this, &AppDelegate::openArguments);
 
     const bool crashedLastTime = Log::startSession();
+    CrashReport::install(CrashReport::folderIn(m_platform.paths->state()),
+                         QCoreApplication::applicationVersion());
+    m_quitting.lastWork = [this] { leaveClipboard(); };
     connect(&m_application, &QCoreApplication::aboutToQuit, this, [] { Log::endSession(); });
 
     m_defaults = std::make_unique<Defaults>(m_platform.paths->config() + QStringLiteral("/defaults.json"));
+    const Migration::Outcome migration =
+        Migration::runIfNeeded(*m_defaults, *m_platform.secrets, *m_platform.paths);
+    m_pending.keep(QStringLiteral("carrying the API key over"), migration.key);
     m_prefs = std::make_unique<AppSettings>(*m_defaults, *m_platform.secrets, *m_platform.loginItem,
                                             *m_platform.paths, m_notices);
     m_settings = std::make_unique<CaptureSettings>(*m_defaults);
@@ -85,9 +97,10 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
-    m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs,
+    m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs, *m_presets,
                                               [this](HotKeyAction action) { return isAvailable(action); });
     connect(m_shortcuts.get(), &Shortcuts::performed, this, &AppDelegate::perform);
+    connect(m_shortcuts.get(), &Shortcuts::presetCalled, this, &AppDelegate::runPreset);
     m_shortcuts->registerHotkeys();
     Log::info(QStringLiteral("Ready for shortcuts"));
 
@@ -97,10 +110,13 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     m_tips = std::make_unique<TipCenter>(m_prefs.get());
     buildEditors();
     buildStatusItem();
-    tellOfTheLastSession(crashedLastTime);
+    tellOfTheLastSession(crashedLastTime, migration.hasMigrated);
     if (!arguments.isEmpty())
         openArguments(arguments);
+    else if (!m_defaults->boolean(QStringLiteral("didShowWelcome"), false))
+        m_windows->show(SingletonWindows::Kind::Welcome);
     QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::warmUp);
+    QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::tidyLibrary);
     return true;
 }
 
@@ -148,6 +164,26 @@ void AppDelegate::warmUp()
     // Where pictures need the user's consent nothing may be asked now.
     if (m_platform.pictures->capabilities().excludesOwn)
         whenDone(m_capturer->captureAllDisplays(Pointer::Hidden), this, [](const auto &) {});
+}
+
+// What nobody waits for.
+void AppDelegate::tidyLibrary()
+{
+    LibraryBackup::autoBackup(*m_library, m_clock.now());
+    const int moved = autoDelete(*m_library, m_prefs->autoDeleteDays(), m_clock.now());
+    if (moved > 0)
+        m_notices.post(AppTexts::tr("Moved %n old capture(s) to the Trash", nullptr, moved),
+                       QStringLiteral("trash"));
+}
+
+// What was copied here can be pasted after the program has gone.
+void AppDelegate::leaveClipboard()
+{
+    const QList<Pasteboard::Flavor> flavors = m_platform.pasteboard->lostAtQuit();
+    if (flavors.isEmpty())
+        return;
+    const QFuture<Result<void>> left = ClipboardOwner::start(flavors);
+    m_pending.keep(QStringLiteral("leaving the clipboard"), left);
 }
 
 void AppDelegate::buildStatusItem()
@@ -217,8 +253,13 @@ void AppDelegate::buildLinks()
     m_links = std::make_unique<CommandLinks>(std::move(actions), m_notices);
 }
 
-void AppDelegate::tellOfTheLastSession(bool hasCrashed)
+void AppDelegate::tellOfTheLastSession(bool hasCrashed, bool hasMigrated)
 {
+    if (hasMigrated) {
+        Log::info(QStringLiteral("Migrated settings and captures from Tidegrasp"));
+        m_notices.post(AppTexts::tr("Tidegrasp is now Lumenpost — your captures and settings came along"),
+                       QStringLiteral("sparkles"));
+    }
     if (hasCrashed)
         m_notices.post(
             AppTexts::tr(
@@ -344,8 +385,23 @@ void AppDelegate::openArguments(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         return showLibrary();
-    for (const QString &argument : arguments)
-        m_links->open(argument);
+    for (const QString &argument : arguments) {
+        if (argument == QLatin1String(kOpenClipboard))
+            openInLumenpost();
+        else
+            m_links->open(argument);
+    }
+}
+
+void AppDelegate::openInLumenpost()
+{
+    const PasteboardOpening opening(*m_platform.pasteboard,
+                                    {[this](const QString &path) { m_documents->openFile(path); },
+                                     [this](const QImage &image) {
+                                         m_documents->openEditor(std::make_unique<EditorDocument>(image));
+                                     }});
+    if (const auto opened = opening.open(); !opened)
+        m_notices.post(opened.error().message, QStringLiteral("exclamationmark.triangle.fill"));
 }
 
 void AppDelegate::relaunch()

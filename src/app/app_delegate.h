@@ -39,6 +39,9 @@ class TipCenter;
 class ToastPresenter;
 class Uploader;
 
+// Among the words of a start: opens what is on the clipboard.
+inline constexpr const char *kOpenClipboard = "--open-clipboard";
+
 // The one controller of the running program. It makes every shared object, starts them in their order, and
 // joins the subsystems; each road (captures, shortcuts, the tray) has a class of its own.
 class AppDelegate : public QObject {
@@ -56,6 +59,8 @@ public:
     void runPreset(const CapturePreset &preset);
     void showLibrary();
     void openArguments(const QStringList &arguments);
+    // Opens what is on the clipboard.
+    void openInLumenpost();
     void relaunch();
 
 private:
@@ -66,8 +71,10 @@ private:
     void buildLinks();
     void buildEditors();
     void buildStatusItem();
-    void tellOfTheLastSession(bool hasCrashed);
+    void tellOfTheLastSession(bool hasCrashed, bool hasMigrated);
     void warmUp();
+    void tidyLibrary();
+    void leaveClipboard();
 
     QApplication &m_application;
     SingleInstance m_instance;

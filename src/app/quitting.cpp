@@ -25,14 +25,23 @@ bool Quitting::eventFilter(QObject *watched, QEvent *event)
             Log::info(QStringLiteral("Quitting waits for ") +
                       m_pending.underWay().join(QStringLiteral(", ")));
         m_pending.whenIdle(PendingWork::kLimit, [this] {
-            m_state = State::Leaving;
-            QCoreApplication::quit();
+            m_state = State::LastWork;
+            if (lastWork)
+                lastWork();
+            m_pending.whenIdle(PendingWork::kLimit, [this] { leave(); });
         });
         return true;
     case State::Waiting:
+    case State::LastWork:
         return true;
     case State::Leaving:
         return false;
     }
     Q_UNREACHABLE();
+}
+
+void Quitting::leave()
+{
+    m_state = State::Leaving;
+    QCoreApplication::quit();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 
 class PendingWork;
 class QApplication;
@@ -12,11 +13,16 @@ class Quitting : public QObject {
 public:
     Quitting(QApplication &application, PendingWork &pending);
 
+    // Called once when nothing else is pending; what it starts in turn is waited for as well.
+    std::function<void()> lastWork;
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum class State { Running, Waiting, Leaving };
+    void leave();
+
+    enum class State { Running, Waiting, LastWork, Leaving };
 
     QApplication &m_application;
     PendingWork &m_pending;

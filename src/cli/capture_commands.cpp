@@ -1,12 +1,13 @@
 #include "cli/command.h"
 
 #include "capture/screen_capturer.h"
-#include "cli/clipboard_owner.h"
 #include "cli/pictures.h"
 #include "cli/rectangle.h"
 #include "cli/texts.h"
 #include "cli/window_owner.h"
 #include "document/image_files.h"
+#include "library/clipboard.h"
+#include "library/clipboard_owner.h"
 #include "library/library.h"
 #include "platform/platform.h"
 #include "platform/pointer_control.h"
@@ -64,7 +65,7 @@ void deliver(CommandContext &context, const QImage &image, const CaptureArgument
             library.catalog().setSource(path, source);
     }
     if (arguments.clipboard) {
-        if (const auto owned = ClipboardOwner::start(image); !owned)
+        if (const auto owned = waitFor(ClipboardOwner::start(Clipboard::encoded(image))); !owned)
             context.fail(owned.error());
     }
     CommandContext::print(path);
@@ -253,5 +254,5 @@ void addCaptureCommands(CLI::App &app, CommandContext &context)
     addWindow(group, context);
     addDisplays(app, context);
     addWindows(app, context);
-    ClipboardOwner::addCommand(app, context);
+    addClipboardCommand(app, context);
 }

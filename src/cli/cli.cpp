@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::array kGroups{
     addCaptureCommands, addScrollingCommands, addRenderCommand,  addRecognitionCommands,
-    addOnlineCommands,  addLibraryCommands,   addExportCommands,
+    addOnlineCommands,  addLibraryCommands,   addExportCommands, addDiagnosticsCommand,
 };
 
 void addCommands(CLI::App &app, CommandContext &context)
@@ -35,7 +35,8 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
         ->type_name("DIR");
     app.footer(
         "lumenpost FILE… and lumenpost LINK… open files and lumenpost:// links in the program that runs, "
-        "starting it if needed; lumenpost alone starts it in the tray.\n\n"
+        "starting it if needed; lumenpost "
+        "--open-clipboard opens what was copied; lumenpost alone starts it in the tray.\n\n"
         "Exit status: 0 done, 1 failed, 2 wrong words in the call, 3 done but nothing was found.");
     // For the build, which installs both.
     app.add_flag_callback(
@@ -89,7 +90,7 @@ bool isCommandLineCall(int argc, char **argv)
     static constexpr std::array words{
         "capture",   "displays", "windows",      "scroll",      "stitch", "render",  "text",
         "boxes",     "faces",    "redact",       "describe",    "upload", "library", "clipboard-owner",
-        "export",    "pdf",      "combine",      "guide-image", "--help", "-h",      "--help-all",
+        "export",    "pdf",      "combine",      "guide-image", "diagnostics", "--help", "-h",      "--help-all",
         "--version", "--manual", "--completion",
     };
     for (int i = 1; i < argc; ++i) {

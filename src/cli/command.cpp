@@ -16,6 +16,7 @@
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "settings/defaults.h"
+#include "settings/migration.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -96,6 +97,10 @@ AppSettings &CommandContext::settings()
         Platform &machine = platform();
         m_parts->defaults =
             std::make_unique<Defaults>(machine.paths->config() + QStringLiteral("/defaults.json"));
+        // A command may be what a user of the earlier program calls first.
+        if (Migration::isDue(*m_parts->defaults, *machine.paths))
+            Migration::runIfNeeded(*m_parts->defaults, *machine.secrets, *machine.paths)
+                .key.waitForFinished();
         m_parts->settings = std::make_unique<AppSettings>(
             *m_parts->defaults, *machine.secrets, *machine.loginItem, *machine.paths, m_parts->notices);
         if (!libraryFolder.isEmpty())

@@ -91,6 +91,8 @@ Result<T> waitFor(QFuture<Result<T>> future)
 
 // One function a group of commands; each lies in the file of its group.
 void addCaptureCommands(CLI::App &app, CommandContext &context);
+void addClipboardCommand(CLI::App &app, CommandContext &context);   // for the program itself
+void addDiagnosticsCommand(CLI::App &app, CommandContext &context); // diagnostics
 void addLibraryCommands(CLI::App &app, CommandContext &context);
 void addExportCommands(CLI::App &app, CommandContext &context); // export, pdf, combine, guide-image
 // favorite, collection, versions, restore, duplicates, autodelete

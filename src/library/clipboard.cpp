@@ -6,18 +6,6 @@
 
 namespace {
 
-QList<Pasteboard::Flavor> encoded(const QImage &image)
-{
-    QList<Pasteboard::Flavor> flavors;
-    const QByteArray png = ImageFiles::encode(image, ImageFiles::Type::Png);
-    if (!png.isEmpty())
-        flavors.append({QStringLiteral("image/png"), png});
-    const QByteArray tiff = ImageFiles::encode(image, ImageFiles::Type::Tiff);
-    if (!tiff.isEmpty())
-        flavors.append({QStringLiteral("image/tiff"), tiff});
-    return flavors;
-}
-
 Result<void> place(Pasteboard &pasteboard, const QList<Pasteboard::Flavor> &flavors,
                    const Pasteboard::Turn &turn)
 {
@@ -29,6 +17,18 @@ Result<void> place(Pasteboard &pasteboard, const QList<Pasteboard::Flavor> &flav
 }
 
 } // namespace
+
+QList<Pasteboard::Flavor> Clipboard::encoded(const QImage &image)
+{
+    QList<Pasteboard::Flavor> flavors;
+    const QByteArray png = ImageFiles::encode(image, ImageFiles::Type::Png);
+    if (!png.isEmpty())
+        flavors.append({QStringLiteral("image/png"), png});
+    const QByteArray tiff = ImageFiles::encode(image, ImageFiles::Type::Tiff);
+    if (!tiff.isEmpty())
+        flavors.append({QStringLiteral("image/tiff"), tiff});
+    return flavors;
+}
 
 QFuture<Result<void>> Clipboard::copy(Pasteboard &pasteboard, const std::function<QImage()> &makeImage,
                                       QObject *owner)

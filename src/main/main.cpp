@@ -47,7 +47,8 @@ int runDesktopProgram(int argc, char **argv)
 bool isOpenable(const char *word)
 {
     const QString text = QFile::decodeName(word);
-    return URLCommand::isLink(text) || QUrl(text).isLocalFile() || QFile::exists(text);
+    return text == QLatin1String(kOpenClipboard) || URLCommand::isLink(text) || QUrl(text).isLocalFile() ||
+           QFile::exists(text);
 }
 
 } // namespace

@@ -40,6 +40,9 @@ public:
     virtual bool hasImage() const = 0;
     virtual QImage image() const = 0;
 
+    // What would be gone if this program ended now: its own content that no clipboard manager takes over.
+    virtual QList<Flavor> lostAtQuit() const = 0;
+
 protected:
     // The content is another one now, by whomever.
     void noteChange() { m_newest = ++m_order; }

@@ -2,7 +2,6 @@
 #include "app/capture_flow.h"
 #include "app/countdown.h"
 #include "app/delivery.h"
-#include "app/shortcuts.h"
 #include "app/source_application.h"
 #include "base/log.h"
 #include "base/notice.h"
@@ -294,29 +293,4 @@ TEST_F(CaptureFlowTest, CountsDownBeforeADelayedCapture)
     EXPECT_TRUE(machine.pictures.requests.isEmpty());
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(seconds, (QList<int>{1, 0}));
-}
-
-TEST_F(CaptureFlowTest, IsTheTargetOfTheShortcutsUntilAFieldListens)
-{
-    Shortcuts shortcuts(machine.hotKeys, prefs,
-                        [](HotKeyAction action) { return action != HotKeyAction::Record; });
-    QList<HotKeyAction> performed;
-    QObject::connect(&shortcuts, &Shortcuts::performed, &shortcuts,
-                     [&](HotKeyAction action) { performed.append(action); });
-    const int controlShift = KeyCombo::Control | KeyCombo::Shift;
-    machine.hotKeys.takenElsewhere.insert({8, controlShift});
-    shortcuts.registerHotkeys();
-    EXPECT_EQ(machine.hotKeys.registered.size(), 7);
-    EXPECT_FALSE(machine.hotKeys.registered.contains({15, controlShift})) << "it can't run";
-    EXPECT_FALSE(machine.hotKeys.press(8, controlShift));
-    EXPECT_TRUE(machine.hotKeys.press(3, controlShift));
-    EXPECT_TRUE(performed.isEmpty()); // never inside the event itself
-    QCoreApplication::processEvents();
-    EXPECT_EQ(performed, QList<HotKeyAction>{HotKeyAction::FullScreen});
-
-    prefs.setRecordingShortcut(true);
-    EXPECT_TRUE(machine.hotKeys.registered.isEmpty());
-    prefs.setRecordingShortcut(false);
-    EXPECT_TRUE(machine.hotKeys.registered.contains({3, controlShift}));
-    EXPECT_TRUE(log().contains("Shortcut ⌃⇧C of capture is not available: Taken."));
 }

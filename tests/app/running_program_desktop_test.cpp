@@ -1,6 +1,7 @@
 #include "running_program.h"
 #include "support/printers.h"
 
+#include <QClipboard>
 #include <QRegularExpression>
 #include <csignal>
 
@@ -166,4 +167,61 @@ TEST_F(RunningProgram, FinishesACaptureThatIsStillWrittenWhenItIsToldToQuit)
     EXPECT_TRUE(log().contains("Captured " + captures().first().toUtf8()));
     EXPECT_TRUE(log().endsWith("Lumenpost quit\n"));
     EXPECT_FALSE(log().contains("Given up"));
+}
+
+TEST_F(RunningProgram, LeavesWhatItCopiedToThoseWhoPasteAfterItHasQuit)
+{
+    set(R"({"openEditorAfterCapture": false, "shutterSound": false, "copyToClipboard": true})");
+    start();
+    key("super+shift+f");
+    ASSERT_TRUE(waitForCaptures(1));
+    const QImage capture(captures().first());
+    const auto paste = [] {
+        QProcess xclip;
+        xclip.start("xclip", {"-selection", "clipboard", "-o", "-t", "image/png"});
+        return xclip.waitForFinished(10000) ? QImage::fromData(xclip.readAllStandardOutput()) : QImage();
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !paste().isNull(); }, 10000));
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(20000));
+    EXPECT_EQ(paste().convertToFormat(QImage::Format_RGB32), capture.convertToFormat(QImage::Format_RGB32));
+    // Nothing lies about, and the process that holds it goes with the next copy.
+    EXPECT_TRUE(QDir(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/lumenpost").isEmpty());
+    const auto owners = [] {
+        QProcess search;
+        search.start("pgrep", {"-f", binary() + " clipboard-owner"});
+        search.waitForFinished();
+        return search.readAllStandardOutput().count('\n');
+    };
+    EXPECT_EQ(owners(), 1);
+    QProcess other;
+    other.start("xclip", {"-selection", "clipboard", "-i"});
+    other.write("something else");
+    other.closeWriteChannel();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return owners() == 0; }, 10000));
+    other.waitForFinished(); // its own background process goes with the display
+}
+
+TEST_F(RunningProgram, OpensWhatIsOnTheClipboard)
+{
+    set(kNoEditor);
+    start();
+    QImage picture(320, 200, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    QGuiApplication::clipboard()->setImage(picture);
+    QProcess second;
+    second.setProcessEnvironment(environment());
+    second.start(binary(), {"--open-clipboard"});
+    EXPECT_TRUE(QTest::qWaitFor(
+        [] {
+            const QImage desktop = photograph();
+            int pixels = 0;
+            for (int y = 0; y < desktop.height(); y += 4) {
+                for (int x = 0; x < desktop.width(); x += 4)
+                    pixels += desktop.pixelColor(x, y) == QColor(Qt::darkCyan);
+            }
+            return pixels > 300;
+        },
+        10000));
+    second.waitForFinished();
 }

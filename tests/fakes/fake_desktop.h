@@ -152,6 +152,8 @@ public:
         return {};
     }
 
+    QList<Flavor> lostAtQuit() const override { return flavors; }
+
     QList<Flavor> flavors;
 
 private:

@@ -35,7 +35,7 @@ QStringList imageFormats(const QMimeData &data)
 
 } // namespace
 
-QtPasteboard::QtPasteboard()
+QtPasteboard::QtPasteboard(std::function<bool()> hasManager) : m_hasManager(std::move(hasManager))
 {
     if (QClipboard *board = clipboard())
         QObject::connect(board, &QClipboard::dataChanged, &m_listener, [this] { noteChange(); });
@@ -100,4 +100,18 @@ QImage QtPasteboard::image() const
             return image;
     }
     return {};
+}
+
+QList<Pasteboard::Flavor> QtPasteboard::lostAtQuit() const
+{
+    const QClipboard *board = clipboard();
+    if (!board || !board->ownsClipboard() || !board->mimeData() || m_hasManager())
+        return {};
+    QList<Flavor> flavors;
+    for (const QString &format : board->mimeData()->formats()) {
+        const QByteArray bytes = board->mimeData()->data(format);
+        if (!bytes.isEmpty())
+            flavors.append({format, bytes});
+    }
+    return flavors;
 }

@@ -35,6 +35,7 @@ public:
     QString text() const override;
     bool hasImage() const override;
     QImage image() const override;
+    QList<Flavor> lostAtQuit() const override { return {}; }
 
 private:
     QList<Flavor> m_flavors;

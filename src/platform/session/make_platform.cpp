@@ -18,6 +18,7 @@
 #include "platform/session/recognition_loader.h"
 #include "platform/session/session_kind.h"
 #include "platform/text_engine.h"
+#include "platform/x11/x11_clipboard_manager.h"
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_input_monitor.h"
 #include "platform/x11/x11_pointer_control.h"
@@ -39,7 +40,7 @@ void addX11(Platform &platform)
     platform.inputMonitors = std::make_unique<X11InputMonitors>();
     platform.workspace =
         std::make_unique<X11Workspace>(X11Workspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
-    platform.pasteboard = std::make_unique<QtPasteboard>();
+    platform.pasteboard = std::make_unique<QtPasteboard>(&hasX11ClipboardManager);
 }
 
 void addNoScreen(Platform &platform)
