@@ -1,5 +1,6 @@
 #include "base/clock.h"
 #include "cli/command.h"
+#include "cli/texts.h"
 #include "diagnostics/diagnostics.h"
 #include "library/library.h"
 #include "platform/permissions.h"
@@ -12,7 +13,8 @@
 void addDiagnosticsCommand(CLI::App &app, CommandContext &context)
 {
     CLI::App *command = app.add_subcommand(
-        "diagnostics", "Put the logs and a summary of the system into one file, to be sent with a report");
+        "diagnostics",
+        help(CliTexts::tr("Put the logs and a summary of the system into one file, to be sent with a report")));
     setBody(command, context, Needs::Core, [&context] {
         const Platform &platform = context.platform();
         const Diagnostics diagnostics({*platform.paths, *platform.screens, *platform.permissions,

@@ -47,7 +47,7 @@ PrivateText::PrivateText(Known known) : m_known(std::move(known))
     QStringList stems;
     for (const QString &name : m_known.names) {
         const QString stem = QFileInfo(name).completeBaseName();
-        if (stem.size() > 3) // shorter ones would tear words apart; with its extension it goes anyway
+        if (!name.contains(QLatin1Char('/')) && stem.size() > 3) // shorter ones would tear words apart; with its extension it goes anyway
             stems.append(stem);
     }
     m_known.names += stems;

@@ -8,7 +8,7 @@ class PrivateText {
 public:
     struct Known {
         QString home;        // shown as "~"
-        QStringList names;   // of files of the Library: each becomes "<file>"
+        QStringList names;   // of files of the Library, with or without their folder: each becomes "<file>"
         QStringList secrets; // each becomes "<secret>"
     };
 

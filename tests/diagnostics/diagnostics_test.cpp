@@ -126,9 +126,11 @@ TEST_F(DiagnosticsTest, SaysWhenThereIsNoPlaceForIt)
 
 TEST(PrivateText, TakesOutFilesAndLeavesTheRestReadable)
 {
-    const PrivateText text({"/home/ada", {"Plan.png", "a.png"}, {"s3cret"}});
+    const PrivateText text({"/home/ada", {"Plan.png", "a.png", "/mnt/Shots/Lumenpost"}, {"s3cret"}});
     const std::pair<const char *, const char *> cases[] = {
         {"2026-03-14T09:00:00Z [INFO] Ready for shortcuts", nullptr},
+        {"2026-03-14T09:00:00Z [INFO] Lumenpost 1.0 started on Debian", nullptr},
+        {"Not writable: /mnt/Shots/Lumenpost/x", "Not writable: <file>/x"},
         {"2026-03-14T09:00:00Z [ERROR] Couldn't move Trip to X.mov to the Trash: No room.",
          "2026-03-14T09:00:00Z [ERROR] <file>.mov to the Trash: No room."},
         {"2026-03-14T09:00:00Z [ERROR] Not read: /home/ada/a b/c.md (x)",
