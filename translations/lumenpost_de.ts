@@ -2,103 +2,2483 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AppTexts</name>
+    <message>
+        <source>Lumenpost can&apos;t see your screen yet</source>
+        <translation>Lumenpost kann den Bildschirm noch nicht sehen</translation>
+    </message>
+    <message>
+        <source>Quit &amp;&amp; Reopen</source>
+        <translation>Beenden &amp;&amp; neu starten</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Capture failed</source>
+        <translation>Aufnahme fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Lumenpost didn&apos;t quit normally last time — Settings › Help can make a diagnostics file</source>
+        <translation>Lumenpost wurde zuletzt nicht normal beendet — Einstellungen › Hilfe erstellt eine Diagnosedatei</translation>
+    </message>
+    <message>
+        <source>Drag to select  ·  Click a window  ·  Return for full screen  ·  Esc to cancel</source>
+        <translation>Ziehen wählt aus  ·  Klick nimmt ein Fenster  ·  Eingabe für den ganzen Bildschirm  ·  Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Select the area to scroll  ·  Click a window  ·  Esc to cancel</source>
+        <translation>Bereich zum Scrollen wählen  ·  Klick nimmt ein Fenster  ·  Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Select an area to record  ·  Click a window  ·  Return for full screen  ·  Esc to cancel</source>
+        <translation>Bereich für den Film wählen  ·  Klick nimmt ein Fenster  ·  Eingabe für den ganzen Bildschirm  ·  Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Unknown Lumenpost link</source>
+        <translation>Unbekannter Lumenpost-Link</translation>
+    </message>
+    <message>
+        <source>No preset named “%1”</source>
+        <translation>Keine Vorlage namens „%1“</translation>
+    </message>
+    <message>
+        <source>Recording saved to Library</source>
+        <translation>Film in der Bibliothek gesichert</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t save to %1</source>
+        <translation>Sichern in %1 nicht möglich</translation>
+    </message>
+    <message>
+        <source>Captured &amp; copied to clipboard</source>
+        <translation>Aufgenommen und in die Zwischenablage kopiert</translation>
+    </message>
+    <message>
+        <source>Saved to Library</source>
+        <translation>In der Bibliothek gesichert</translation>
+    </message>
+    <message>
+        <source>%1 was changed elsewhere, so its earlier objects were set aside</source>
+        <translation>%1 wurde anderswo geändert, daher wurden die früheren Objekte beiseitegelegt</translation>
+    </message>
+    <message>
+        <source>%1 can’t be read as a picture</source>
+        <translation>%1 ist nicht als Bild lesbar</translation>
+    </message>
+    <message>
+        <source>Unsaved edits can’t be read</source>
+        <translation>Ungesicherte Änderungen sind nicht lesbar</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t open %1</source>
+        <translation>%1 konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation>Bild öffnen</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>No captures to pin yet</source>
+        <translation>Noch keine Aufnahmen zum Anheften</translation>
+    </message>
+    <message>
+        <source>Lumenpost can&apos;t keep “%1”, which tells later starts that it runs.</source>
+        <translation>Lumenpost kann „%1“ nicht halten, woran spätere Starts erkennen, dass es läuft.</translation>
+    </message>
+    <message>
+        <source>Lumenpost runs already, but doesn&apos;t answer.</source>
+        <translation>Lumenpost läuft bereits, antwortet aber nicht.</translation>
+    </message>
+    <message>
+        <source>Later starts of Lumenpost can&apos;t be handed over.</source>
+        <translation>Spätere Starts von Lumenpost können nicht übergeben werden.</translation>
+    </message>
+    <message>
+        <source>Capture Region or Window</source>
+        <translation>Bereich oder Fenster aufnehmen</translation>
+    </message>
+    <message>
+        <source>Capture Full Screen</source>
+        <translation>Ganzen Bildschirm aufnehmen</translation>
+    </message>
+    <message>
+        <source>Capture in 3 Seconds</source>
+        <translation>In 3 Sekunden aufnehmen</translation>
+    </message>
+    <message>
+        <source>Scrolling Capture</source>
+        <translation>Scrollende Aufnahme</translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation>Film beenden</translation>
+    </message>
+    <message>
+        <source>Record Screen</source>
+        <translation>Bildschirm filmen</translation>
+    </message>
+    <message>
+        <source>Finish Steps</source>
+        <translation>Schritte abschließen</translation>
+    </message>
+    <message>
+        <source>Record Steps (How-To Guide)</source>
+        <translation>Schritte aufzeichnen (Anleitung)</translation>
+    </message>
+    <message>
+        <source>Grab Text from Screen</source>
+        <translation>Text vom Bildschirm holen</translation>
+    </message>
+    <message>
+        <source>Open Library…</source>
+        <translation>Bibliothek öffnen …</translation>
+    </message>
+    <message>
+        <source>Pin Last Capture</source>
+        <translation>Letzte Aufnahme anheften</translation>
+    </message>
+    <message>
+        <source>Open Image…</source>
+        <translation>Bild öffnen …</translation>
+    </message>
+    <message>
+        <source>Close All Pins</source>
+        <translation>Alle angehefteten Bilder schließen</translation>
+    </message>
+    <message>
+        <source>Open Editor After Capture</source>
+        <translation>Nach der Aufnahme Editor öffnen</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message>
+        <source>Welcome &amp; Permissions…</source>
+        <translation>Willkommen &amp; Berechtigungen …</translation>
+    </message>
+    <message>
+        <source>Quit Lumenpost</source>
+        <translation>Lumenpost beenden</translation>
+    </message>
+</context>
+<context>
     <name>BaseTexts</name>
     <message>
         <source>there is a folder of that name</source>
-        <translation type="unfinished"></translation>
+        <translation>es gibt einen Ordner dieses Namens</translation>
     </message>
     <message>
         <source>it is no regular file</source>
-        <translation type="unfinished"></translation>
+        <translation>es ist keine gewöhnliche Datei</translation>
     </message>
     <message>
         <source>%1 is no regular file.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist keine gewöhnliche Datei.</translation>
     </message>
     <message>
         <source>it could not be encoded</source>
-        <translation type="unfinished"></translation>
+        <translation>es konnte nicht kodiert werden</translation>
     </message>
     <message>
         <source>the disk is full</source>
-        <translation type="unfinished"></translation>
+        <translation>der Datenträger ist voll</translation>
     </message>
     <message>
         <source>your share of the disk is used up</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihr Anteil am Datenträger ist aufgebraucht</translation>
     </message>
     <message>
         <source>the file would be larger than is allowed here</source>
-        <translation type="unfinished"></translation>
+        <translation>die Datei würde größer, als hier erlaubt ist</translation>
     </message>
     <message>
         <source>the disk can&apos;t be written to</source>
-        <translation type="unfinished"></translation>
+        <translation>der Datenträger ist nicht beschreibbar</translation>
     </message>
     <message>
         <source>permission denied</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Berechtigung</translation>
     </message>
     <message>
         <source>there is no such folder</source>
-        <translation type="unfinished"></translation>
+        <translation>diesen Ordner gibt es nicht</translation>
     </message>
     <message>
         <source>the name is too long</source>
-        <translation type="unfinished"></translation>
+        <translation>der Name ist zu lang</translation>
     </message>
     <message>
         <source>too many files are open</source>
-        <translation type="unfinished"></translation>
+        <translation>zu viele Dateien sind geöffnet</translation>
     </message>
     <message>
         <source>the disk reports an error</source>
-        <translation type="unfinished"></translation>
+        <translation>der Datenträger meldet einen Fehler</translation>
     </message>
     <message>
         <source>Couldn&apos;t write %1: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 konnte nicht geschrieben werden: %2.</translation>
     </message>
     <message>
         <source>There is no file %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Datei %1.</translation>
     </message>
     <message>
         <source>Couldn&apos;t read %1: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 konnte nicht gelesen werden: %2.</translation>
     </message>
     <message>
         <source>Another program is using %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein anderes Programm benutzt %1.</translation>
+    </message>
+    <message>
+        <source>%1 is not valid JSON: %2.</source>
+        <translation>%1 ist kein gültiges JSON: %2.</translation>
+    </message>
+    <message>
+        <source>A part of Lumenpost is missing (%1): install it again.</source>
+        <translation>Ein Teil von Lumenpost fehlt (%1): bitte neu installieren.</translation>
+    </message>
+    <message>
+        <source>%1 is a folder.</source>
+        <translation>%1 ist ein Ordner.</translation>
+    </message>
+    <message>
+        <source>%1 is too large to be read: %2.</source>
+        <translation>%1 ist zu groß zum Lesen: %2.</translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation>Aufnahme</translation>
+    </message>
+    <message>
+        <source>There is no place for temporary files: %1.</source>
+        <translation>Es gibt keinen Platz für temporäre Dateien: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>CaptureTexts</name>
+    <message>
+        <source>The region is too large.</source>
+        <translation>Der Bereich ist zu groß.</translation>
+    </message>
+    <message>
+        <source>That window is no longer available.</source>
+        <translation>Dieses Fenster gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>No displays could be captured. Check Screen Recording permission.</source>
+        <translation>Kein Bildschirm konnte aufgenommen werden. Bitte die Berechtigung für Bildschirmaufnahmen prüfen.</translation>
+    </message>
+    <message>
+        <source>No display shows anything of that region.</source>
+        <translation>Kein Bildschirm zeigt etwas von diesem Bereich.</translation>
+    </message>
+</context>
+<context>
+    <name>CaptureUiTexts</name>
+    <message>
+        <source>1 frame</source>
+        <translation>1 Bild</translation>
+    </message>
+    <message>
+        <source>%1 frames</source>
+        <translation>%1 Bilder</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+</context>
+<context>
+    <name>CliTexts</name>
+    <message>
+        <source>Include the pointer</source>
+        <translation>Den Mauszeiger mit aufnehmen</translation>
+    </message>
+    <message>
+        <source>Wait this many seconds first</source>
+        <translation>Zuerst so viele Sekunden warten</translation>
+    </message>
+    <message>
+        <source>Also copy it to the clipboard</source>
+        <translation>Auch in die Zwischenablage kopieren</translation>
+    </message>
+    <message>
+        <source>Write this file instead of a new one in the Library</source>
+        <translation>Diese Datei schreiben statt einer neuen in der Bibliothek</translation>
+    </message>
+    <message>
+        <source>There is no display %1.</source>
+        <translation>Es gibt keinen Bildschirm %1.</translation>
+    </message>
+    <message>
+        <source>A whole display</source>
+        <translation>Einen ganzen Bildschirm</translation>
+    </message>
+    <message>
+        <source>Its id, as `displays` lists it; else the one under the pointer</source>
+        <translation>Seine Kennung, wie `displays` sie zeigt; sonst der unter dem Mauszeiger</translation>
+    </message>
+    <message>
+        <source>A part of the desktop</source>
+        <translation>Einen Teil der Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>One window alone, also when it is covered</source>
+        <translation>Ein Fenster allein, auch wenn es verdeckt ist</translation>
+    </message>
+    <message>
+        <source>Its id, as `windows` lists it</source>
+        <translation>Seine Kennung, wie `windows` sie zeigt</translation>
+    </message>
+    <message>
+        <source>Without its title bar and frame</source>
+        <translation>Ohne Titelleiste und Rahmen</translation>
+    </message>
+    <message>
+        <source>List the displays that can be captured</source>
+        <translation>Die Bildschirme zeigen, die aufgenommen werden können</translation>
+    </message>
+    <message>
+        <source>One JSON array</source>
+        <translation>Ein JSON-Array</translation>
+    </message>
+    <message>
+        <source>List the windows that can be captured, front to back</source>
+        <translation>Die Fenster zeigen, die aufgenommen werden können, von vorn nach hinten</translation>
+    </message>
+    <message>
+        <source>Take a picture of the screen</source>
+        <translation>Ein Bild vom Bildschirm aufnehmen</translation>
+    </message>
+    <message>
+        <source>Capture what is on the screen, mark it up, keep it and share it.</source>
+        <translation>Aufnehmen, was auf dem Bildschirm ist, es auszeichnen, aufbewahren und teilen.</translation>
+    </message>
+    <message>
+        <source>Show the help of every command</source>
+        <translation>Die Hilfe aller Befehle zeigen</translation>
+    </message>
+    <message>
+        <source>Use this folder as the save folder, for this call alone</source>
+        <translation>Diesen Ordner als Ablage benutzen, nur für diesen Aufruf</translation>
+    </message>
+    <message>
+        <source>Print the manual page</source>
+        <translation>Die Handbuchseite ausgeben</translation>
+    </message>
+    <message>
+        <source>Print a shell&apos;s completion script</source>
+        <translation>Das Vervollständigungsskript einer Shell ausgeben</translation>
+    </message>
+    <message>
+        <source>There is no command &quot;%1&quot;</source>
+        <translation>Es gibt keinen Befehl &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1: see %2 --help.</source>
+        <translation>%1: siehe %2 --help.</translation>
+    </message>
+    <message>
+        <source>The result could not be printed.</source>
+        <translation>Das Ergebnis konnte nicht ausgegeben werden.</translation>
+    </message>
+    <message>
+        <source>The picture could not be copied: %1.</source>
+        <translation>Das Bild konnte nicht kopiert werden: %1.</translation>
+    </message>
+    <message>
+        <source>The picture could not be copied: there is no clipboard.</source>
+        <translation>Das Bild konnte nicht kopiert werden: Es gibt keine Zwischenablage.</translation>
+    </message>
+    <message>
+        <source>It was given up before it was done.</source>
+        <translation>Es wurde aufgegeben, bevor es fertig war.</translation>
+    </message>
+    <message>
+        <source>Copy files into a folder, converted and scaled if asked</source>
+        <translation>Dateien in einen Ordner kopieren, auf Wunsch umgewandelt und verkleinert</translation>
+    </message>
+    <message>
+        <source>Images and films; films are copied as they are</source>
+        <translation>Bilder und Filme; Filme werden unverändert kopiert</translation>
+    </message>
+    <message>
+        <source>The folder; it is made if it isn&apos;t there</source>
+        <translation>Der Ordner; er wird angelegt, wenn er fehlt</translation>
+    </message>
+    <message>
+        <source>The most pixels of the longer edge; nothing is enlarged</source>
+        <translation>Höchstens so viele Pixel an der längeren Seite; nichts wird vergrößert</translation>
+    </message>
+    <message>
+        <source>The folder %1 could not be made.</source>
+        <translation>Der Ordner %1 konnte nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Exporting</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Make a PDF with a page for each image</source>
+        <translation>Ein PDF mit einer Seite je Bild erstellen</translation>
+    </message>
+    <message>
+        <source>Stands on the first page</source>
+        <translation>Steht auf der ersten Seite</translation>
+    </message>
+    <message>
+        <source>Writing pages</source>
+        <translation>Seiten schreiben</translation>
+    </message>
+    <message>
+        <source>The picture would be too large or too small to be made.</source>
+        <translation>Das Bild würde zu groß oder zu klein.</translation>
+    </message>
+    <message>
+        <source>Make one picture of several</source>
+        <translation>Aus mehreren Bildern eines machen</translation>
+    </message>
+    <message>
+        <source>Pixels between and around the pictures</source>
+        <translation>Pixel zwischen und um die Bilder</translation>
+    </message>
+    <message>
+        <source>Its extension says the format</source>
+        <translation>Ihre Endung bestimmt das Format</translation>
+    </message>
+    <message>
+        <source>Make the tall picture of a numbered guide</source>
+        <translation>Das hohe Bild einer nummerierten Anleitung erstellen</translation>
+    </message>
+    <message>
+        <source>The steps, in order</source>
+        <translation>Die Schritte der Reihe nach</translation>
+    </message>
+    <message>
+        <source>Stands in a band at the top</source>
+        <translation>Steht in einem Streifen ganz oben</translation>
+    </message>
+    <message>
+        <source>A text file with a caption a line</source>
+        <translation>Eine Textdatei mit einer Bildunterschrift je Zeile</translation>
+    </message>
+    <message>
+        <source>List the files of the Library</source>
+        <translation>Die Dateien der Bibliothek zeigen</translation>
+    </message>
+    <message>
+        <source>One JSON array with date, bytes, favorite, source and collections</source>
+        <translation>Ein JSON-Array mit Datum, Bytes, Favorit, Quelle und Sammlungen</translation>
+    </message>
+    <message>
+        <source>Copy files into the Library</source>
+        <translation>Dateien in die Bibliothek kopieren</translation>
+    </message>
+    <message>
+        <source>Images and films</source>
+        <translation>Bilder und Filme</translation>
+    </message>
+    <message>
+        <source>Give a file another name; its extension stays</source>
+        <translation>Einer Datei einen anderen Namen geben; ihre Endung bleibt</translation>
+    </message>
+    <message>
+        <source>Move files of the Library to the Trash</source>
+        <translation>Dateien der Bibliothek in den Papierkorb legen</translation>
+    </message>
+    <message>
+        <source>The files of the Library</source>
+        <translation>Die Dateien der Bibliothek</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>Lesen</translation>
+    </message>
+    <message>
+        <source>Describing</source>
+        <translation>Beschreiben</translation>
+    </message>
+    <message>
+        <source>indexed %1</source>
+        <translation>gelesen %1</translation>
+    </message>
+    <message>
+        <source>described %1</source>
+        <translation>beschrieben %1</translation>
+    </message>
+    <message>
+        <source>favorites %1</source>
+        <translation>Favoriten %1</translation>
+    </message>
+    <message>
+        <source>collections %1</source>
+        <translation>Sammlungen %1</translation>
+    </message>
+    <message>
+        <source>sources %1</source>
+        <translation>Quellen %1</translation>
+    </message>
+    <message>
+        <source>descriptions %1</source>
+        <translation>Beschreibungen %1</translation>
+    </message>
+    <message>
+        <source>texts %1</source>
+        <translation>Texte %1</translation>
+    </message>
+    <message>
+        <source>There is no file %1.</source>
+        <translation>Es gibt keine Datei %1.</translation>
+    </message>
+    <message>
+        <source>%1 is not in the Library.</source>
+        <translation>%1 ist nicht in der Bibliothek.</translation>
+    </message>
+    <message>
+        <source>Star a file of the Library, or take its star</source>
+        <translation>Einer Datei der Bibliothek einen Stern geben oder nehmen</translation>
+    </message>
+    <message>
+        <source>There is no collection with the id %1.</source>
+        <translation>Es gibt keine Sammlung mit der Kennung %1.</translation>
+    </message>
+    <message>
+        <source>A collection needs a name.</source>
+        <translation>Eine Sammlung braucht einen Namen.</translation>
+    </message>
+    <message>
+        <source>Collections of the Library&apos;s files</source>
+        <translation>Sammlungen der Dateien der Bibliothek</translation>
+    </message>
+    <message>
+        <source>One JSON array with id, name and items</source>
+        <translation>Ein JSON-Array mit Kennung, Name und Dateien</translation>
+    </message>
+    <message>
+        <source>Make a collection; prints its id</source>
+        <translation>Eine Sammlung anlegen; gibt ihre Kennung aus</translation>
+    </message>
+    <message>
+        <source>Give a collection another name</source>
+        <translation>Einer Sammlung einen anderen Namen geben</translation>
+    </message>
+    <message>
+        <source>Delete a collection; its files stay</source>
+        <translation>Eine Sammlung löschen; ihre Dateien bleiben</translation>
+    </message>
+    <message>
+        <source>Put files into a collection</source>
+        <translation>Dateien in eine Sammlung legen</translation>
+    </message>
+    <message>
+        <source>Take files out of a collection; they stay in the Library</source>
+        <translation>Dateien aus einer Sammlung nehmen; sie bleiben in der Bibliothek</translation>
+    </message>
+    <message>
+        <source>The earlier states of a file: one JSON array, newest first</source>
+        <translation>Die früheren Stände einer Datei: ein JSON-Array, neueste zuerst</translation>
+    </message>
+    <message>
+        <source>Go back to an earlier state; the present one becomes the newest version</source>
+        <translation>Zu einem früheren Stand zurückkehren; der jetzige wird zur neuesten Version</translation>
+    </message>
+    <message>
+        <source>%1 has no version %2.</source>
+        <translation>%1 hat keine Version %2.</translation>
+    </message>
+    <message>
+        <source>%1 could not be restored.</source>
+        <translation>%1 konnte nicht wiederhergestellt werden.</translation>
+    </message>
+    <message>
+        <source>Groups of look-alike images, each newest first: one JSON array of arrays of paths</source>
+        <translation>Gruppen ähnlicher Bilder, je neueste zuerst: ein JSON-Array von Arrays von Pfaden</translation>
+    </message>
+    <message>
+        <source>Comparing</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Move captures to the Trash that are older than so many days; favorites and what is in a collection stay. Prints their number</source>
+        <translation>Aufnahmen in den Papierkorb legen, die älter als so viele Tage sind; Favoriten und Dateien in Sammlungen bleiben. Gibt ihre Zahl aus</translation>
+    </message>
+    <message>
+        <source>The reply holds no text.</source>
+        <translation>Die Antwort enthält keinen Text.</translation>
+    </message>
+    <message>
+        <source>Ask the AI service about a picture, with your own key</source>
+        <translation>Den KI-Dienst nach einem Bild fragen, mit eigenem Schlüssel</translation>
+    </message>
+    <message>
+        <source>What to ask for: describe (if not given), steps, altText, name or caption</source>
+        <translation>Wonach gefragt wird: describe (wenn nichts angegeben), steps, altText, name oder caption</translation>
+    </message>
+    <message>
+        <source>Upload a picture and print its public link</source>
+        <translation>Ein Bild hochladen und den öffentlichen Link ausgeben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has none of the extensions png, jpg, jpeg and heic</source>
+        <translation>&quot;%1&quot; hat keine der Endungen png, jpg, jpeg und heic</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t hold %2 × %3 pixels, so the picture is written as PNG.</source>
+        <translation>%1 fasst keine %2 × %3 Pixel, daher wird das Bild als PNG geschrieben.</translation>
+    </message>
+    <message>
+        <source>Nothing to redact was found, so nothing was written.</source>
+        <translation>Es wurde nichts zum Schwärzen gefunden, daher wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Print an object that tells the coordinates and the picture&apos;s size too</source>
+        <translation>Ein Objekt ausgeben, das auch Koordinaten und Bildgröße nennt</translation>
+    </message>
+    <message>
+        <source>Read the text in pictures</source>
+        <translation>Den Text in Bildern lesen</translation>
+    </message>
+    <message>
+        <source>Print each file with its lines and their boxes: x, y, width and height as fractions of the picture, origin at the lower left</source>
+        <translation>Jede Datei mit ihren Zeilen und deren Rechtecken ausgeben: x, y, Breite und Höhe als Anteile des Bildes, Ursprung unten links</translation>
+    </message>
+    <message>
+        <source>Where the text in a picture stands</source>
+        <translation>Wo in einem Bild Text steht</translation>
+    </message>
+    <message>
+        <source>Only addresses, numbers, keys and tokens</source>
+        <translation>Nur Adressen, Nummern, Schlüssel und Token</translation>
+    </message>
+    <message>
+        <source>Where the faces in a picture are</source>
+        <translation>Wo in einem Bild Gesichter sind</translation>
+    </message>
+    <message>
+        <source>Find what is private in a picture and pixelate it</source>
+        <translation>Privates in einem Bild finden und verpixeln</translation>
+    </message>
+    <message>
+        <source>What to hide: sensitive, allText or faces</source>
+        <translation>Was verborgen wird: sensitive, allText oder faces</translation>
+    </message>
+    <message>
+        <source>Where the picture goes</source>
+        <translation>Wohin das Bild kommt</translation>
+    </message>
+    <message>
+        <source>Print how many places were hidden, and where in pixels</source>
+        <translation>Ausgeben, wie viele Stellen verborgen wurden und wo, in Pixeln</translation>
+    </message>
+    <message>
+        <source>Draw a project&apos;s objects and effects</source>
+        <translation>Objekte und Effekte eines Projekts zeichnen</translation>
+    </message>
+    <message>
+        <source>The project&apos;s directory; or, with --project, the picture under the objects</source>
+        <translation>Der Ordner des Projekts; oder, mit --project, das Bild unter den Objekten</translation>
+    </message>
+    <message>
+        <source>The description of objects and effects (project.json)</source>
+        <translation>Die Beschreibung der Objekte und Effekte (project.json)</translation>
+    </message>
+    <message>
+        <source>Where the picture goes; its extension says the format</source>
+        <translation>Wohin das Bild kommt; die Endung bestimmt das Format</translation>
+    </message>
+    <message>
+        <source>Leave out border, shadow, corners and backdrop</source>
+        <translation>Rahmen, Schatten, Ecken und Hintergrund weglassen</translation>
+    </message>
+    <message>
+        <source>%1 is left out: it has another size than the first frame.</source>
+        <translation>%1 wird ausgelassen: Es hat eine andere Größe als das erste Bild.</translation>
+    </message>
+    <message>
+        <source>The whole picture doesn&apos;t fit in memory.</source>
+        <translation>Das ganze Bild passt nicht in den Speicher.</translation>
+    </message>
+    <message>
+        <source>Join the frames of something that scrolled into one picture</source>
+        <translation>Die Bilder eines gescrollten Bereichs zu einem zusammensetzen</translation>
+    </message>
+    <message>
+        <source>Pictures of one size, in the order they were taken</source>
+        <translation>Bilder einer Größe, in der Reihenfolge der Aufnahme</translation>
+    </message>
+    <message>
+        <source>The picture to write</source>
+        <translation>Das zu schreibende Bild</translation>
+    </message>
+    <message>
+        <source>Print how many frames were used, each step and the size</source>
+        <translation>Ausgeben, wie viele Bilder benutzt wurden, jeden Schritt und die Größe</translation>
+    </message>
+    <message>
+        <source>No display shows anything of that region.</source>
+        <translation>Kein Bildschirm zeigt etwas von diesem Bereich.</translation>
+    </message>
+    <message>
+        <source>Scroll a region to its end and join what it showed</source>
+        <translation>Einen Bereich bis zum Ende scrollen und zusammensetzen, was er zeigte</translation>
+    </message>
+    <message>
+        <source>Stop after so many frames</source>
+        <translation>Nach so vielen Bildern aufhören</translation>
+    </message>
+    <message>
+        <source>Print the path, the number of frames and each step</source>
+        <translation>Den Pfad, die Zahl der Bilder und jeden Schritt ausgeben</translation>
+    </message>
+</context>
+<context>
+    <name>DocumentTexts</name>
+    <message>
+        <source>Indigo</source>
+        <translation>Indigo</translation>
+    </message>
+    <message>
+        <source>Sunset</source>
+        <translation>Abendrot</translation>
+    </message>
+    <message>
+        <source>Ocean</source>
+        <translation>Ozean</translation>
+    </message>
+    <message>
+        <source>Mint</source>
+        <translation>Minze</translation>
+    </message>
+    <message>
+        <source>Graphite</source>
+        <translation>Graphit</translation>
+    </message>
+    <message>
+        <source>The picture could not be written as HEIC: %1.</source>
+        <translation>Das Bild konnte nicht als HEIC geschrieben werden: %1.</translation>
+    </message>
+    <message>
+        <source>The HEIC picture is damaged.</source>
+        <translation>Das HEIC-Bild ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: there is no picture.</source>
+        <translation>%1 konnte nicht geschrieben werden: Es gibt kein Bild.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: pictures are written as .png, .jpg, .jpeg or .heic.</source>
+        <translation>%1 konnte nicht geschrieben werden: Bilder werden als .png, .jpg, .jpeg oder .heic geschrieben.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: files of this kind hold at most %2 pixels a side, and the picture has %3 × %4.</source>
+        <translation>%1 konnte nicht geschrieben werden: Dateien dieser Art fassen höchstens %2 Pixel je Seite, und das Bild hat %3 × %4.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: the picture could not be encoded.</source>
+        <translation>%1 konnte nicht geschrieben werden: Das Bild konnte nicht kodiert werden.</translation>
+    </message>
+    <message>
+        <source>The picture</source>
+        <translation>Das Bild</translation>
+    </message>
+    <message>
+        <source>%1 is cut off: its end is missing.</source>
+        <translation>%1 ist abgeschnitten: Das Ende fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged.</source>
+        <translation>%1 ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>%1 is too large: it has %2 × %3 pixels, and at most %4 million pixels can be worked with.</source>
+        <translation>%1 ist zu groß: Es hat %2 × %3 Pixel, und höchstens %4 Millionen Pixel können bearbeitet werden.</translation>
+    </message>
+    <message>
+        <source>%1 is empty.</source>
+        <translation>%1 ist leer.</translation>
+    </message>
+    <message>
+        <source>%1 is not a picture that Lumenpost can read.</source>
+        <translation>%1 ist kein Bild, das Lumenpost lesen kann.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n pasted picture(s) can&apos;t be shown: too large or damaged. What is stored of them stays.</source>
+        <translation>
+            <numerusform>%n eingefügtes Bild kann nicht gezeigt werden: zu groß oder beschädigt. Was davon gespeichert ist, bleibt.</numerusform>
+            <numerusform>%n eingefügte Bilder können nicht gezeigt werden: zu groß oder beschädigt. Was davon gespeichert ist, bleibt.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This is no readable project, it is not one JSON object.</source>
+        <translation>Das ist kein lesbares Projekt, es ist nicht ein einzelnes JSON-Objekt.</translation>
+    </message>
+    <message>
+        <source>This is no readable project, a key is missing or has the wrong type.</source>
+        <translation>Das ist kein lesbares Projekt, ein Schlüssel fehlt oder hat den falschen Typ.</translation>
+    </message>
+    <message>
+        <source>This is no readable project, a key of an object is missing or has the wrong type.</source>
+        <translation>Das ist kein lesbares Projekt, der Schlüssel eines Objekts fehlt oder hat den falschen Typ.</translation>
+    </message>
+    <message>
+        <source>There is no project at %1.</source>
+        <translation>Bei %1 gibt es kein Projekt.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t make the folder %1.</source>
+        <translation>Der Ordner %1 konnte nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Pick, move and resize objects. Double-click text to edit it.</source>
+        <translation>Objekte auswählen, bewegen und in der Größe ändern. Doppelklick bearbeitet Text.</translation>
+    </message>
+    <message>
+        <source>Click to select, drag handles to resize, double-click text to edit. Right-click for arrange &amp; duplicate.</source>
+        <translation>Klicken wählt aus, Griffe ändern die Größe, Doppelklick bearbeitet Text. Rechtsklick zum Anordnen und Duplizieren.</translation>
+    </message>
+    <message>
+        <source>Arrow</source>
+        <translation>Pfeil</translation>
+    </message>
+    <message>
+        <source>Point at something important. Choose tapered, thin, double or curved.</source>
+        <translation>Auf Wichtiges zeigen: spitz, dünn, doppelt oder gebogen.</translation>
+    </message>
+    <message>
+        <source>Drag to draw an arrow. Hold ⇧ to snap to 45°. Pick a style above.</source>
+        <translation>Ziehen zeichnet einen Pfeil. Umschalt rastet bei 45° ein. Stil oben wählen.</translation>
+    </message>
+    <message>
+        <source>Box</source>
+        <translation>Rechteck</translation>
+    </message>
+    <message>
+        <source>Frame an area with a box — outline, tinted or solid.</source>
+        <translation>Einen Bereich einrahmen — als Umriss, getönt oder gefüllt.</translation>
+    </message>
+    <message>
+        <source>Drag to draw a box. Hold ⇧ for a square.</source>
+        <translation>Ziehen zeichnet ein Rechteck. Umschalt ergibt ein Quadrat.</translation>
+    </message>
+    <message>
+        <source>Oval</source>
+        <translation>Oval</translation>
+    </message>
+    <message>
+        <source>Circle something with an oval — outline, tinted or solid.</source>
+        <translation>Etwas mit einem Oval umkreisen — als Umriss, getönt oder gefüllt.</translation>
+    </message>
+    <message>
+        <source>Drag to draw an oval. Hold ⇧ for a circle.</source>
+        <translation>Ziehen zeichnet ein Oval. Umschalt ergibt einen Kreis.</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Linie</translation>
+    </message>
+    <message>
+        <source>Draw a straight line, solid or dashed.</source>
+        <translation>Eine gerade Linie zeichnen, durchgezogen oder gestrichelt.</translation>
+    </message>
+    <message>
+        <source>Drag to draw a line. Hold ⇧ to snap to 45°.</source>
+        <translation>Ziehen zeichnet eine Linie. Umschalt rastet bei 45° ein.</translation>
+    </message>
+    <message>
+        <source>Pen</source>
+        <translation>Stift</translation>
+    </message>
+    <message>
+        <source>Draw freehand, like a marker.</source>
+        <translation>Freihand zeichnen wie mit einem Filzstift.</translation>
+    </message>
+    <message>
+        <source>Draw freehand by dragging.</source>
+        <translation>Ziehen zeichnet freihand.</translation>
+    </message>
+    <message>
+        <source>Highlight</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Mark text with a see-through highlighter.</source>
+        <translation>Text mit einem durchscheinenden Marker hervorheben.</translation>
+    </message>
+    <message>
+        <source>Drag across text to highlight it.</source>
+        <translation>Über Text ziehen, um ihn hervorzuheben.</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Add a caption. Plain text or a label with a colored box.</source>
+        <translation>Eine Beschriftung hinzufügen: schlichter Text oder ein Etikett auf Farbe.</translation>
+    </message>
+    <message>
+        <source>Click where the text should go, type, then press Return.</source>
+        <translation>Klicken, wo der Text stehen soll, tippen, dann Eingabe drücken.</translation>
+    </message>
+    <message>
+        <source>Callout</source>
+        <translation>Sprechblase</translation>
+    </message>
+    <message>
+        <source>Add a speech bubble with text and a tail you can aim.</source>
+        <translation>Eine Sprechblase mit Text und beweglicher Spitze hinzufügen.</translation>
+    </message>
+    <message>
+        <source>Drag to draw a speech bubble, then type. Drag the tail handle to point it.</source>
+        <translation>Ziehen zeichnet eine Sprechblase, dann tippen. Der Griff der Spitze richtet sie aus.</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Number the steps of a process (1 2 3 or A B C).</source>
+        <translation>Die Schritte eines Ablaufs nummerieren (1 2 3 oder A B C).</translation>
+    </message>
+    <message>
+        <source>Click to drop numbered steps — they count up automatically.</source>
+        <translation>Klicken setzt nummerierte Schritte — sie zählen von selbst weiter.</translation>
+    </message>
+    <message>
+        <source>Stamp</source>
+        <translation>Stempel</translation>
+    </message>
+    <message>
+        <source>Drop a symbol, emoji or keyboard key, like ✓, ⚠️ or ⌘.</source>
+        <translation>Ein Symbol, Emoji oder eine Taste setzen, etwa ✓, ⚠️ oder Strg.</translation>
+    </message>
+    <message>
+        <source>Choose a stamp above, then click to place it (or drag to size it).</source>
+        <translation>Oben einen Stempel wählen, dann klicken (oder aufziehen).</translation>
+    </message>
+    <message>
+        <source>Blur</source>
+        <translation>Verpixeln</translation>
+    </message>
+    <message>
+        <source>Hide private details like names, emails or numbers.</source>
+        <translation>Privates wie Namen, Adressen oder Nummern verbergen.</translation>
+    </message>
+    <message>
+        <source>Drag over anything private to pixelate it.</source>
+        <translation>Über Privates ziehen, um es zu verpixeln.</translation>
+    </message>
+    <message>
+        <source>Spotlight</source>
+        <translation>Scheinwerfer</translation>
+    </message>
+    <message>
+        <source>Dim everything except the area you drag.</source>
+        <translation>Alles außer dem aufgezogenen Bereich abdunkeln.</translation>
+    </message>
+    <message>
+        <source>Drag around what matters — everything else is dimmed.</source>
+        <translation>Um das Wichtige ziehen — alles andere wird abgedunkelt.</translation>
+    </message>
+    <message>
+        <source>Magnify</source>
+        <translation>Lupe</translation>
+    </message>
+    <message>
+        <source>Add a 2× magnifier bubble to show fine detail.</source>
+        <translation>Eine 2×-Lupe für feine Einzelheiten hinzufügen.</translation>
+    </message>
+    <message>
+        <source>Drag to add a magnifier bubble that zooms in 2×.</source>
+        <translation>Ziehen fügt eine Lupe hinzu, die 2× vergrößert.</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>Zuschneiden</translation>
+    </message>
+    <message>
+        <source>Keep only the area you drag.</source>
+        <translation>Nur den aufgezogenen Bereich behalten.</translation>
+    </message>
+    <message>
+        <source>Drag to choose the area to keep. ⌘Z undoes it.</source>
+        <translation>Den Bereich aufziehen, der bleiben soll. Strg+Z nimmt es zurück.</translation>
+    </message>
+    <message>
+        <source>Cut Out</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Remove a strip from the middle and join the rest with a torn edge.</source>
+        <translation>Einen Streifen aus der Mitte entfernen und den Rest mit Risskante verbinden.</translation>
+    </message>
+    <message>
+        <source>Drag across the part to remove — the image closes the gap with a torn edge.</source>
+        <translation>Über den Teil ziehen, der weg soll — das Bild schließt die Lücke mit einer Risskante.</translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation>Messen</translation>
+    </message>
+    <message>
+        <source>Measure distances in pixels — handy for checking spacing in designs.</source>
+        <translation>Abstände in Pixeln messen — praktisch für Entwürfe.</translation>
+    </message>
+    <message>
+        <source>Drag between two points to measure them. Hold ⇧ to snap to 45°.</source>
+        <translation>Zwischen zwei Punkten ziehen, um zu messen. Umschalt rastet bei 45° ein.</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>A pasted image you can move and resize.</source>
+        <translation>Ein eingefügtes Bild, beweglich und in der Größe änderbar.</translation>
+    </message>
+    <message>
+        <source>Pasted image. Drag to move, drag handles to resize.</source>
+        <translation>Eingefügtes Bild. Ziehen bewegt es, Griffe ändern die Größe.</translation>
+    </message>
+    <message>
+        <source>Tapered</source>
+        <translation>Spitz</translation>
+    </message>
+    <message>
+        <source>Thin</source>
+        <translation>Dünn</translation>
+    </message>
+    <message>
+        <source>Double</source>
+        <translation>Doppelt</translation>
+    </message>
+    <message>
+        <source>Curved</source>
+        <translation>Gebogen</translation>
+    </message>
+    <message>
+        <source>Outline</source>
+        <translation>Umriss</translation>
+    </message>
+    <message>
+        <source>Tinted</source>
+        <translation>Getönt</translation>
+    </message>
+    <message>
+        <source>Solid</source>
+        <translation>Gefüllt</translation>
+    </message>
+    <message>
+        <source>Dashed</source>
+        <translation>Gestrichelt</translation>
+    </message>
+    <message>
+        <source>Plain</source>
+        <translation>Schlicht</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Etikett</translation>
+    </message>
+    <message>
+        <source>Filled</source>
+        <translation>Gefüllt</translation>
+    </message>
+    <message>
+        <source>1 2 3</source>
+        <translation>1 2 3</translation>
+    </message>
+    <message>
+        <source>A B C</source>
+        <translation>A B C</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Columns</source>
+        <translation>Spalten</translation>
+    </message>
+</context>
+<context>
+    <name>EditorTexts</name>
+    <message>
+        <source>check mark</source>
+        <translation>Häkchen</translation>
+    </message>
+    <message>
+        <source>cross</source>
+        <translation>Kreuz</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>question mark</source>
+        <translation>Fragezeichen</translation>
+    </message>
+    <message>
+        <source>information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>star</source>
+        <translation>Stern</translation>
+    </message>
+    <message>
+        <source>heart</source>
+        <translation>Herz</translation>
+    </message>
+    <message>
+        <source>thumbs up</source>
+        <translation>Daumen hoch</translation>
+    </message>
+    <message>
+        <source>thumbs down</source>
+        <translation>Daumen runter</translation>
+    </message>
+    <message>
+        <source>light bulb</source>
+        <translation>Glühbirne</translation>
+    </message>
+    <message>
+        <source>flag</source>
+        <translation>Flagge</translation>
+    </message>
+    <message>
+        <source>lock</source>
+        <translation>Schloss</translation>
+    </message>
+    <message>
+        <source>lightning bolt</source>
+        <translation>Blitz</translation>
+    </message>
+    <message>
+        <source>bell</source>
+        <translation>Glocke</translation>
+    </message>
+    <message>
+        <source>pointer</source>
+        <translation>Mauszeiger</translation>
+    </message>
+    <message>
+        <source>clicking pointer</source>
+        <translation>klickender Mauszeiger</translation>
+    </message>
+    <message>
+        <source>pointing hand</source>
+        <translation>zeigende Hand</translation>
+    </message>
+    <message>
+        <source>arrow up</source>
+        <translation>Pfeil nach oben</translation>
+    </message>
+    <message>
+        <source>arrow down</source>
+        <translation>Pfeil nach unten</translation>
+    </message>
+    <message>
+        <source>arrow left</source>
+        <translation>Pfeil nach links</translation>
+    </message>
+    <message>
+        <source>arrow right</source>
+        <translation>Pfeil nach rechts</translation>
+    </message>
+    <message>
+        <source>%1 key</source>
+        <translation>Taste %1</translation>
+    </message>
+    <message>
+        <source>black</source>
+        <translation>schwarz</translation>
+    </message>
+    <message>
+        <source>white</source>
+        <translation>weiß</translation>
+    </message>
+    <message>
+        <source>light gray</source>
+        <translation>hellgrau</translation>
+    </message>
+    <message>
+        <source>gray</source>
+        <translation>grau</translation>
+    </message>
+    <message>
+        <source>dark gray</source>
+        <translation>dunkelgrau</translation>
+    </message>
+    <message>
+        <source>red</source>
+        <translation>rot</translation>
+    </message>
+    <message>
+        <source>orange</source>
+        <translation>orange</translation>
+    </message>
+    <message>
+        <source>yellow</source>
+        <translation>gelb</translation>
+    </message>
+    <message>
+        <source>green</source>
+        <translation>grün</translation>
+    </message>
+    <message>
+        <source>cyan</source>
+        <translation>türkis</translation>
+    </message>
+    <message>
+        <source>blue</source>
+        <translation>blau</translation>
+    </message>
+    <message>
+        <source>purple</source>
+        <translation>violett</translation>
+    </message>
+    <message>
+        <source>pink</source>
+        <translation>rosa</translation>
+    </message>
+    <message>
+        <source>brown</source>
+        <translation>braun</translation>
+    </message>
+    <message>
+        <source>dark %1</source>
+        <translation>dunkel%1</translation>
+    </message>
+    <message>
+        <source>light %1</source>
+        <translation>hell%1</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>leer</translation>
+    </message>
+    <message>
+        <source>Step %1, %2</source>
+        <translation>Schritt %1, %2</translation>
+    </message>
+    <message>
+        <source>Stamp %1</source>
+        <translation>Stempel %1</translation>
+    </message>
+    <message>
+        <source>Measurement %1</source>
+        <translation>Maß %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Picked %1</source>
+        <translation>%1 aufgenommen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Capture, %1 by %2 pixels, %n object(s)</source>
+        <translation>
+            <numerusform>Aufnahme, %1 mal %2 Pixel, %n Objekt</numerusform>
+            <numerusform>Aufnahme, %1 mal %2 Pixel, %n Objekte</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>. Tab moves between objects.</source>
+        <translation>. Tabulator wechselt zwischen Objekten.</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Command palette</source>
+        <translation>Befehlspalette</translation>
+    </message>
+    <message>
+        <source>Type a command…</source>
+        <translation>Befehl eingeben …</translation>
+    </message>
+    <message>
+        <source>No matching commands</source>
+        <translation>Keine passenden Befehle</translation>
+    </message>
+    <message>
+        <source>No text found in that area</source>
+        <translation>In diesem Bereich wurde kein Text gefunden</translation>
+    </message>
+    <message>
+        <source>No text found</source>
+        <translation>Kein Text gefunden</translation>
+    </message>
+    <message>
+        <source>Copied %1 line of text</source>
+        <translation>%1 Zeile Text kopiert</translation>
+    </message>
+    <message>
+        <source>Copied %1 lines of text</source>
+        <translation>%1 Zeilen Text kopiert</translation>
+    </message>
+    <message>
+        <source>Renamed to “%1”</source>
+        <translation>In „%1“ umbenannt</translation>
+    </message>
+    <message>
+        <source>Suggested Name</source>
+        <translation>Vorgeschlagener Name</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>%1 gesichert</translation>
+    </message>
+    <message>
+        <source>Step updated in your guide</source>
+        <translation>Schritt in der Anleitung aktualisiert</translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation>Aufnahme</translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation>Sichern unter</translation>
+    </message>
+    <message>
+        <source>JPEG image (*.jpg *.jpeg)</source>
+        <translation>JPEG-Bild (*.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>HEIC image (*.heic)</source>
+        <translation>HEIC-Bild (*.heic)</translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation>PNG-Bild (*.png)</translation>
+    </message>
+    <message>
+        <source>Pictures are saved as PNG, JPEG or HEIC.</source>
+        <translation>Bilder werden als PNG, JPEG oder HEIC gesichert.</translation>
+    </message>
+    <message>
+        <source>%1 can’t be saved.</source>
+        <translation>%1 kann nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>The image could not be copied.</source>
+        <translation>Das Bild konnte nicht kopiert werden.</translation>
+    </message>
+    <message>
+        <source>Image copied to clipboard</source>
+        <translation>Bild in die Zwischenablage kopiert</translation>
+    </message>
+    <message>
+        <source>Image file copied to clipboard</source>
+        <translation>Bilddatei in die Zwischenablage kopiert</translation>
+    </message>
+    <message>
+        <source>Copy File</source>
+        <translation>Datei kopieren</translation>
+    </message>
+    <message>
+        <source>Send by Email…</source>
+        <translation>Per E-Mail senden …</translation>
+    </message>
+    <message>
+        <source>Open in Another Program</source>
+        <translation>In einem anderen Programm öffnen</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>In der Dateiverwaltung zeigen</translation>
+    </message>
+    <message>
+        <source>Link copied: %1</source>
+        <translation>Link kopiert: %1</translation>
+    </message>
+    <message>
+        <source>Your unsaved edits are back. Save to keep them.</source>
+        <translation>Ihre ungesicherten Änderungen sind wieder da. Sichern behält sie.</translation>
+    </message>
+    <message>
+        <source>Your unsaved picture is back. Save to keep it.</source>
+        <translation>Ihr ungesichertes Bild ist wieder da. Sichern behält es.</translation>
+    </message>
+    <message>
+        <source>Discard Edits</source>
+        <translation>Änderungen verwerfen</translation>
+    </message>
+    <message>
+        <source>Discard Picture</source>
+        <translation>Bild verwerfen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Unsaved edits can’t be kept: %1</source>
+        <translation>Ungesicherte Änderungen können nicht behalten werden: %1</translation>
+    </message>
+    <message>
+        <source>Unsaved Pictures</source>
+        <translation>Ungesicherte Bilder</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n picture(s) were never saved</source>
+        <translation>
+            <numerusform>%n Bild wurde nie gesichert</numerusform>
+            <numerusform>%n Bilder wurden nie gesichert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You can go on where you left off.</source>
+        <translation>Sie können dort weitermachen, wo Sie aufgehört haben.</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy Image</source>
+        <translation>Bild kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the finished image, with effects, to paste anywhere.</source>
+        <translation>Das fertige Bild mit Effekten kopieren, um es überall einzufügen.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Sichern</translation>
+    </message>
+    <message>
+        <source>Save to your Library. Objects stay editable when you reopen it.</source>
+        <translation>In der Bibliothek sichern. Objekte bleiben beim nächsten Öffnen bearbeitbar.</translation>
+    </message>
+    <message>
+        <source>Save As…</source>
+        <translation>Sichern unter …</translation>
+    </message>
+    <message>
+        <source>Share…</source>
+        <translation>Teilen …</translation>
+    </message>
+    <message>
+        <source>Upload &amp; Copy Link</source>
+        <translation>Hochladen &amp; Link kopieren</translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation>Anheften</translation>
+    </message>
+    <message>
+        <source>Pin to Screen</source>
+        <translation>An den Bildschirm heften</translation>
+    </message>
+    <message>
+        <source>Float this image above all windows as a reference while you work.</source>
+        <translation>Dieses Bild als Vorlage über allen Fenstern schweben lassen.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Take back the last change.</source>
+        <translation>Die letzte Änderung zurücknehmen.</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Bring back the change you just undid.</source>
+        <translation>Die eben zurückgenommene Änderung wiederholen.</translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation>An Fenster anpassen</translation>
+    </message>
+    <message>
+        <source>Zoom to Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Actual Size (100%)</source>
+        <translation>Originalgröße (100 %)</translation>
+    </message>
+    <message>
+        <source>Gradient Backdrop</source>
+        <translation>Verlaufshintergrund</translation>
+    </message>
+    <message>
+        <source>Toggle Gradient Backdrop</source>
+        <translation>Verlaufshintergrund ein/aus</translation>
+    </message>
+    <message>
+        <source>Border</source>
+        <translation>Rahmen</translation>
+    </message>
+    <message>
+        <source>Toggle Border</source>
+        <translation>Rahmen ein/aus</translation>
+    </message>
+    <message>
+        <source>Drop Shadow</source>
+        <translation>Schatten</translation>
+    </message>
+    <message>
+        <source>Toggle Drop Shadow</source>
+        <translation>Schatten ein/aus</translation>
+    </message>
+    <message>
+        <source>Rounded Corners</source>
+        <translation>Runde Ecken</translation>
+    </message>
+    <message>
+        <source>Toggle Rounded Corners</source>
+        <translation>Runde Ecken ein/aus</translation>
+    </message>
+    <message>
+        <source>Emails, Numbers &amp; API Keys</source>
+        <translation>E-Mails, Nummern &amp; API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Redact Emails, Numbers &amp; Keys</source>
+        <translation>E-Mails, Nummern &amp; Schlüssel schwärzen</translation>
+    </message>
+    <message>
+        <source>All Text</source>
+        <translation>Allen Text</translation>
+    </message>
+    <message>
+        <source>Redact All Text</source>
+        <translation>Allen Text schwärzen</translation>
+    </message>
+    <message>
+        <source>Faces</source>
+        <translation>Gesichter</translation>
+    </message>
+    <message>
+        <source>Blur Faces</source>
+        <translation>Gesichter verpixeln</translation>
+    </message>
+    <message>
+        <source>Copy All Text from Image</source>
+        <translation>Allen Text des Bildes kopieren</translation>
+    </message>
+    <message>
+        <source>Copy Text from Area…</source>
+        <translation>Text eines Bereichs kopieren …</translation>
+    </message>
+    <message>
+        <source>Eyedropper</source>
+        <translation>Pipette</translation>
+    </message>
+    <message>
+        <source>Pick Color from Image</source>
+        <translation>Farbe aus dem Bild aufnehmen</translation>
+    </message>
+    <message>
+        <source>Click this, then click the image to pick up one of its colors.</source>
+        <translation>Hier klicken, dann im Bild, um eine seiner Farben aufzunehmen.</translation>
+    </message>
+    <message>
+        <source>Describe</source>
+        <translation>Beschreiben</translation>
+    </message>
+    <message>
+        <source>AI: Describe</source>
+        <translation>KI: Beschreiben</translation>
+    </message>
+    <message>
+        <source>Step-by-Step Instructions</source>
+        <translation>Schritt-für-Schritt-Anleitung</translation>
+    </message>
+    <message>
+        <source>AI: Step-by-Step Instructions</source>
+        <translation>KI: Schritt-für-Schritt-Anleitung</translation>
+    </message>
+    <message>
+        <source>Alt Text</source>
+        <translation>Alternativtext</translation>
+    </message>
+    <message>
+        <source>AI: Alt Text</source>
+        <translation>KI: Alternativtext</translation>
+    </message>
+    <message>
+        <source>Rename with AI</source>
+        <translation>Mit KI umbenennen</translation>
+    </message>
+    <message>
+        <source>AI: Rename</source>
+        <translation>KI: Umbenennen</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Duplizieren</translation>
+    </message>
+    <message>
+        <source>Duplicate Object</source>
+        <translation>Objekt duplizieren</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Delete Object</source>
+        <translation>Objekt löschen</translation>
+    </message>
+    <message>
+        <source>Bring to Front</source>
+        <translation>Nach vorn</translation>
+    </message>
+    <message>
+        <source>Send to Back</source>
+        <translation>Nach hinten</translation>
+    </message>
+    <message>
+        <source>Drag Out</source>
+        <translation>Herausziehen</translation>
+    </message>
+    <message>
+        <source>Drag this into Mail, Slack, Finder or any app to drop the finished image.</source>
+        <translation>In E-Mail, Chat, Dateiverwaltung oder ein anderes Programm ziehen, um das fertige Bild abzulegen.</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Edit Text</source>
+        <translation>Text bearbeiten</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>All Commands</source>
+        <translation>Alle Befehle</translation>
+    </message>
+    <message>
+        <source>Effects</source>
+        <translation>Effekte</translation>
+    </message>
+    <message>
+        <source>Add a gradient backdrop, border, drop shadow or rounded corners to the finished image.</source>
+        <translation>Dem fertigen Bild Verlaufshintergrund, Rahmen, Schatten oder runde Ecken geben.</translation>
+    </message>
+    <message>
+        <source>Redact</source>
+        <translation>Schwärzen</translation>
+    </message>
+    <message>
+        <source>Automatically blur emails, numbers, API keys, all text or faces. Review each blur afterwards.</source>
+        <translation>E-Mails, Nummern, API-Schlüssel, allen Text oder Gesichter selbsttätig verpixeln. Danach bitte jede Stelle prüfen.</translation>
+    </message>
+    <message>
+        <source>AI</source>
+        <translation>KI</translation>
+    </message>
+    <message>
+        <source>Have Claude describe the image, write step-by-step instructions or alt text, or name it.</source>
+        <translation>Claude das Bild beschreiben, eine Anleitung oder einen Alternativtext schreiben oder es benennen lassen.</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>Share, upload and copy a link, or Save As a new file.</source>
+        <translation>Teilen, hochladen und Link kopieren oder als neue Datei sichern.</translation>
+    </message>
+    <message>
+        <source>Presets</source>
+        <translation>Vorlagen</translation>
+    </message>
+    <message>
+        <source>Apply a saved tool, color and style in one click — or save your own.</source>
+        <translation>Werkzeug, Farbe und Stil mit einem Klick anwenden — oder eigene sichern.</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Pinch or ⌘-scroll on the image. Hold Space and drag to move around. ⌘0 fits, ⌘1 is 100%.</source>
+        <translation>Im Bild mit Strg scrollen. Leertaste halten und ziehen verschiebt. Strg+0 passt ein, Strg+1 ist 100 %.</translation>
+    </message>
+    <message>
+        <source>Untitled Capture</source>
+        <translation>Unbenannte Aufnahme</translation>
+    </message>
+    <message>
+        <source>The picture could not be written to a temporary file.</source>
+        <translation>Das Bild konnte nicht in eine temporäre Datei geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Generated by Claude — check before sharing.</source>
+        <translation>Von Claude erzeugt — vor dem Teilen prüfen.</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Save Style Preset</source>
+        <translation>Stilvorlage sichern</translation>
+    </message>
+    <message>
+        <source>Saves the current tool (%1), color, size and style.</source>
+        <translation>Sichert das aktuelle Werkzeug (%1), Farbe, Größe und Stil.</translation>
+    </message>
+    <message>
+        <source>My %1</source>
+        <translation>Mein Stil: %1</translation>
+    </message>
+    <message>
+        <source>Name of the preset</source>
+        <translation>Name der Vorlage</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Saved preset “%1”</source>
+        <translation>Vorlage „%1“ gesichert</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Something went wrong</source>
+        <translation>Etwas ist schiefgegangen</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Backdrop Style</source>
+        <translation>Hintergrundstil</translation>
+    </message>
+    <message>
+        <source>Border Color</source>
+        <translation>Rahmenfarbe</translation>
+    </message>
+    <message>
+        <source>Unsaved edits of an earlier state of this picture were set aside</source>
+        <translation>Ungesicherte Änderungen eines früheren Standes dieses Bildes wurden beiseitegelegt</translation>
+    </message>
+    <message>
+        <source>%1 Tool</source>
+        <translation>Werkzeug %1</translation>
+    </message>
+    <message>
+        <source>Text of the object</source>
+        <translation>Text des Objekts</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>Rounded</source>
+        <translation>Gerundet</translation>
+    </message>
+    <message>
+        <source>Serif</source>
+        <translation>Serif</translation>
+    </message>
+    <message>
+        <source>Mono</source>
+        <translation>Mono</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Filzstift</translation>
+    </message>
+    <message>
+        <source>Selected %1</source>
+        <translation>Ausgewählt: %1</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message>
+        <source>Yellow</source>
+        <translation>Gelb</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Purple</source>
+        <translation>Violett</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation>Weiß</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Nothing selected — click an object to change it</source>
+        <translation>Nichts ausgewählt — ein Objekt anklicken, um es zu ändern</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Schrift</translation>
+    </message>
+    <message>
+        <source>Typeface for text and callouts.</source>
+        <translation>Schriftart für Text und Sprechblasen.</translation>
+    </message>
+    <message>
+        <source>Choose Stamp</source>
+        <translation>Stempel wählen</translation>
+    </message>
+    <message>
+        <source>Pick a symbol, emoji or keyboard key to place on the image.</source>
+        <translation>Ein Symbol, Emoji oder eine Taste für das Bild wählen.</translation>
+    </message>
+    <message>
+        <source>More Colors</source>
+        <translation>Weitere Farben</translation>
+    </message>
+    <message>
+        <source>Open the color picker to choose any color.</source>
+        <translation>Die Farbauswahl für beliebige Farben öffnen.</translation>
+    </message>
+    <message>
+        <source>Save Current Style as Preset…</source>
+        <translation>Aktuellen Stil als Vorlage sichern …</translation>
+    </message>
+    <message>
+        <source>Delete Preset</source>
+        <translation>Vorlage löschen</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Text size.</source>
+        <translation>Textgröße.</translation>
+    </message>
+    <message>
+        <source>Line thickness.</source>
+        <translation>Linienstärke.</translation>
+    </message>
+    <message>
+        <source>Style</source>
+        <translation>Stil</translation>
+    </message>
+    <message>
+        <source>Style for new %1 objects and the one selected.</source>
+        <translation>Stil für neue Objekte (%1) und das ausgewählte.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Redacted %n area(s) — review them, ⌘Z to undo</source>
+        <translation>
+            <numerusform>%n Bereich geschwärzt — bitte prüfen, Strg+Z nimmt zurück</numerusform>
+            <numerusform>%n Bereiche geschwärzt — bitte prüfen, Strg+Z nimmt zurück</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No faces found</source>
+        <translation>Keine Gesichter gefunden</translation>
+    </message>
+    <message>
+        <source>Nothing to redact</source>
+        <translation>Nichts zu schwärzen</translation>
+    </message>
+    <message>
+        <source>Symbols</source>
+        <translation>Symbole</translation>
+    </message>
+    <message>
+        <source>Emoji</source>
+        <translation>Emoji</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Working…</source>
+        <translation>In Arbeit …</translation>
+    </message>
+    <message>
+        <source>Drag over text in the image to copy it · Esc to cancel</source>
+        <translation>Über Text im Bild ziehen, um ihn zu kopieren · Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Click anywhere on the image to pick its color · Esc to cancel</source>
+        <translation>Im Bild klicken, um die Farbe aufzunehmen · Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>  ·  ⌘K for all commands</source>
+        <translation>  ·  Strg+K für alle Befehle</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n object(s)</source>
+        <translation>
+            <numerusform>%n Objekt</numerusform>
+            <numerusform>%n Objekte</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 × %2 px</source>
+        <translation>%1 × %2 px</translation>
+    </message>
+    <message>
+        <source>Fit · %1</source>
+        <translation>Eingepasst · %1</translation>
+    </message>
+    <message>
+        <source>Red Arrow</source>
+        <translation>Roter Pfeil</translation>
+    </message>
+    <message>
+        <source>Yellow Highlight</source>
+        <translation>Gelber Marker</translation>
+    </message>
+    <message>
+        <source>Blue Callout</source>
+        <translation>Blaue Sprechblase</translation>
+    </message>
+    <message>
+        <source>Purple Steps</source>
+        <translation>Violette Schritte</translation>
+    </message>
+    <message>
+        <source>Type, then Return</source>
+        <translation>Tippen, dann Eingabe</translation>
+    </message>
+    <message>
+        <source>Type your callout, then Return (⌥↩ for a new line)</source>
+        <translation>Text tippen, dann Eingabe (Alt+Eingabe für eine neue Zeile)</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryTexts</name>
+    <message>
+        <source>Side by Side</source>
+        <translation>Nebeneinander</translation>
+    </message>
+    <message>
+        <source>Stacked</source>
+        <translation>Untereinander</translation>
+    </message>
+    <message>
+        <source>Grid</source>
+        <translation>Raster</translation>
+    </message>
+    <message>
+        <source>%1 could not be encoded.</source>
+        <translation>%1 konnte nicht kodiert werden.</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Fit Each Image</source>
+        <translation>An jedes Bild anpassen</translation>
+    </message>
+    <message>
+        <source>US Letter</source>
+        <translation>US Letter</translation>
+    </message>
+    <message>
+        <source>There are no pictures for the PDF.</source>
+        <translation>Es gibt keine Bilder für das PDF.</translation>
+    </message>
+    <message>
+        <source>The picture could not be copied.</source>
+        <translation>Das Bild konnte nicht kopiert werden.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: the picture could not be encoded.</source>
+        <translation>%1 konnte nicht geschrieben werden: Das Bild konnte nicht kodiert werden.</translation>
+    </message>
+    <message>
+        <source>There is no file %1.</source>
+        <translation>Es gibt keine Datei %1.</translation>
+    </message>
+    <message>
+        <source>%1 is neither an image nor a film of the Library.</source>
+        <translation>%1 ist weder ein Bild noch ein Film der Bibliothek.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t copy %1 into the Library: %2</source>
+        <translation>%1 konnte nicht in die Bibliothek kopiert werden: %2</translation>
+    </message>
+    <message>
+        <source>“%1” is no name for a file.</source>
+        <translation>„%1“ ist kein Name für eine Datei.</translation>
+    </message>
+    <message>
+        <source>%1 is not in the Library.</source>
+        <translation>%1 ist nicht in der Bibliothek.</translation>
+    </message>
+    <message>
+        <source>%1 is not the data of a Library that this version can read.</source>
+        <translation>%1 sind keine Bibliotheksdaten, die diese Version lesen kann.</translation>
+    </message>
+    <message>
+        <source>All Captures</source>
+        <translation>Alle Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Screenshots</source>
+        <translation>Bildschirmfotos</translation>
+    </message>
+    <message>
+        <source>Recordings</source>
+        <translation>Filme</translation>
+    </message>
+    <message>
+        <source>Favorites</source>
+        <translation>Favoriten</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Last 7 Days</source>
+        <translation>Letzte 7 Tage</translation>
+    </message>
+    <message>
+        <source>Last 30 Days</source>
+        <translation>Letzte 30 Tage</translation>
+    </message>
+    <message>
+        <source>Newest First</source>
+        <translation>Neueste zuerst</translation>
+    </message>
+    <message>
+        <source>Oldest First</source>
+        <translation>Älteste zuerst</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>File Size</source>
+        <translation>Dateigröße</translation>
+    </message>
+    <message>
+        <source>Any Date</source>
+        <translation>Beliebiges Datum</translation>
+    </message>
+    <message>
+        <source>Past Week</source>
+        <translation>Letzte Woche</translation>
+    </message>
+    <message>
+        <source>Past Month</source>
+        <translation>Letzter Monat</translation>
+    </message>
+    <message>
+        <source>Past Year</source>
+        <translation>Letztes Jahr</translation>
+    </message>
+    <message>
+        <source>Indexing text in captures… %1 of %2</source>
+        <translation>Text in Aufnahmen wird gelesen … %1 von %2</translation>
+    </message>
+    <message>
+        <source>Collection</source>
+        <translation>Sammlung</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>Gestern</translation>
+    </message>
+    <message>
+        <source>This Week</source>
+        <translation>Diese Woche</translation>
+    </message>
+</context>
+<context>
+    <name>PinsTexts</name>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>Pinned Image</source>
+        <translation>Angeheftetes Bild</translation>
+    </message>
+    <message>
+        <source>Pinned image</source>
+        <translation>Angeheftetes Bild</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Open in Editor</source>
+        <translation>Im Editor öffnen</translation>
+    </message>
+    <message>
+        <source>Actual Size</source>
+        <translation>Originalgröße</translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <translation>Deckkraft</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Close All Pins</source>
+        <translation>Alle angehefteten Bilder schließen</translation>
     </message>
 </context>
 <context>
     <name>PlatformTexts</name>
     <message>
         <source>“%1” could not be moved to the Trash.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ konnte nicht in den Papierkorb gelegt werden.</translation>
     </message>
     <message>
         <source>There is no file “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Datei „%1“.</translation>
     </message>
-</context>
-<context>
-    <name>ScrollHUDView</name>
     <message>
-        <source>Done</source>
-        <translation type="unfinished"></translation>
+        <source>The file “%1” could not be removed.</source>
+        <translation>Die Datei „%1“ konnte nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>Nothing can open “%1” here: install xdg-utils.</source>
+        <translation>Nichts kann hier „%1“ öffnen: bitte xdg-utils installieren.</translation>
+    </message>
+    <message>
+        <source>The password could not be stored in “%1”.</source>
+        <translation>Das Passwort konnte nicht in „%1“ abgelegt werden.</translation>
+    </message>
+    <message>
+        <source>There is no such password.</source>
+        <translation>Dieses Passwort gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>The password store does not answer.</source>
+        <translation>Der Passwortspeicher antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>The password store is locked: unlock it and try again.</source>
+        <translation>Der Passwortspeicher ist gesperrt: bitte entsperren und erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The screen is turned off for this start: unset LUMENPOST_PLATFORM to use it.</source>
+        <translation>Der Bildschirm ist für diesen Start abgeschaltet: LUMENPOST_PLATFORM entfernen, um ihn zu benutzen.</translation>
+    </message>
+    <message>
+        <source>There is no display: start Lumenpost in a desktop session, or set DISPLAY.</source>
+        <translation>Es gibt keinen Bildschirm: Lumenpost in einer Desktop-Sitzung starten oder DISPLAY setzen.</translation>
+    </message>
+    <message>
+        <source>This Wayland session has no X11 display: turn on Xwayland, or start Lumenpost in an X11 session.</source>
+        <translation>Diese Wayland-Sitzung hat keinen X11-Bildschirm: Xwayland einschalten oder Lumenpost in einer X11-Sitzung starten.</translation>
+    </message>
+    <message>
+        <source>Lumenpost can&apos;t capture the screen of a Wayland session yet: log in to an X11 session instead.</source>
+        <translation>Lumenpost kann den Bildschirm einer Wayland-Sitzung noch nicht aufnehmen: bitte an einer X11-Sitzung anmelden.</translation>
+    </message>
+    <message>
+        <source>The display “%1” can&apos;t be reached: check DISPLAY and that its desktop session runs.</source>
+        <translation>Der Bildschirm „%1“ ist nicht erreichbar: DISPLAY prüfen und ob seine Desktop-Sitzung läuft.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no such key.</source>
+        <translation>Diese Tastatur hat keine solche Taste.</translation>
+    </message>
+    <message>
+        <source>Lumenpost uses this shortcut already.</source>
+        <translation>Lumenpost benutzt dieses Tastenkürzel schon.</translation>
+    </message>
+    <message>
+        <source>Another program has taken this shortcut.</source>
+        <translation>Ein anderes Programm hat dieses Tastenkürzel belegt.</translation>
+    </message>
+    <message>
+        <source>The picture could not be read from the screen.</source>
+        <translation>Das Bild konnte nicht vom Bildschirm gelesen werden.</translation>
+    </message>
+    <message>
+        <source>This display uses a colour depth of %1 bits, which can&apos;t be captured: set it to 24 bits.</source>
+        <translation>Dieser Bildschirm hat eine Farbtiefe von %1 Bit, die nicht aufgenommen werden kann: bitte auf 24 Bit stellen.</translation>
+    </message>
+    <message>
+        <source>That window is no longer available.</source>
+        <translation>Dieses Fenster gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>That display is no longer available.</source>
+        <translation>Diesen Bildschirm gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>The region is too large.</source>
+        <translation>Der Bereich ist zu groß.</translation>
+    </message>
+    <message>
+        <source>The display has gone away.</source>
+        <translation>Der Bildschirm ist weg.</translation>
+    </message>
+    <message>
+        <source>The region lies outside the screen.</source>
+        <translation>Der Bereich liegt außerhalb des Bildschirms.</translation>
+    </message>
+    <message>
+        <source>The screen could not be read without Lumenpost&apos;s own windows.</source>
+        <translation>Der Bildschirm konnte nicht ohne Lumenposts eigene Fenster gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The window&apos;s picture is not kept by this display.</source>
+        <translation>Das Bild des Fensters wird von diesem Bildschirm nicht bereitgehalten.</translation>
+    </message>
+    <message>
+        <source>This display doesn&apos;t let programs turn the wheel: scroll by hand.</source>
+        <translation>Dieser Bildschirm lässt Programme nicht das Mausrad drehen: bitte von Hand scrollen.</translation>
+    </message>
+    <message>
+        <source>This X server lacks an extension (Composite, Render or XFixes): what lies over a window, Lumenpost&apos;s own windows too, is in its picture.</source>
+        <translation>Diesem X-Server fehlt eine Erweiterung (Composite, Render oder XFixes): Was über einem Fenster liegt, auch Lumenposts eigene Fenster, ist in seinem Bild.</translation>
+    </message>
+    <message>
+        <source>The region is empty or too large.</source>
+        <translation>Der Bereich ist leer oder zu groß.</translation>
     </message>
 </context>
 <context>
     <name>ScrollingCaptureSession</name>
     <message>
         <source>Auto-scrolling…</source>
-        <translation type="unfinished"></translation>
+        <translation>Scrollt von selbst …</translation>
     </message>
     <message>
         <source>Scroll the area slowly</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Bereich langsam scrollen</translation>
+    </message>
+</context>
+<context>
+    <name>ServicesTexts</name>
+    <message>
+        <source>Describe</source>
+        <translation>Beschreiben</translation>
+    </message>
+    <message>
+        <source>Step-by-Step Instructions</source>
+        <translation>Schritt-für-Schritt-Anleitung</translation>
+    </message>
+    <message>
+        <source>Alt Text</source>
+        <translation>Alternativtext</translation>
+    </message>
+    <message>
+        <source>Suggested Name</source>
+        <translation>Vorgeschlagener Name</translation>
+    </message>
+    <message>
+        <source>Caption</source>
+        <translation>Bildunterschrift</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t encode the image.</source>
+        <translation>Das Bild konnte nicht kodiert werden.</translation>
+    </message>
+    <message>
+        <source>Claude API error (HTTP %1).</source>
+        <translation>Claude-API-Fehler (HTTP %1).</translation>
+    </message>
+    <message>
+        <source>Claude declined this request: %1</source>
+        <translation>Claude hat diese Anfrage abgelehnt: %1</translation>
+    </message>
+    <message>
+        <source>Claude declined this request.</source>
+        <translation>Claude hat diese Anfrage abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Add your Anthropic API key in Settings › AI &amp; Sharing.</source>
+        <translation>Bitte den Anthropic-API-Schlüssel unter Einstellungen › KI &amp; Teilen eintragen.</translation>
+    </message>
+    <message>
+        <source>Add an Imgur Client ID in Settings › AI &amp; Sharing.</source>
+        <translation>Bitte eine Imgur-Client-ID unter Einstellungen › KI &amp; Teilen eintragen.</translation>
+    </message>
+    <message>
+        <source>No text found</source>
+        <translation>Kein Text gefunden</translation>
+    </message>
+    <message numerus="yes">
+        <source>Copied %n lines of text</source>
+        <translation>
+            <numerusform>%n Zeilen Text kopiert</numerusform>
+            <numerusform>%n Zeilen Text kopiert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Imgur upload failed.</source>
+        <translation>Hochladen zu Imgur fehlgeschlagen.</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsTexts</name>
+    <message>
+        <source>Couldn&apos;t change login item: </source>
+        <translation>Autostart konnte nicht geändert werden: </translation>
+    </message>
+    <message>
+        <source>Window to Clipboard</source>
+        <translation>Fenster in die Zwischenablage</translation>
+    </message>
+    <message>
+        <source>Delayed Region</source>
+        <translation>Bereich mit Verzögerung</translation>
+    </message>
+    <message>
+        <source>Recording with Clicks</source>
+        <translation>Film mit Klicks</translation>
+    </message>
+    <message>
+        <source>%1s delay</source>
+        <translation>%1 s Verzögerung</translation>
+    </message>
+    <message>
+        <source>backdrop</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>clipboard</source>
+        <translation>Zwischenablage</translation>
+    </message>
+    <message>
+        <source>editor</source>
+        <translation>Editor</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation>Bildschirm</translation>
+    </message>
+    <message>
+        <source>Scroll</source>
+        <translation>Scrollen</translation>
+    </message>
+    <message>
+        <source>Video</source>
+        <translation>Film</translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>My %1 Preset</source>
+        <translation>Meine Vorlage: %1</translation>
+    </message>
+</context>
+<context>
+    <name>UiTexts</name>
+    <message>
+        <source>Saturation and brightness</source>
+        <translation>Sättigung und Helligkeit</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Farbton</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Hexadecimal color</source>
+        <translation>Farbe hexadezimal</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,181 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>AppTexts</name>
+    <message>
+        <source>Lumenpost can&apos;t see your screen yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit &amp;&amp; Reopen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost didn&apos;t quit normally last time — Settings › Help can make a diagnostics file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to select  ·  Click a window  ·  Return for full screen  ·  Esc to cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select the area to scroll  ·  Click a window  ·  Esc to cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select an area to record  ·  Click a window  ·  Return for full screen  ·  Esc to cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknown Lumenpost link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No preset named “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording saved to Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t save to %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captured &amp; copied to clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved to Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 was changed elsewhere, so its earlier objects were set aside</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 can’t be read as a picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unsaved edits can’t be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t open %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No captures to pin yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost can&apos;t keep “%1”, which tells later starts that it runs.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost runs already, but doesn&apos;t answer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Later starts of Lumenpost can&apos;t be handed over.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture Region or Window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture Full Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture in 3 Seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scrolling Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finish Steps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record Steps (How-To Guide)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grab Text from Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Library…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin Last Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Image…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close All Pins</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Editor After Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Welcome &amp; Permissions…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit Lumenpost</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>BaseTexts</name>
     <message>
         <source>there is a folder of that name</source>
@@ -71,6 +246,1970 @@
         <source>Another program is using %1.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 is not valid JSON: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A part of Lumenpost is missing (%1): install it again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is too large to be read: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no place for temporary files: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CaptureTexts</name>
+    <message>
+        <source>The region is too large.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>That window is no longer available.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No displays could be captured. Check Screen Recording permission.</source>
+        <translation>No displays could be captured. Check that this session lets programs see the screen.</translation>
+    </message>
+    <message>
+        <source>No display shows anything of that region.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CaptureUiTexts</name>
+    <message>
+        <source>1 frame</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 frames</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CliTexts</name>
+    <message>
+        <source>Include the pointer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wait this many seconds first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also copy it to the clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write this file instead of a new one in the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no display %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A whole display</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its id, as `displays` lists it; else the one under the pointer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A part of the desktop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One window alone, also when it is covered</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its id, as `windows` lists it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Without its title bar and frame</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>List the displays that can be captured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One JSON array</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>List the windows that can be captured, front to back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take a picture of the screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture what is on the screen, mark it up, keep it and share it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the help of every command</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use this folder as the save folder, for this call alone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print the manual page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print a shell&apos;s completion script</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no command &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: see %2 --help.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The result could not be printed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be copied: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be copied: there is no clipboard.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It was given up before it was done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy files into a folder, converted and scaled if asked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Images and films; films are copied as they are</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder; it is made if it isn&apos;t there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The most pixels of the longer edge; nothing is enlarged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder %1 could not be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exporting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a PDF with a page for each image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stands on the first page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writing pages</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture would be too large or too small to be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make one picture of several</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pixels between and around the pictures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its extension says the format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make the tall picture of a numbered guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The steps, in order</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stands in a band at the top</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A text file with a caption a line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>List the files of the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One JSON array with date, bytes, favorite, source and collections</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy files into the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Images and films</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give a file another name; its extension stays</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move files of the Library to the Trash</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The files of the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Describing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>indexed %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>described %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>favorites %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>collections %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>sources %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>descriptions %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>texts %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no file %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not in the Library.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Star a file of the Library, or take its star</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no collection with the id %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A collection needs a name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collections of the Library&apos;s files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One JSON array with id, name and items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a collection; prints its id</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give a collection another name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete a collection; its files stay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Put files into a collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take files out of a collection; they stay in the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The earlier states of a file: one JSON array, newest first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go back to an earlier state; the present one becomes the newest version</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has no version %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 could not be restored.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Groups of look-alike images, each newest first: one JSON array of arrays of paths</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Comparing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move captures to the Trash that are older than so many days; favorites and what is in a collection stay. Prints their number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The reply holds no text.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ask the AI service about a picture, with your own key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What to ask for: describe (if not given), steps, altText, name or caption</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Upload a picture and print its public link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has none of the extensions png, jpg, jpeg and heic</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t hold %2 × %3 pixels, so the picture is written as PNG.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing to redact was found, so nothing was written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print an object that tells the coordinates and the picture&apos;s size too</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Read the text in pictures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print each file with its lines and their boxes: x, y, width and height as fractions of the picture, origin at the lower left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Where the text in a picture stands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only addresses, numbers, keys and tokens</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Where the faces in a picture are</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find what is private in a picture and pixelate it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What to hide: sensitive, allText or faces</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Where the picture goes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print how many places were hidden, and where in pixels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw a project&apos;s objects and effects</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The project&apos;s directory; or, with --project, the picture under the objects</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The description of objects and effects (project.json)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Where the picture goes; its extension says the format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave out border, shadow, corners and backdrop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is left out: it has another size than the first frame.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The whole picture doesn&apos;t fit in memory.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Join the frames of something that scrolled into one picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pictures of one size, in the order they were taken</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture to write</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print how many frames were used, each step and the size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No display shows anything of that region.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scroll a region to its end and join what it showed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop after so many frames</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print the path, the number of frames and each step</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DocumentTexts</name>
+    <message>
+        <source>Indigo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sunset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ocean</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mint</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Graphite</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be written as HEIC: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The HEIC picture is damaged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: there is no picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: pictures are written as .png, .jpg, .jpeg or .heic.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: files of this kind hold at most %2 pixels a side, and the picture has %3 × %4.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: the picture could not be encoded.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is cut off: its end is missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is damaged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is too large: it has %2 × %3 pixels, and at most %4 million pixels can be worked with.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not a picture that Lumenpost can read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n pasted picture(s) can&apos;t be shown: too large or damaged. What is stored of them stays.</source>
+        <translation>
+            <numerusform>%n pasted picture can&apos;t be shown: too large or damaged. What is stored of it stays.</numerusform>
+            <numerusform>%n pasted pictures can&apos;t be shown: too large or damaged. What is stored of them stays.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This is no readable project, it is not one JSON object.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no readable project, a key is missing or has the wrong type.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no readable project, a key of an object is missing or has the wrong type.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no project at %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t make the folder %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pick, move and resize objects. Double-click text to edit it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click to select, drag handles to resize, double-click text to edit. Right-click for arrange &amp; duplicate.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Arrow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Point at something important. Choose tapered, thin, double or curved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to draw an arrow. Hold ⇧ to snap to 45°. Pick a style above.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Box</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Frame an area with a box — outline, tinted or solid.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to draw a box. Hold ⇧ for a square.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Oval</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Circle something with an oval — outline, tinted or solid.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to draw an oval. Hold ⇧ for a circle.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw a straight line, solid or dashed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to draw a line. Hold ⇧ to snap to 45°.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw freehand, like a marker.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw freehand by dragging.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Highlight</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mark text with a see-through highlighter.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag across text to highlight it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a caption. Plain text or a label with a colored box.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click where the text should go, type, then press Return.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Callout</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a speech bubble with text and a tail you can aim.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to draw a speech bubble, then type. Drag the tail handle to point it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Number the steps of a process (1 2 3 or A B C).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click to drop numbered steps — they count up automatically.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stamp</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop a symbol, emoji or keyboard key, like ✓, ⚠️ or ⌘.</source>
+        <translation>Drop a symbol, emoji or keyboard key, like ✓, ⚠️ or Ctrl.</translation>
+    </message>
+    <message>
+        <source>Choose a stamp above, then click to place it (or drag to size it).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Blur</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide private details like names, emails or numbers.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag over anything private to pixelate it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Spotlight</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dim everything except the area you drag.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag around what matters — everything else is dimmed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Magnify</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a 2× magnifier bubble to show fine detail.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to add a magnifier bubble that zooms in 2×.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep only the area you drag.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to choose the area to keep. ⌘Z undoes it.</source>
+        <translation>Drag to choose the area to keep. Ctrl+Z undoes it.</translation>
+    </message>
+    <message>
+        <source>Cut Out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove a strip from the middle and join the rest with a torn edge.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag across the part to remove — the image closes the gap with a torn edge.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measure distances in pixels — handy for checking spacing in designs.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag between two points to measure them. Hold ⇧ to snap to 45°.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A pasted image you can move and resize.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pasted image. Drag to move, drag handles to resize.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tapered</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Thin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Double</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Curved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Outline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tinted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Solid</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dashed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Plain</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 2 3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A B C</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Columns</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>EditorTexts</name>
+    <message>
+        <source>check mark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>cross</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>question mark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>information</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>star</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>heart</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>thumbs up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>thumbs down</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>light bulb</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>flag</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>lightning bolt</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>bell</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>pointer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>clicking pointer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>pointing hand</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>arrow up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>arrow down</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>arrow left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>arrow right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>black</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>white</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>light gray</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>gray</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>dark gray</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>red</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>orange</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>yellow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>green</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>cyan</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>blue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>purple</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>pink</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>brown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>dark %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>light %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stamp %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measurement %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Picked %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Capture, %1 by %2 pixels, %n object(s)</source>
+        <translation>
+            <numerusform>Capture, %1 by %2 pixels, %n object</numerusform>
+            <numerusform>Capture, %1 by %2 pixels, %n objects</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>. Tab moves between objects.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Command palette</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type a command…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No matching commands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No text found in that area</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No text found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied %1 line of text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied %1 lines of text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Renamed to “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Suggested Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step updated in your guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save As</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>JPEG image (*.jpg *.jpeg)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>HEIC image (*.heic)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PNG image (*.png)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pictures are saved as PNG, JPEG or HEIC.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 can’t be saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The image could not be copied.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image copied to clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image file copied to clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send by Email…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open in Another Program</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Link copied: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your unsaved edits are back. Save to keep them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your unsaved picture is back. Save to keep it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard Edits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard Picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unsaved edits can’t be kept: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unsaved Pictures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n picture(s) were never saved</source>
+        <translation>
+            <numerusform>%n picture was never saved</numerusform>
+            <numerusform>%n pictures were never saved</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You can go on where you left off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the finished image, with effects, to paste anywhere.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save to your Library. Objects stay editable when you reopen it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save As…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Share…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Upload &amp; Copy Link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin to Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Float this image above all windows as a reference while you work.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take back the last change.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bring back the change you just undid.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit to Window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom to Fit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Actual Size (100%)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Gradient Backdrop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Toggle Gradient Backdrop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Border</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Toggle Border</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop Shadow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Toggle Drop Shadow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rounded Corners</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Toggle Rounded Corners</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Emails, Numbers &amp; API Keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Redact Emails, Numbers &amp; Keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Redact All Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Faces</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Blur Faces</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy All Text from Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy Text from Area…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Eyedropper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pick Color from Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click this, then click the image to pick up one of its colors.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Describe</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI: Describe</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step-by-Step Instructions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI: Step-by-Step Instructions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Alt Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI: Alt Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename with AI</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI: Rename</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Duplicate Object</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Object</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bring to Front</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send to Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag Out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag this into Mail, Slack, Finder or any app to drop the finished image.</source>
+        <translation>Drag this into mail, a chat, the file manager or any program to drop the finished image.</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All Commands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Effects</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a gradient backdrop, border, drop shadow or rounded corners to the finished image.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Redact</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Automatically blur emails, numbers, API keys, all text or faces. Review each blur afterwards.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Have Claude describe the image, write step-by-step instructions or alt text, or name it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Share, upload and copy a link, or Save As a new file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Presets</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply a saved tool, color and style in one click — or save your own.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pinch or ⌘-scroll on the image. Hold Space and drag to move around. ⌘0 fits, ⌘1 is 100%.</source>
+        <translation>Pinch or scroll with Ctrl on the image. Hold Space and drag to move around. Ctrl+0 fits, Ctrl+1 is 100%.</translation>
+    </message>
+    <message>
+        <source>Untitled Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be written to a temporary file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Generated by Claude — check before sharing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save Style Preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saves the current tool (%1), color, size and style.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>My %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name of the preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved preset “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Something went wrong</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backdrop Style</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Border Color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unsaved edits of an earlier state of this picture were set aside</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 Tool</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text of the object</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rounded</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Serif</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mono</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Selected %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Orange</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yellow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Purple</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing selected — click an object to change it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Typeface for text and callouts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose Stamp</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pick a symbol, emoji or keyboard key to place on the image.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>More Colors</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the color picker to choose any color.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save Current Style as Preset…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text size.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line thickness.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Style</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Style for new %1 objects and the one selected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Redacted %n area(s) — review them, ⌘Z to undo</source>
+        <translation>
+            <numerusform>Redacted %n area — review it, Ctrl+Z to undo</numerusform>
+            <numerusform>Redacted %n areas — review them, Ctrl+Z to undo</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No faces found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing to redact</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Symbols</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Emoji</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Working…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag over text in the image to copy it · Esc to cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click anywhere on the image to pick its color · Esc to cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>  ·  ⌘K for all commands</source>
+        <translation>  ·  Ctrl+K for all commands</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n object(s)</source>
+        <translation>
+            <numerusform>%n object</numerusform>
+            <numerusform>%n objects</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 × %2 px</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit · %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Red Arrow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yellow Highlight</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Blue Callout</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Purple Steps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type, then Return</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type your callout, then Return (⌥↩ for a new line)</source>
+        <translation>Type your callout, then Return (Alt+Return for a new line)</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryTexts</name>
+    <message>
+        <source>Side by Side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stacked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grid</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 could not be encoded.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit Each Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>US Letter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are no pictures for the PDF.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be copied.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: the picture could not be encoded.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no file %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is neither an image nor a film of the Library.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t copy %1 into the Library: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” is no name for a file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not in the Library.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not the data of a Library that this version can read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All Captures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Screenshots</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last 7 Days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last 30 Days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Newest First</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Oldest First</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Any Date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Past Week</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Past Month</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Past Year</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Indexing text in captures… %1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This Week</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PinsTexts</name>
+    <message>
+        <source>Copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pinned Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pinned image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open in Editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Actual Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close All Pins</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PlatformTexts</name>
@@ -82,11 +2221,108 @@
         <source>There is no file “%1”.</source>
         <translation type="unfinished"></translation>
     </message>
-</context>
-<context>
-    <name>ScrollHUDView</name>
     <message>
-        <source>Done</source>
+        <source>The file “%1” could not be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing can open “%1” here: install xdg-utils.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The password could not be stored in “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no such password.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The password store does not answer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The password store is locked: unlock it and try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The screen is turned off for this start: unset LUMENPOST_PLATFORM to use it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no display: start Lumenpost in a desktop session, or set DISPLAY.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This Wayland session has no X11 display: turn on Xwayland, or start Lumenpost in an X11 session.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost can&apos;t capture the screen of a Wayland session yet: log in to an X11 session instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The display “%1” can&apos;t be reached: check DISPLAY and that its desktop session runs.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This keyboard has no such key.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost uses this shortcut already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program has taken this shortcut.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture could not be read from the screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This display uses a colour depth of %1 bits, which can&apos;t be captured: set it to 24 bits.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>That window is no longer available.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>That display is no longer available.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The region is too large.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The display has gone away.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The region lies outside the screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The screen could not be read without Lumenpost&apos;s own windows.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The window&apos;s picture is not kept by this display.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This display doesn&apos;t let programs turn the wheel: scroll by hand.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This X server lacks an extension (Composite, Render or XFixes): what lies over a window, Lumenpost&apos;s own windows too, is in its picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The region is empty or too large.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -98,6 +2334,150 @@
     </message>
     <message>
         <source>Scroll the area slowly</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ServicesTexts</name>
+    <message>
+        <source>Describe</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step-by-Step Instructions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Alt Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Suggested Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Caption</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t encode the image.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude API error (HTTP %1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude declined this request: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude declined this request.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add your Anthropic API key in Settings › AI &amp; Sharing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add an Imgur Client ID in Settings › AI &amp; Sharing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No text found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Copied %n lines of text</source>
+        <translation>
+            <numerusform>Copied %n lines of text</numerusform>
+            <numerusform>Copied %n lines of text</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Imgur upload failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingsTexts</name>
+    <message>
+        <source>Couldn&apos;t change login item: </source>
+        <translation>Couldn&apos;t change the start at login: </translation>
+    </message>
+    <message>
+        <source>Window to Clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delayed Region</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording with Clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1s delay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>backdrop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scroll</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Video</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>My %1 Preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UiTexts</name>
+    <message>
+        <source>Saturation and brightness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hexadecimal color</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
