@@ -289,20 +289,27 @@
         <source>No display shows anything of that region.</source>
         <translation>Kein Bildschirm zeigt etwas von diesem Bereich.</translation>
     </message>
+    <message>
+        <source>Auto-scrolling…</source>
+        <translation>Scrollt von selbst …</translation>
+    </message>
+    <message>
+        <source>Scroll the area slowly</source>
+        <translation>Den Bereich langsam scrollen</translation>
+    </message>
 </context>
 <context>
     <name>CaptureUiTexts</name>
     <message>
-        <source>1 frame</source>
-        <translation>1 Bild</translation>
-    </message>
-    <message>
-        <source>%1 frames</source>
-        <translation>%1 Bilder</translation>
-    </message>
-    <message>
         <source>Done</source>
         <translation>Fertig</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frame(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -746,6 +753,26 @@
     <message>
         <source>Print the path, the number of frames and each step</source>
         <translation>Den Pfad, die Zahl der Bilder und jeden Schritt ausgeben</translation>
+    </message>
+    <message>
+        <source>Files whose name, application, text or description holds the query as it stands, newest first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Read the text of images that have none yet, so that search finds them. Prints their number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ask the AI service about those without a description too</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write all that is known into a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Merge what a file knows; nothing that is there is overwritten. Prints what was new</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2325,16 +2352,9 @@
         <source>The region is empty or too large.</source>
         <translation>Der Bereich ist leer oder zu groß.</translation>
     </message>
-</context>
-<context>
-    <name>ScrollingCaptureSession</name>
     <message>
-        <source>Auto-scrolling…</source>
-        <translation>Scrollt von selbst …</translation>
-    </message>
-    <message>
-        <source>Scroll the area slowly</source>
-        <translation>Den Bereich langsam scrollen</translation>
+        <source>This display doesn&apos;t tell clicks in other programs: use “Add Step”.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2460,6 +2480,169 @@
     <message>
         <source>My %1 Preset</source>
         <translation>Meine Vorlage: %1</translation>
+    </message>
+</context>
+<context>
+    <name>StepsTexts</name>
+    <message>
+        <source>The folder %1 can&apos;t be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing can be written into %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture of step %1 can&apos;t be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1. %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The guide is too long for one picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write the PDF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 – Step %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved %1 steps to the “%2” collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the “%1” menu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Toggle “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the “%1” link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the text field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the “%1” field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no memory for the picture of a step.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude is writing step %1 of %2…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking for emails, numbers and keys to hide…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1 · %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture of this step can&apos;t be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add an Anthropic API key in Settings › AI &amp; Sharing first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 · %2 of %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writing the web page…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writing the PDF…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Building the guide…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saving steps to the Library…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click anywhere to capture a step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No displays could be captured. Check Screen Recording permission.</source>
+        <translation>Kein Bildschirm konnte aufgenommen werden. Bitte die Berechtigung für Bildschirmaufnahmen prüfen.</translation>
+    </message>
+    <message>
+        <source>Tip: allow Accessibility in Settings so steps say what you clicked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t capture — see Settings › Permissions &amp; Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>captured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no room for the steps: the folder %1 can&apos;t be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program is working on these steps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder %1 can&apos;t be written.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

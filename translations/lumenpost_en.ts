@@ -289,20 +289,27 @@
         <source>No display shows anything of that region.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Auto-scrolling…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scroll the area slowly</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CaptureUiTexts</name>
     <message>
-        <source>1 frame</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 frames</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Done</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frame(s)</source>
+        <translation>
+            <numerusform>%n frame</numerusform>
+            <numerusform>%n frames</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -745,6 +752,26 @@
     </message>
     <message>
         <source>Print the path, the number of frames and each step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files whose name, application, text or description holds the query as it stands, newest first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Read the text of images that have none yet, so that search finds them. Prints their number</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ask the AI service about those without a description too</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write all that is known into a file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Merge what a file knows; nothing that is there is overwritten. Prints what was new</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -2325,15 +2352,8 @@
         <source>The region is empty or too large.</source>
         <translation type="unfinished"></translation>
     </message>
-</context>
-<context>
-    <name>ScrollingCaptureSession</name>
     <message>
-        <source>Auto-scrolling…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Scroll the area slowly</source>
+        <source>This display doesn&apos;t tell clicks in other programs: use “Add Step”.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -2459,6 +2479,169 @@
     </message>
     <message>
         <source>My %1 Preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>StepsTexts</name>
+    <message>
+        <source>The folder %1 can&apos;t be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing can be written into %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture of step %1 can&apos;t be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1. %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The guide is too long for one picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write the PDF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 – Step %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved %1 steps to the “%2” collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the “%1” menu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Toggle “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the “%1” link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the text field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the “%1” field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no memory for the picture of a step.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude is writing step %1 of %2…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking for emails, numbers and keys to hide…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1 · %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture of this step can&apos;t be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add an Anthropic API key in Settings › AI &amp; Sharing first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 · %2 of %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writing the web page…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writing the PDF…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Building the guide…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saving steps to the Library…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click anywhere to capture a step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No displays could be captured. Check Screen Recording permission.</source>
+        <translation>No displays could be captured. Check that this session lets programs see the screen.</translation>
+    </message>
+    <message>
+        <source>Tip: allow Accessibility in Settings so steps say what you clicked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t capture — see Settings › Permissions &amp; Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>captured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no room for the steps: the folder %1 can&apos;t be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program is working on these steps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder %1 can&apos;t be written.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

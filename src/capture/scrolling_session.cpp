@@ -1,5 +1,6 @@
 #include "capture/scrolling_session.h"
 
+#include "capture/texts.h"
 #include "platform/permissions.h"
 #include "platform/pointer_control.h"
 #include "platform/screen_pictures.h"
@@ -40,11 +41,11 @@ QFuture<Result<std::optional<QImage>>> ScrollingCaptureSession::run()
     m_promise.start();
     m_automatic = m_ports.pointer.canScroll();
     if (m_automatic) {
-        m_message = tr("Auto-scrolling…");
+        m_message = CaptureTexts::tr("Auto-scrolling…");
     } else {
         // A grant takes effect at the next session; this one goes on by hand.
         m_ports.permissions.request(Permission::Accessibility);
-        m_message = tr("Scroll the area slowly");
+        m_message = CaptureTexts::tr("Scroll the area slowly");
     }
     Q_EMIT changed();
     m_window = windowAtTarget();

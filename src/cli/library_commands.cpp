@@ -88,11 +88,12 @@ void addSearch(CLI::App *group, CommandContext &context)
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App *command = group->add_subcommand(
-        "search",
-        "Files whose name, application, text or description holds the query as it stands, newest first");
+        "search", help(CliTexts::tr("Files whose name, application, text or description holds the query as "
+                                    "it stands, newest first")));
     command->add_option("QUERY", arguments->query)->required();
-    command->add_flag("--json", arguments->json,
-                      "One JSON array with date, bytes, favorite, source and collections");
+    command->add_flag(
+        "--json", arguments->json,
+        help(CliTexts::tr("One JSON array with date, bytes, favorite, source and collections")));
     setBody(command, context, Needs::Core, [&context, arguments] {
         search(context, QString::fromStdString(arguments->query), arguments->json);
     });

@@ -95,8 +95,10 @@ void addIndex(CLI::App &group, CommandContext &context)
     const auto describes = std::make_shared<bool>(false);
     CLI::App *command = group.add_subcommand(
         "index",
-        "Read the text of images that have none yet, so that search finds them. Prints their number");
-    command->add_flag("--describe", *describes, "Ask the AI service about those without a description too");
+        help(CliTexts::tr(
+            "Read the text of images that have none yet, so that search finds them. Prints their number")));
+    command->add_flag("--describe", *describes,
+                      help(CliTexts::tr("Ask the AI service about those without a description too")));
     setBody(command, context, Needs::Core, [&context, describes] { index(context, *describes); });
 }
 
@@ -107,7 +109,8 @@ void addBackup(CLI::App &group, CommandContext &context)
     backup->require_subcommand(1);
     const auto file = std::make_shared<std::string>();
 
-    CLI::App *exporting = backup->add_subcommand("export", "Write all that is known into a file");
+    CLI::App *exporting =
+        backup->add_subcommand("export", help(CliTexts::tr("Write all that is known into a file")));
     exporting->add_option("FILE", *file)->required();
     setBody(exporting, context, Needs::Core, [&context, file] {
         const QString path = absolutePath(*file);
@@ -119,7 +122,8 @@ void addBackup(CLI::App &group, CommandContext &context)
     });
 
     CLI::App *importing = backup->add_subcommand(
-        "import", "Merge what a file knows; nothing that is there is overwritten. Prints what was new");
+        "import", help(CliTexts::tr(
+                      "Merge what a file knows; nothing that is there is overwritten. Prints what was new")));
     importing->add_option("FILE", *file)->required();
     setBody(importing, context, Needs::Core, [&context, file] {
         const QString path = absolutePath(*file);

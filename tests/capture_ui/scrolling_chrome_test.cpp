@@ -28,13 +28,6 @@ struct ByHand {
 
 } // namespace
 
-TEST(ScrollHUDView, CountsFramesInWords)
-{
-    EXPECT_EQ(ScrollHUDView::frameCount(0), "0 frames");
-    EXPECT_EQ(ScrollHUDView::frameCount(1), "1 frame");
-    EXPECT_EQ(ScrollHUDView::frameCount(80), "80 frames");
-}
-
 TEST(RegionFrameWindow, LeavesTheRegionClear)
 {
     RegionFrameWindow frame(QRectF(100, 200, 300, 150), Qt::red);

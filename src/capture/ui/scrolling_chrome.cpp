@@ -31,7 +31,7 @@ QRectF visibleFrame(const Screen &screen)
 
 QString ScrollHUDView::frameCount(int frames)
 {
-    return frames == 1 ? CaptureUiTexts::tr("1 frame") : CaptureUiTexts::tr("%1 frames").arg(frames);
+    return CaptureUiTexts::tr("%n frame(s)", nullptr, frames);
 }
 
 ScrollHUDView::ScrollHUDView(ScrollingCaptureSession &session, QWidget *parent)
