@@ -306,9 +306,9 @@
     </message>
     <message numerus="yes">
         <source>%n frame(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Bild</numerusform>
+            <numerusform>%n Bilder</numerusform>
         </translation>
     </message>
 </context>
@@ -756,23 +756,23 @@
     </message>
     <message>
         <source>Files whose name, application, text or description holds the query as it stands, newest first</source>
-        <translation type="unfinished"></translation>
+        <translation>Dateien, deren Name, Programm, Text oder Beschreibung die Suche enthält, neueste zuerst</translation>
     </message>
     <message>
         <source>Read the text of images that have none yet, so that search finds them. Prints their number</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Text von Bildern lesen, die noch keinen haben, damit die Suche sie findet. Gibt ihre Zahl aus</translation>
     </message>
     <message>
         <source>Ask the AI service about those without a description too</source>
-        <translation type="unfinished"></translation>
+        <translation>Auch den KI-Dienst nach denen ohne Beschreibung fragen</translation>
     </message>
     <message>
         <source>Write all that is known into a file</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles Bekannte in eine Datei schreiben</translation>
     </message>
     <message>
         <source>Merge what a file knows; nothing that is there is overwritten. Prints what was new</source>
-        <translation type="unfinished"></translation>
+        <translation>Übernehmen, was eine Datei weiß; nichts Vorhandenes wird überschrieben. Gibt aus, was neu war</translation>
     </message>
 </context>
 <context>
@@ -2354,7 +2354,7 @@
     </message>
     <message>
         <source>This display doesn&apos;t tell clicks in other programs: use “Add Step”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Bildschirm meldet keine Klicks in anderen Programmen: „Schritt hinzufügen“ benutzen.</translation>
     </message>
 </context>
 <context>
@@ -2486,131 +2486,131 @@
     <name>StepsTexts</name>
     <message>
         <source>The folder %1 can&apos;t be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner %1 kann nicht angelegt werden.</translation>
     </message>
     <message>
         <source>Nothing can be written into %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>In %1 kann nichts geschrieben werden.</translation>
     </message>
     <message>
         <source>How-To Guide</source>
-        <translation type="unfinished"></translation>
+        <translation>Anleitung</translation>
     </message>
     <message>
         <source>The picture of step %1 can&apos;t be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild von Schritt %1 ist nicht lesbar.</translation>
     </message>
     <message>
         <source>Step %1. %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritt %1. %2</translation>
     </message>
     <message>
         <source>The guide is too long for one picture.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Anleitung ist zu lang für ein Bild.</translation>
     </message>
     <message>
         <source>Couldn&apos;t write the PDF</source>
-        <translation type="unfinished"></translation>
+        <translation>Das PDF konnte nicht geschrieben werden</translation>
     </message>
     <message>
         <source>%1 – Step %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 – Schritt %2</translation>
     </message>
     <message>
         <source>Saved %1 steps to the “%2” collection</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Schritte in der Sammlung „%2“ gesichert</translation>
     </message>
     <message>
         <source>Click in %1</source>
-        <translation type="unfinished"></translation>
+        <translation>In %1 klicken</translation>
     </message>
     <message>
         <source>Click here</source>
-        <translation type="unfinished"></translation>
+        <translation>Hier klicken</translation>
     </message>
     <message>
         <source>Open the “%1” menu</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Menü „%1“ öffnen</translation>
     </message>
     <message>
         <source>Choose “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ wählen</translation>
     </message>
     <message>
         <source>Toggle “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ umschalten</translation>
     </message>
     <message>
         <source>Select “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ auswählen</translation>
     </message>
     <message>
         <source>Click the “%1” link</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf den Link „%1“ klicken</translation>
     </message>
     <message>
         <source>Click “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf „%1“ klicken</translation>
     </message>
     <message>
         <source>Click the text field</source>
-        <translation type="unfinished"></translation>
+        <translation>In das Textfeld klicken</translation>
     </message>
     <message>
         <source>Click the “%1” field</source>
-        <translation type="unfinished"></translation>
+        <translation>In das Feld „%1“ klicken</translation>
     </message>
     <message>
         <source>There is no memory for the picture of a step.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für das Bild eines Schrittes reicht der Speicher nicht.</translation>
     </message>
     <message>
         <source>Step %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritt %1</translation>
     </message>
     <message>
         <source>Claude is writing step %1 of %2…</source>
-        <translation type="unfinished"></translation>
+        <translation>Claude schreibt Schritt %1 von %2 …</translation>
     </message>
     <message>
         <source>Looking for emails, numbers and keys to hide…</source>
-        <translation type="unfinished"></translation>
+        <translation>E-Mails, Nummern und Schlüssel zum Verbergen werden gesucht …</translation>
     </message>
     <message>
         <source>Step %1 · %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritt %1 · %2</translation>
     </message>
     <message>
         <source>The picture of this step can&apos;t be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild dieses Schrittes ist nicht lesbar.</translation>
     </message>
     <message>
         <source>Add an Anthropic API key in Settings › AI &amp; Sharing first</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuerst einen Anthropic-API-Schlüssel unter Einstellungen › KI &amp; Teilen eintragen</translation>
     </message>
     <message>
         <source>%1 · %2 of %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 · %2 von %3</translation>
     </message>
     <message>
         <source>Writing the web page…</source>
-        <translation type="unfinished"></translation>
+        <translation>Webseite wird geschrieben …</translation>
     </message>
     <message>
         <source>Writing the PDF…</source>
-        <translation type="unfinished"></translation>
+        <translation>PDF wird geschrieben …</translation>
     </message>
     <message>
         <source>Building the guide…</source>
-        <translation type="unfinished"></translation>
+        <translation>Anleitung wird erstellt …</translation>
     </message>
     <message>
         <source>Saving steps to the Library…</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritte werden in der Bibliothek gesichert …</translation>
     </message>
     <message>
         <source>Click anywhere to capture a step</source>
-        <translation type="unfinished"></translation>
+        <translation>Irgendwo klicken, um einen Schritt aufzunehmen</translation>
     </message>
     <message>
         <source>No displays could be captured. Check Screen Recording permission.</source>
@@ -2618,31 +2618,31 @@
     </message>
     <message>
         <source>Tip: allow Accessibility in Settings so steps say what you clicked</source>
-        <translation type="unfinished"></translation>
+        <translation>Tipp: Barrierefreiheit in den Einstellungen erlauben, damit Schritte sagen, was angeklickt wurde</translation>
     </message>
     <message>
         <source>Couldn&apos;t capture — see Settings › Permissions &amp; Help</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme nicht möglich — siehe Einstellungen › Berechtigungen &amp; Hilfe</translation>
     </message>
     <message>
         <source>Step %1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritt %1: %2</translation>
     </message>
     <message>
         <source>captured</source>
-        <translation type="unfinished"></translation>
+        <translation>aufgenommen</translation>
     </message>
     <message>
         <source>There is no room for the steps: the folder %1 can&apos;t be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für die Schritte ist kein Platz: Der Ordner %1 kann nicht angelegt werden.</translation>
     </message>
     <message>
         <source>Another program is working on these steps.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein anderes Programm arbeitet an diesen Schritten.</translation>
     </message>
     <message>
         <source>The folder %1 can&apos;t be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>In den Ordner %1 kann nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
