@@ -14,8 +14,9 @@
 namespace {
 
 constexpr std::array kGroups{
-    addCaptureCommands, addScrollingCommands, addRenderCommand,  addRecognitionCommands,
-    addOnlineCommands,  addLibraryCommands,   addExportCommands, addDiagnosticsCommand,
+    addCaptureCommands,     addScrollingCommands,  addRenderCommand,
+    addRecognitionCommands, addOnlineCommands,     addLibraryCommands,
+    addExportCommands,      addDiagnosticsCommand, addRecordingCommands,
 };
 
 void addCommands(CLI::App &app, CommandContext &context)
@@ -88,10 +89,11 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
 bool isCommandLineCall(int argc, char **argv)
 {
     static constexpr std::array words{
-        "capture",   "displays", "windows",      "scroll",      "stitch", "render",  "text",
-        "boxes",     "faces",    "redact",       "describe",    "upload", "library", "clipboard-owner",
-        "export",    "pdf",      "combine",      "guide-image", "diagnostics", "--help", "-h",      "--help-all",
-        "--version", "--manual", "--completion",
+        "capture",      "displays", "windows", "scroll",      "stitch",     "render",    "text",
+        "boxes",        "faces",    "redact",  "describe",    "upload",     "library",   "clipboard-owner",
+        "export",       "pdf",      "combine", "guide-image", "record",     "gif",       "mp4",
+        "diagnostics",  "captions", "--help",  "-h",          "--help-all", "--version", "--manual",
+        "--completion",
     };
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--library") == 0) {

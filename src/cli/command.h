@@ -102,3 +102,4 @@ void addScrollingCommands(CLI::App &app, CommandContext &context);   // scroll, 
 void addRenderCommand(CLI::App &app, CommandContext &context);       // render
 void addRecognitionCommands(CLI::App &app, CommandContext &context); // text, boxes, faces, redact
 void addOnlineCommands(CLI::App &app, CommandContext &context);      // describe, upload
+void addRecordingCommands(CLI::App &app, CommandContext &context);   // record, gif, mp4

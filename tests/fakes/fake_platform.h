@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/fake_desktop.h"
+#include "fakes/fake_films.h"
 #include "fakes/fake_hot_keys.h"
 #include "fakes/fake_input_monitor.h"
 #include "fakes/fake_presses.h"
@@ -25,6 +26,10 @@ public:
         : paths(make<FakePaths>(platform.paths, folder)),
           screens(make<FakeScreens>(platform.screens)),
           pictures(make<FakeScreenPictures>(platform.pictures)),
+          films(make<FakeScreenFilms>(platform.films)),
+          soundSources(make<FakeSoundSources>(platform.soundSources)),
+          movies(make<FakeMovies>(platform.movies)),
+          speech(make<FakeSpeechEngine>(platform.speech)),
           pointer(make<FakePointerControl>(platform.pointer)),
           hotKeys(make<FakeHotKeys>(platform.hotKeys)),
           inputMonitors(make<FakeInputMonitors>(platform.inputMonitors)),
@@ -46,6 +51,10 @@ public:
     FakePaths &paths;
     FakeScreens &screens;
     FakeScreenPictures &pictures;
+    FakeScreenFilms &films;
+    FakeSoundSources &soundSources;
+    FakeMovies &movies;
+    FakeSpeechEngine &speech;
     FakePointerControl &pointer;
     FakeHotKeys &hotKeys;
     FakeInputMonitors &inputMonitors;

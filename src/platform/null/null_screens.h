@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/screen_films.h"
 #include "platform/screen_pictures.h"
 
 // No screen and no window.
@@ -21,5 +22,17 @@ public:
 private:
     QFuture<Result<QImage>> refusal() const;
 
+    QString m_reason;
+};
+
+class NullScreenFilms : public ScreenFilms {
+public:
+    explicit NullScreenFilms(QString reason) : m_reason(std::move(reason)) {}
+    Result<std::unique_ptr<ScreenFilm>> start(const FilmRequest &, FilmReceiver) override
+    {
+        return fail(Error::Kind::Unavailable, m_reason);
+    }
+
+private:
     QString m_reason;
 };

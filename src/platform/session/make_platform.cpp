@@ -11,18 +11,23 @@
 #include "platform/desktop/portal_appearance.h"
 #include "platform/desktop/qt_pasteboard.h"
 #include "platform/face_engine.h"
+#include "platform/movies.h"
 #include "platform/network/network_http.h"
 #include "platform/null/null_desktop.h"
 #include "platform/null/null_input.h"
 #include "platform/null/null_screens.h"
+#include "platform/session/media_loader.h"
 #include "platform/session/recognition_loader.h"
 #include "platform/session/session_kind.h"
+#include "platform/sound_sources.h"
+#include "platform/speech_engine.h"
 #include "platform/text_engine.h"
 #include "platform/x11/x11_clipboard_manager.h"
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_input_monitor.h"
 #include "platform/x11/x11_pointer_control.h"
 #include "platform/x11/x11_press_pictures.h"
+#include "platform/x11/x11_screen_films.h"
 #include "platform/x11/x11_screen_pictures.h"
 #include "platform/x11/x11_screens.h"
 #include "platform/x11/x11_workspace.h"
@@ -33,6 +38,7 @@ void addX11(Platform &platform)
 {
     platform.screens = std::make_unique<X11Screens>();
     platform.pictures = std::make_unique<X11ScreenPictures>();
+    platform.films = std::make_unique<X11ScreenFilms>();
     platform.pointer = std::make_unique<X11PointerControl>(*platform.screens);
     platform.presses = std::make_unique<X11PressPictures>();
     platform.elements = std::make_unique<AtspiElements>();
@@ -48,6 +54,7 @@ void addNoScreen(Platform &platform)
     const QString reason = whyNoScreen();
     platform.screens = std::make_unique<NullScreens>();
     platform.pictures = std::make_unique<NullScreenPictures>(reason);
+    platform.films = std::make_unique<NullScreenFilms>(reason);
     platform.pointer = std::make_unique<NullPointerControl>(reason);
     platform.presses = std::make_unique<NullPressPictures>(reason);
     platform.elements = std::make_unique<NullAccessibleElements>();
@@ -100,6 +107,9 @@ Platform makePlatform()
         addNothing(platform);
         break;
     }
+    platform.soundSources = makeSoundSources();
+    platform.movies = makeMovies();
+    platform.speech = makeSpeechEngine();
     platform.text = makeTextEngine();
     platform.faces = makeFaceEngine();
     platform.http = std::make_unique<NetworkHttp>();

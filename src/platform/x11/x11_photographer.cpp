@@ -6,6 +6,7 @@
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_image_reader.h"
 #include "platform/x11/x11_screens.h"
+#include "platform/x11/x11_server_grab.h"
 
 #include <QElapsedTimer>
 #include <QPainter>
@@ -23,22 +24,6 @@ constexpr int kShadowReach = 40;
 constexpr int kRepaintTime = 80;
 constexpr int kLongestRepaintTime = 400;
 constexpr int kBetweenSamples = 20;
-
-// Holds the server still: nothing is drawn, moved or opened by anyone else.
-class ServerGrab {
-public:
-    explicit ServerGrab(xcb_connection_t *xcb) : m_xcb(xcb) { xcb_grab_server(xcb); }
-    ~ServerGrab()
-    {
-        xcb_ungrab_server(m_xcb);
-        xcb_flush(m_xcb);
-    }
-    ServerGrab(const ServerGrab &) = delete;
-    ServerGrab &operator=(const ServerGrab &) = delete;
-
-private:
-    xcb_connection_t *m_xcb;
-};
 
 void paste(QImage &onto, const QImage &part, QPoint at, const QRegion &only)
 {
@@ -194,7 +179,7 @@ Result<X11Photographer::Placed> X11Photographer::areaOnScreen(const QRect &wante
     while (true) {
         bool mustKeep = false;
         {
-            const ServerGrab grab(m_connection->xcb());
+            const X11ServerGrab grab(m_connection->xcb());
             const X11Survey survey = X11Survey::take(*m_connection, !stale.isEmpty());
             if (survey.root.isEmpty())
                 return fail(PlatformTexts::tr("The display has gone away."));
@@ -282,7 +267,7 @@ Result<QImage> X11Photographer::window(quint32 id, Pointer pointer, WindowPart p
 Result<X11Photographer::Placed> X11Photographer::windowOnce(quint32 id, WindowPart part)
 {
     xcb_connection_t *xcb = m_connection->xcb();
-    const ServerGrab grab(xcb);
+    const X11ServerGrab grab(xcb);
     const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, id), nullptr));
     if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE ||

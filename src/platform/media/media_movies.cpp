@@ -1,0 +1,71 @@
+#include "platform/media/media_movies.h"
+
+#include "platform/media/film_file.h"
+#include "platform/media/film_writer.h"
+#include "platform/media/movie_frames.h"
+#include "platform/media/movie_source.h"
+#include "platform/media/mp4_export.h"
+#include "platform/media/sound_mixer.h"
+#include "platform/texts.h"
+
+Result<MovieInfo> MediaMovies::info(const QString &path)
+{
+    const auto source = MovieSource::open(path, MovieSource::Parts::Pictures);
+    if (!source)
+        return std::unexpected(source.error());
+    return (*source)->info();
+}
+
+Result<std::unique_ptr<MovieFrames>> MediaMovies::frames(const QString &path, QSize bounds)
+{
+    return openMovieFrames(path, bounds);
+}
+
+Result<std::unique_ptr<MovieWriter>> MediaMovies::record(const QString &path, const MovieFormat &format,
+                                                         std::function<void(const Error &)> failed)
+{
+    return makeFilmWriter(path, format, std::move(failed));
+}
+
+Result<void> MediaMovies::finish(const QString &recorded, const QString &target,
+                                 std::optional<std::chrono::microseconds> end)
+{
+    return finishFilm(recorded, target, end);
+}
+
+Result<void> MediaMovies::exportMp4(const QString &path, const QString &target, double from, double to,
+                                    WorkProgress &progress)
+{
+    return exportMp4File(path, target, from, to, progress);
+}
+
+Result<void> MediaMovies::voice(const QString &path,
+                                const std::function<bool(std::span<const qint16>)> &receive)
+{
+    const auto source = MovieSource::open(path, MovieSource::Parts::Sound);
+    if (!source)
+        return std::unexpected(source.error());
+    if ((*source)->soundTracks().empty())
+        return fail(Error::Kind::NotFound, PlatformTexts::tr("The film has no sound."));
+    std::vector<qint16> words;
+    SoundMixer mixer(kVoiceRate, 1, [&](std::span<const float> samples) {
+        words.resize(samples.size());
+        std::ranges::transform(samples, words.begin(), [](float sample) {
+            return qint16(std::lround(std::clamp(sample, -1.0F, 1.0F) * 32767));
+        });
+        return receive(words);
+    });
+    constexpr double kForever = 1e9;
+    double last = 0;
+    while (true) {
+        const MovieSource::Decoded decoded = (*source)->next();
+        if (decoded.stream < 0)
+            break;
+        last = std::max(last, decoded.time + double(decoded.frame->nb_samples) /
+                                                 std::max(decoded.frame->sample_rate, 1));
+        if (!mixer.add(decoded.stream, *decoded.frame, decoded.time, kForever))
+            return cancelled();
+    }
+    mixer.end(last);
+    return {};
+}

@@ -1,0 +1,18 @@
+#include "platform/media/media_movies.h"
+#include "platform/media/pulse_sources.h"
+
+extern "C" {
+#include <libavutil/log.h>
+}
+
+// The two entries of the loadable module.
+extern "C" Q_DECL_EXPORT Movies *lumenpost_movies()
+{
+    av_log_set_level(AV_LOG_QUIET); // its remarks would mix with our own words
+    return new MediaMovies;
+}
+
+extern "C" Q_DECL_EXPORT SoundSources *lumenpost_sound_sources()
+{
+    return new PulseSources;
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+class Movies;
+class SpeechEngine;
+class SoundSources;
+
+// What reads and writes films and hears sound, behind light objects: the module with the libraries that they
+// need is opened at their first use. Without the module each use fails with a sentence that says so.
+std::unique_ptr<Movies> makeMovies();
+std::unique_ptr<SoundSources> makeSoundSources();
+// The same for speech, which is a module of its own.
+std::unique_ptr<SpeechEngine> makeSpeechEngine();

@@ -1,0 +1,70 @@
+#include "recording/captions.h"
+
+#include "fakes/fake_films.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QStringList told(const QList<CaptionCue> &cues)
+{
+    QStringList result;
+    for (const CaptionCue &cue : cues)
+        result.append(QStringLiteral("%1-%2 %3").arg(cue.start).arg(cue.end).arg(cue.text));
+    return result;
+}
+
+} // namespace
+
+TEST(Captions, AreCutAtPausesLengthAndDuration)
+{
+    struct Case {
+        const char *what;
+        QList<SpokenWord> words;
+        QStringList cues;
+    };
+    const QString twenty(20, u'a');
+    const QList<Case> cases{
+        {"no words", {}, {}},
+        {"a pause of .9", {{"a", 0, .5}, {"b", .6, .5}, {"c", 2.0, .5}}, {"0-1.1 a b", "2-2.5 c"}},
+        {"a pause of exactly .8", {{"a", 0, .5}, {"b", 1.3, .5}}, {"0-1.8 a b"}},
+        {"exactly four seconds", {{"a", 0, 2}, {"b", 2, 2}}, {"0-4 a b"}},
+        {"more than four seconds", {{"a", 0, 2}, {"b", 2, 2.001}}, {"0-2 a", "2-4.001 b"}},
+        {"42 characters", {{twenty, 0, 1}, {twenty + "b", 1, 1}}, {"0-2 " + twenty + " " + twenty + "b"}},
+        {"43 characters", {{twenty, 0, 1}, {twenty + "bc", 1, 1}}, {"0-1 " + twenty, "1-2 " + twenty + "bc"}},
+        {"a long word stands alone",
+         {{QString(50, u'x'), 0, 1}, {"y", 1, 1}},
+         {"0-1 " + QString(50, u'x'), "1-2 y"}},
+        {"empty words are passed over", {{"a", 0, .5}, {"", .6, 9}, {"b", 1, .5}}, {"0-1.5 a b"}},
+    };
+    for (const Case &each : cases)
+        EXPECT_EQ(told(Captions::cues(each.words)), each.cues) << each.what;
+}
+
+TEST(Captions, AreWrittenAsSubRip)
+{
+    EXPECT_EQ(Captions::timestamp(-1), "00:00:00,000");
+    EXPECT_EQ(Captions::timestamp(3661.2345), "01:01:01,235");
+    EXPECT_EQ(Captions::timestamp(3723.4), "01:02:03,400");
+    EXPECT_EQ(Captions::srt({{1, 2, "one"}, {10, 10.1, "two"}}),
+              "1\n00:00:01,000 --> 00:00:02,000\none\n\n2\n00:00:10,000 --> 00:00:10,500\ntwo\n");
+    EXPECT_EQ(Captions::srt({}), "");
+    EXPECT_EQ(Captions::transcript({{0, 1, "one two"}, {2, 3, "three"}}), "one two three");
+}
+
+TEST(Captions, SayWhyThereAreNone)
+{
+    FakeMovies movies;
+    FakeSpeechEngine speech;
+    WorkProgress progress;
+    EXPECT_EQ(Captions::captions(movies, speech, "film.mov", progress).error(),
+              captionError(CaptionError::NoSpeech));
+    speech.words = {{"hello", 1, .5}};
+    EXPECT_EQ(Captions::captions(movies, speech, "film.mov", progress)->first().text, "hello");
+    progress.isCancelled = true;
+    EXPECT_TRUE(Captions::captions(movies, speech, "film.mov", progress).error().isCancelled());
+    progress.isCancelled = false;
+    movies.movie.soundTracks = 0;
+    EXPECT_EQ(Captions::captions(movies, speech, "film.mov", progress).error(),
+              captionError(CaptionError::NoAudio));
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QString>
+#include <QtEndian>
+
+// What another program says of a film.
+class FilmFacts {
+public:
+    explicit FilmFacts(const QString &path) : m_path(path)
+    {
+        m_facts = QJsonDocument::fromJson(
+                      run("ffprobe", {"-v", "error", "-show_format", "-show_streams", "-of", "json", path}))
+                      .object();
+    }
+    QString format(const QString &key) const { return m_facts["format"].toObject()[key].toString(); }
+    qsizetype streams() const { return m_facts["streams"].toArray().size(); }
+    QString of(int stream, const QString &key) const
+    {
+        return m_facts["streams"].toArray().at(stream).toObject()[key].toVariant().toString();
+    }
+    int countedFrames() const
+    {
+        return run("ffprobe", {"-v", "error", "-count_frames", "-select_streams", "v:0", "-show_entries",
+                               "stream=nb_read_frames", "-of", "csv=p=0", m_path})
+            .trimmed()
+            .toInt();
+    }
+    bool decodesWithoutErrors() const
+    {
+        QProcess process;
+        process.start("ffmpeg", {"-v", "error", "-xerror", "-i", m_path, "-map", "0", "-f", "null", "-"});
+        process.waitForFinished(60000);
+        return process.exitCode() == 0 && process.readAllStandardError().isEmpty();
+    }
+    // The table of contents comes before the pictures, and only once.
+    bool startsQuickly() const
+    {
+        const QStringList boxes = outerBoxes();
+        return boxes.count("moov") == 1 && boxes.indexOf("moov") < boxes.indexOf("mdat");
+    }
+    bool isFragmented() const { return outerBoxes().contains("moof"); }
+
+private:
+    static QByteArray run(const QString &program, const QStringList &words)
+    {
+        QProcess process;
+        process.start(program, words);
+        process.waitForFinished(60000);
+        return process.readAllStandardOutput();
+    }
+    QStringList outerBoxes() const
+    {
+        QFile file(m_path);
+        QStringList boxes;
+        if (!file.open(QIODevice::ReadOnly))
+            return boxes;
+        while (file.pos() < file.size()) {
+            const qint64 start = file.pos();
+            const QByteArray head = file.read(16);
+            if (head.size() < 8)
+                break;
+            qint64 size = qFromBigEndian<quint32>(head.constData());
+            if (size == 1)
+                size = qFromBigEndian<qint64>(head.constData() + 8);
+            boxes.append(QString::fromLatin1(head.mid(4, 4)));
+            if (size < 8 || !file.seek(start + size))
+                break;
+        }
+        return boxes;
+    }
+
+    QString m_path;
+    QJsonObject m_facts;
+};
