@@ -10,10 +10,12 @@
 #include "platform/platform.h"
 #include "platform/screens.h"
 #include "recording/captions.h"
+#include "recording/external_speech.h"
 #include "recording/movie_export.h"
 #include "recording/recording_place.h"
 #include "recording/recording_recovery.h"
 #include "recording/screen_recorder.h"
+#include "settings/app_settings.h"
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -208,7 +210,8 @@ void captions(CommandContext &context, const std::string &movieWord, const std::
     Platform &platform = context.platform();
     const QString movie = absolutePath(movieWord);
     Movies &movies = *platform.movies;
-    SpeechEngine &speech = *platform.speech;
+    ExternalSpeech external(ExternalSpeech::choiceIn(context.settings().defaults()));
+    SpeechEngine &speech = external.isChosen() ? static_cast<SpeechEngine &>(external) : *platform.speech;
     QList<CaptionCue> cues;
     const Result<void> made = waitWithProgress([&](WorkProgress &progress) -> Result<void> {
         auto found = Captions::captions(movies, speech, movie, progress);

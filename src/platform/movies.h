@@ -3,13 +3,13 @@
 #include "base/result.h"
 #include "platform/screen_films.h"
 #include "platform/sound_sources.h"
+#include "platform/work_progress.h"
 
 #include <QImage>
 #include <QList>
 #include <QRegion>
 #include <QSize>
 #include <QString>
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -25,12 +25,6 @@ struct MovieInfo {
     QString codec;              // of the pictures: "h264"
     int soundTracks = 0;
     bool operator==(const MovieInfo &) const = default;
-};
-
-// How far a long work is, and the wish that it ends. Shared by who works and who watches.
-struct WorkProgress {
-    std::atomic<double> done = 0; // 0 to 1
-    std::atomic<bool> isCancelled = false;
 };
 
 // The pictures of one film. For one thread at a time.

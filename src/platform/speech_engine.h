@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/result.h"
+#include "platform/work_progress.h"
 
 #include <QList>
 #include <QString>
@@ -23,8 +24,9 @@ public:
     virtual ~SpeechListener() = default;
     // One channel of 16000 samples a second, in pieces of any length.
     virtual Result<void> hear(std::span<const qint16> samples) = 0;
-    // The sound is over; what is still unsaid is told.
-    virtual Result<void> end() = 0;
+    // The sound is over; what is still unsaid is told. Ends soon, with a cancelled error, when the work is
+    // cancelled.
+    virtual Result<void> end(WorkProgress &progress) = 0;
 };
 
 // Turns speech into words, on this machine.

@@ -105,7 +105,7 @@ Result<QList<CaptionCue>> Captions::captions(Movies &movies, SpeechEngine &speec
         return std::unexpected(captionError(CaptionError::NoAudio));
     if (!spoken)
         return std::unexpected(spoken.error());
-    if (const auto ended = (*listener)->end(); !ended)
+    if (const auto ended = (*listener)->end(progress); !ended)
         return std::unexpected(ended.error());
     progress.done = 1;
     QList<CaptionCue> result = cues(words);

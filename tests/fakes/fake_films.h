@@ -143,7 +143,7 @@ class FakeSpeechEngine : public SpeechEngine {
 public:
     struct Listener : SpeechListener {
         Result<void> hear(std::span<const qint16>) override { return {}; }
-        Result<void> end() override
+        Result<void> end(WorkProgress &) override
         {
             heard(words);
             return {};

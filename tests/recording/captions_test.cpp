@@ -1,8 +1,11 @@
 #include "recording/captions.h"
+#include "recording/external_speech.h"
 
 #include "fakes/fake_films.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace {
 
@@ -67,4 +70,62 @@ TEST(Captions, SayWhyThereAreNone)
     movies.movie.soundTracks = 0;
     EXPECT_EQ(Captions::captions(movies, speech, "film.mov", progress).error(),
               captionError(CaptionError::NoAudio));
+}
+
+namespace {
+
+// A recogniser that is a program: a script that answers as the real one does.
+class ExternalSpeechTest : public testing::Test {
+protected:
+    Result<QList<CaptionCue>> captionsBy(const QByteArray &script)
+    {
+        QFile program(m_folder.filePath("recogniser"));
+        EXPECT_TRUE(program.open(QIODevice::WriteOnly));
+        program.write("#!/bin/sh\n" + script);
+        program.close();
+        program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        ExternalSpeech speech({program.fileName(), program.fileName()});
+        return Captions::captions(m_movies, speech, "film.mov", m_progress);
+    }
+    QTemporaryDir m_folder;
+    FakeMovies m_movies;
+    WorkProgress m_progress;
+};
+
+} // namespace
+
+TEST_F(ExternalSpeechTest, GivesTheSoundAndTakesTheWords)
+{
+    // Words: its arguments are "-m MODEL -f WAVE … -of ANSWER -pp"; the sound has ten seconds.
+    const auto cues = captionsBy(R"(wave=$4; answer=${12}
+[ $(wc -c <"$wave") = 320044 ] || exit 3
+echo 'progress = 50%' >&2
+cat >"$answer.json" <<END
+{"transcription":[{"offsets":{"from":500,"to":900},"text":" Grüße"},{"offsets":{"from":900,"to":1000},"text":"[Music]"},
+{"offsets":{"from":1000,"to":1500},"text":" dich"}]}
+END
+)");
+    ASSERT_TRUE(cues) << qPrintable(cues.error().message + cues.error().detail);
+    EXPECT_EQ(*cues, (QList<CaptionCue>{{0.5, 1.5, "Grüße dich"}}));
+}
+
+TEST_F(ExternalSpeechTest, SaysWhenItFails)
+{
+    EXPECT_EQ(captionsBy("exit 1").error().message, "The speech recogniser recogniser failed.");
+    EXPECT_EQ(captionsBy("exit 0").error().message, "The speech recogniser recogniser gave no words.");
+    EXPECT_EQ(captionsBy("echo '{\"transcription\":7}' >\"${12}.json\"").error(),
+              captionError(CaptionError::NoSpeech));
+    ExternalSpeech missing({m_folder.filePath("none"), m_folder.filePath("none")});
+    EXPECT_EQ(missing.listen({}).error().kind, Error::Kind::Unavailable);
+}
+
+TEST_F(ExternalSpeechTest, EndsWhenItIsCancelled)
+{
+    std::jthread cancel([this](const std::stop_token &stop) {
+        while (!stop.stop_requested() && !QFile::exists(m_folder.filePath("running")))
+            std::this_thread::yield();
+        m_progress.isCancelled = true;
+    });
+    const auto cues = captionsBy("touch '" + m_folder.filePath("running").toUtf8() + "'; exec sleep 600");
+    EXPECT_TRUE(!cues && cues.error().isCancelled());
 }

@@ -45,7 +45,8 @@ struct SoundTrack {
 class FilmWriter : public MovieWriter {
 public:
     FilmWriter(QSize size, std::function<void(const Error &)> failed, std::unique_ptr<FilmFile> file)
-        : m_canvas(size), m_failed(std::move(failed)), m_file(std::move(file)), m_packet(av_packet_alloc())
+        : m_canvas(size), m_failed(std::move(failed)), m_file(std::move(file)), m_packet(av_packet_alloc()),
+          m_held(av_packet_alloc())
     {}
     ~FilmWriter() override { static_cast<void>(close()); }
 
@@ -347,17 +348,36 @@ private:
                 av_packet_unref(m_packet.get());
                 continue;
             }
-            if (stream == 0)
-                m_packet->duration =
-                    av_rescale_q(1, AVRational{1, 60}, kPictureUnit); // the least there may be
             m_packet->stream_index = stream;
-            av_packet_rescale_ts(m_packet.get(), encoder.time_base, m_output->streams[stream]->time_base);
-            if (av_write_frame(m_output.get(), m_packet.get()) < 0 || m_output->pb->error < 0)
-                tellFailure(PlatformTexts::tr("The film couldn't be written: %1.").arg(m_file->failure()));
+            if (stream == 0)
+                writePicture();
             else
-                m_file->keep();
+                writePacket(*m_packet, encoder.time_base);
             av_packet_unref(m_packet.get());
         }
+    }
+
+    // A picture's packet waits for the next one, which tells how long it was shown: pieces of the file begin
+    // where those before them end.
+    void writePicture()
+    {
+        if (m_held->size > 0) {
+            m_held->duration = m_packet->pts - m_held->pts;
+            writePacket(*m_held, m_encoder->time_base);
+            av_packet_unref(m_held.get());
+        }
+        av_packet_move_ref(m_held.get(), m_packet.get());
+    }
+
+    void writePacket(AVPacket &packet, AVRational unit)
+    {
+        av_packet_rescale_ts(&packet, unit, m_output->streams[packet.stream_index]->time_base);
+        if (m_error)
+            return;
+        if (av_write_frame(m_output.get(), &packet) < 0 || m_output->pb->error < 0)
+            tellFailure(PlatformTexts::tr("The film couldn't be written: %1.").arg(m_file->failure()));
+        else
+            m_file->keep();
     }
 
     void finish()
@@ -373,6 +393,10 @@ private:
         }
         avcodec_send_frame(m_encoder.get(), nullptr);
         takePackets(*m_encoder, 0);
+        if (m_held->size > 0) {
+            m_held->duration = av_rescale_q(1, AVRational{1, 30}, kPictureUnit);
+            writePacket(*m_held, m_encoder->time_base);
+        }
         if (!m_error && (av_write_trailer(m_output.get()) < 0 || m_output->pb->error < 0))
             tellFailure(PlatformTexts::tr("The film couldn't be written: %1.").arg(m_file->failure()));
         if (m_error)
@@ -417,6 +441,7 @@ private:
     AvCodec m_encoder;
     std::vector<SoundTrack> m_sounds;
     AvPacket m_packet;
+    AvPacket m_held; // the last picture's
     std::int64_t m_lastKey = -1;
     bool m_hasChanged = false; // since the last key
     std::thread m_worker;

@@ -75,7 +75,7 @@ public:
         m_utterances.add(samples);
         return outcome();
     }
-    Result<void> end() override
+    Result<void> end(WorkProgress &) override
     {
         m_utterances.end();
         return outcome();
