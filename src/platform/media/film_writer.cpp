@@ -45,7 +45,10 @@ struct SoundTrack {
 class FilmWriter : public MovieWriter {
 public:
     FilmWriter(QSize size, std::function<void(const Error &)> failed, std::unique_ptr<FilmFile> file)
-        : m_canvas(size), m_failed(std::move(failed)), m_file(std::move(file)), m_packet(av_packet_alloc()),
+        : m_canvas(size),
+          m_failed(std::move(failed)),
+          m_file(std::move(file)),
+          m_packet(av_packet_alloc()),
           m_held(av_packet_alloc())
     {}
     ~FilmWriter() override { static_cast<void>(close()); }

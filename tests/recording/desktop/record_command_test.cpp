@@ -156,7 +156,7 @@ TEST_F(RecordCommand, AKilledFilmIsFinishedByTheNextCall)
 
 TEST_F(RecordCommand, AFullDiskEndsTheFilmThatIsThere)
 {
-    record({"--seconds", "60"}, "ulimit -f 2200"); // blocks of 1024: a little more than the hole
+    record({"--seconds", "60"}, "ulimit -f 4250"); // blocks of 512 bytes: a little more than the hole
     ASSERT_TRUE(ends());
     EXPECT_EQ(m_program.exitCode(), 1);
     const QString film = printed();
