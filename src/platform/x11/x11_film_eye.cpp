@@ -31,7 +31,7 @@ void paste(QImage &onto, const QImage &part, QPoint at, const QRegion &only)
 X11FilmEye::X11FilmEye(const X11Connection &connection, const FilmRequest &request)
     : m_connection(connection),
       m_request(request),
-      m_root(connection.rootRect()),
+      m_root(0, 0, connection.screen()->width_in_pixels, connection.screen()->height_in_pixels),
       m_reader(std::make_unique<X11ImageReader>(connection)),
       m_compositor(std::make_unique<X11Compositor>(connection))
 {}
