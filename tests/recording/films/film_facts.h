@@ -37,17 +37,16 @@ public:
         process.waitForFinished(60000);
         return process.exitCode() == 0 && process.readAllStandardError().isEmpty();
     }
-    // Of a track of sound in the third second, in decibels below full scale.
+    // The loudest moment of a track of sound, in decibels below full scale.
     double loudness(int stream) const
     {
         QProcess process;
-        process.start("ffmpeg",
-                      {"-hide_banner", "-ss", "2", "-t", "1", "-i", m_path, "-map",
-                       QStringLiteral("0:%1").arg(stream), "-af", "volumedetect", "-f", "null", "-"});
+        process.start("ffmpeg", {"-hide_banner", "-i", m_path, "-map", QStringLiteral("0:%1").arg(stream), "-af",
+                                 "volumedetect", "-f", "null", "-"});
         process.waitForFinished(60000);
         const QByteArray text = process.readAllStandardError();
-        const qsizetype at = text.indexOf("mean_volume: ");
-        return at < 0 ? -1000 : text.mid(at + 13, 6).trimmed().split(' ').first().toDouble();
+        const qsizetype at = text.indexOf("max_volume: ");
+        return at < 0 ? -1000 : text.mid(at + 12, 6).trimmed().split(' ').first().toDouble();
     }
     // The table of contents comes before the pictures, and only once.
     bool startsQuickly() const
