@@ -2,6 +2,7 @@
 
 #include "platform/accessible_elements.h"
 #include "platform/desktop_appearance.h"
+#include "platform/desktop_parts.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
 #include "platform/http.h"
@@ -18,6 +19,7 @@
 #include "platform/screens.h"
 #include "platform/secrets.h"
 #include "platform/sound_sources.h"
+#include "platform/shortcut_holders.h"
 #include "platform/sounds.h"
 #include "platform/speech_engine.h"
 #include "platform/text_engine.h"

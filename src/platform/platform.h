@@ -4,6 +4,7 @@
 
 class AccessibleElements;
 class DesktopAppearance;
+class DesktopParts;
 class FaceEngine;
 class HotKeys;
 class Http;
@@ -20,6 +21,7 @@ class ScreenPictures;
 class Screens;
 class Secrets;
 class SoundSources;
+class ShortcutHolders;
 class Sounds;
 class SpeechEngine;
 class TextEngine;
@@ -56,4 +58,6 @@ struct Platform {
     std::unique_ptr<FaceEngine> faces;
     std::unique_ptr<Http> http;
     std::unique_ptr<DesktopAppearance> appearance;
+    std::unique_ptr<DesktopParts> parts;
+    std::unique_ptr<ShortcutHolders> shortcutHolders;
 };

@@ -3,9 +3,11 @@
 #include "platform/desktop/atspi_elements.h"
 #include "platform/desktop/desktop_login_item.h"
 #include "platform/desktop/desktop_opener.h"
+#include "platform/desktop/desktop_parts_probe.h"
 #include "platform/desktop/desktop_paths.h"
 #include "platform/desktop/desktop_permissions.h"
 #include "platform/desktop/desktop_secrets.h"
+#include "platform/desktop/desktop_shortcut_holders.h"
 #include "platform/desktop/desktop_sounds.h"
 #include "platform/desktop/desktop_trash.h"
 #include "platform/desktop/portal_appearance.h"
@@ -87,6 +89,8 @@ void addDesktop(Platform &platform, bool hasScreen)
     platform.sounds = std::make_unique<DesktopSounds>();
     platform.permissions = std::make_unique<DesktopPermissions>(hasScreen);
     platform.appearance = std::make_unique<PortalAppearance>();
+    platform.parts = std::make_unique<DesktopPartsProbe>();
+    platform.shortcutHolders = std::make_unique<DesktopShortcutHolders>();
 }
 
 } // namespace

@@ -29,6 +29,7 @@ constexpr Row kRows[] = {
     {122, {0xffbe, 67}},  {120, {0xffbf, 68}},  {99, {0xffc0, 69}},   {118, {0xffc1, 70}},
     {96, {0xffc2, 71}},   {97, {0xffc3, 72}},   {98, {0xffc4, 73}},   {100, {0xffc5, 74}},
     {101, {0xffc6, 75}},  {109, {0xffc7, 76}},  {103, {0xffc8, 95}},  {111, {0xffc9, 96}},
+    {105, {0xff61, 107}}, // Print
 };
 
 // Keys that write the same as one of the rows.
