@@ -17,6 +17,9 @@ namespace {
 
 constexpr std::array<const char *, 3> kFormats{"png", "jpg", "heic"};
 
+// Beside the shortcuts of the actions, with the same modifiers.
+constexpr KeyCombo kPanelHotkey{46, KeyCombo::Control | KeyCombo::Shift};
+
 QString cleanPath(const QString &path)
 {
     return QDir::cleanPath(QDir(path).absolutePath());
@@ -142,7 +145,45 @@ void AppSettings::resetHotkeys()
     QHash<HotKeyAction, KeyCombo> hotkeys;
     for (const HotKeyInfo &info : kHotKeys)
         hotkeys.insert(info.action, info.defaultCombo());
+    m_defaults.set(QStringLiteral("printKeys"), false);
+    m_defaults.set(QStringLiteral("panelHotkey"), kPanelHotkey.toJson());
     setHotkeys(hotkeys);
+}
+
+KeyCombo AppSettings::panelHotkey() const
+{
+    return KeyCombo::fromJson(m_defaults.value(QStringLiteral("panelHotkey")).toObject())
+        .value_or(kPanelHotkey);
+}
+
+void AppSettings::setPanelHotkey(const KeyCombo &combo)
+{
+    store("panelHotkey", combo.toJson());
+    Q_EMIT hotkeysChanged();
+}
+
+bool AppSettings::printKeys() const
+{
+    return m_defaults.boolean(QStringLiteral("printKeys"), false);
+}
+
+void AppSettings::setPrintKeys(bool on)
+{
+    store("printKeys", on);
+    Q_EMIT hotkeysChanged();
+}
+
+QList<ExtraShortcut> AppSettings::extraShortcuts() const
+{
+    using Command = ExtraShortcut::Command;
+    QList<ExtraShortcut> shortcuts{{Command::Panel, panelHotkey()}};
+    if (printKeys()) {
+        shortcuts += {{Command::Region, {KeyCombo::kPrint, 0}},
+                      {Command::Screen, {KeyCombo::kPrint, KeyCombo::Shift}},
+                      {Command::Window, {KeyCombo::kPrint, KeyCombo::Option}},
+                      {Command::Delayed, {KeyCombo::kPrint, KeyCombo::Command}}};
+    }
+    return shortcuts;
 }
 
 void AppSettings::setRecordingShortcut(bool recording)

@@ -2,10 +2,12 @@
 
 #include "base/result.h"
 #include "platform/secrets.h"
+#include "settings/extra_shortcut.h"
 #include "settings/hot_key_action.h"
 
 #include <QFuture>
 #include <QHash>
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <memory>
@@ -46,7 +48,16 @@ public:
         return m_hotkeys.value(action, hotKeyInfo(action).defaultCombo());
     }
     void setHotkeys(const QHash<HotKeyAction, KeyCombo> &hotkeys);
+    // Those of the nine actions and of the panel go back to what they were at first; the Print key is let go.
     void resetHotkeys();
+    KeyCombo panelHotkey() const;
+    void setPanelHotkey(const KeyCombo &combo);
+    // Print takes a region, with Shift the screen, with Alt the window in front, with Ctrl a region after a
+    // delay; beside the other shortcuts.
+    bool printKeys() const;
+    void setPrintKeys(bool on);
+    // The panel's, and those of the Print key while they are on.
+    QList<ExtraShortcut> extraShortcuts() const;
     // True while a shortcut field listens; not stored.
     bool isRecordingShortcut() const { return m_isRecordingShortcut; }
     void setRecordingShortcut(bool recording);

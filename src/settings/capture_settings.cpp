@@ -16,6 +16,8 @@ constexpr std::array<std::pair<CaptureMode, const char *>, 6> kModes{{
     {CaptureMode::Text, "text"},
 }};
 
+constexpr CaptureSettings::Switch kLastSwitch = CaptureSettings::Switch::Webcam;
+
 struct StoredSwitch {
     const char *key;
     bool fallback;
@@ -89,6 +91,15 @@ bool CaptureSettings::isOn(Switch which) const
 void CaptureSettings::setOn(Switch which, bool on)
 {
     m_defaults.set(QLatin1String(stored(which).key), on);
+    Q_EMIT changed();
+}
+
+void CaptureSettings::reset()
+{
+    for (int i = 0; i <= static_cast<int>(kLastSwitch); ++i) {
+        const StoredSwitch entry = stored(static_cast<Switch>(i));
+        m_defaults.set(QLatin1String(entry.key), entry.fallback);
+    }
     Q_EMIT changed();
 }
 

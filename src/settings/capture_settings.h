@@ -39,6 +39,8 @@ public:
     void setMode(CaptureMode mode);
     bool isOn(Switch which) const;
     void setOn(Switch which, bool on);
+    // Every switch as it was at first; the mode stays.
+    void reset();
 
     // What a capture that starts now works with. `backdrop` is false: only presets carry it.
     CaptureOptions current() const;

@@ -3,6 +3,7 @@
 #include "settings/key_combo.h"
 
 #include <QString>
+#include <QtGlobal>
 #include <array>
 #include <optional>
 
@@ -22,7 +23,7 @@ enum class HotKeyAction {
 struct HotKeyInfo {
     HotKeyAction action;
     const char *rawValue; // what the settings store
-    const char *title;    // of its row in the settings
+    const char *title;    // of its row in the settings, for SettingsTexts::tr
     int defaultKeyCode;   // with ⌃ and ⇧
 
     KeyCombo defaultCombo() const { return {defaultKeyCode, KeyCombo::Control | KeyCombo::Shift}; }
@@ -30,15 +31,15 @@ struct HotKeyInfo {
 
 // In the order of registration and of the settings' rows.
 inline constexpr std::array<HotKeyInfo, 9> kHotKeys{{
-    {HotKeyAction::Capture, "capture", "Capture (panel mode)", 8},
-    {HotKeyAction::FullScreen, "fullScreen", "Capture full screen", 3},
-    {HotKeyAction::Delayed, "delayed", "Capture in 3 seconds", 2},
-    {HotKeyAction::GrabText, "grabText", "Grab text", 17},
-    {HotKeyAction::Scrolling, "scrolling", "Scrolling capture", 1},
-    {HotKeyAction::Record, "record", "Start / stop recording", 15},
-    {HotKeyAction::Steps, "steps", "Record steps (how-to guide)", 5},
-    {HotKeyAction::Library, "library", "Open Library", 37},
-    {HotKeyAction::PinLast, "pinLast", "Pin last capture", 35},
+    {HotKeyAction::Capture, "capture", QT_TRANSLATE_NOOP("SettingsTexts", "Capture (panel mode)"), 8},
+    {HotKeyAction::FullScreen, "fullScreen", QT_TRANSLATE_NOOP("SettingsTexts", "Capture full screen"), 3},
+    {HotKeyAction::Delayed, "delayed", QT_TRANSLATE_NOOP("SettingsTexts", "Capture in 3 seconds"), 2},
+    {HotKeyAction::GrabText, "grabText", QT_TRANSLATE_NOOP("SettingsTexts", "Grab text"), 17},
+    {HotKeyAction::Scrolling, "scrolling", QT_TRANSLATE_NOOP("SettingsTexts", "Scrolling capture"), 1},
+    {HotKeyAction::Record, "record", QT_TRANSLATE_NOOP("SettingsTexts", "Start / stop recording"), 15},
+    {HotKeyAction::Steps, "steps", QT_TRANSLATE_NOOP("SettingsTexts", "Record steps (how-to guide)"), 5},
+    {HotKeyAction::Library, "library", QT_TRANSLATE_NOOP("SettingsTexts", "Open Library"), 37},
+    {HotKeyAction::PinLast, "pinLast", QT_TRANSLATE_NOOP("SettingsTexts", "Pin last capture"), 35},
 }};
 
 inline const HotKeyInfo &hotKeyInfo(HotKeyAction action)

@@ -8,6 +8,8 @@
 // platform/modifier_keys.h.
 struct KeyCombo {
     enum Modifier { Command = 0x100, Shift = 0x200, Option = 0x800, Control = 0x1000 };
+    // The Print key, in the place of the function key that the numbering has there.
+    static constexpr int kPrint = 105;
 
     int keyCode = 0;
     int carbonModifiers = 0; // flags of Modifier

@@ -13,6 +13,8 @@
 namespace {
 
 constexpr int symbolGap = 6;
+constexpr int smallestUnder = 9; // pixels of type under a symbol
+constexpr int underHeight = 50; // with the words under the symbols
 constexpr qreal disabledOpacity = 0.4;
 
 } // namespace
@@ -54,8 +56,28 @@ void SegmentedPicker::setStretches(bool stretches)
     updateGeometry();
 }
 
+void SegmentedPicker::setLabelsUnder(bool under)
+{
+    m_labelsUnder = under;
+    setFont(under ? Theme::font(Theme::Type::Caption, QFont::Medium)
+                  : Theme::font(Theme::Type::Control, QFont::Medium));
+    updateGeometry();
+    update();
+}
+
+void SegmentedPicker::setSegmentEnabled(int index, bool enabled)
+{
+    if (enabled)
+        m_disabled.remove(index);
+    else
+        m_disabled.insert(index);
+    update();
+}
+
 int SegmentedPicker::naturalWidth(const Segment &segment) const
 {
+    if (m_labelsUnder)
+        return qMax(QFontMetrics(font()).horizontalAdvance(segment.text) + 8, 44);
     int width = 16;
     if (!segment.symbol.isEmpty())
         width += Theme::Size::rowIcon;
@@ -76,7 +98,7 @@ QSize SegmentedPicker::sizeHint() const
     }
     if (m_stretches)
         width = 4 + widest * static_cast<int>(m_segments.size());
-    return {width, Theme::Size::target};
+    return {width, m_labelsUnder ? underHeight : Theme::Size::target};
 }
 
 QRect SegmentedPicker::segmentRect(int index) const
@@ -115,7 +137,24 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
     for (int i = 0; i < m_segments.size(); ++i) {
         const Segment &segment = m_segments[i];
         const QRect place = segmentRect(i);
+        painter.setOpacity(isEnabled() && !m_disabled.contains(i) ? 1 : disabledOpacity);
         const QColor ink = i == m_current ? t.text : i == m_hovered ? t.text : t.secondary;
+        if (m_labelsUnder) {
+            QRectF icon(0, place.top() + 7, Theme::Size::barIcon, Theme::Size::barIcon);
+            icon.moveLeft(std::round(place.left() + (place.width() - icon.width()) / 2.0));
+            drawSymbol(painter, icon, segment.symbol, ink);
+            const QRect words(place.left() + 1, place.bottom() - 19, place.width() - 2, 16);
+            painter.setPen(ink);
+            // A long word is set a little smaller before it is cut.
+            QFont smaller = font();
+            while (smaller.pixelSize() > smallestUnder &&
+                   QFontMetrics(smaller).horizontalAdvance(segment.text) > words.width())
+                smaller.setPixelSize(smaller.pixelSize() - 1);
+            painter.setFont(smaller);
+            painter.drawText(words, Qt::AlignCenter,
+                             painter.fontMetrics().elidedText(segment.text, Qt::ElideRight, words.width()));
+            continue;
+        }
         int left = place.left() + (place.width() - naturalWidth(segment)) / 2 + 8;
         if (!segment.symbol.isEmpty()) {
             drawSymbol(painter,
@@ -141,9 +180,16 @@ int SegmentedPicker::segmentAt(const QPoint &position) const
     return -1;
 }
 
+int SegmentedPicker::nextEnabled(int from, int step) const
+{
+    while (from >= 0 && from < m_segments.size() && m_disabled.contains(from))
+        from += step;
+    return from; // beyond the ends when there is none
+}
+
 void SegmentedPicker::choose(int index)
 {
-    if (index < 0 || index >= m_segments.size() || index == m_current)
+    if (index < 0 || index >= m_segments.size() || index == m_current || m_disabled.contains(index))
         return;
     const QRectF from = segmentRect(m_current);
     setCurrent(index);
@@ -180,14 +226,14 @@ void SegmentedPicker::keyPressEvent(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Up:
-        return choose(qMax(0, m_current - 1));
+        return choose(nextEnabled(m_current - 1, -1));
     case Qt::Key_Right:
     case Qt::Key_Down:
-        return choose(qMin(last, m_current + 1));
+        return choose(nextEnabled(m_current + 1, 1));
     case Qt::Key_Home:
-        return choose(0);
+        return choose(nextEnabled(0, 1));
     case Qt::Key_End:
-        return choose(last);
+        return choose(nextEnabled(last, -1));
     default:
         QWidget::keyPressEvent(event);
     }

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QRect>
+#include <QSet>
 #include <QString>
 #include <QVariantAnimation>
 #include <QWidget>
@@ -24,6 +25,9 @@ public:
     void setCurrent(int index);
     // All segments equally wide, filling the widget.
     void setStretches(bool stretches);
+    // The words under the symbols instead of beside them.
+    void setLabelsUnder(bool under);
+    void setSegmentEnabled(int index, bool enabled);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -42,6 +46,7 @@ protected:
 
 private:
     void choose(int index);
+    int nextEnabled(int from, int step) const;
     int segmentAt(const QPoint &position) const;
     int naturalWidth(const Segment &segment) const;
 
@@ -49,5 +54,7 @@ private:
     int m_current = 0;
     int m_hovered = -1;
     bool m_stretches = false;
+    bool m_labelsUnder = false;
+    QSet<int> m_disabled;
     QVariantAnimation m_slide; // of the selection's rectangle
 };
