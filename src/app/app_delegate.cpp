@@ -8,6 +8,7 @@
 #include "capture/screen_capturer.h"
 #include "capture/ui/capture_overlay.h"
 #include "pins/pins.h"
+#include "diagnostics/diagnostics.h"
 #include "editor/style_presets.h"
 #include "library/auto_delete.h"
 #include "library/clipboard_owner.h"
@@ -46,6 +47,7 @@
 #include <QProcess>
 
 namespace {
+constexpr int kTrayPatience = 10000;  // milliseconds
 constexpr int kIdleAfterStart = 1500; // milliseconds; the desktop's own start is over by then
 } // namespace
 
@@ -101,6 +103,7 @@ Result<bool> AppDelegate::launch(const QStringList &words)
                                               [this](HotKeyAction action) { return isAvailable(action); });
     connect(m_shortcuts.get(), &Shortcuts::performed, this, &AppDelegate::perform);
     connect(m_shortcuts.get(), &Shortcuts::presetCalled, this, &AppDelegate::runPreset);
+    connect(m_shortcuts.get(), &Shortcuts::extraCalled, this, &AppDelegate::performExtra);
     m_shortcuts->registerHotkeys();
     Log::info(QStringLiteral("Ready for shortcuts"));
 
@@ -115,6 +118,8 @@ Result<bool> AppDelegate::launch(const QStringList &words)
         openArguments(arguments);
     else if (!m_defaults->boolean(QStringLiteral("didShowWelcome"), false))
         m_windows->show(SingletonWindows::Kind::Welcome);
+    // A tray may come later than this program.
+    QTimer::singleShot(kTrayPatience, m_shell.get(), [this] { m_shell->tellOfTheTray(); });
     QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::warmUp);
     QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::tidyLibrary);
     return true;
@@ -161,6 +166,7 @@ void AppDelegate::warmUp()
         return;
     m_documents->offerDrafts();
     CaptureOverlayController::warmUp();
+    m_shell->warmUp();
     // Where pictures need the user's consent nothing may be asked now.
     if (m_platform.pictures->capabilities().excludesOwn)
         whenDone(m_capturer->captureAllDisplays(Pointer::Hidden), this, [](const auto &) {});
@@ -199,6 +205,8 @@ void AppDelegate::buildStatusItem()
         m_activity.clearStuckCapture();
         return m_alerts.bringForward();
     };
+    actions.togglePanel = [this](const QRect &icon) { m_shell->togglePanel(icon); };
+    actions.panelState = [this] { return m_shell->panelState(); };
     if (m_windows->canShow(SingletonWindows::Kind::Settings))
         actions.showSettings = [this] { m_windows->show(SingletonWindows::Kind::Settings); };
     if (m_windows->canShow(SingletonWindows::Kind::Welcome))
@@ -214,6 +222,7 @@ void AppDelegate::buildEditors()
     m_stylePresets = std::make_unique<PresetStore>(*m_defaults);
     m_pins = std::make_unique<Pins>(*m_platform.pasteboard, m_notices);
     m_windows = std::make_unique<SingletonWindows>(*m_defaults);
+    buildShell();
     // Only what there is a window for is offered.
     std::function<void()> openSettings;
     if (m_windows->canShow(SingletonWindows::Kind::Settings))
@@ -235,6 +244,66 @@ void AppDelegate::buildEditors()
         .draftFolder = m_platform.paths->state() + QStringLiteral("/drafts"),
     });
     m_delivery->openEditor = [this](const DeliveredPicture &picture) { m_documents->openEditor(picture); };
+}
+
+void AppDelegate::buildShell()
+{
+    ShellWindows::Actions actions;
+    actions.capture = [this] { captureWithCurrentMode(); };
+    actions.captureRegion = [this] { capture(CaptureMode::AllInOne, 0); };
+    actions.openLibrary = [this] { showLibrary(); };
+    actions.openImage = [this] { m_documents->openImage(); };
+    actions.openItem = [this](const QString &path) { m_documents->openLibraryItem(path); };
+    actions.runPreset = [this](const CapturePreset &preset) { runPreset(preset); };
+    actions.isAvailable = [this](CaptureMode mode) { return isAvailable(mode); };
+    actions.registrationProblem = [this](const KeyCombo &combo) { return m_shortcuts->problem(combo); };
+    actions.makeDiagnostics = [this] {
+        const Diagnostics diagnostics({*m_platform.paths, *m_platform.screens, *m_platform.permissions, *m_prefs,
+                                       *m_library});
+        return diagnostics.makeBundle(m_clock.now());
+    };
+    actions.quit = [] { QCoreApplication::quit(); };
+    m_shell = std::make_unique<ShellWindows>(ShellWindows::Parts{m_platform, m_activity, *m_defaults, *m_prefs,
+                                                                 *m_settings, *m_presets, *m_library, m_notices,
+                                                                 *m_pins, m_clock, *m_windows},
+                                             std::move(actions));
+}
+
+bool AppDelegate::isAvailable(CaptureMode mode) const
+{
+    switch (mode) {
+    case CaptureMode::AllInOne:
+    case CaptureMode::Screen:
+    case CaptureMode::Scrolling:
+    case CaptureMode::Text:
+        return true;
+    case CaptureMode::Video:
+        return isAvailable(HotKeyAction::Record);
+    case CaptureMode::Steps:
+        return isAvailable(HotKeyAction::Steps);
+    }
+    Q_UNREACHABLE();
+}
+
+void AppDelegate::performExtra(ExtraShortcut::Command command)
+{
+    switch (command) {
+    case ExtraShortcut::Command::Panel:
+        m_shell->openPanel();
+        break;
+    case ExtraShortcut::Command::Region:
+        capture(CaptureMode::AllInOne, 0);
+        break;
+    case ExtraShortcut::Command::Screen:
+        capture(CaptureMode::Screen, 0);
+        break;
+    case ExtraShortcut::Command::Window:
+        m_captures->captureFrontWindow();
+        break;
+    case ExtraShortcut::Command::Delayed:
+        perform(HotKeyAction::Delayed);
+        break;
+    }
 }
 
 void AppDelegate::buildLinks()
@@ -384,7 +453,7 @@ void AppDelegate::showLibrary()
 void AppDelegate::openArguments(const QStringList &arguments)
 {
     if (arguments.isEmpty())
-        return showLibrary();
+        return m_shell->isPanelTheWayIn() ? m_shell->openPanel() : showLibrary();
     for (const QString &argument : arguments) {
         if (argument == QLatin1String(kOpenClipboard))
             openInLumenpost();

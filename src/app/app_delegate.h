@@ -7,6 +7,7 @@
 #include "app/countdown.h"
 #include "app/delivery.h"
 #include "app/quitting.h"
+#include "app/shell_windows.h"
 #include "app/shortcuts.h"
 #include "app/single_instance.h"
 #include "app/singleton_windows.h"
@@ -65,11 +66,14 @@ public:
 
 private:
     bool isAvailable(HotKeyAction action) const;
+    bool isAvailable(CaptureMode mode) const;
     void capture(CaptureMode mode, int delay);
     void toggleRecording(int delay);
     void buildCaptures();
     void buildLinks();
     void buildEditors();
+    void buildShell();
+    void performExtra(ExtraShortcut::Command command);
     void buildStatusItem();
     void tellOfTheLastSession(bool hasCrashed, bool hasMigrated);
     void warmUp();
@@ -100,6 +104,7 @@ private:
     std::unique_ptr<PresetStore> m_stylePresets;
     std::unique_ptr<Pins> m_pins;
     std::unique_ptr<SingletonWindows> m_windows;
+    std::unique_ptr<ShellWindows> m_shell;
     std::unique_ptr<DocumentRouting> m_documents;
     std::unique_ptr<SourceApplication> m_source;
     std::unique_ptr<Delivery> m_delivery;

@@ -70,6 +70,16 @@ void CaptureFlow::startCapture(Intent intent, int delay)
         runOverlay(*run, takeOrder(), intent, delay);
 }
 
+void CaptureFlow::captureFrontWindow()
+{
+    const QList<WindowInfo> windows = m_parts.capturer.onScreenWindows();
+    if (windows.isEmpty())
+        return startCapture(Intent::Capture, 0);
+    const auto run = m_parts.activity.beginCapture(0);
+    if (run && m_parts.activity.enter(*run, Activity::Capture::Shooting))
+        shootWindow(*run, takeOrder(), Intent::Capture, windows.constFirst().id);
+}
+
 Task<> CaptureFlow::runFullScreen(Run run, Order order, int delay)
 {
     using State = Activity::Capture;

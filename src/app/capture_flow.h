@@ -53,6 +53,8 @@ public:
 
     void captureFullScreen(int delay);
     void startCapture(Intent intent, int delay);
+    // The window in front, at once; the selection where there is none.
+    void captureFrontWindow();
     // Options of a preset, which the next start uses.
     void setPendingOptions(const CaptureOptions &options) { m_pendingOptions = options; }
 

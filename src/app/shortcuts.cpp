@@ -23,6 +23,7 @@ void Shortcuts::registerHotkeys()
 {
     m_hotKeys.unregisterAll();
     m_handlers.clear();
+    m_problems.clear();
     if (m_prefs.isRecordingShortcut())
         return;
     for (const HotKeyInfo &info : kHotKeys) {
@@ -39,6 +40,9 @@ void Shortcuts::registerHotkeys()
                 Q_EMIT presetCalled(*called);
         });
     }
+    for (const ExtraShortcut &extra : m_prefs.extraShortcuts())
+        registerKey(extra.combo, QStringLiteral("the panel or the Print key"),
+                    [this, command = extra.command] { Q_EMIT extraCalled(command); });
 }
 
 void Shortcuts::registerKey(const KeyCombo &combo, const QString &what, const std::function<void()> &handler)
@@ -48,9 +52,19 @@ void Shortcuts::registerKey(const KeyCombo &combo, const QString &what, const st
         // The user can see in the settings which shortcut it is; the log tells why it does nothing.
         Log::info(QStringLiteral("Shortcut %1 of %2 is not available: %3")
                       .arg(combo.display(), what, done.error().message));
+        m_problems.append({combo, done.error().message});
         return;
     }
     m_handlers.insert(id, handler);
+}
+
+QString Shortcuts::problem(const KeyCombo &combo) const
+{
+    for (const auto &[refused, reason] : m_problems) {
+        if (refused == combo)
+            return reason;
+    }
+    return {};
 }
 
 void Shortcuts::dispatch(quint32 id)

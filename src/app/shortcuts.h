@@ -1,8 +1,10 @@
 #pragma once
 
+#include "settings/extra_shortcut.h"
 #include "settings/hot_key_action.h"
 
 #include <QHash>
+#include <QList>
 #include <QObject>
 #include <functional>
 
@@ -24,10 +26,13 @@ public:
               QObject *parent = nullptr);
 
     void registerHotkeys();
+    // Why a combination could not be registered the last time; empty when it works, or isn't wanted.
+    QString problem(const KeyCombo &combo) const;
 
 Q_SIGNALS:
     void performed(HotKeyAction action);
     void presetCalled(const CapturePreset &preset);
+    void extraCalled(ExtraShortcut::Command command);
 
 private:
     void registerKey(const KeyCombo &combo, const QString &what, const std::function<void()> &handler);
@@ -38,5 +43,6 @@ private:
     CapturePresetStore &m_presets;
     IsAvailable m_isAvailable;
     QHash<quint32, std::function<void()>> m_handlers;
+    QList<std::pair<KeyCombo, QString>> m_problems;
     quint32 m_nextID = 1; // never reused in a run
 };

@@ -126,8 +126,12 @@ void StatusItem::clicked(QSystemTrayIcon::ActivationReason reason)
         Log::info(QStringLiteral("Menu bar click while a dialog was open — bringing it to the front"));
         return;
     }
-    Log::info(QStringLiteral("Menu bar icon clicked (panel closed)"));
-    if (reason == QSystemTrayIcon::Trigger)
+    Log::info(QStringLiteral("Menu bar icon clicked (panel %1)").arg(m_actions.panelState()));
+    if (reason != QSystemTrayIcon::Trigger)
+        return;
+    if (m_actions.togglePanel && !QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
+        m_actions.togglePanel(m_tray.geometry());
+    else
         m_menu->popup(QCursor::pos());
 }
 

@@ -27,6 +27,11 @@ public:
         std::function<void()> showSettings;
         std::function<void()> showWelcome;
         std::function<void()> quit;
+        // Opens or closes the capture panel beside the icon; empty geometry where the tray doesn't tell it.
+        // Without it a click opens the menu.
+        std::function<void(const QRect &icon)> togglePanel;
+        // "open", "closed" …, for the log.
+        std::function<QString()> panelState = [] { return QStringLiteral("closed"); };
         // Called at each click before anything else; true when a dialog wants the user first.
         std::function<bool()> bringDialogForward = [] { return false; };
     };

@@ -32,15 +32,19 @@ protected:
     }
     static QString binary() { return QStringLiteral(LUMENPOST_BINARY_DIR "/bin/lumenpost"); }
 
+    QString defaultsPath() const { return home.path("config/com.oakfenrow.lumenpost/defaults.json"); }
     void set(const QByteArray &json)
     {
         QDir().mkpath(home.path("config/com.oakfenrow.lumenpost"));
-        QFile file(home.path("config/com.oakfenrow.lumenpost/defaults.json"));
+        QFile file(defaultsPath());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(json);
     }
     void start()
     {
+        // A first start shows the guide, which tests of other things don't want.
+        if (!QFile::exists(defaultsPath()))
+            set(R"({"didShowWelcome": true})");
         const auto before = log().count("Ready for shortcuts");
         program.setProcessEnvironment(environment());
         program.setProcessChannelMode(QProcess::ForwardedChannels);

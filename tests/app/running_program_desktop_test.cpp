@@ -65,7 +65,7 @@ TEST_F(RunningProgram, MakesAFileOrALogLineOfEachQuickPress)
 
 TEST_F(RunningProgram, OpensTheEditorOnACaptureByDefault)
 {
-    set(R"({"shutterSound": false})");
+    set(R"({"didShowWelcome": true, "shutterSound": false})");
     start();
     key("super+shift+f");
     ASSERT_TRUE(waitForCaptures(1));
@@ -154,7 +154,7 @@ TEST_F(RunningProgram, TellsAtTheNextStartThatItWasKilled)
 
 TEST_F(RunningProgram, FinishesACaptureThatIsStillWrittenWhenItIsToldToQuit)
 {
-    set(R"({"openEditorAfterCapture": false, "shutterSound": false, "copyToClipboard": true})");
+    set(R"({"didShowWelcome": true, "openEditorAfterCapture": false, "shutterSound": false, "copyToClipboard": true})");
     start();
     key("super+shift+f");
     // Its name is there while the picture is still being encoded for file and clipboard.

@@ -59,7 +59,9 @@ TEST_F(ShortcutsTest, LeaveOutWhatIsTakenAndListenUntilAFieldDoes)
     Log::setDirectory(home.path("log"));
     hotKeys.takenElsewhere.insert({8, kControlShift});
     shortcuts.registerHotkeys();
-    EXPECT_EQ(hotKeys.registered.size(), 8);
+    EXPECT_EQ(hotKeys.registered.size(), 9); // with the panel's
+    EXPECT_EQ(shortcuts.problem({8, kControlShift}), "Taken.");
+    EXPECT_EQ(shortcuts.problem({3, kControlShift}), "");
     EXPECT_FALSE(press(8, kControlShift));
     EXPECT_TRUE(press(3, kControlShift));
     EXPECT_EQ(performed, QList<HotKeyAction>{HotKeyAction::FullScreen});
@@ -78,7 +80,7 @@ TEST_F(ShortcutsTest, GrabNoKeyOfAnActionThatCannotRun)
 {
     missing.insert(HotKeyAction::Record);
     shortcuts.registerHotkeys();
-    EXPECT_EQ(hotKeys.registered.size(), 8);
+    EXPECT_EQ(hotKeys.registered.size(), 9);
     EXPECT_FALSE(hotKeys.registered.contains({15, kControlShift}));
 }
 
@@ -100,4 +102,19 @@ TEST_F(ShortcutsTest, CallThePresetAsItIsWhenTheKeyIsPressed)
     QCoreApplication::processEvents();
     EXPECT_TRUE(called.isEmpty());
     EXPECT_FALSE(press(18, preset.hotkey->carbonModifiers));
+}
+
+TEST_F(ShortcutsTest, TakeThePrintKeyOnlyWhereItIsWanted)
+{
+    using Command = ExtraShortcut::Command;
+    QList<Command> extras;
+    QObject::connect(&shortcuts, &Shortcuts::extraCalled, [&extras](Command command) { extras += command; });
+    shortcuts.registerHotkeys();
+    EXPECT_FALSE(press(KeyCombo::kPrint, 0));
+    prefs.setPrintKeys(true);
+    for (const int modifiers : {0, int(KeyCombo::Shift), int(KeyCombo::Option), int(KeyCombo::Command)})
+        EXPECT_TRUE(press(KeyCombo::kPrint, modifiers)) << modifiers;
+    EXPECT_EQ(extras, QList<Command>({Command::Region, Command::Screen, Command::Window, Command::Delayed}));
+    prefs.setPrintKeys(false);
+    EXPECT_FALSE(press(KeyCombo::kPrint, 0));
 }

@@ -1,0 +1,159 @@
+#include "platform/permissions.h"
+#include "shell/permission_monitor.h"
+#include "shell/pieces.h"
+#include "shell/preset_editor.h"
+#include "shell/settings_page.h"
+#include "shell/settings_view.h"
+#include "shell/welcome_view.h"
+#include "shell_world.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+
+namespace {
+
+QStringList shownTitles(const QWidget &in)
+{
+    QStringList titles;
+    for (const auto *row : in.findChildren<SettingsRow *>()) {
+        if (row->isVisibleTo(&in) && !row->title().isEmpty())
+            titles += row->title();
+    }
+    return titles;
+}
+
+template <typename Control>
+Control *control(const QWidget &in, const QString &name)
+{
+    for (auto *found : in.findChildren<Control *>()) {
+        if (found->accessibleName() == name)
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TEST_F(ShellWorld, ASearchGoesOverAllPagesAndOpensNoneForGood)
+{
+    SettingsView view(settingsParts());
+    view.show();
+    EXPECT_TRUE(shownTitles(view).contains("Save captures to"));
+    view.search("SHUTTER");
+    EXPECT_EQ(shownTitles(view), QStringList("Play shutter sound"));
+    view.search("record");
+    EXPECT_THAT(shownTitles(view), testing::IsSupersetOf({QString("Start / stop recording"),
+                                                          QString("Record microphone")}));
+    view.search("no such words");
+    EXPECT_TRUE(shownTitles(view).isEmpty());
+    view.search({});
+    EXPECT_FALSE(shownTitles(view).contains("Record microphone"));
+    EXPECT_TRUE(shownTitles(view).contains("Play shutter sound"));
+    prefs.setSettingsTab("recording");
+    EXPECT_TRUE(shownTitles(view).contains("Record microphone"));
+}
+
+TEST_F(ShellWorld, ChangesAreStoredAtOnceAndThoseMadeElsewhereAreShown)
+{
+    SettingsView view(settingsParts());
+    view.show();
+    auto *sound = control<ToggleSwitch>(view, "Play shutter sound");
+    ASSERT_NE(sound, nullptr);
+    QTest::keyClick(sound, Qt::Key_Space);
+    EXPECT_FALSE(prefs.shutterSound());
+    prefs.setShutterSound(true);
+    EXPECT_TRUE(QTest::qWaitFor([sound] { return sound->isChecked(); }, 3000));
+    auto *days = control<Picker>(view, "Delete old captures");
+    prefs.setAutoDeleteDays(17); // someone wrote it into the file
+    EXPECT_TRUE(QTest::qWaitFor([days] { return days->currentData().toInt() == 17; }, 3000));
+}
+
+TEST_F(ShellWorld, AKeyThatWasTypedIsStoredWhenTheWindowCloses)
+{
+    prefs.setSettingsTab("ai");
+    SettingsView view(settingsParts());
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+    view.activateWindow();
+    auto *field = control<QLineEdit>(view, "Anthropic API key");
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->echoMode(), QLineEdit::Password);
+    field->setFocus();
+    QTest::keyClicks(field, "sk-ant-1");
+    view.close();
+    EXPECT_EQ(fakes.secrets.items.value({AppSettings::kApiKeyAccount, AppSettings::kService}), "sk-ant-1");
+    EXPECT_FALSE(defaults.contains("apiKey"));
+}
+
+TEST_F(ShellWorld, APresetRowShowsTheStoreAndGoesWithItsPreset)
+{
+    prefs.setSettingsTab("presets");
+    SettingsView view(settingsParts());
+    view.show();
+    const auto editors = [&view] { return view.findChildren<PresetEditor *>(); };
+    ASSERT_EQ(editors().size(), 3);
+    PresetEditor *first = editors().constFirst();
+    for (auto *button : first->findChildren<QAbstractButton *>()) {
+        if (button->text() == "Delay" || button->text() == "Add Shortcut")
+            button->click();
+    }
+    const CapturePreset preset = presets.presets().constFirst();
+    EXPECT_TRUE(preset.options.delay);
+    EXPECT_EQ(preset.hotkey, CapturePresetStore::suggestedHotkey(0));
+    presets.remove(preset);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editors().size() == 2; }, 3000));
+}
+
+TEST_F(ShellWorld, RestoringTheDefaultsLetsThePrintKeyGo)
+{
+    prefs.setPrintKeys(true);
+    prefs.setPanelHotkey({9, KeyCombo::Option});
+    EXPECT_EQ(prefs.extraShortcuts().size(), 5);
+    prefs.setSettingsTab("shortcuts");
+    SettingsView view(settingsParts());
+    for (auto *button : view.findChildren<QPushButton *>()) {
+        if (button->text() == "Restore Defaults")
+            button->click();
+    }
+    EXPECT_EQ(prefs.extraShortcuts().size(), 1);
+    EXPECT_NE(prefs.panelHotkey(), (KeyCombo{9, KeyCombo::Option}));
+}
+
+TEST_F(ShellWorld, AGrantIsToldOnceAndTurnsTheButtonIntoAMark)
+{
+    fakes.permissions.statuses.insert(Permission::Microphone, PermissionStatus::NotAsked);
+    PermissionMonitor monitor(fakes.permissions);
+    QSignalSpy changed(&monitor, &PermissionMonitor::changed);
+    monitor.refresh();
+    EXPECT_EQ(changed.count(), 0);
+    fakes.permissions.statuses.insert(Permission::Microphone, PermissionStatus::Granted);
+    monitor.refresh();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(monitor.status(Permission::Microphone), PermissionStatus::Granted);
+}
+
+TEST_F(ShellWorld, TheGuideHasThreePagesAndShowsTheShortcutThatIsStored)
+{
+    prefs.setHotkeys({{HotKeyAction::Capture, KeyCombo{40, KeyCombo::Option}}});
+    int tried = 0, finished = 0;
+    WelcomeView guide({prefs, fakes.permissions, holders, [&] { ++tried; }, [&] { ++finished; }});
+    guide.show();
+    const auto button = [&guide](const QString &text) -> QPushButton * {
+        for (auto *found : guide.findChildren<QPushButton *>()) {
+            if (found->isVisibleTo(&guide) && found->text() == text)
+                return found;
+        }
+        return nullptr;
+    };
+    EXPECT_EQ(button("Back"), nullptr);
+    button("Continue")->click();
+    EXPECT_NE(button("Back"), nullptr);
+    QTest::keyClick(&guide, Qt::Key_Return);
+    EXPECT_EQ(button("Continue"), nullptr);
+    EXPECT_NE(control<QWidget>(guide, "Alt+K"), nullptr);
+    button("Capture Now")->click();
+    button("Done")->click();
+    EXPECT_EQ(tried, 1);
+    EXPECT_EQ(finished, 1);
+}
