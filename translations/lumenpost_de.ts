@@ -175,6 +175,25 @@
         <source>Quit Lumenpost</source>
         <translation>Lumenpost beenden</translation>
     </message>
+    <message numerus="yes">
+        <source>Moved %n old capture(s) to the Trash</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tidegrasp is now Lumenpost — your captures and settings came along</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost couldn&apos;t read an image from the selection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -405,14 +424,6 @@
     <message>
         <source>The result could not be printed.</source>
         <translation>Das Ergebnis konnte nicht ausgegeben werden.</translation>
-    </message>
-    <message>
-        <source>The picture could not be copied: %1.</source>
-        <translation>Das Bild konnte nicht kopiert werden: %1.</translation>
-    </message>
-    <message>
-        <source>The picture could not be copied: there is no clipboard.</source>
-        <translation>Das Bild konnte nicht kopiert werden: Es gibt keine Zwischenablage.</translation>
     </message>
     <message>
         <source>It was given up before it was done.</source>
@@ -773,6 +784,33 @@
     <message>
         <source>Merge what a file knows; nothing that is there is overwritten. Prints what was new</source>
         <translation>Übernehmen, was eine Datei weiß; nichts Vorhandenes wird überschrieben. Gibt aus, was neu war</translation>
+    </message>
+    <message>
+        <source>Put the logs and a summary of the system into one file, to be sent with a report</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no display to record.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A recording that broke off is kept as %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a sound missing in the film: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film itself can&apos;t be the file that is written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticsTexts</name>
+    <message>
+        <source>Couldn&apos;t create the diagnostics file</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2198,6 +2236,18 @@
         <source>This Week</source>
         <translation>Diese Woche</translation>
     </message>
+    <message>
+        <source>The picture could not be copied: %1.</source>
+        <translation type="unfinished">Das Bild konnte nicht kopiert werden: %1.</translation>
+    </message>
+    <message>
+        <source>The picture could not be copied: there is no clipboard.</source>
+        <translation type="unfinished">Das Bild konnte nicht kopiert werden: Es gibt keine Zwischenablage.</translation>
+    </message>
+    <message>
+        <source>There is nothing to copy in %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PinsTexts</name>
@@ -2356,6 +2406,196 @@
         <source>This display doesn&apos;t tell clicks in other programs: use “Add Step”.</source>
         <translation>Dieser Bildschirm meldet keine Klicks in anderen Programmen: „Schritt hinzufügen“ benutzen.</translation>
     </message>
+    <message>
+        <source>To free it: Settings › Keyboard › View and Customize Shortcuts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To free it: System Settings › Keyboard › Shortcuts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To free it: Settings › Keyboard › Application Shortcuts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To free it: the desktop&apos;s settings › Keyboard Shortcuts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To free it, remove it from the desktop&apos;s or the window manager&apos;s own shortcuts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The recording couldn&apos;t be finished.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a file named %1 already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: %2.</source>
+        <translation type="unfinished">%1 konnte nicht geschrieben werden: %2.</translation>
+    </message>
+    <message>
+        <source>The film couldn&apos;t be written: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This machine&apos;s FFmpeg can&apos;t write films.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film couldn&apos;t be encoded.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film has no sound.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This film can&apos;t be played: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>none of its pictures can be decoded</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the film&apos;s pictures.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no file %1.</source>
+        <translation type="unfinished">Es gibt keine Datei %1.</translation>
+    </message>
+    <message>
+        <source>the file is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is damaged, or no film</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is damaged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are no pictures in it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its pictures have no sensible size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it has no length</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its pictures are of a kind (%1) that this machine can&apos;t decode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its sound is of a kind (%1) that this machine can&apos;t decode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film couldn&apos;t be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film is too small.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are no pictures in that part of the film.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no sound server in this session.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech recognition isn&apos;t available for your language right now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The speech could not be recognised.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RecordingTexts</name>
+    <message>
+        <source>This recording has no audio. Turn on Microphone (for your voice) or System Audio in Video mode before recording.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No speech was found. Captions come from spoken words — turn on Microphone in Video mode before recording to caption your narration.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The sound couldn&apos;t be written: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The speech recogniser %1 failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The speech recogniser %1 gave no words.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no speech recogniser %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The speech recogniser&apos;s model %1 is missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The screen gave no picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>GIF export failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film has nothing between these times: it is %1 seconds long.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no folder %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The recording couldn&apos;t be prepared: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The recording couldn&apos;t take its name: %1. It is in %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n recording(s) that broke off are in your Library now</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 What was recorded until then is kept as “%2”.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ServicesTexts</name>
@@ -2480,6 +2720,896 @@
     <message>
         <source>My %1 Preset</source>
         <translation>Meine Vorlage: %1</translation>
+    </message>
+    <message>
+        <source>Capture (panel mode)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture full screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture in 3 seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Grab text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scrolling capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start / stop recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record steps (how-to guide)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin last capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ShellTexts</name>
+    <message>
+        <source>Capture mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Presets</source>
+        <translation type="unfinished">Vorlagen</translation>
+    </message>
+    <message>
+        <source>Save Current…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the mode and options above as a one-click preset. Give it a shortcut in Settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>See All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click to open · drag out · right-click to pin or copy.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Put every option back to its default.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Image</source>
+        <translation type="unfinished">Bild öffnen</translation>
+    </message>
+    <message>
+        <source>Open any image file in the editor.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Browse, search and organize all your captures.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shortcuts, save folder, recording, AI and more.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Screen Recording Permission…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit Lumenpost</source>
+        <translation type="unfinished">Lumenpost beenden</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Screen Recording permission and Quit.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation type="unfinished">Aufnahme</translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation type="unfinished">Film beenden</translation>
+    </message>
+    <message>
+        <source>Stop and open the recording.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start Steps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> Return also starts it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation type="unfinished">Öffnen</translation>
+    </message>
+    <message>
+        <source>Pin to Screen</source>
+        <translation type="unfinished">An den Bildschirm heften</translation>
+    </message>
+    <message>
+        <source>Copy Image</source>
+        <translation type="unfinished">Bild kopieren</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image copied to clipboard</source>
+        <translation type="unfinished">Bild in die Zwischenablage kopiert</translation>
+    </message>
+    <message>
+        <source>Type shortcut…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This key can&apos;t be part of a shortcut.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A shortcut needs a modifier key as well.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation type="unfinished">Bereich</translation>
+    </message>
+    <message>
+        <source>Drag a region or click a window to capture it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation type="unfinished">Bildschirm</translation>
+    </message>
+    <message>
+        <source>Capture the whole screen under the cursor.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scroll</source>
+        <translation type="unfinished">Scrollen</translation>
+    </message>
+    <message>
+        <source>Select a scrollable area; Lumenpost scrolls and stitches it into one tall image.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Video</source>
+        <translation type="unfinished">Film</translation>
+    </message>
+    <message>
+        <source>Record a region, window or the full screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation type="unfinished">Schritte</translation>
+    </message>
+    <message>
+        <source>Click through a task and Lumenpost turns each click into a numbered step-by-step guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation type="unfinished">Text</translation>
+    </message>
+    <message>
+        <source>Select an area and copy its text to the clipboard.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open each capture in the editor so you can mark it up.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy each capture to the clipboard automatically.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cursor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Include the mouse pointer in the capture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1s Delay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wait %1 seconds first — time to open a menu or hover something.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System Audio</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record sound playing on your Mac.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record your voice through the microphone. Needed for captions of your narration.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show Clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw a ripple wherever you click, so viewers can follow along.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show Keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show keyboard shortcuts you press (like ⌘C) on screen. Plain typing is never shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Webcam</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a round webcam bubble you can drag anywhere.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mark Clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Circle each click and number the steps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Auto-Redact</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide emails, numbers and API keys in every step (done on your Mac).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tray</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Library data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Library data (*.json)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collections, favorites, source apps, AI descriptions and the text index. Backed up automatically each day.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exported library data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Library data export failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Merges a backup into this library. Nothing existing is removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Imported library data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Library data import failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Welcome guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show Welcome Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create Diagnostics File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saves logs, crash reports and system info (no images, no API keys) as a zip on your Desktop. Nothing is sent.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation type="unfinished">%1 gesichert</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t create the diagnostics file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Permissions &amp; Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Permissions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delay</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backdrop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mic</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation type="unfinished">Tasten</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation type="unfinished">Name</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Shortcut</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Shortcut</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Gives this preset a global shortcut. Click the shortcut afterwards to change it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Preset</source>
+        <translation type="unfinished">Vorlage löschen</translation>
+    </message>
+    <message>
+        <source>Presets appear in the capture panel. Give one a shortcut to run it from anywhere.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save captures to</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This folder can&apos;t be used</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost may not write to “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>After 30 days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>After 90 days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>After 1 year</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>After %n day(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished">OK</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Image format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete old captures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Favorites and anything in a collection are always kept. Deleted items go to the Trash.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Play shutter sound</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add gradient backdrop to window captures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Launch Lumenpost at login</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show quick tips when hovering over buttons</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record system audio</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record microphone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show cursor in recordings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Highlight clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show keyboard shortcuts (needs Accessibility)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Webcam bubble</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings are saved as .mov files in your capture folder. Trim them and export MP4 or GIF from the video editor.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI &amp; Sharing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Anthropic API key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Auto-name captures with AI</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Used only for AI actions you trigger and for auto-naming. Images are sent to Anthropic&apos;s API. The key is stored in your Keychain.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Upload</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Imgur Client ID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Register…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The page couldn&apos;t be opened</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Get a Client ID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Register a free application with Imgur, choosing anonymous usage without a callback, and paste its Client ID above. That enables “Upload &amp; Copy Link”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No setting has these words.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” uses %2 already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program has taken %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is used by “%2”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the capture panel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use the Print key as well</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print takes a region, Shift+Print the screen, Alt+Print the window in front, Ctrl+Print a region after 3 seconds.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore Defaults</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All shortcuts as they were at first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Screen Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Required — lets Lumenpost see your screen to capture it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Optional — auto-scrolling capture and showing keystrokes in recordings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Optional — record your voice in screen recordings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Optional — webcam bubble in recordings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech Recognition</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Optional — automatic captions for recordings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Accessibility bus</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Guides name the buttons and fields that you click.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Guides can&apos;t name what you click.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sound server</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings can have the computer&apos;s sound and your voice.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings have no sound.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings can show you in a bubble.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No camera is connected: recordings have no webcam bubble.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text recognition</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text in captures is found, copied and redacted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no language data: text in captures isn&apos;t recognized.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Speech model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captions are made from what is said in recordings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captions can&apos;t be made from speech.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Desktop portals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lumenpost follows the desktop&apos;s light or dark look.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s light or dark look isn&apos;t followed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keyring</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your API key is kept with the desktop&apos;s passwords.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your API key is kept in a file that only you can read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Required</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Allow…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shows the macOS permission prompt.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation type="unfinished">Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Opens System Settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Languages: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The package “%1” brings it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is there, but not for you: join the group “video” and log in again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Works</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Barred</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The Lumenpost icon opens the capture panel and the menu.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray. Start Lumenpost again, or use the panel&apos;s shortcut, to open the capture panel.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Welcome to Lumenpost</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture, mark up and share anything on your screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture a region, window, full screen or a long scrolling page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Record your screen with audio, webcam and click highlights</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Annotate with arrows, callouts, steps, blur and more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find everything later in your searchable Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>macOS asks before any app can see your screen. Only Screen Recording is required; the rest turn on extra features and can be granted later in Settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>After granting Screen Recording for the first time, macOS may ask you to quit and reopen Lumenpost.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press the shortcut anywhere, or click the Lumenpost icon in the menu bar.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag to select · click a window · Return for full screen · Esc to cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture Now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished">Fertig</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
