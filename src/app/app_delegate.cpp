@@ -2,6 +2,7 @@
 
 #include "app/document_routing.h"
 #include "app/pasteboard_opening.h"
+#include "app/recording_flow.h"
 #include "app/texts.h"
 #include "base/crash_report.h"
 #include "base/log.h"
@@ -30,6 +31,7 @@
 #include "platform/text_engine.h"
 #include "platform/trash.h"
 #include "platform/workspace.h"
+#include "recording/recording_place.h"
 #include "services/claude_client.h"
 #include "services/text_recognizer.h"
 #include "services/uploader.h"
@@ -96,6 +98,7 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
     m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
     buildCaptures();
+    buildRecordings();
     buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
@@ -159,6 +162,30 @@ void AppDelegate::buildCaptures()
     });
 }
 
+void AppDelegate::buildRecordings()
+{
+    m_recordings = std::make_unique<RecordingFlow>(RecordingFlow::Parts{
+        .activity = m_activity,
+        .delivery = *m_delivery,
+        .library = *m_library,
+        .prefs = *m_prefs,
+        .notices = m_notices,
+        .pending = m_pending,
+        .films = *m_platform.films,
+        .sounds = *m_platform.soundSources,
+        .movies = *m_platform.movies,
+        .permissions = *m_platform.permissions,
+        .notes = RecordingPlace::notesIn(m_platform.paths->state()),
+    });
+    m_captures->startRecording = [this](Activity::Run run, const Screen &screen, const QRectF &rect,
+                                        const Delivery::Order &order) {
+        m_recordings->start(run, screen, rect, order);
+    };
+    connect(m_recordings.get(), &RecordingFlow::failed, m_captures.get(), &CaptureFlow::failed);
+    m_quitting.firstWork = [this] { m_recordings->stop(); };
+    QTimer::singleShot(kIdleAfterStart, m_recordings.get(), &RecordingFlow::recover);
+}
+
 // The first shortcut should be answered as quickly as every other.
 void AppDelegate::warmUp()
 {
@@ -213,6 +240,7 @@ void AppDelegate::buildStatusItem()
         actions.showWelcome = [this] { m_windows->show(SingletonWindows::Kind::Welcome); };
     m_statusItem = std::make_unique<StatusItem>(std::move(actions), m_activity, *m_prefs, *m_settings);
     connect(&m_countdown, &Countdown::ticked, m_statusItem.get(), &StatusItem::setCountdown);
+    connect(m_recordings.get(), &RecordingFlow::titleChanged, m_statusItem.get(), &StatusItem::setTitle);
     m_statusItem->show();
 }
 
@@ -435,9 +463,9 @@ void AppDelegate::capture(CaptureMode mode, int delay)
 
 void AppDelegate::toggleRecording(int delay)
 {
-    if (m_activity.isRecording() && m_stopRecording)
-        m_stopRecording();
-    else if (m_captures->startRecording)
+    if (m_activity.isRecording())
+        m_recordings->stop();
+    else
         m_captures->startCapture(CaptureFlow::Intent::Video, delay);
 }
 

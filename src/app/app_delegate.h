@@ -34,6 +34,7 @@ class Library;
 class Pins;
 class PresetStore;
 class QApplication;
+class RecordingFlow;
 class ScreenCapturer;
 class TextRecognizer;
 class TipCenter;
@@ -70,6 +71,7 @@ private:
     void capture(CaptureMode mode, int delay);
     void toggleRecording(int delay);
     void buildCaptures();
+    void buildRecordings();
     void buildLinks();
     void buildEditors();
     void buildShell();
@@ -109,12 +111,11 @@ private:
     std::unique_ptr<SourceApplication> m_source;
     std::unique_ptr<Delivery> m_delivery;
     std::unique_ptr<CaptureFlow> m_captures;
+    std::unique_ptr<RecordingFlow> m_recordings;
     std::unique_ptr<CommandLinks> m_links;
     std::unique_ptr<Shortcuts> m_shortcuts;
     std::unique_ptr<StatusItem> m_statusItem;
     Alerts m_alerts;
-    // Stops the recording that runs; set by the flow that takes over CaptureFlow::startRecording.
-    std::function<void()> m_stopRecording;
     // Starts a steps session after a delay, or finishes the one that runs.
     std::function<void(int delay)> m_toggleSteps;
 };

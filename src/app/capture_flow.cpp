@@ -141,7 +141,7 @@ void CaptureFlow::handleOverlay(Run run, const Order &order, Intent intent,
             runScrollingCapture(run, order, selection->screen, selection->rect);
         } else if (startRecording) {
             m_parts.activity.enter(run, State::Recording);
-            startRecording(run, selection->screen, selection->rect, order);
+            record(run, order, selection->screen, selection->rect);
         } else {
             m_parts.activity.end(run);
         }
@@ -170,6 +170,13 @@ Task<> CaptureFlow::shootWindow(Run run, Order order, Intent intent, quint32 win
     }
     if (m_parts.activity.isCurrent(run))
         deliver(*image, order, intent, run);
+}
+
+Task<> CaptureFlow::record(Run run, Order order, Screen screen, QRectF rect)
+{
+    // The first frame must not show the overlay.
+    if (co_await guarded(delayed(kOverlayGone), this) && m_parts.activity.isCurrent(run))
+        startRecording(run, screen, rect, order);
 }
 
 Task<> CaptureFlow::runScrollingCapture(Run run, Order order, Screen screen, QRectF rect)

@@ -72,6 +72,7 @@ private:
     void handleOverlay(Run run, const Order &order, Intent intent,
                        const CaptureOverlayController::Outcome &result);
     Task<> shootWindow(Run run, Order order, Intent intent, quint32 window);
+    Task<> record(Run run, Order order, Screen screen, QRectF rect);
     Task<> runScrollingCapture(Run run, Order order, Screen screen, QRectF rect);
     void deliver(const QImage &image, const Order &order, Intent intent, Run run);
 

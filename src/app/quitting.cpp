@@ -18,6 +18,8 @@ bool Quitting::eventFilter(QObject *watched, QEvent *event)
         return false;
     switch (m_state) {
     case State::Running:
+        if (firstWork)
+            firstWork();
         // What closing windows still write is part of what is waited for.
         QApplication::closeAllWindows();
         m_state = State::Waiting;

@@ -13,6 +13,8 @@ class Quitting : public QObject {
 public:
     Quitting(QApplication &application, PendingWork &pending);
 
+    // Called once before the windows close: ends what runs until someone stops it.
+    std::function<void()> firstWork;
     // Called once when nothing else is pending; what it starts in turn is waited for as well.
     std::function<void()> lastWork;
 

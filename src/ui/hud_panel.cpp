@@ -1,9 +1,12 @@
 #include "ui/hud_panel.h"
 
+#include "platform/screens.h"
 #include "ui/floating.h"
 #include "ui/theme.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QVBoxLayout>
 
 QPointF hudPosition(const QRectF &rect, const QRectF &visible, const QSizeF &size)
@@ -44,6 +47,15 @@ HUDPanel::HUDPanel(QWidget *content)
 }
 
 HUDPanel::~HUDPanel() = default;
+
+QRectF HUDPanel::usableFrame(const Screen &screen)
+{
+    for (const QScreen *candidate : QGuiApplication::screens()) {
+        if (candidate->geometry().topLeft() == screen.native.topLeft())
+            return candidate->availableGeometry();
+    }
+    return screen.frame();
+}
 
 void HUDPanel::placeNear(const QRectF &rect, const QRectF &visible)
 {

@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <memory>
 
+struct Screen;
+
 // Where a panel of `size` goes for the region `rect` on a screen whose usable part is `visible`, all in
 // global points with y down: 12 under the region; else 12 above it, but at least 8 inside the usable part's
 // top; else, for a region that fills the screen, 40 above the usable part's bottom. Centred on the region, 8
@@ -20,6 +22,9 @@ public:
     // Takes over `content`, which is laid out to its fitting size. Not shown yet. `rect` is in global points.
     static std::unique_ptr<HUDPanel> make(const QRectF &rect, const QRectF &visible, QWidget *content);
     ~HUDPanel() override;
+
+    // The part of the screen that bars of the desktop leave free, in global points.
+    static QRectF usableFrame(const Screen &screen);
 
     // Places the panel anew, after the region or the content changed.
     void placeNear(const QRectF &rect, const QRectF &visible);

@@ -61,12 +61,12 @@ protected:
         return QTest::qWaitFor([&] { return log().contains(text); }, 20000);
     }
 
-    QStringList captures() const
+    QStringList captures(const QString &pattern = QStringLiteral("*.png")) const
     {
         QStringList paths;
         const QDir folder(home.path("Pictures/Lumenpost"));
         for (const QFileInfo &info :
-             folder.entryInfoList({"*.png"}, QDir::Files, QDir::Time | QDir::Reversed))
+             folder.entryInfoList({pattern}, QDir::Files, QDir::Time | QDir::Reversed))
             paths.append(info.filePath());
         return paths;
     }

@@ -1,5 +1,5 @@
 #include "capture/scrolling_session.h"
-#include "capture/ui/region_frame_window.h"
+#include "ui/region_frame_window.h"
 #include "capture/ui/scrolling_chrome.h"
 #include "capture_ui/overlay_fixture.h"
 #include "support/pictures.h"

@@ -2,32 +2,16 @@
 
 #include "base/colors.h"
 #include "capture/scrolling_session.h"
-#include "capture/ui/region_frame_window.h"
 #include "capture/ui/texts.h"
 #include "ui/controls.h"
+#include "ui/region_frame_window.h"
 #include "ui/theme.h"
 
 #include <QApplication>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
-
-namespace {
-
-// The part of the screen that panels of the desktop leave free.
-QRectF visibleFrame(const Screen &screen)
-{
-    for (const QScreen *candidate : QGuiApplication::screens()) {
-        if (candidate->geometry().topLeft() == screen.native.topLeft())
-            return candidate->availableGeometry();
-    }
-    return screen.frame();
-}
-
-} // namespace
 
 QString ScrollHUDView::frameCount(int frames)
 {
@@ -79,7 +63,7 @@ void ScrollingChrome::show()
     const QRectF region = m_session.rect().translated(m_session.screen().frame().topLeft());
     clearTheWay(region.center().toPoint());
     m_frameWindow = std::make_unique<RegionFrameWindow>(region, brandColor());
-    m_hud = HUDPanel::make(region, visibleFrame(m_session.screen()), new ScrollHUDView(m_session));
+    m_hud = HUDPanel::make(region, HUDPanel::usableFrame(m_session.screen()), new ScrollHUDView(m_session));
     m_hud->installEventFilter(this);
     m_frameWindow->show();
     m_hud->show();

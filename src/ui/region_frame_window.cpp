@@ -1,4 +1,4 @@
-#include "capture/ui/region_frame_window.h"
+#include "ui/region_frame_window.h"
 
 #include "ui/floating.h"
 
