@@ -36,8 +36,9 @@ void RecordingFlow::start(Activity::Run run, const Screen &screen, const QRectF 
                           const Delivery::Order &order)
 {
     const auto shortcut = m_parts.prefs.hotkey(HotKeyAction::Record);
-    m_film = std::make_unique<Film>(Film{run, order, hold(QStringLiteral("finishing a recording")),
-                                         std::make_unique<RecordingChrome>(screen, rect, shortcut.display())});
+    m_film =
+        std::make_unique<Film>(Film{run, order, hold(QStringLiteral("finishing a recording")),
+                                    std::make_unique<RecordingChrome>(screen, rect, shortcut.display())});
     RecordingHUDView &view = m_film->chrome->view();
     connect(&view, &RecordingHUDView::pauseClicked, &m_recorder, &ScreenRecorder::pause);
     connect(&view, &RecordingHUDView::resumeClicked, &m_recorder, &ScreenRecorder::resume);
@@ -112,9 +113,8 @@ void RecordingFlow::finished(const std::optional<QString> &path, const std::opti
 void RecordingFlow::recover()
 {
     Movies &movies = m_parts.movies;
-    const auto work = runInBackground([notes = m_parts.notes, &movies] {
-        return RecordingRecovery::run(notes, movies);
-    });
+    const auto work =
+        runInBackground([notes = m_parts.notes, &movies] { return RecordingRecovery::run(notes, movies); });
     m_parts.pending.keep(QStringLiteral("finishing recordings that broke off"), work);
     whenDone(work, this, [this](const RecordingRecovery::Outcome &outcome) {
         if (outcome.films.isEmpty())

@@ -21,6 +21,8 @@ TEST(Quitting, ClosesWindowsFirstAndWaitsForWhatThatStarts)
     } window;
     window.onClose = [&] { pending.keep("saving a draft", saving.future()); };
     window.show();
+    bool wasOpenAtFirst = false;
+    quitting.firstWork = [&] { wasOpenAtFirst = window.isVisible(); };
     bool waited = false;
     QTimer::singleShot(0, qApp, [&] {
         QCoreApplication::quit();
@@ -31,6 +33,7 @@ TEST(Quitting, ClosesWindowsFirstAndWaitsForWhatThatStarts)
         });
     });
     EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(wasOpenAtFirst);
     EXPECT_TRUE(waited);
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(pending.isIdle());

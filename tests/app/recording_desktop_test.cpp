@@ -45,7 +45,8 @@ protected:
     QImage frameAt(const QString &film, const QString &seconds) const
     {
         const QString picture = home.path("frame.png");
-        QProcess::execute("ffmpeg", {"-v", "error", "-y", "-ss", seconds, "-i", film, "-frames:v", "1", picture});
+        QProcess::execute("ffmpeg",
+                          {"-v", "error", "-y", "-ss", seconds, "-i", film, "-frames:v", "1", picture});
         return QImage(picture);
     }
     static bool holds(const QImage &image, const QColor &color)

@@ -1,10 +1,10 @@
 #include "recording/ui/recording_chrome.h"
 
+#include "artwork/symbols.h"
 #include "recording/recording_extras.h"
 #include "recording/ui/texts.h"
 #include "ui/controls.h"
 #include "ui/region_frame_window.h"
-#include "ui/symbol.h"
 #include "ui/theme.h"
 
 #include <QHBoxLayout>
@@ -18,10 +18,10 @@ constexpr double kFromBottom = 90; // of a screen that is filmed as a whole
 constexpr int kDot = 10;
 const QColor kRed(0xff, 0x3b, 0x30);
 
-QPushButton *addButton(QBoxLayout *row, const QString &text, const QString &symbol)
+QPushButton *addButton(QBoxLayout *row, const QString &text, const QString &symbol, const QColor &color)
 {
     auto *button = new QPushButton(text);
-    button->setIcon(symbolIcon(symbol));
+    button->setIcon(Symbols::icon(symbol, color));
     button->setFocusPolicy(Qt::NoFocus); // the keyboard stays with the program that is filmed
     row->addWidget(button);
     return button;
@@ -34,18 +34,18 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
 {
     m_time->setFont(Theme::font(Theme::Type::Body, QFont::Medium));
     // The row keeps its width while the time grows.
-    m_time->setMinimumWidth(
-        int(std::ceil(Theme::tabularWidth(m_time->font(), QStringLiteral("88:88")))));
+    m_time->setMinimumWidth(int(std::ceil(Theme::tabularWidth(m_time->font(), QStringLiteral("88:88")))));
     m_time->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(kDot + Theme::Space::inside, 0, 0, 0); // the dot; the panel has its own margins
     row->setSpacing(Theme::Space::group);
     row->addWidget(m_time);
-    m_pause = addButton(row, RecordingUiTexts::tr("Resume"), QStringLiteral("pause.fill"));
+    m_pause =
+        addButton(row, RecordingUiTexts::tr("Resume"), QStringLiteral("pause.fill"), Theme::onMaterial());
     m_pause->setMinimumWidth(m_pause->sizeHint().width()); // of the longer word: "Stop" doesn't move
     QPushButton *stop =
-        addButton(row, RecordingUiTexts::tr("Stop Recording"), QStringLiteral("stop.fill"));
+        addButton(row, RecordingUiTexts::tr("Stop Recording"), QStringLiteral("stop.fill"), kRed);
     const QString help = RecordingUiTexts::tr("Finish and open the recording.");
     stop->setToolTip(stopShortcut.isEmpty() ? help : help + QStringLiteral(" ") + stopShortcut);
     connect(stop, &QPushButton::clicked, this, &RecordingHUDView::stopClicked);
@@ -65,7 +65,8 @@ void RecordingHUDView::setLook(Look look)
     const bool isPaused = look == Look::Paused;
     m_pause->setEnabled(look != Look::Waiting);
     m_pause->setText(isPaused ? RecordingUiTexts::tr("Resume") : RecordingUiTexts::tr("Pause"));
-    m_pause->setIcon(symbolIcon(isPaused ? QStringLiteral("play.fill") : QStringLiteral("pause.fill")));
+    m_pause->setIcon(Symbols::icon(isPaused ? QStringLiteral("play.fill") : QStringLiteral("pause.fill"),
+                                   Theme::onMaterial()));
     m_time->setColor(look == Look::Running ? Theme::onMaterial() : Theme::onMaterialSecondary());
     update();
 }

@@ -1,0 +1,141 @@
+#include "app/recording_flow.h"
+#include "base/notice.h"
+#include "base/pending_work.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_platform.h"
+#include "library/library.h"
+#include "recording/ui/recording_chrome.h"
+#include "services/claude_client.h"
+#include "services/text_recognizer.h"
+#include "settings/app_settings.h"
+#include "settings/defaults.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class RecordingFlowTest : public testing::Test {
+protected:
+    RecordingFlowTest()
+    {
+        prefs.setSaveFolder(home.path("Shots"));
+        order.options.editor = false;
+        order.source = "Terminal";
+        QObject::connect(&notices, &NoticeBoard::posted, &notices,
+                         [this](const Notice &notice) { shown.append(notice.text); });
+        QObject::connect(&flow, &RecordingFlow::failed, &flow,
+                         [this](const Error &error) { failures.append(error.message); });
+        QObject::connect(&flow, &RecordingFlow::titleChanged, &flow,
+                         [this](const QString &title) { titles.append(title); });
+    }
+
+    void start(const QRectF &rect)
+    {
+        const auto run = activity.beginCapture(0);
+        ASSERT_TRUE(run && activity.enter(*run, Activity::Capture::Recording));
+        flow.start(*run, screen, rect, order);
+    }
+    bool isFilming()
+    {
+        return QTest::qWaitFor([&] { return !titles.isEmpty() && titles.last() == " ● 0:00"; });
+    }
+    bool isOver()
+    {
+        return QTest::qWaitFor([&] { return activity.isIdle() && pending.isIdle(); });
+    }
+    QPushButton *button(const QString &text)
+    {
+        for (auto *button : flow.chrome()->hud().findChildren<QPushButton *>()) {
+            if (button->text() == text)
+                return button;
+        }
+        return nullptr;
+    }
+
+    TemporaryFolder home;
+    FakePlatform machine{home.path()};
+    FakeClock clock;
+    NoticeBoard notices;
+    Defaults defaults{{}};
+    AppSettings prefs{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
+    Library library{prefs, machine.trash, clock};
+    TextRecognizer recognizer{machine.text, machine.faces};
+    ClaudeClient claude{machine.http, prefs};
+    PendingWork pending;
+    Activity activity{clock};
+    Delivery delivery{
+        {activity, library, machine.pasteboard, machine.sounds, recognizer, claude, prefs, notices, pending}};
+    RecordingFlow flow{{activity, delivery, library, prefs, notices, pending, machine.films,
+                        machine.soundSources, machine.movies, machine.permissions, home.path("notes")}};
+    const Screen screen{1, "A", QRect(0, 0, 800, 600), 1, true};
+    Delivery::Order order;
+    QStringList shown;
+    QStringList failures;
+    QStringList titles;
+};
+
+} // namespace
+
+TEST_F(RecordingFlowTest, DeliversWhatItsPanelEndedAndKeepsThePanelOutOfIt)
+{
+    order.options.systemAudio = true;
+    machine.soundSources.refusal = "No sound here.";
+    start({100, 100, 301, 201});
+    EXPECT_FALSE(button("Pause")->isEnabled()) << "nothing is filmed yet";
+    ASSERT_TRUE(isFilming());
+    EXPECT_EQ(machine.films.lastRequest.area, QRect(100, 100, 300, 200));
+    EXPECT_EQ(machine.films.lastRequest.keptOut, flow.chrome()->windows());
+    EXPECT_EQ(flow.chrome()->windows().size(), 2) << "panel and frame";
+    EXPECT_EQ(flow.chrome()->hud().geometry().top(), 313) << "12 under the region";
+
+    QTest::mouseClick(button("Pause"), Qt::LeftButton);
+    QTest::mouseClick(button("Resume"), Qt::LeftButton);
+    EXPECT_NE(button("Pause"), nullptr) << "it runs again";
+    QTest::mouseClick(button("Stop Recording"), Qt::LeftButton);
+    EXPECT_FALSE(flow.chrome()->hud().isVisible());
+    flow.stop(); // impatient
+    ASSERT_TRUE(isOver());
+    ASSERT_EQ(library.items().size(), 1);
+    EXPECT_EQ(library.catalog().meta().sources.values(), QStringList{"Terminal"});
+    EXPECT_EQ(shown, (QStringList{"Recording saved to Library",
+                                  "There is a sound missing in the film: No sound here."}));
+    EXPECT_EQ(titles.last(), QString());
+    EXPECT_EQ(flow.chrome(), nullptr);
+}
+
+TEST_F(RecordingFlowTest, TellsWhyThereIsNoFilmOrOnlyAPartOfOne)
+{
+    machine.films.refusal = "The screen can't be filmed.";
+    start({0, 0, 800, 600});
+    EXPECT_EQ(flow.chrome()->frameWindow(), nullptr) << "a whole screen";
+    ASSERT_TRUE(isOver());
+    EXPECT_EQ(failures, QStringList{"The screen can't be filmed."});
+    EXPECT_EQ(titles.last(), QString());
+    EXPECT_EQ(flow.chrome(), nullptr);
+    EXPECT_TRUE(library.items().isEmpty());
+
+    machine.films.refusal.clear();
+    start({0, 0, 100, 100});
+    ASSERT_TRUE(isFilming());
+    machine.films.breakOff({Error::Kind::Failed, "The display has gone away.", {}});
+    ASSERT_TRUE(isOver());
+    ASSERT_EQ(failures.size(), 2);
+    EXPECT_TRUE(
+        failures.last().startsWith("The display has gone away. What was recorded until then is kept"));
+    EXPECT_EQ(library.items().size(), 1);
+    EXPECT_TRUE(shown.isEmpty());
+}
+
+TEST_F(RecordingFlowTest, EndsAFilmThatIsStoppedBeforeItsFirstFrame)
+{
+    start({0, 0, 100, 100});
+    EXPECT_FALSE(pending.isIdle()) << "quitting waits";
+    flow.stop();
+    ASSERT_TRUE(isOver());
+    EXPECT_TRUE(failures.isEmpty());
+    EXPECT_EQ(library.items().size(), 1);
+}
