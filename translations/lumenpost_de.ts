@@ -194,6 +194,10 @@
         <source>This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>There is a sound missing in the film: %1</source>
+        <translation>Im Film fehlt ein Ton: %1</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -2595,6 +2599,25 @@
     <message>
         <source>%1 What was recorded until then is kept as “%2”.</source>
         <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RecordingUiTexts</name>
+    <message>
+        <source>Resume</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation>Film beenden</translation>
+    </message>
+    <message>
+        <source>Finish and open the recording.</source>
+        <translation>Den Film beenden und öffnen.</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
     </message>
 </context>
 <context>

@@ -194,6 +194,10 @@
         <source>This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>There is a sound missing in the film: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -2594,6 +2598,25 @@
     </message>
     <message>
         <source>%1 What was recorded until then is kept as “%2”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RecordingUiTexts</name>
+    <message>
+        <source>Resume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finish and open the recording.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pause</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
