@@ -5,6 +5,7 @@
 #include "base/notice.h"
 #include "base/pending_work.h"
 #include "document/effects.h"
+#include "document/image_files.h"
 #include "library/clipboard.h"
 #include "library/library.h"
 #include "platform/pasteboard.h"
@@ -64,9 +65,13 @@ Task<> Delivery::keepPicture(QImage image, Order order, std::optional<Activity::
     }
     Log::info(QStringLiteral("Captured ") + *saved);
     credit(*saved, order);
-    const DeliveredPicture picture{image, *saved,
-                                   (order.isWindow && m_parts.prefs.backdropForWindows()) ||
-                                       order.options.backdrop};
+    if (ImageFiles::type(*saved) != ImageFiles::type(rawValue(m_parts.prefs.imageFormat()).prepend(u'.')))
+        m_parts.notices.post(AppTexts::tr("Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels")
+                                 .arg(rawValue(m_parts.prefs.imageFormat()).toUpper(),
+                                      QString::number(image.width()), QString::number(image.height())),
+                             QStringLiteral("exclamationmark.triangle.fill"));
+    const DeliveredPicture picture{
+        image, *saved, (order.isWindow && m_parts.prefs.backdropForWindows()) || order.options.backdrop};
     const bool opensEditor = order.options.editor && openEditor;
     if (order.options.clipboard)
         copy(picture, !opensEditor, hold);
@@ -85,7 +90,8 @@ Task<> Delivery::copy(DeliveredPicture picture, bool tells, Hold hold)
         effects.backdrop = backdrop;
         return effects.applied(image);
     };
-    const auto copied = co_await guarded(Clipboard::copy(m_parts.pasteboard, finished, &m_parts.library), this);
+    const auto copied =
+        co_await guarded(Clipboard::copy(m_parts.pasteboard, finished, &m_parts.library), this);
     if (copied) {
         if (tells)
             tellSaved(true);
@@ -123,8 +129,7 @@ Task<> Delivery::nameByContent(DeliveredPicture picture)
     const auto apiKey = co_await guarded(m_parts.prefs.apiKey(SecretsAccess::Quiet), this);
     if (!apiKey || apiKey->isEmpty())
         co_return;
-    const auto name =
-        co_await guarded(m_parts.claude.run(ClaudeClient::Action::Name, picture.image), this);
+    const auto name = co_await guarded(m_parts.claude.run(ClaudeClient::Action::Name, picture.image), this);
     if (!name || name->isEmpty())
         co_return;
     if (const auto renamed = m_parts.library.rename(picture.path, *name); !renamed)

@@ -2,6 +2,7 @@
 
 #include "base/file_errors.h"
 #include "base/file_handle.h"
+#include "base/file_name.h"
 #include "base/free_name.h"
 #include "base/scratch_folder.h"
 #include "base/texts.h"
@@ -266,7 +267,7 @@ Result<QString> underFreeName(const QString &folder, const QString &stem, const 
 
 Result<FileHandle> openedSource(const QString &path, struct stat &state)
 {
-    FileHandle source(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    FileHandle source(::open(FileName::toBytes(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!source.isOpen() || fstat(source.number(), &state) != 0)
         return FileErrors::cannotRead(path, errno);
     if (!S_ISREG(state.st_mode))

@@ -80,7 +80,7 @@ QString describeCurrentException()
     } catch (...) {
         reason = QStringLiteral("no description");
     }
-    QString text = QStringLiteral("CRASH %1: %2").arg(name, reason);
+    QString text = QStringLiteral("CRASH %1: %2").arg(name, reason); // untranslated: the log
     void *frames[64];
     const int count = backtrace(frames, 64);
     if (char **symbols = backtrace_symbols(frames, count)) {

@@ -61,7 +61,7 @@ void copyRows(const QImage &from, const Piece &piece, QImage &to)
 bool FrameStitcher::add(const QImage &image)
 {
     std::optional<RowSignatures> rows = RowSignatures::of(image);
-    if (!rows)
+    if (!rows || m_isFull)
         return false;
     if (!m_frames.isEmpty()) {
         const Frame &last = m_frames.last();
@@ -70,7 +70,13 @@ bool FrameStitcher::add(const QImage &image)
         const std::optional<Step> step = match(last.rows, *rows);
         if (!step)
             return false;
+        m_isFull = (m_height + step->shift) * image.width() > m_mostPixels;
+        if (m_isFull)
+            return false;
+        m_height += step->shift;
         m_steps.append(*step);
+    } else {
+        m_height = image.height();
     }
     m_frames.append({image, std::move(*rows)});
     return true;

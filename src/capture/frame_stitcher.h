@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <QList>
+#include <limits>
 #include <optional>
 
 // Turns a series of same-sized pictures of a scrolling region into one tall picture. It knows neither how far
@@ -11,6 +12,10 @@
 // are found. All numbers are rows of image pixels. One thread at a time.
 class FrameStitcher {
 public:
+    // `mostPixels` bounds the tall picture, since one that is larger could not be opened again.
+    explicit FrameStitcher(qint64 mostPixels = std::numeric_limits<qint64>::max()) : m_mostPixels(mostPixels)
+    {}
+
     struct Frame {
         QImage image;
         RowSignatures rows;
@@ -30,6 +35,9 @@ public:
     // frame.
     bool add(const QImage &image);
 
+    // A frame went on where the tall picture has no more room; it and those after it are dropped.
+    bool isFull() const { return m_isFull; }
+
     const QList<Frame> &frames() const { return m_frames; }
     // steps()[i] leads from frames()[i] to frames()[i + 1].
     const QList<Step> &steps() const { return m_steps; }
@@ -44,6 +52,9 @@ public:
     static std::optional<Step> match(const RowSignatures &previous, const RowSignatures &next);
 
 private:
+    qint64 m_mostPixels;
+    qint64 m_height = 0; // of the tall picture so far
+    bool m_isFull = false;
     QList<Frame> m_frames;
     QList<Step> m_steps;
 };

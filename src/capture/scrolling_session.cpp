@@ -1,6 +1,7 @@
 #include "capture/scrolling_session.h"
 
 #include "capture/texts.h"
+#include "document/image_files.h"
 #include "platform/permissions.h"
 #include "platform/pointer_control.h"
 #include "platform/screen_pictures.h"
@@ -32,7 +33,11 @@ constexpr int timesToRegain = 2;
 
 ScrollingCaptureSession::ScrollingCaptureSession(Ports ports, const Screen &screen, const QRectF &rect,
                                                  QObject *parent)
-    : QObject(parent), m_ports(std::move(ports)), m_screen(screen), m_rect(rect)
+    : QObject(parent),
+      m_ports(std::move(ports)),
+      m_screen(screen),
+      m_rect(rect),
+      m_stitcher(std::make_shared<FrameStitcher>(ImageFiles::mostPixels()))
 {}
 
 QFuture<Result<std::optional<QImage>>> ScrollingCaptureSession::run()
@@ -110,7 +115,8 @@ void ScrollingCaptureSession::takeFirstShot(const QImage &shot)
 
 void ScrollingCaptureSession::nextStep()
 {
-    if (m_stopped || m_frames >= m_maxFrames || (m_automatic && m_unchanged >= unchangedAtTheEnd)) {
+    if (m_stopped || m_frames >= m_maxFrames || m_stitcher->isFull() ||
+        (m_automatic && m_unchanged >= unchangedAtTheEnd)) {
         compose();
         return;
     }

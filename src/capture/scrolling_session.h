@@ -102,7 +102,7 @@ private:
     QRectF m_rect;
     int m_maxFrames = mostFrames;
     QPromise<Result<std::optional<QImage>>> m_promise;
-    std::shared_ptr<FrameStitcher> m_stitcher = std::make_shared<FrameStitcher>();
+    std::shared_ptr<FrameStitcher> m_stitcher;
     State m_state = State::Ready;
     QString m_message;
     int m_frames = 0;

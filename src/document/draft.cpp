@@ -4,6 +4,7 @@
 #include "base/json.h"
 #include "base/log.h"
 #include "document/project_file.h"
+#include "document/texts.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -103,7 +104,7 @@ Result<void> write(const QString &directory, const EditorDocument::Contents &con
     const QString folder = folderOf(directory, before.isEmpty() ? 1 : before.last() + 1);
     QDir(folder + kUnfinished).removeRecursively();
     if (!QDir().mkpath(folder + kUnfinished))
-        return fail(QStringLiteral("Couldn't make the folder %1.").arg(folder));
+        return fail(DocumentTexts::tr("Couldn't make the folder %1.").arg(folder));
     // What nobody has decided to save is nobody else's to see.
     QFile::setPermissions(directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QString lastPixels =
@@ -113,7 +114,7 @@ Result<void> write(const QString &directory, const EditorDocument::Contents &con
         return written;
     }
     if (!QDir().rename(folder + kUnfinished, folder))
-        return fail(QStringLiteral("Couldn't write %1.").arg(folder));
+        return fail(DocumentTexts::tr("Couldn't write %1.").arg(folder));
     for (const QString &name : QDir(directory).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         if (const QString older = directory + '/' + name; older != folder)
             QDir(older).removeRecursively();

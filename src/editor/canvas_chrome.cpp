@@ -2,6 +2,7 @@
 
 #include "base/colors.h"
 #include "base/geometry.h"
+#include "editor/texts.h"
 #include "ui/theme.h"
 
 #include <QPainter>
@@ -29,11 +30,11 @@ QString bandLabel(const CanvasPainter::Scene &scene)
     const auto pixels = [](double value) { return QString::number(qRound(value)); };
     switch (scene.bandKind) {
     case CanvasInteraction::BandKind::TextArea:
-        return QStringLiteral("Copy text in this area");
+        return EditorTexts::tr("Copy text in this area");
     case CanvasInteraction::BandKind::Crop:
         return QStringLiteral("%1 × %2").arg(pixels(scene.band->width()), pixels(scene.band->height()));
     case CanvasInteraction::BandKind::Cutout:
-        return QStringLiteral("Remove %1 px")
+        return EditorTexts::tr("Remove %1 px")
             .arg(pixels(scene.cutsColumns ? scene.band->width() : scene.band->height()));
     }
     return {};

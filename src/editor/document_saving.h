@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/draft_keeper.h"
 #include "editor/editor_desk.h"
 
 #include <QObject>
@@ -24,14 +25,18 @@ public:
     void saveInto(const QString &path);
 
     bool isSaving() const;
+    // Where the window's unsaved edits are kept, for a save that ends after the window.
+    void setDraft(const DraftPlace &draft);
 
 Q_SIGNALS:
     // Every save that was asked for has ended.
     void ended();
 
 private:
-    void finish(const FinishedImage &finished, const QString &path, const Result<QByteArray> &digest);
+    void finish(const FinishedImage &finished, const QString &wanted, const QString &path,
+                const QByteArray &digest);
 
     EditorDesk m_desk;
     QPointer<SaveRun> m_run;
+    DraftPlace m_draft;
 };

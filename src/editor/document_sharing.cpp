@@ -1,5 +1,6 @@
 #include "editor/document_sharing.h"
 
+#include "base/log.h"
 #include "base/notice.h"
 #include "document/editor_document.h"
 #include "document/image_files.h"
@@ -34,11 +35,14 @@ void DocumentSharing::copyImage()
         [](const FinishedImage &finished) {
             return ImageFiles::encode(finished.exported(), ImageFiles::Type::Png);
         },
-        [&pasteboard = m_desk.ports.pasteboard, &notices = m_desk.ports.notices](const QByteArray &png) {
+        [&pasteboard = m_desk.ports.pasteboard, &notices = m_desk.ports.notices,
+         turn = m_desk.ports.pasteboard.takeTurn()](const QByteArray &png) {
             if (png.isEmpty())
                 return notices.post(EditorTexts::tr("The image could not be copied."), kWarningSymbol);
-            pasteboard.setFlavors({{QStringLiteral("image/png"), png}});
-            notices.post(EditorTexts::tr("Image copied to clipboard"), kDoneSymbol);
+            if (pasteboard.placeFlavors({{QStringLiteral("image/png"), png}}, turn))
+                notices.post(EditorTexts::tr("Image copied to clipboard"), kDoneSymbol);
+            else
+                Log::info(QStringLiteral("Something newer was copied; a copied image is dropped"));
         });
 }
 
@@ -62,12 +66,16 @@ void DocumentSharing::cutSelection()
 
 void DocumentSharing::copyFile()
 {
-    m_desk.withTemporaryFile(this, [this](const QString &path) { copyFile(QUrl::fromLocalFile(path)); });
+    m_desk.withTemporaryFile(this, [this, turn = m_desk.ports.pasteboard.takeTurn()](const QString &path) {
+        if (m_desk.ports.pasteboard.placeFile(QUrl::fromLocalFile(path), turn))
+            tellFileCopied();
+        else
+            Log::info(QStringLiteral("Something newer was copied; a copied file is dropped"));
+    });
 }
 
-void DocumentSharing::copyFile(const QUrl &file)
+void DocumentSharing::tellFileCopied()
 {
-    m_desk.ports.pasteboard.setFile(file);
     m_desk.ports.notices.post(EditorTexts::tr("Image file copied to clipboard"), kDoneSymbol);
 }
 
@@ -90,8 +98,10 @@ void DocumentSharing::share()
             if (!result)
                 m_desk.showError(result.error());
         };
-        menu->addAction(symbolIcon("doc.on.doc"), EditorTexts::tr("Copy File"), this,
-                        [this, file] { copyFile(file); });
+        menu->addAction(symbolIcon("doc.on.doc"), EditorTexts::tr("Copy File"), this, [this, file] {
+            m_desk.ports.pasteboard.setFile(file);
+            tellFileCopied();
+        });
         menu->addAction(symbolIcon("paperplane"), EditorTexts::tr("Send by Email…"), this,
                         [this, file, report] {
                             QUrl mail("mailto:");
@@ -142,14 +152,20 @@ void DocumentSharing::upload()
     Uploader &uploader = m_desk.ports.uploader;
     PendingWork &pending = m_desk.ports.pending;
     const auto told = [desk = m_desk, sharing = QPointer(this), &pasteboard = m_desk.ports.pasteboard,
-                       &notices = m_desk.ports.notices](const Result<QUrl> &link) {
+                       &notices = m_desk.ports.notices,
+                       turn = m_desk.ports.pasteboard.takeTurn()](const Result<QUrl> &link) {
         if (!link) {
             // Told where the window is, if it still is.
             if (sharing)
                 return desk.showError(link.error());
             return notices.post(link.error().message, kWarningSymbol);
         }
-        pasteboard.setText(link->toString());
+        if (!pasteboard.placeText(link->toString(), turn)) {
+            // What the user copied meanwhile stays; the link must not be lost either.
+            Log::info(QStringLiteral("Something newer was copied than the link ") + link->toString());
+            return notices.post(EditorTexts::tr("Uploaded: %1").arg(link->toString()),
+                                QStringLiteral("link"));
+        }
         const QString host = link->host().isEmpty() ? QStringLiteral("i.imgur.com") : link->host();
         notices.post(EditorTexts::tr("Link copied: %1").arg(host), QStringLiteral("link"));
     };

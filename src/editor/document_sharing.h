@@ -28,7 +28,7 @@ public:
     void startDrag();
 
 private:
-    void copyFile(const QUrl &file);
+    void tellFileCopied();
 
     EditorDesk m_desk;
     QString m_dragFile;

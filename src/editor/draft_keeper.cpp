@@ -59,6 +59,23 @@ void DraftKeeper::finishAll()
     writer().waitForDone();
 }
 
+DraftPlace DraftKeeper::place() const
+{
+    return {m_writtenTo, m_desk.title()};
+}
+
+void DraftKeeper::settle(const DraftPlace &draft, const EditorDocument::Contents &kept,
+                         const EditorDocument::Contents &saved, const QByteArray &digest)
+{
+    (void)QtConcurrent::run(&writer(), [=] {
+        if (kept == saved)
+            return Draft::remove(draft.directory);
+        if (const auto written = Draft::write(draft.directory, kept, {digest, draft.title}); !written)
+            Log::error(QStringLiteral("Unsaved edits could not be kept in ") + draft.directory,
+                       written.error());
+    });
+}
+
 void DraftKeeper::follow(EditorDocument::Field field)
 {
     switch (field) {

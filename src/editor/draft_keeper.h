@@ -7,6 +7,12 @@
 #include <QString>
 #include <QTimer>
 
+// Where a draft lies; no directory where there is none.
+struct DraftPlace {
+    QString directory;
+    QString title; // what its window was called
+};
+
 // Keeps the unsaved edits of one document on disk while they are unsaved: beside the project of a Library
 // file, otherwise in the program's folder for drafts. The last change is on its way there after a second.
 class DraftKeeper : public QObject {
@@ -18,6 +24,12 @@ public:
 
     // Writes the present state, or removes the draft where everything is saved, without waiting for more.
     void keepNow();
+    // Where the last state was written.
+    DraftPlace place() const;
+    // A save ended when its window had closed: a draft of what was saved goes, one of later edits belongs to
+    // the file as it is now.
+    static void settle(const DraftPlace &draft, const EditorDocument::Contents &kept,
+                       const EditorDocument::Contents &saved, const QByteArray &digest);
     // Waits for all that any keeper has begun to write.
     static void finishAll();
 

@@ -1,5 +1,6 @@
 #include "editor/editor_window_controller.h"
 
+#include "document/project_file.h"
 #include "editor/canvas_view.h"
 #include "editor/editor_sheets.h"
 #include "editor/editor_view.h"
@@ -66,6 +67,7 @@ EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> d
     connect(&m_ports.library, &Library::renamed, this, &EditorWindowController::followRename);
     connect(&canvas(), &CanvasView::textAreaChosen, &m_reading, &DocumentReading::copyTextIn);
     tellOfDraft();
+    tellOfUnshownPictures();
 }
 
 EditorWindowController::~EditorWindowController()
@@ -102,6 +104,7 @@ bool EditorWindowController::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_view.get() && event->type() == QEvent::Close && !std::exchange(m_isClosed, true)) {
         m_desk.commitText();
         m_drafts.keepNow();
+        m_saving.setDraft(m_drafts.place());
         // When the event has been dealt with: the receiver may delete this.
         QMetaObject::invokeMethod(
             this,
@@ -128,6 +131,12 @@ void EditorWindowController::tellOfDraft()
             QStringLiteral("exclamationmark.triangle.fill"));
     if (m_document->isFromDraft())
         m_view->tellOfDraft();
+}
+
+void EditorWindowController::tellOfUnshownPictures()
+{
+    if (const QString unshown = ProjectFile::unshownPictures(m_document->annotations()); !unshown.isEmpty())
+        m_ports.notices.post(unshown, QStringLiteral("exclamationmark.triangle.fill"));
 }
 
 void EditorWindowController::followRename(const QString &oldPath, const QString &newPath)

@@ -57,6 +57,7 @@ private:
     void follow(EditorDocument::Field field);
     void openPalette();
     void tellOfDraft();
+    void tellOfUnshownPictures();
 
     std::unique_ptr<EditorDocument> m_document;
     EditorSession m_session;

@@ -118,7 +118,8 @@ CatalogData toData(const std::array<QByteArray, 3> &bytes, QStringList *broken =
             parsed<QSet<QString>>(bytes[1], kFavorites, toNames, broken),
             parsed<LibraryMeta>(
                 bytes[2], kMeta,
-                [](const QJsonDocument &document) { return LibraryMeta::fromJson(document.object()); }, broken)};
+                [](const QJsonDocument &document) { return LibraryMeta::fromJson(document.object()); },
+                broken)};
 }
 
 QByteArray jsonOf(const CatalogData &data, const QString &name)
@@ -216,8 +217,7 @@ bool CatalogFiles::refresh(Snapshot &snapshot) const
                          (known.journal.inode == 0 || now.journal.inode == known.journal.inode) &&
                          now.journal.size >= known.journal.size;
     const bool isRotated = now.json == known.json && known.folding == Mark{} && known.journal.inode != 0 &&
-                           now.folding.inode == known.journal.inode &&
-                           now.folding.size >= known.journal.size;
+                           now.folding.inode == known.journal.inode && now.folding.size >= known.journal.size;
     if (!isGrown && !isRotated) {
         snapshot = loadLocked();
         return true;

@@ -39,7 +39,8 @@ FolderWatch::Listing FolderWatch::list(const QString &folder,
 {
     Listing listing;
     const auto close = [](DIR *directory) { closedir(directory); };
-    const std::unique_ptr<DIR, decltype(close)> directory(opendir(QFile::encodeName(folder).constData()), close);
+    const std::unique_ptr<DIR, decltype(close)> directory(opendir(QFile::encodeName(folder).constData()),
+                                                          close);
     if (!directory)
         return listing;
     while (const dirent *entry = readdir(directory.get())) {
@@ -102,8 +103,8 @@ void FolderWatch::rescan()
         m_looksAgain = true;
         return;
     }
-    whenDone(runInBackground([folder = m_folder, concerns = m_concerns] { return list(folder, concerns); }), this,
-             [this](const Listing &now) { compare(now); });
+    whenDone(runInBackground([folder = m_folder, concerns = m_concerns] { return list(folder, concerns); }),
+             this, [this](const Listing &now) { compare(now); });
 }
 
 void FolderWatch::compare(const Listing &found)

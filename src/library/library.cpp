@@ -2,6 +2,7 @@
 
 #include "base/async.h"
 #include "base/atomic_file.h"
+#include "base/file_name.h"
 #include "base/free_name.h"
 #include "base/log.h"
 #include "base/scratch_folder.h"
@@ -21,6 +22,7 @@
 #include <QLocale>
 #include <algorithm>
 #include <mutex>
+#include <unistd.h>
 
 using LibraryNames::baseOf;
 using LibraryNames::nameOf;
@@ -186,9 +188,9 @@ QFuture<Result<QString>> Library::saveInBackground(const QImage &image)
             bytes = ImageFiles::encode(image, ImageFiles::Type::Png);
         }
         Result<QString> saved =
-            bytes.isEmpty()
-                ? fail(LibraryTexts::tr("Couldn't write %1: the picture could not be encoded.").arg(nameOf(path)))
-                : AtomicFile::writeNew(folder, stem, ending, bytes, others);
+            bytes.isEmpty() ? fail(LibraryTexts::tr("Couldn't write %1: the picture could not be encoded.")
+                                       .arg(nameOf(path)))
+                            : AtomicFile::writeNew(folder, stem, ending, bytes, others);
         reservations->remove(path);
         promise->addResult(saved);
         promise->finish();
@@ -209,20 +211,24 @@ QFuture<Result<QString>> Library::saveInBackground(const QImage &image)
 Result<QString> Library::importFile(const QString &path)
 {
     const QFileInfo info(path);
-    if (!info.isFile())
+    // The toolkit finds no file whose name is no text.
+    if (::access(FileName::toBytes(path).constData(), F_OK) != 0 || info.isDir())
         return fail(Error::Kind::NotFound, LibraryTexts::tr("There is no file %1.").arg(path));
     if (!isImage(path) && !isVideo(path))
-        return fail(Error::Kind::Invalid,
-                    LibraryTexts::tr("%1 is neither an image nor a film of the Library.").arg(info.fileName()));
+        return fail(
+            Error::Kind::Invalid,
+            LibraryTexts::tr("%1 is neither an image nor a film of the Library.").arg(info.fileName()));
     if (contains(path))
         return info.absoluteFilePath();
     ensureDirectory();
     const QString clean = LibraryNames::cleaned(baseOf(path));
     // A name that would be hidden here, or is too long, gives way; any other is kept as it is.
-    const bool isKept = LibraryNames::isProper(info.fileName()) && clean.size() >= baseOf(path).size() - 8;
-    auto target = AtomicFile::copyNew(path, folder(),
-                                      isKept ? baseOf(path) : (clean.isEmpty() ? kCapture : clean),
-                                      info.suffix(), m_reservations->all());
+    const bool isText = info.fileName().isValidUtf16();
+    const bool isKept =
+        isText && LibraryNames::isProper(info.fileName()) && clean.size() >= baseOf(path).size() - 8;
+    auto target =
+        AtomicFile::copyNew(path, folder(), isKept ? baseOf(path) : (clean.isEmpty() ? kCapture : clean),
+                            info.suffix(), m_reservations->all());
     if (!target)
         return fail(LibraryTexts::tr("Couldn't copy %1 into the Library: %2")
                         .arg(info.fileName(), target.error().message),
@@ -304,7 +310,8 @@ void Library::finishRename(const Result<FileLock> &lock, const QString &oldName,
                 ProjectSave::setAside(to);
             QDir().rename(from, to);
             ProjectSave::setOwner(to, newName);
-        } else if (const QString to = projectDirectory(inFolder(newName)); ProjectSave::owner(to) == oldName) {
+        } else if (const QString to = projectDirectory(inFolder(newName));
+                   ProjectSave::owner(to) == oldName) {
             ProjectSave::setOwner(to, newName);
         }
     }
@@ -430,9 +437,8 @@ bool Library::hasSiblingImage(const QString &name) const
     return std::any_of(extensions.begin(), extensions.end(), [&](const QString &extension) {
         const QString base = baseOf(name) + QLatin1Char('.');
         const QStringList candidates{base + extension, base + extension.toUpper()};
-        return std::any_of(candidates.begin(), candidates.end(), [&](const QString &candidate) {
-            return candidate != name && isThere(candidate);
-        });
+        return std::any_of(candidates.begin(), candidates.end(),
+                           [&](const QString &candidate) { return candidate != name && isThere(candidate); });
     });
 }
 
@@ -516,8 +522,8 @@ void Library::watch()
     watchCatalog();
     runInBackground([folder = folder()] {
         const QString hidden = hiddenIn(folder);
-        for (const QString &place : {folder, hidden, hidden + QStringLiteral("/projects"),
-                                     hidden + QStringLiteral("/versions")})
+        for (const QString &place :
+             {folder, hidden, hidden + QStringLiteral("/projects"), hidden + QStringLiteral("/versions")})
             ScratchFolder::clearLeftovers(place);
     });
 }

@@ -23,6 +23,13 @@ QString LibraryNames::cleaned(QString name)
 {
     static const QRegularExpression forbidden(QStringLiteral("[/:\\\\\\n\\r\\t\"*?<>|\\x{0}]"));
     static const QRegularExpression leading(QStringLiteral("^[\\s.]+"));
+    // Bytes of a foreign name that are no text.
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        const bool isPaired = name[i].isHighSurrogate() ? i + 1 < name.size() && name[i + 1].isLowSurrogate()
+                                                        : i > 0 && name[i - 1].isHighSurrogate();
+        if (name[i].isSurrogate() && !isPaired)
+            name[i] = QLatin1Char('_');
+    }
     name = name.remove(forbidden).remove(leading).trimmed();
     // File systems count bytes, 255 of them; " 12345.jpeg" may follow.
     constexpr qsizetype kMostBytes = 240;

@@ -31,8 +31,8 @@ Result<void> copyFolder(const QString &from, const QString &to)
         if (Draft::isDraft(entry.fileName()))
             continue; // edits that nobody has saved are of no version
         const QString target = to + QLatin1Char('/') + entry.fileName();
-        auto copied = entry.isDir() ? copyFolder(entry.filePath(), target)
-                                    : AtomicFile::copy(entry.filePath(), target);
+        auto copied =
+            entry.isDir() ? copyFolder(entry.filePath(), target) : AtomicFile::copy(entry.filePath(), target);
         if (!copied)
             return copied;
     }
@@ -68,8 +68,8 @@ FileHistory::FileHistory(const Library &library, const QString &path)
 VersionFolders VersionFolders::of(const QString &directory, const QString &name, const QString &libraryFolder)
 {
     VersionFolders found;
-    const auto entries = QDir(directory).entryInfoList(
-        QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    const auto entries =
+        QDir(directory).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QFileInfo &entry : entries) {
         const auto date = stampDate(entry.fileName());
         if (!date)
@@ -91,7 +91,8 @@ void FileHistory::saveVersion(const QDateTime &now) const
         return;
     ProjectSave::settle(m_path, m_projectDirectory);
     if (const auto kept = keep(now); !kept)
-        Log::error(QStringLiteral("Couldn't save a version of ") + LibraryNames::nameOf(m_path), kept.error());
+        Log::error(QStringLiteral("Couldn't save a version of ") + LibraryNames::nameOf(m_path),
+                   kept.error());
 
     const auto all = versions();
     for (qsizetype i = kLimit; i < all.size(); ++i)
@@ -110,7 +111,8 @@ Result<void> FileHistory::keep(const QDateTime &now) const
         return std::unexpected(scratch.error());
     const QString made = scratch->filePath(QStringLiteral("version"));
     QDir().mkpath(made);
-    if (auto copied = AtomicFile::copy(m_path, made + QLatin1Char('/') + LibraryNames::nameOf(m_path)); !copied)
+    if (auto copied = AtomicFile::copy(m_path, made + QLatin1Char('/') + LibraryNames::nameOf(m_path));
+        !copied)
         return copied;
     // A project of another state of the file is not part of this one.
     if (QFileInfo::exists(m_projectDirectory) &&
@@ -138,7 +140,8 @@ Result<void> FileHistory::save(const QImage &finished, const QImage &base, const
 
 QList<LibraryVersion> FileHistory::versions() const
 {
-    return VersionFolders::of(m_versionsDirectory, LibraryNames::nameOf(m_path), QFileInfo(m_path).path()).own;
+    return VersionFolders::of(m_versionsDirectory, LibraryNames::nameOf(m_path), QFileInfo(m_path).path())
+        .own;
 }
 
 bool FileHistory::restore(const LibraryVersion &version, const QDateTime &now) const

@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 #include "app/lost_display.h"
 #include "app/quit_signals.h"
+#include "base/file_name.h"
 #include "base/translations.h"
 #include "cli/cli.h"
 #include "platform/session/session_kind.h"
@@ -12,10 +13,26 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
 
 namespace {
 
 constexpr int kWrongCall = 2; // as the command line says it
+
+// What is to be opened, with names of files as the program keeps them. What the toolkit understood is gone.
+QStringList wordsOf(int argc, char **argv)
+{
+    QStringList words;
+    for (int i = 1; i < argc; ++i) {
+        std::error_code none;
+        const bool isFile = std::filesystem::is_regular_file(argv[i], none);
+        words.append(FileName::fromBytes(
+            isFile ? QByteArray::fromStdString(std::filesystem::absolute(argv[i], none).string())
+                   : QByteArray(argv[i])));
+    }
+    return words;
+}
 
 int runDesktopProgram(int argc, char **argv)
 {
@@ -33,7 +50,7 @@ int runDesktopProgram(int argc, char **argv)
     const QuitSignals signals_;
     const LostDisplay lostDisplay;
     AppDelegate delegate(application);
-    const auto launched = delegate.launch(QCoreApplication::arguments().mid(1));
+    const auto launched = delegate.launch(wordsOf(argc, argv));
     if (!launched) {
         std::fprintf(stderr, "lumenpost: %s\n", qUtf8Printable(launched.error().message));
         return EXIT_FAILURE;
@@ -46,9 +63,11 @@ int runDesktopProgram(int argc, char **argv)
 // Everything that isn't a command must be a file or a link to open.
 bool isOpenable(const char *word)
 {
-    const QString text = QFile::decodeName(word);
-    return text == QLatin1String(kOpenClipboard) || URLCommand::isLink(text) || QUrl(text).isLocalFile() ||
-           QFile::exists(text);
+    // A name may be no text at all.
+    if (::access(word, F_OK) == 0)
+        return true;
+    const QString text = QString::fromLocal8Bit(word);
+    return text == QLatin1String(kOpenClipboard) || URLCommand::isLink(text) || QUrl(text).isLocalFile();
 }
 
 } // namespace

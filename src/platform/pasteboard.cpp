@@ -17,3 +17,12 @@ bool Pasteboard::placeText(const QString &text, const Turn &turn)
     m_newest = turn.m_order;
     return true;
 }
+
+bool Pasteboard::placeFile(const QUrl &file, const Turn &turn)
+{
+    if (turn.m_order < m_newest)
+        return false;
+    setFile(file);
+    m_newest = turn.m_order;
+    return true;
+}

@@ -21,17 +21,19 @@ public:
     virtual void setText(const QString &text) = 0;
     virtual void setFile(const QUrl &file) = 0;
 
-    // A place in the order in which the user copied. What takes time to make takes its turn when it is asked for.
+    // A place in the order in which the user copied. What takes time to make takes its turn when it is asked
+    // for.
     class Turn {
         friend class Pasteboard;
         explicit Turn(quint64 order) : m_order(order) {}
         quint64 m_order;
     };
     Turn takeTurn() { return Turn(++m_order); }
-    // Like setFlavors and setText, unless something newer is there: what another program copied meanwhile, or
-    // what was asked for later and was ready sooner. False then, and nothing is touched.
+    // Like setFlavors, setText and setFile, unless something newer is there: what another program copied
+    // meanwhile, or what was asked for later and was ready sooner. False then, and nothing is touched.
     bool placeFlavors(const QList<Flavor> &flavors, const Turn &turn);
     bool placeText(const QString &text, const Turn &turn);
+    bool placeFile(const QUrl &file, const Turn &turn);
 
     virtual bool has(const QString &mimeType) const = 0;
     virtual QByteArray data(const QString &mimeType) const = 0;

@@ -30,6 +30,7 @@ QString stripped(QString reply)
 
 QString improvePrompt(qsizetype number, bool hasClick, const QString &caption)
 {
+    // untranslated: to the service
     return QStringLiteral("This screenshot is step %1 of a how-to guide.").arg(number) +
            (hasClick ? QStringLiteral(" A purple circle marks where the user clicked.") : QString()) +
            QStringLiteral("\nThe current instruction is: \"") + caption +

@@ -33,8 +33,6 @@ QColor washFor(const QAbstractButton &button, const Theme::Tokens &t)
 
 } // namespace
 
-// MARK: BarButton
-
 BarButton::BarButton(const QString &symbol, const QString &text, Label label, QWidget *parent)
     : QAbstractButton(parent), m_symbol(symbol), m_label(label)
 {
@@ -156,8 +154,6 @@ void BarButton::keyPressEvent(QKeyEvent *event)
     QAbstractButton::keyPressEvent(event);
 }
 
-// MARK: Hairline
-
 Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent), m_orientation(orientation)
 {
     if (orientation == Qt::Vertical)
@@ -176,8 +172,6 @@ void Hairline::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.fillRect(rect(), Theme::tokens(this).hairline);
 }
-
-// MARK: Chip
 
 Chip::Chip(const QString &text, const QString &symbol, QWidget *parent)
     : QAbstractButton(parent), m_symbol(symbol)
@@ -223,8 +217,6 @@ void Chip::paintEvent(QPaintEvent *)
                      painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
 }
 
-// MARK: Swatch
-
 Swatch::Swatch(const QColor &color, const QString &name, QWidget *parent)
     : QAbstractButton(parent), m_color(color)
 {
@@ -265,8 +257,6 @@ void Swatch::paintEvent(QPaintEvent *)
         painter.drawEllipse(center, Theme::Size::swatch / 2.0 + 1, Theme::Size::swatch / 2.0 + 1);
     }
 }
-
-// MARK: ValueSlider
 
 ValueSlider::ValueSlider(const QString &name, int minimum, int maximum, QWidget *parent)
     : QWidget(parent), m_name(name), m_slider(new QSlider(Qt::Horizontal, this))
@@ -340,8 +330,6 @@ void ValueSlider::paintEvent(QPaintEvent *)
                        m_format ? m_format(value()) : QString::number(value()));
 }
 
-// MARK: NumberLabel
-
 NumberLabel::NumberLabel(QWidget *parent) : QWidget(parent)
 {
     setFont(Theme::font(Theme::Type::Control));
@@ -369,8 +357,6 @@ void NumberLabel::paintEvent(QPaintEvent *)
     painter.setPen(m_color.isValid() ? m_color : Theme::tokens(this).secondary);
     Theme::drawTabular(painter, rect(), m_alignment, m_text);
 }
-
-// MARK: Spinner
 
 Spinner::Spinner(int size, QWidget *parent) : QWidget(parent), m_size(size)
 {
@@ -404,8 +390,6 @@ void Spinner::hideEvent(QHideEvent *)
 {
     m_turn.stop();
 }
-
-// MARK: EmptyState
 
 EmptyState::EmptyState(const QString &symbol, const QString &title, const QString &text, QWidget *parent)
     : QWidget(parent)

@@ -276,3 +276,15 @@ TEST_P(RealSeries, IsJoinedAsThePageIs)
 INSTANTIATE_TEST_SUITE_P(FrameStitcher, RealSeries, testing::ValuesIn(seriesFolders()), [](const auto &info) {
     return QFileInfo(info.param).fileName().replace('-', '_').toStdString();
 });
+
+TEST(FrameStitcher, IsFullBeforeThePictureGrowsTooLargeToBeOpened)
+{
+    const Page page(900);
+    FrameStitcher stitcher(qint64(width) * 300);
+    EXPECT_TRUE(stitcher.add(page.frame(0, 200)));
+    EXPECT_TRUE(stitcher.add(page.frame(100, 200)));
+    EXPECT_FALSE(stitcher.isFull()) << "300 rows just fit";
+    EXPECT_FALSE(stitcher.add(page.frame(120, 200)));
+    EXPECT_TRUE(stitcher.isFull());
+    EXPECT_TRUE(sameRows(stitcher.result(), page.rows(0, 300)));
+}

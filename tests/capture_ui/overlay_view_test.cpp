@@ -156,8 +156,6 @@ TEST_F(OverlayTest, SelectsWithSpaceAndTheArrowKeys)
     EXPECT_EQ(result<Overlay::Image>().image, pixels(100, 100, 60, 20));
 }
 
-// MARK: What is shown
-
 TEST_F(OverlayTest, TakesTheSelectionThatWasMadeByKeysWithReturn)
 {
     open(1);

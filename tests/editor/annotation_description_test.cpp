@@ -1,6 +1,7 @@
 #include "editor/annotation_description.h"
 #include "support/printers.h"
 
+#include <QSet>
 #include <gmock/gmock.h>
 
 namespace {
@@ -29,6 +30,15 @@ TEST(AnnotationDescription, TellsKindAndColour)
     Annotation stamp = object(ToolKind::Stamp);
     stamp.text = "key:⌘";
     EXPECT_EQ(describe(stamp), "Stamp ⌘");
+    for (const QStringList &values : {StampLibrary::symbols(), StampLibrary::emoji()}) {
+        QSet<QString> words;
+        for (const QString &value : values) {
+            stamp.text = value;
+            words.insert(describe(stamp));
+            EXPECT_FALSE(describe(stamp).contains(value)) << "words, not the name of a drawing: " << value.toStdString();
+        }
+        EXPECT_EQ(words.size(), values.size()) << "no two stamps share their words";
+    }
     Annotation callout = object(ToolKind::Callout);
     EXPECT_EQ(describe(callout), "Callout: empty");
     callout.text = "Due in March";

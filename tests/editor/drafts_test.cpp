@@ -158,3 +158,27 @@ TEST_F(DraftsTest, AHalfWrittenStateIsPassedOver)
     EXPECT_TRUE(Draft::read(directory, "digest")->effects.border);
     EXPECT_EQ(QDir(directory).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
 }
+
+TEST_F(DraftsTest, ASaveThatEndsAfterItsWindowEndsTheDraftToo)
+{
+    for (const bool isEditedLater : {false, true}) {
+        const QString path = put("shot.png");
+        auto editor = stage.open(path);
+        addBox(editor->document());
+        editor->saving().save();
+        if (isEditedLater)
+            addBox(editor->document());
+        editor->window().close();
+        editor.reset();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
+        DraftKeeper::finishAll();
+        EXPECT_EQ(Draft::exists(draftOf(path)), isEditedLater);
+        auto again = stage.open(path);
+        EXPECT_EQ(again->document().annotations().size(), isEditedLater ? 2 : 1);
+        EXPECT_FALSE(again->document().hasSetDraftAside()) << "the edits are of this very file";
+        EXPECT_EQ(again->document().isFromDraft(), isEditedLater);
+        again->document().setSaved(again->document().contents());
+        DraftKeeper::finishAll();
+        ASSERT_TRUE(stage.library.remove(path));
+    }
+}

@@ -254,8 +254,6 @@ TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
     ASSERT_TRUE(QTest::qWaitFor([&] { return session().zoom() == 1; }));
 }
 
-// MARK: The accessibility bus, as a screen reader sees it
-
 namespace {
 
 struct Node {

@@ -466,3 +466,62 @@ TEST_F(EditorWindowTest, AKindOfFileThatIsNotWrittenIsSavedAsAnother)
     file.seek(0);
     EXPECT_EQ(file.readAll(), before);
 }
+
+TEST_F(EditorWindowTest, ARenameWhileASaveRunsTakesTheSaveAlong)
+{
+    auto editor = stage.open(put("shot.png"));
+    addBox(editor->document());
+    QSignalSpy ended(&editor->saving(), &DocumentSaving::ended);
+    editor->saving().save();
+    const auto renamed = stage.library.rename(stage.inLibrary("shot.png"), "Invoice");
+    ASSERT_TRUE(renamed);
+    ASSERT_TRUE(ended.wait());
+    EXPECT_FALSE(QFileInfo::exists(stage.inLibrary("shot.png"))) << "the old name isn't written again";
+    EXPECT_FALSE(editor->document().hasUnsavedChanges());
+    auto again = stage.open(*renamed);
+    EXPECT_EQ(again->document().annotations().size(), 1);
+    EXPECT_FALSE(again->document().isFromDraft());
+}
+
+TEST_F(EditorWindowTest, WhatAFormatCannotHoldIsSavedAsPngWithItsObjects)
+{
+    const QString jpeg = put("tall.jpg");
+    auto editor = stage.open(filled({8, 66000}), jpeg);
+    addBox(editor->document());
+    save(*editor);
+    const QString png = stage.inLibrary("tall.png");
+    EXPECT_EQ(stage.notices.last().text,
+              "Saved as tall.png: JPG files can’t hold a picture of this size");
+    EXPECT_EQ(ImageFiles::pixelSize(png), QSize(8, 66000));
+    EXPECT_EQ(ImageFiles::pixelSize(jpeg), QSize(120, 80)) << "stays as it was";
+    EXPECT_EQ(editor->document().fileURL().toLocalFile(), png);
+    EXPECT_EQ(stage.open(png)->document().annotations().size(), 1);
+
+    const QString heic = stage.home.path("elsewhere.heic");
+    editor->saving().saveInto(heic);
+    EXPECT_TRUE(waitForNotice("Saved as elsewhere.png: HEIC files can’t hold a picture of this size"));
+    EXPECT_FALSE(QFileInfo::exists(heic));
+}
+
+TEST_F(EditorWindowTest, PicturesThatCannotBeShownAreToldOf)
+{
+    auto document = std::make_unique<EditorDocument>(filled({120, 80}));
+    Annotation broken = document->makeAnnotation(ToolKind::Image, {10, 10});
+    broken.end = {60, 60};
+    broken.unshownImage = "no picture";
+    document->add(broken);
+    EditorWindowController editor(std::move(document), stage.ports());
+    ASSERT_EQ(stage.notices.size(), 1);
+    EXPECT_TRUE(stage.notices.first().text.contains("can't be shown"));
+}
+
+TEST_F(EditorWindowTest, ALateCopyNeverReplacesANewerOne)
+{
+    auto editor = stage.open(filled({120, 80}));
+    editor->sharing().copyImage();
+    editor->sharing().copyFile();
+    stage.fakes.pasteboard.setText("newer");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
+    EXPECT_EQ(stage.fakes.pasteboard.text(), "newer");
+    EXPECT_TRUE(stage.notices.isEmpty()) << "nothing is said to be copied";
+}

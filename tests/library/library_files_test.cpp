@@ -1,3 +1,5 @@
+#include "base/atomic_file.h"
+#include "base/file_name.h"
 #include "document/project_save.h"
 #include "library/folder_watch.h"
 #include "library/intent.h"
@@ -172,6 +174,9 @@ TEST_F(LibraryFilesTest, ImportedFilesKeepTheirDatesAndTheirPrivacy)
     EXPECT_FALSE(QFile::permissions(*imported) & QFile::ReadOther);
     ASSERT_TRUE(AtomicFile::write(m_home.path("elsewhere/.png"), "x"));
     EXPECT_EQ(m_library->importFile(m_home.path("elsewhere/.png")), inFolder("Capture.png"));
+    const QByteArray foreign = QFile::encodeName(m_home.path("elsewhere/")) + "caf\xE9.png";
+    ASSERT_EQ(rename(QFile::encodeName(source).constData(), foreign.constData()), 0);
+    EXPECT_EQ(m_library->importFile(FileName::fromBytes(foreign)), inFolder("caf_.png"));
 }
 
 TEST_F(LibraryFilesTest, ACaptureOfTwoProcessesInOneSecondIsTwoFiles)

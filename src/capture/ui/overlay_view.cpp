@@ -35,8 +35,6 @@ void OverlayView::resizeEvent(QResizeEvent *)
     m_marks = currentMarks();
 }
 
-// MARK: Pointer
-
 void OverlayView::pointerMoved(const QPointF &position)
 {
     m_mouse = position;
@@ -152,8 +150,6 @@ void OverlayView::endDrag()
     m_dragStart.reset();
 }
 
-// MARK: Results
-
 void OverlayView::finishCapturing()
 {
     if (m_selection && m_selection->width() >= leastImage && m_selection->height() >= leastImage)
@@ -193,8 +189,6 @@ void OverlayView::accept()
     else
         m_controller.finish(CaptureOverlayController::Image{m_snapshot.image});
 }
-
-// MARK: Keys
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
@@ -277,8 +271,6 @@ void OverlayView::endMove()
     if (m_draggedBy == DraggedBy::ButtonAsAWhole)
         m_draggedBy = DraggedBy::Button;
 }
-
-// MARK: Drawing
 
 OverlayMarks OverlayView::currentMarks() const
 {

@@ -722,7 +722,7 @@ LibraryModel::Section LibraryModel::sectionAt(size_t index) const
                                ? QDate(1, 1, 1)
                                : QDateTime::fromMSecsSinceEpoch(moment).date();
         const QDate first(date.year(), date.month(), 1);
-        section.title = QLocale().toString(first, QStringLiteral("MMMM yyyy"));
+        section.title = QLocale().toString(first, QStringLiteral("MMMM yyyy")); // untranslated: a format
         range = {moment == CaptureTable::kUnknownDate ? moment : startOf(first),
                  moment == CaptureTable::kUnknownDate ? moment + 1
                                                       : std::min(startOf(first.addMonths(1)), weekAgo + 1)};

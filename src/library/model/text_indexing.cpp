@@ -117,6 +117,7 @@ QFuture<Result<QImage>> TextIndexing::pictureOf(const QString &path)
 QFuture<Result<QString>> TextIndexing::descriptionOf(ClaudeClient &client, const QImage &image)
 {
     return client.ask(
+        // untranslated: to the service
         QStringLiteral("Describe what this screenshot shows: the app or site, what's on screen, and "
                        "anything notable or unusual. Be concise and concrete."),
         image, QStringLiteral("medium"));

@@ -1,6 +1,7 @@
 #include "platform/network/network_http.h"
 
 #include "base/async.h"
+#include "platform/texts.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -35,18 +36,18 @@ QString sentence(const QNetworkReply &reply)
     const QString host = reply.url().host();
     switch (reply.error()) {
     case QNetworkReply::ConnectionRefusedError:
-        return QString("%1 refuses the connection.").arg(host);
+        return PlatformTexts::tr("%1 refuses the connection.").arg(host);
     case QNetworkReply::HostNotFoundError:
-        return QString("%1 can't be found; is this machine connected to a network?").arg(host);
+        return PlatformTexts::tr("%1 can't be found; is this machine connected to a network?").arg(host);
     case QNetworkReply::OperationCanceledError:
     case QNetworkReply::TimeoutError:
-        return QString("%1 didn't answer in time.").arg(host);
+        return PlatformTexts::tr("%1 didn't answer in time.").arg(host);
     case QNetworkReply::RemoteHostClosedError:
-        return QString("%1 closed the connection before its answer was complete.").arg(host);
+        return PlatformTexts::tr("%1 closed the connection before its answer was complete.").arg(host);
     case QNetworkReply::SslHandshakeFailedError:
-        return QString("No safe connection to %1 could be made.").arg(host);
+        return PlatformTexts::tr("No safe connection to %1 could be made.").arg(host);
     default:
-        return QString("The exchange with %1 failed: %2.").arg(host, reply.errorString());
+        return PlatformTexts::tr("The exchange with %1 failed: %2.").arg(host, reply.errorString());
     }
 }
 
@@ -61,8 +62,8 @@ Result<HttpResponse> resultOf(QNetworkReply &reply)
     const QVariant announced = reply.header(QNetworkRequest::ContentLengthHeader);
     const bool encoded = reply.hasRawHeader("Content-Encoding");
     if (announced.isValid() && !encoded && announced.toLongLong() > response.body.size())
-        return fail(
-            QString("%1 closed the connection before its answer was complete.").arg(reply.url().host()));
+        return fail(PlatformTexts::tr("%1 closed the connection before its answer was complete.")
+                        .arg(reply.url().host()));
     return response;
 }
 
@@ -110,9 +111,9 @@ QFuture<Result<HttpResponse>> NetworkHttp::send(const HttpRequest &request)
 {
     for (const auto &[name, value] : request.headers)
         if (!isOneLine(name) || !isOneLine(value))
-            return readyFuture(Result<HttpResponse>(
-                fail(Error::Kind::Invalid,
-                     QString("A line break can't be part of “%1”.").arg(QString::fromLatin1(name)))));
+            return readyFuture(Result<HttpResponse>(fail(
+                Error::Kind::Invalid,
+                PlatformTexts::tr("A line break can't be part of “%1”.").arg(QString::fromLatin1(name)))));
     if (!m_thread.isRunning()) {
         m_worker = new Worker;
         m_worker->moveToThread(&m_thread);

@@ -4,6 +4,7 @@
 #include "platform/recognition/face_net.h"
 #include "platform/recognition/photo_map.h"
 #include "platform/recognition/pixel_source.h"
+#include "platform/texts.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -170,7 +171,8 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
     const std::lock_guard lock(m_mutex);
     if (!QFileInfo::exists(m_modelPath))
         return fail(Error::Kind::Unavailable,
-                    "The model for finding faces is missing; install Lumenpost again.", m_modelPath);
+                    PlatformTexts::tr("The model for finding faces is missing; install Lumenpost again."),
+                    m_modelPath);
     try {
         const size_t threads = std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads);
         while (m_nets.size() < threads)
@@ -199,7 +201,7 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
     } catch (const std::exception &exception) {
         m_nets.clear();
         return fail(Error::Kind::Unavailable,
-                    "The model for finding faces can't be used; install Lumenpost again.",
+                    PlatformTexts::tr("The model for finding faces can't be used; install Lumenpost again."),
                     QString::fromUtf8(exception.what()));
     }
 }

@@ -1,5 +1,7 @@
 #include "platform/recognition/languages.h"
 
+#include "platform/texts.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QHash>
@@ -82,6 +84,7 @@ Result<LanguageData> languageData(const QStringList &locales)
     }
     if (anything)
         return *anything;
-    return fail(Error::Kind::Unavailable, "No language data for reading text is installed; the package "
-                                          "tesseract-ocr-eng has the one for English.");
+    return fail(Error::Kind::Unavailable,
+                PlatformTexts::tr("No language data for reading text is installed; the package "
+                                  "tesseract-ocr-eng has the one for English."));
 }

@@ -5,6 +5,7 @@
 #include "platform/recognition/languages.h"
 #include "platform/recognition/page_reading.h"
 #include "platform/recognition/tesseract_reader.h"
+#include "platform/texts.h"
 
 #include <QLibrary>
 #include <QThread>
@@ -129,7 +130,7 @@ Result<QList<RecognizedLine>> TesseractEngine::work(const QImage &image, const Q
         for (const Band &band : bandsOf(image.size()))
             lines += read(image, band, **reader);
     } catch (const std::exception &exception) {
-        return fail("The picture is too large to be read on this machine.",
+        return fail(PlatformTexts::tr("The picture is too large to be read on this machine."),
                     QString::fromUtf8(exception.what()));
     }
     const std::lock_guard lock(m_mutex);

@@ -1,5 +1,7 @@
 #include "platform/recognition/tesseract_reader.h"
 
+#include "platform/texts.h"
+
 #include <opencv2/imgproc.hpp>
 #include <tesseract/baseapi.h>
 #include <tesseract/resultiterator.h>
@@ -47,7 +49,8 @@ Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &da
     if (parts->api.Init(QFile::encodeName(dataFolder).constData(), languages.toUtf8().constData(),
                         tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
         return fail(Error::Kind::Unavailable,
-                    "The text recognition data for “" + languages + "” can't be read.", dataFolder);
+                    PlatformTexts::tr("The text recognition data for “%1” can't be read.").arg(languages),
+                    dataFolder);
     parts->api.SetPageSegMode(tesseract::PSM_SINGLE_LINE);
     // Its search for a fixed pitch and its learning serve another recogniser than the one used here.
     parts->api.SetVariable("textord_all_prop", "1");

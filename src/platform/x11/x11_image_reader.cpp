@@ -53,10 +53,11 @@ namespace {
 
 std::unexpected<Error> unreadable(const xcb_generic_error_t *error)
 {
-    return fail(PlatformTexts::tr("The picture could not be read from the screen."),
-                error
-                    ? QStringLiteral("X error %1 on request %2").arg(error->error_code).arg(error->major_code)
-                    : QStringLiteral("The connection to the X server is closed."));
+    // untranslated: for the log
+    QString detail = QStringLiteral("The connection to the X server is closed.");
+    if (error)
+        detail = QStringLiteral("error %1 on request %2").arg(error->error_code).arg(error->major_code);
+    return fail(PlatformTexts::tr("The picture could not be read from the screen."), detail);
 }
 
 std::unexpected<Error> unsupportedDepth(int depth)

@@ -1,5 +1,6 @@
 #include "platform/x11/x11_input_monitor.h"
 
+#include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_key_map.h"
 #include "platform/x11/x11_screens.h"
@@ -35,7 +36,7 @@ public:
         m_connection = std::move(*connection);
         if (!hasRawEvents())
             return fail(Error::Kind::Unavailable,
-                        QStringLiteral("This display doesn't tell what is clicked and typed."));
+                        PlatformTexts::tr("This display doesn't tell what is clicked and typed."));
         if (events.testFlag(InputEvent::Keys)) {
             auto map = X11KeyMap::open(*m_connection);
             if (!map)
@@ -44,7 +45,7 @@ public:
         }
         m_wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
         if (m_wake < 0)
-            return fail(QStringLiteral("There are too many open files."));
+            return fail(PlatformTexts::tr("There are too many open files."));
         select(events);
         return {};
     }

@@ -1,5 +1,6 @@
 #include "platform/x11/x11_key_map.h"
 
+#include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_key_codes.h"
 
@@ -137,5 +138,6 @@ Result<std::unique_ptr<X11KeyMap>> X11KeyMap::open(const X11Connection &connecti
         if (map->isComplete())
             return map;
     }
-    return fail(Error::Kind::Unavailable, QStringLiteral("This display doesn't tell its keyboard layout."));
+    return fail(Error::Kind::Unavailable,
+                PlatformTexts::tr("This display doesn't tell its keyboard layout."));
 }
