@@ -76,9 +76,11 @@ void CrashReport::install(const QString &folder, const QString &version)
     const QString stamp =
         QDateTime::currentDateTimeUtc().toString(Qt::ISODate).replace(QLatin1Char(':'), QLatin1Char('-'));
     const QByteArray path =
+        // untranslated: a file for those who mend
         QFile::encodeName(QDir(folder).filePath(QStringLiteral("Lumenpost %1.txt").arg(stamp)));
     qstrncpy(g_path, path.constData(), sizeof g_path);
     qstrncpy(g_heading,
+             // untranslated: a file for those who mend
              QStringLiteral("Lumenpost %1, session of %2").arg(version, stamp).toUtf8().constData(),
              sizeof g_heading);
     // The first call loads a library, which a signal handler couldn't.

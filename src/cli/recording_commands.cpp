@@ -25,8 +25,6 @@
 
 namespace {
 
-// MARK: record
-
 struct RecordCall {
     std::string region;
     double seconds = 0; // 0: until an interrupt
@@ -115,16 +113,20 @@ void record(CommandContext &context, const RecordCall &call)
 void addRecord(CLI::App &app, CommandContext &context)
 {
     const auto call = std::make_shared<RecordCall>();
-    CLI::App *command =
-        app.add_subcommand("record", "Record the screen or a region until an interrupt, or for some seconds");
-    command->add_option("REGION", call->region, "X,Y,WxH in points from the top left")->check(isRectangle);
-    command->add_option("--seconds", call->seconds, "Stop after so many seconds")
+    CLI::App *command = app.add_subcommand(
+        "record",
+        help(CliTexts::tr("Record the screen or a region until an interrupt, or for some seconds")));
+    command->add_option("REGION", call->region, help(CliTexts::tr("X,Y,WxH in points from the top left")))
+        ->check(isRectangle);
+    command->add_option("--seconds", call->seconds, help(CliTexts::tr("Stop after so many seconds")))
         ->type_name("N")
         ->check(CLI::Range(0.1, 86400.0));
-    command->add_flag("--system-audio", call->systemAudio, "Also record what is played");
-    command->add_flag("--microphone", call->microphone, "Also record the microphone");
-    command->add_flag("--cursor", call->cursor, "Include the pointer");
-    command->add_option("--output", call->output, "Write this .mov file instead of a new one in the Library")
+    command->add_flag("--system-audio", call->systemAudio, help(CliTexts::tr("Also record what is played")));
+    command->add_flag("--microphone", call->microphone, help(CliTexts::tr("Also record the microphone")));
+    command->add_flag("--cursor", call->cursor, help(CliTexts::tr("Include the pointer")));
+    command
+        ->add_option("--output", call->output,
+                     help(CliTexts::tr("Write this .mov file instead of a new one in the Library")))
         ->type_name("FILE")
         ->check([](const std::string &file) {
             return QString::fromStdString(file).endsWith(QLatin1String(".mov"), Qt::CaseInsensitive)
@@ -133,8 +135,6 @@ void addRecord(CLI::App &app, CommandContext &context)
         });
     setBody(command, context, Needs::Core, [&context, call] { record(context, *call); });
 }
-
-// MARK: gif, mp4
 
 struct ExportCall {
     std::string movie;
@@ -187,23 +187,21 @@ void exportMovie(CommandContext &context, const ExportCall &call, const ExportWo
     CommandContext::print(target);
 }
 
-void addExport(CLI::App &app, CommandContext &context, const char *name, const char *description,
-               const char *fileDescription, const ExportWork &work)
+void addExport(CLI::App &app, CommandContext &context, const char *name, const std::string &description,
+               const std::string &fileDescription, const ExportWork &work)
 {
     const auto call = std::make_shared<ExportCall>();
     CLI::App *command = app.add_subcommand(name, description);
-    command->add_option("MOVIE", call->movie, "The film")->required();
+    command->add_option("MOVIE", call->movie, help(CliTexts::tr("The film")))->required();
     command->add_option("--output", call->output, fileDescription)->type_name("FILE")->required();
-    command->add_option("--from", call->from, "Leave out what comes before this second")
+    command->add_option("--from", call->from, help(CliTexts::tr("Leave out what comes before this second")))
         ->type_name("S")
         ->check(CLI::NonNegativeNumber);
-    command->add_option("--to", call->to, "Leave out what comes after this second")
+    command->add_option("--to", call->to, help(CliTexts::tr("Leave out what comes after this second")))
         ->type_name("S")
         ->check(CLI::NonNegativeNumber);
     setBody(command, context, Needs::Core, [&context, call, work] { exportMovie(context, *call, work); });
 }
-
-// MARK: captions
 
 void captions(CommandContext &context, const std::string &movieWord, const std::string &output)
 {
@@ -239,9 +237,11 @@ void addCaptions(CLI::App &app, CommandContext &context)
 {
     const auto movie = std::make_shared<std::string>();
     const auto output = std::make_shared<std::string>();
-    CLI::App *command = app.add_subcommand("captions", "Turn what is spoken in a film into subtitles");
-    command->add_option("MOVIE", *movie, "The film")->required();
-    command->add_option("--output", *output, "Write this SubRip file instead of printing it")
+    CLI::App *command =
+        app.add_subcommand("captions", help(CliTexts::tr("Turn what is spoken in a film into subtitles")));
+    command->add_option("MOVIE", *movie, help(CliTexts::tr("The film")))->required();
+    command
+        ->add_option("--output", *output, help(CliTexts::tr("Write this SubRip file instead of printing it")))
         ->type_name("FILE.srt");
     setBody(command, context, Needs::Core, [&context, movie, output] { captions(context, *movie, *output); });
 }
@@ -251,9 +251,9 @@ void addCaptions(CLI::App &app, CommandContext &context)
 void addRecordingCommands(CLI::App &app, CommandContext &context)
 {
     addRecord(app, context);
-    addExport(app, context, "gif", "Make an animated GIF of a film, of a minute at most", "The GIF to write",
-              &GifExport::run);
-    addExport(app, context, "mp4", "Make an MP4 of a film or a part of it", "The MP4 to write",
-              &MovieExport::mp4);
+    addExport(app, context, "gif", help(CliTexts::tr("Make an animated GIF of a film, of a minute at most")),
+              help(CliTexts::tr("The GIF to write")), &GifExport::run);
+    addExport(app, context, "mp4", help(CliTexts::tr("Make an MP4 of a film or a part of it")),
+              help(CliTexts::tr("The MP4 to write")), &MovieExport::mp4);
     addCaptions(app, context);
 }

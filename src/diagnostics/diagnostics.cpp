@@ -54,8 +54,10 @@ QString word(PermissionStatus status, bool canBeUnasked)
     case PermissionStatus::Granted:
         return QStringLiteral("Granted");
     case PermissionStatus::Denied:
+        // untranslated: a report for those who mend
         return QStringLiteral("Not granted");
     case PermissionStatus::NotAsked:
+        // untranslated: a report for those who mend
         return canBeUnasked ? QStringLiteral("Not asked yet") : QStringLiteral("Not granted");
     }
     Q_UNREACHABLE();
@@ -115,6 +117,7 @@ Result<QString> pack(const Work &work)
 QFuture<Result<QString>> Diagnostics::makeBundle(const QDateTime &now) const
 {
     const QString stamp = now.toUTC().toString(Qt::ISODate).replace(QLatin1Char(':'), QLatin1Char('-'));
+    // untranslated: a report for those who mend
     const QString title = QStringLiteral("Lumenpost Diagnostics ") + stamp;
     QString folder = m_parts.paths.desktop();
     if (!QFileInfo(folder).isDir())
@@ -139,6 +142,7 @@ QFuture<Result<QString>> Diagnostics::makeBundle(const QDateTime &now) const
 QString Diagnostics::systemSummary() const
 {
     const QString version = QCoreApplication::applicationVersion();
+    // untranslated: a report for those who mend
     QString text = QStringLiteral("Lumenpost %1 (-)\n%2, Linux %3")
                        .arg(version.isEmpty() ? QStringLiteral("dev") : version,
                             QSysInfo::prettyProductName(), QSysInfo::kernelVersion());
@@ -160,6 +164,7 @@ QString Diagnostics::systemSummary() const
         Permission permission;
         bool canBeUnasked;
     };
+    // untranslated: a report for those who mend
     static constexpr Row rows[] = {{"Screen Recording", Permission::ScreenRecording, false},
                                    {"Accessibility", Permission::Accessibility, false},
                                    {"Camera", Permission::Camera, true},

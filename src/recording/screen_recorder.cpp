@@ -72,6 +72,7 @@ void ScreenRecorder::start(const Screen &screen, const QRectF &rect, const Captu
         wish.sounds.append(SoundSource::System);
     if (options.microphone && m_ports.permissions.status(Permission::Microphone) == PermissionStatus::Granted)
         wish.sounds.append(SoundSource::Microphone);
+    // untranslated: the log
     m_startLine = QStringLiteral("Recording started (%1×%2, clicks: %3, keys: %4, webcam: %5)")
                       .arg(wish.screen.area.width())
                       .arg(wish.screen.area.height())

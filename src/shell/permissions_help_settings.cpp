@@ -57,6 +57,7 @@ void chooseFile(SettingsPage *page, const SettingsParts &parts, QFileDialog::Acc
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     if (mode == QFileDialog::AcceptSave) {
         dialog->setDefaultSuffix(QStringLiteral("json"));
+        // untranslated: a file name
         dialog->selectFile(QStringLiteral("Lumenpost Library Data.json"));
     } else {
         dialog->setFileMode(QFileDialog::ExistingFile);

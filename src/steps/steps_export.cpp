@@ -58,7 +58,7 @@ const QString &pageStyle()
 {
     static const QString s_text = QStringLiteral(R"(</title>
 <style>
-body{margin:0;font:17px/1.6 -apple-system,BlinkMacSystemFont,"Segoe UI",sans-serif;color:#15151f;background:#f6f6fb}
+body{margin:0;font:17px/1.6 -apple-system,BlinkMacSystemFont,'Segoe UI',sans-serif;color:#15151f;background:#f6f6fb}
 header{background:linear-gradient(120deg,#5766fa,#a852f5);color:#fff;padding:48px 24px}
 header h1{max-width:900px;margin:0 auto;font-size:38px}
 main{max-width:900px;margin:0 auto;padding:24px}

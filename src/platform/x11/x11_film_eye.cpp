@@ -1,5 +1,6 @@
 #include "platform/x11/x11_film_eye.h"
 
+#include "platform/texts.h"
 #include "platform/x11/x11_compositor.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_image_reader.h"
@@ -74,7 +75,7 @@ Result<QImage> X11FilmEye::look(const QRect &rect)
     if (inside != native) {
         QImage whole(rect.size(), QImage::Format_RGB32);
         if (whole.isNull())
-            return fail(QStringLiteral("There is not enough memory for a film of this size."));
+            return fail(PlatformTexts::tr("There is not enough memory for a film of this size."));
         whole.fill(Qt::black);
         if (!image->isNull())
             paste(whole, *image, inside.topLeft() - native.topLeft(), QRect(QPoint(), rect.size()));
@@ -101,7 +102,7 @@ Result<QImage> X11FilmEye::readWithoutKeptOut(const QRect &native)
     const X11ServerGrab grab(m_connection.xcb());
     X11Survey survey = X11Survey::take(m_connection, true);
     if (survey.root.isEmpty())
-        return fail(QStringLiteral("The display has gone away."));
+        return fail(PlatformTexts::tr("The display has gone away."));
     const QRect target = native.intersected(survey.root);
     if (target != native) // the screen has just become smaller
         return fail(Error::Kind::Cancelled, QString());

@@ -1,5 +1,6 @@
 #include "platform/x11/x11_screen_films.h"
 
+#include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_film_eye.h"
 
@@ -67,7 +68,7 @@ public:
         m_reading = std::move(*reading);
         m_wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
         if (m_wake < 0)
-            return fail(QStringLiteral("There are too many open files."));
+            return fail(PlatformTexts::tr("There are too many open files."));
         m_eye = std::make_unique<X11FilmEye>(*m_reading, m_request);
         m_changed = QRect(QPoint(), m_request.area.size());
         // One look before anything is promised: it tells what this display can't do.
@@ -109,7 +110,7 @@ private:
             readEvents();
             if (m_watching->isBroken() || m_reading->isBroken())
                 return m_receiver.ended(
-                    Error{Error::Kind::Failed, QStringLiteral("The display has gone away."), {}});
+                    Error{Error::Kind::Failed, PlatformTexts::tr("The display has gone away."), {}});
             const auto now = steady_clock::now();
             const bool mustAsk = m_isDamaged || m_damage == XCB_NONE || !m_changed.isEmpty() ||
                                  m_request.pointer == Pointer::Shown;
