@@ -29,7 +29,8 @@ void own(CommandContext &context, const QString &file)
 void addClipboardCommand(CLI::App &app, CommandContext &context)
 {
     const auto file = std::make_shared<std::string>();
-    CLI::App *command = app.add_subcommand(ClipboardOwner::kCommand)->group(""); // started by the program alone
+    CLI::App *command =
+        app.add_subcommand(ClipboardOwner::kCommand)->group(""); // started by the program alone
     command->add_option("FILE", *file)->required();
     setBody(command, context, Needs::Display, [&context, file] { own(context, absolutePath(*file)); });
 }

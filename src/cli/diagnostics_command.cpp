@@ -14,7 +14,8 @@ void addDiagnosticsCommand(CLI::App &app, CommandContext &context)
 {
     CLI::App *command = app.add_subcommand(
         "diagnostics",
-        help(CliTexts::tr("Put the logs and a summary of the system into one file, to be sent with a report")));
+        help(CliTexts::tr(
+            "Put the logs and a summary of the system into one file, to be sent with a report")));
     setBody(command, context, Needs::Core, [&context] {
         const Platform &platform = context.platform();
         const Diagnostics diagnostics({*platform.paths, *platform.screens, *platform.permissions,
