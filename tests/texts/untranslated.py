@@ -14,6 +14,7 @@ TRANSLATED = re.compile(r'(^|::)(tr|translate|QT_TRANSLATE_NOOP|QT_TRANSLATE_N_N
 UNSEEN = re.compile(r'(^|::)(info|error|warning|debug|qWarning|qInfo|qDebug|qFatal|static_assert|Q_ASSERT_X|setObjectName|'
                     r'setProperty|environmentVariable|qgetenv)$')
 SENTENCE = re.compile(r"^[A-Z“][\w’'“”\-]*(…|[.!?]$| +[\w“”&(%].*)")
+RAW = re.compile(r'R"(\w*)\(.*?\)\1"', re.S)  # style sheets, prompts
 EXCLUDED = re.compile(r'^\s*(//|#include|\*)')
 
 
@@ -41,7 +42,7 @@ def enclosing_calls(source, position):
 
 
 def strays(path):
-    source = path.read_text(encoding='utf-8')
+    source = RAW.sub(lambda raw: '\n' * raw.group(0).count('\n'), path.read_text(encoding='utf-8'))
     lines = source.split('\n')
     for match in re.finditer(r'(?:u?"(?:[^"\\\n]|\\.)*"\s*)+', source):
         text = words(match.group(0))
