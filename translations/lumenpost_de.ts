@@ -196,7 +196,11 @@
     </message>
     <message>
         <source>There is a sound missing in the film: %1</source>
-        <translation>Im Film fehlt ein Ton: %1</translation>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -809,6 +813,62 @@
         <source>The film itself can&apos;t be the file that is written.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Record the screen or a region until an interrupt, or for some seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop after so many seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also record what is played</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also record the microphone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write this .mov file instead of a new one in the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave out what comes before this second</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave out what comes after this second</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Turn what is spoken in a film into subtitles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write this SubRip file instead of printing it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make an animated GIF of a film, of a minute at most</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The GIF to write</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make an MP4 of a film or a part of it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The MP4 to write</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
@@ -1189,6 +1249,10 @@
     <message>
         <source>Columns</source>
         <translation>Spalten</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2097,6 +2161,22 @@
         <source>Type your callout, then Return (⌥↩ for a new line)</source>
         <translation>Text tippen, dann Eingabe (Alt+Eingabe für eine neue Zeile)</translation>
     </message>
+    <message>
+        <source>Copy text in this area</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove %1 px</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved as %1: %2 files can’t hold a picture of this size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Uploaded: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryTexts</name>
@@ -2242,11 +2322,11 @@
     </message>
     <message>
         <source>The picture could not be copied: %1.</source>
-        <translation type="unfinished">Das Bild konnte nicht kopiert werden: %1.</translation>
+        <translation>Das Bild konnte nicht kopiert werden: %1.</translation>
     </message>
     <message>
         <source>The picture could not be copied: there is no clipboard.</source>
-        <translation type="unfinished">Das Bild konnte nicht kopiert werden: Es gibt keine Zwischenablage.</translation>
+        <translation>Das Bild konnte nicht kopiert werden: Es gibt keine Zwischenablage.</translation>
     </message>
     <message>
         <source>There is nothing to copy in %1.</source>
@@ -2440,7 +2520,7 @@
     </message>
     <message>
         <source>Couldn&apos;t write %1: %2.</source>
-        <translation type="unfinished">%1 konnte nicht geschrieben werden: %2.</translation>
+        <translation>%1 konnte nicht geschrieben werden: %2.</translation>
     </message>
     <message>
         <source>The film couldn&apos;t be written: %1.</source>
@@ -2472,7 +2552,7 @@
     </message>
     <message>
         <source>There is no file %1.</source>
-        <translation type="unfinished">Es gibt keine Datei %1.</translation>
+        <translation>Es gibt keine Datei %1.</translation>
     </message>
     <message>
         <source>the file is empty</source>
@@ -2532,6 +2612,70 @@
     </message>
     <message>
         <source>The speech could not be recognised.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 refuses the connection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be found; is this machine connected to a network?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 didn&apos;t answer in time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 closed the connection before its answer was complete.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No safe connection to %1 could be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The exchange with %1 failed: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A line break can&apos;t be part of “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The model for finding faces is missing; install Lumenpost again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The model for finding faces can&apos;t be used; install Lumenpost again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No language data for reading text is installed; the package tesseract-ocr-eng has the one for English.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture is too large to be read on this machine.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text recognition data for “%1” can&apos;t be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough memory for a film of this size.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This display doesn&apos;t tell what is clicked and typed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are too many open files.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This display doesn&apos;t tell its keyboard layout.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -2605,7 +2749,7 @@
     <name>RecordingUiTexts</name>
     <message>
         <source>Resume</source>
-        <translation>Fortsetzen</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Stop Recording</source>
@@ -2613,11 +2757,11 @@
     </message>
     <message>
         <source>Finish and open the recording.</source>
-        <translation>Den Film beenden und öffnen.</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation>Pause</translation>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -2789,7 +2933,7 @@
     </message>
     <message>
         <source>Presets</source>
-        <translation type="unfinished">Vorlagen</translation>
+        <translation>Vorlagen</translation>
     </message>
     <message>
         <source>Save Current…</source>
@@ -2821,7 +2965,7 @@
     </message>
     <message>
         <source>Open Image</source>
-        <translation type="unfinished">Bild öffnen</translation>
+        <translation>Bild öffnen</translation>
     </message>
     <message>
         <source>Open any image file in the editor.</source>
@@ -2849,7 +2993,7 @@
     </message>
     <message>
         <source>Quit Lumenpost</source>
-        <translation type="unfinished">Lumenpost beenden</translation>
+        <translation>Lumenpost beenden</translation>
     </message>
     <message>
         <source>More</source>
@@ -2861,11 +3005,11 @@
     </message>
     <message>
         <source>Capture</source>
-        <translation type="unfinished">Aufnahme</translation>
+        <translation>Aufnahme</translation>
     </message>
     <message>
         <source>Stop Recording</source>
-        <translation type="unfinished">Film beenden</translation>
+        <translation>Film beenden</translation>
     </message>
     <message>
         <source>Stop and open the recording.</source>
@@ -2885,15 +3029,15 @@
     </message>
     <message>
         <source>Open</source>
-        <translation type="unfinished">Öffnen</translation>
+        <translation>Öffnen</translation>
     </message>
     <message>
         <source>Pin to Screen</source>
-        <translation type="unfinished">An den Bildschirm heften</translation>
+        <translation>An den Bildschirm heften</translation>
     </message>
     <message>
         <source>Copy Image</source>
-        <translation type="unfinished">Bild kopieren</translation>
+        <translation>Bild kopieren</translation>
     </message>
     <message>
         <source>Show in Finder</source>
@@ -2901,7 +3045,7 @@
     </message>
     <message>
         <source>Image copied to clipboard</source>
-        <translation type="unfinished">Bild in die Zwischenablage kopiert</translation>
+        <translation>Bild in die Zwischenablage kopiert</translation>
     </message>
     <message>
         <source>Type shortcut…</source>
@@ -2917,7 +3061,7 @@
     </message>
     <message>
         <source>Region</source>
-        <translation type="unfinished">Bereich</translation>
+        <translation>Bereich</translation>
     </message>
     <message>
         <source>Drag a region or click a window to capture it.</source>
@@ -2925,7 +3069,7 @@
     </message>
     <message>
         <source>Screen</source>
-        <translation type="unfinished">Bildschirm</translation>
+        <translation>Bildschirm</translation>
     </message>
     <message>
         <source>Capture the whole screen under the cursor.</source>
@@ -2933,7 +3077,7 @@
     </message>
     <message>
         <source>Scroll</source>
-        <translation type="unfinished">Scrollen</translation>
+        <translation>Scrollen</translation>
     </message>
     <message>
         <source>Select a scrollable area; Lumenpost scrolls and stitches it into one tall image.</source>
@@ -2941,7 +3085,7 @@
     </message>
     <message>
         <source>Video</source>
-        <translation type="unfinished">Film</translation>
+        <translation>Film</translation>
     </message>
     <message>
         <source>Record a region, window or the full screen.</source>
@@ -2949,7 +3093,7 @@
     </message>
     <message>
         <source>Steps</source>
-        <translation type="unfinished">Schritte</translation>
+        <translation>Schritte</translation>
     </message>
     <message>
         <source>Click through a task and Lumenpost turns each click into a numbered step-by-step guide.</source>
@@ -2957,7 +3101,7 @@
     </message>
     <message>
         <source>Text</source>
-        <translation type="unfinished">Text</translation>
+        <translation>Text</translation>
     </message>
     <message>
         <source>Select an area and copy its text to the clipboard.</source>
@@ -3133,7 +3277,7 @@
     </message>
     <message>
         <source>Saved %1</source>
-        <translation type="unfinished">%1 gesichert</translation>
+        <translation>%1 gesichert</translation>
     </message>
     <message>
         <source>Couldn&apos;t create the diagnostics file</source>
@@ -3165,11 +3309,11 @@
     </message>
     <message>
         <source>Keys</source>
-        <translation type="unfinished">Tasten</translation>
+        <translation>Tasten</translation>
     </message>
     <message>
         <source>Name</source>
-        <translation type="unfinished">Name</translation>
+        <translation>Name</translation>
     </message>
     <message>
         <source>Mode</source>
@@ -3193,7 +3337,7 @@
     </message>
     <message>
         <source>Delete Preset</source>
-        <translation type="unfinished">Vorlage löschen</translation>
+        <translation>Vorlage löschen</translation>
     </message>
     <message>
         <source>Presets appear in the capture panel. Give one a shortcut to run it from anywhere.</source>
@@ -3236,7 +3380,7 @@
     </message>
     <message>
         <source>OK</source>
-        <translation type="unfinished">OK</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>General</source>
@@ -3540,7 +3684,7 @@
     </message>
     <message>
         <source>Open Settings</source>
-        <translation type="unfinished">Einstellungen öffnen</translation>
+        <translation>Einstellungen öffnen</translation>
     </message>
     <message>
         <source>Opens System Settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</source>
@@ -3628,7 +3772,7 @@
     </message>
     <message>
         <source>Done</source>
-        <translation type="unfinished">Fertig</translation>
+        <translation>Fertig</translation>
     </message>
     <message>
         <source>Continue</source>

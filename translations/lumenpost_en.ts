@@ -177,9 +177,9 @@
     </message>
     <message numerus="yes">
         <source>Moved %n old capture(s) to the Trash</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Moved %n old capture to the Trash</numerusform>
+            <numerusform>Moved %n old captures to the Trash</numerusform>
         </translation>
     </message>
     <message>
@@ -196,6 +196,10 @@
     </message>
     <message>
         <source>There is a sound missing in the film: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -809,6 +813,62 @@
         <source>The film itself can&apos;t be the file that is written.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Record the screen or a region until an interrupt, or for some seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop after so many seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also record what is played</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also record the microphone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write this .mov file instead of a new one in the Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave out what comes before this second</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave out what comes after this second</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Turn what is spoken in a film into subtitles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write this SubRip file instead of printing it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make an animated GIF of a film, of a minute at most</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The GIF to write</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make an MP4 of a film or a part of it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The MP4 to write</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
@@ -1188,6 +1248,10 @@
     </message>
     <message>
         <source>Columns</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -2097,6 +2161,22 @@
         <source>Type your callout, then Return (⌥↩ for a new line)</source>
         <translation>Type your callout, then Return (Alt+Return for a new line)</translation>
     </message>
+    <message>
+        <source>Copy text in this area</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove %1 px</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved as %1: %2 files can’t hold a picture of this size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Uploaded: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryTexts</name>
@@ -2416,7 +2496,7 @@
     </message>
     <message>
         <source>To free it: System Settings › Keyboard › Shortcuts.</source>
-        <translation type="unfinished"></translation>
+        <translation>To free it: the desktop&apos;s settings › Keyboard › Shortcuts.</translation>
     </message>
     <message>
         <source>To free it: Settings › Keyboard › Application Shortcuts.</source>
@@ -2534,6 +2614,70 @@
         <source>The speech could not be recognised.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 refuses the connection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be found; is this machine connected to a network?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 didn&apos;t answer in time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 closed the connection before its answer was complete.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No safe connection to %1 could be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The exchange with %1 failed: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A line break can&apos;t be part of “%1”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The model for finding faces is missing; install Lumenpost again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The model for finding faces can&apos;t be used; install Lumenpost again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No language data for reading text is installed; the package tesseract-ocr-eng has the one for English.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture is too large to be read on this machine.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text recognition data for “%1” can&apos;t be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough memory for a film of this size.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This display doesn&apos;t tell what is clicked and typed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are too many open files.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This display doesn&apos;t tell its keyboard layout.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>
@@ -2591,9 +2735,9 @@
     </message>
     <message numerus="yes">
         <source>%n recording(s) that broke off are in your Library now</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n recording that broke off are in your Library now</numerusform>
+            <numerusform>%n recordings that broke off are in your Library now</numerusform>
         </translation>
     </message>
     <message>
@@ -2845,7 +2989,7 @@
     </message>
     <message>
         <source>Screen Recording Permission…</source>
-        <translation>Permissions…</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Quit Lumenpost</source>
@@ -2857,7 +3001,7 @@
     </message>
     <message>
         <source>Screen Recording permission and Quit.</source>
-        <translation>Permissions and Quit.</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Capture</source>
@@ -2897,7 +3041,7 @@
     </message>
     <message>
         <source>Show in Finder</source>
-        <translation>Show in Folder</translation>
+        <translation>Show in the file manager</translation>
     </message>
     <message>
         <source>Image copied to clipboard</source>
@@ -3001,7 +3145,7 @@
     </message>
     <message>
         <source>Record sound playing on your Mac.</source>
-        <translation>Record sound playing on your computer.</translation>
+        <translation>Record sound playing on this computer.</translation>
     </message>
     <message>
         <source>Microphone</source>
@@ -3049,7 +3193,7 @@
     </message>
     <message>
         <source>Hide emails, numbers and API keys in every step (done on your Mac).</source>
-        <translation>Hide emails, numbers and API keys in every step (done on your computer).</translation>
+        <translation>Hide emails, numbers and API keys in every step (done on this computer).</translation>
     </message>
     <message>
         <source>This desktop</source>
@@ -3296,7 +3440,7 @@
     </message>
     <message>
         <source>Show keyboard shortcuts (needs Accessibility)</source>
-        <translation>Show keyboard shortcuts</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Webcam bubble</source>
@@ -3324,7 +3468,7 @@
     </message>
     <message>
         <source>Used only for AI actions you trigger and for auto-naming. Images are sent to Anthropic&apos;s API. The key is stored in your Keychain.</source>
-        <translation>Used only for AI actions you trigger and for auto-naming. Images are sent to Anthropic&apos;s API. The key is stored in your keyring.</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Upload</source>
@@ -3420,7 +3564,7 @@
     </message>
     <message>
         <source>Optional — auto-scrolling capture and showing keystrokes in recordings.</source>
-        <translation>Optional — auto-scrolling captures and showing keystrokes in recordings.</translation>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <source>Optional — record your voice in screen recordings.</source>
@@ -3536,7 +3680,7 @@
     </message>
     <message>
         <source>Shows the macOS permission prompt.</source>
-        <translation>Asks the desktop for this permission.</translation>
+        <translation>Shows the the desktop permission prompt.</translation>
     </message>
     <message>
         <source>Open Settings</source>
@@ -3544,7 +3688,7 @@
     </message>
     <message>
         <source>Opens System Settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</source>
-        <translation>Opens the desktop&apos;s settings. Allow it there, then come back.</translation>
+        <translation>Opens the desktop&apos;s settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</translation>
     </message>
     <message>
         <source>Languages: %1.</source>
@@ -3608,11 +3752,11 @@
     </message>
     <message>
         <source>macOS asks before any app can see your screen. Only Screen Recording is required; the rest turn on extra features and can be granted later in Settings.</source>
-        <translation>This is what your desktop lets Lumenpost do. Only seeing the screen is required; the rest turns on extra features, and Settings tells later what is missing.</translation>
+        <translation>the desktop asks before any app can see your screen. Only Screen Recording is required; the rest turn on extra features and can be granted later in Settings.</translation>
     </message>
     <message>
         <source>After granting Screen Recording for the first time, macOS may ask you to quit and reopen Lumenpost.</source>
-        <translation>Settings › Permissions &amp; Help tells which parts of this desktop are missing, and which package brings them.</translation>
+        <translation>After granting Screen Recording for the first time, the desktop may ask you to quit and reopen Lumenpost.</translation>
     </message>
     <message>
         <source>Press the shortcut anywhere, or click the Lumenpost icon in the menu bar.</source>
