@@ -177,30 +177,30 @@
     </message>
     <message numerus="yes">
         <source>Moved %n old capture(s) to the Trash</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n alte Aufnahme in den Papierkorb gelegt</numerusform>
+            <numerusform>%n alte Aufnahmen in den Papierkorb gelegt</numerusform>
         </translation>
     </message>
     <message>
         <source>Tidegrasp is now Lumenpost — your captures and settings came along</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidegrasp heißt jetzt Lumenpost — Aufnahmen und Einstellungen sind mitgekommen</translation>
     </message>
     <message>
         <source>Lumenpost couldn&apos;t read an image from the selection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Lumenpost konnte aus der Auswahl kein Bild lesen.</translation>
     </message>
     <message>
         <source>This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Desktop zeigt keine Symbolleiste: Lumenpost noch einmal starten oder %1 drücken, um das Aufnahmefeld zu öffnen</translation>
     </message>
     <message>
         <source>There is a sound missing in the film: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Im Film fehlt ein Ton: %1</translation>
     </message>
     <message>
         <source>Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels</source>
-        <translation type="unfinished"></translation>
+        <translation>Als PNG gesichert: %1 fasst kein Bild von %2 × %3 Pixeln</translation>
     </message>
 </context>
 <context>
@@ -795,86 +795,86 @@
     </message>
     <message>
         <source>Put the logs and a summary of the system into one file, to be sent with a report</source>
-        <translation type="unfinished"></translation>
+        <translation>Protokolle und eine Übersicht des Systems in eine Datei packen, für einen Bericht</translation>
     </message>
     <message>
         <source>There is no display to record.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen Bildschirm zum Filmen.</translation>
     </message>
     <message>
         <source>A recording that broke off is kept as %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein abgebrochener Film ist als %1 aufbewahrt.</translation>
     </message>
     <message>
         <source>There is a sound missing in the film: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Im Film fehlt ein Ton: %1</translation>
     </message>
     <message>
         <source>The film itself can&apos;t be the file that is written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film selbst kann nicht die geschriebene Datei sein.</translation>
     </message>
     <message>
         <source>Record the screen or a region until an interrupt, or for some seconds</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Bildschirm oder einen Bereich filmen, bis zum Abbruch oder einige Sekunden lang</translation>
     </message>
     <message>
         <source>Stop after so many seconds</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach so vielen Sekunden aufhören</translation>
     </message>
     <message>
         <source>Also record what is played</source>
-        <translation type="unfinished"></translation>
+        <translation>Auch aufnehmen, was abgespielt wird</translation>
     </message>
     <message>
         <source>Also record the microphone</source>
-        <translation type="unfinished"></translation>
+        <translation>Auch das Mikrofon aufnehmen</translation>
     </message>
     <message>
         <source>Write this .mov file instead of a new one in the Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese .mov-Datei schreiben statt einer neuen in der Bibliothek</translation>
     </message>
     <message>
         <source>The film</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film</translation>
     </message>
     <message>
         <source>Leave out what comes before this second</source>
-        <translation type="unfinished"></translation>
+        <translation>Weglassen, was vor dieser Sekunde kommt</translation>
     </message>
     <message>
         <source>Leave out what comes after this second</source>
-        <translation type="unfinished"></translation>
+        <translation>Weglassen, was nach dieser Sekunde kommt</translation>
     </message>
     <message>
         <source>Turn what is spoken in a film into subtitles</source>
-        <translation type="unfinished"></translation>
+        <translation>Gesprochenes in einem Film zu Untertiteln machen</translation>
     </message>
     <message>
         <source>Write this SubRip file instead of printing it</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese SubRip-Datei schreiben statt sie auszugeben</translation>
     </message>
     <message>
         <source>Make an animated GIF of a film, of a minute at most</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus einem Film ein bewegtes GIF machen, höchstens eine Minute lang</translation>
     </message>
     <message>
         <source>The GIF to write</source>
-        <translation type="unfinished"></translation>
+        <translation>Das zu schreibende GIF</translation>
     </message>
     <message>
         <source>Make an MP4 of a film or a part of it</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus einem Film oder einem Teil ein MP4 machen</translation>
     </message>
     <message>
         <source>The MP4 to write</source>
-        <translation type="unfinished"></translation>
+        <translation>Das zu schreibende MP4</translation>
     </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
     <message>
         <source>Couldn&apos;t create the diagnostics file</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Diagnosedatei konnte nicht erstellt werden</translation>
     </message>
 </context>
 <context>
@@ -1252,7 +1252,7 @@
     </message>
     <message>
         <source>Couldn&apos;t write %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 konnte nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
@@ -2163,19 +2163,19 @@
     </message>
     <message>
         <source>Copy text in this area</source>
-        <translation type="unfinished"></translation>
+        <translation>Text in diesem Bereich kopieren</translation>
     </message>
     <message>
         <source>Remove %1 px</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 px entfernen</translation>
     </message>
     <message>
         <source>Saved as %1: %2 files can’t hold a picture of this size</source>
-        <translation type="unfinished"></translation>
+        <translation>Als %1 gesichert: %2-Dateien fassen kein Bild dieser Größe</translation>
     </message>
     <message>
         <source>Uploaded: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Hochgeladen: %1</translation>
     </message>
 </context>
 <context>
@@ -2330,7 +2330,7 @@
     </message>
     <message>
         <source>There is nothing to copy in %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>In %1 gibt es nichts zu kopieren.</translation>
     </message>
 </context>
 <context>
@@ -2492,31 +2492,31 @@
     </message>
     <message>
         <source>To free it: Settings › Keyboard › View and Customize Shortcuts.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zum Freigeben: Einstellungen › Tastatur › Tastenkürzel ansehen und anpassen.</translation>
     </message>
     <message>
         <source>To free it: System Settings › Keyboard › Shortcuts.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zum Freigeben: Systemeinstellungen › Tastatur › Kurzbefehle.</translation>
     </message>
     <message>
         <source>To free it: Settings › Keyboard › Application Shortcuts.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zum Freigeben: Einstellungen › Tastatur › Tastenkürzel für Anwendungen.</translation>
     </message>
     <message>
         <source>To free it: the desktop&apos;s settings › Keyboard Shortcuts.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zum Freigeben: Einstellungen des Desktops › Tastenkürzel.</translation>
     </message>
     <message>
         <source>To free it, remove it from the desktop&apos;s or the window manager&apos;s own shortcuts.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zum Freigeben aus den Tastenkürzeln des Desktops oder der Fensterverwaltung entfernen.</translation>
     </message>
     <message>
         <source>The recording couldn&apos;t be finished.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film konnte nicht fertiggestellt werden.</translation>
     </message>
     <message>
         <source>There is a file named %1 already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt schon eine Datei namens %1.</translation>
     </message>
     <message>
         <source>Couldn&apos;t write %1: %2.</source>
@@ -2524,31 +2524,31 @@
     </message>
     <message>
         <source>The film couldn&apos;t be written: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film konnte nicht geschrieben werden: %1.</translation>
     </message>
     <message>
         <source>This machine&apos;s FFmpeg can&apos;t write films.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das FFmpeg dieses Rechners kann keine Filme schreiben.</translation>
     </message>
     <message>
         <source>The film couldn&apos;t be encoded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film konnte nicht kodiert werden.</translation>
     </message>
     <message>
         <source>The film has no sound.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film hat keinen Ton.</translation>
     </message>
     <message>
         <source>This film can&apos;t be played: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Film kann nicht abgespielt werden: %1.</translation>
     </message>
     <message>
         <source>none of its pictures can be decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>keines seiner Bilder kann dekodiert werden</translation>
     </message>
     <message>
         <source>There is not enough memory for the film&apos;s pictures.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für die Bilder des Films reicht der Speicher nicht.</translation>
     </message>
     <message>
         <source>There is no file %1.</source>
@@ -2556,200 +2556,200 @@
     </message>
     <message>
         <source>the file is empty</source>
-        <translation type="unfinished"></translation>
+        <translation>die Datei ist leer</translation>
     </message>
     <message>
         <source>it is damaged, or no film</source>
-        <translation type="unfinished"></translation>
+        <translation>sie ist beschädigt oder kein Film</translation>
     </message>
     <message>
         <source>it is damaged</source>
-        <translation type="unfinished"></translation>
+        <translation>sie ist beschädigt</translation>
     </message>
     <message>
         <source>there are no pictures in it</source>
-        <translation type="unfinished"></translation>
+        <translation>es sind keine Bilder darin</translation>
     </message>
     <message>
         <source>its pictures have no sensible size</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Bilder haben keine sinnvolle Größe</translation>
     </message>
     <message>
         <source>it has no length</source>
-        <translation type="unfinished"></translation>
+        <translation>er hat keine Länge</translation>
     </message>
     <message>
         <source>its pictures are of a kind (%1) that this machine can&apos;t decode</source>
-        <translation type="unfinished"></translation>
+        <translation>seine Bilder sind von einer Art (%1), die dieser Rechner nicht dekodieren kann</translation>
     </message>
     <message>
         <source>its sound is of a kind (%1) that this machine can&apos;t decode</source>
-        <translation type="unfinished"></translation>
+        <translation>sein Ton ist von einer Art (%1), die dieser Rechner nicht dekodieren kann</translation>
     </message>
     <message>
         <source>The disk is full.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenträger ist voll.</translation>
     </message>
     <message>
         <source>The film couldn&apos;t be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film konnte nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>The film is too small.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film ist zu klein.</translation>
     </message>
     <message>
         <source>There are no pictures in that part of the film.</source>
-        <translation type="unfinished"></translation>
+        <translation>In diesem Teil des Films gibt es keine Bilder.</translation>
     </message>
     <message>
         <source>There is no sound server in this session.</source>
-        <translation type="unfinished"></translation>
+        <translation>In dieser Sitzung läuft kein Tonserver.</translation>
     </message>
     <message>
         <source>Speech recognition isn&apos;t available for your language right now.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für Ihre Sprache gibt es derzeit keine Spracherkennung.</translation>
     </message>
     <message>
         <source>The speech could not be recognised.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Gesprochene konnte nicht erkannt werden.</translation>
     </message>
     <message>
         <source>%1 refuses the connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 lehnt die Verbindung ab.</translation>
     </message>
     <message>
         <source>%1 can&apos;t be found; is this machine connected to a network?</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist nicht zu finden; ist dieser Rechner mit einem Netz verbunden?</translation>
     </message>
     <message>
         <source>%1 didn&apos;t answer in time.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat nicht rechtzeitig geantwortet.</translation>
     </message>
     <message>
         <source>%1 closed the connection before its answer was complete.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 hat die Verbindung geschlossen, bevor die Antwort vollständig war.</translation>
     </message>
     <message>
         <source>No safe connection to %1 could be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zu %1 konnte keine sichere Verbindung hergestellt werden.</translation>
     </message>
     <message>
         <source>The exchange with %1 failed: %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Austausch mit %1 ist fehlgeschlagen: %2.</translation>
     </message>
     <message>
         <source>A line break can&apos;t be part of “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Zeilenumbruch kann nicht Teil von „%1“ sein.</translation>
     </message>
     <message>
         <source>The model for finding faces is missing; install Lumenpost again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Modell zum Finden von Gesichtern fehlt; bitte Lumenpost neu installieren.</translation>
     </message>
     <message>
         <source>The model for finding faces can&apos;t be used; install Lumenpost again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Modell zum Finden von Gesichtern ist unbrauchbar; bitte Lumenpost neu installieren.</translation>
     </message>
     <message>
         <source>No language data for reading text is installed; the package tesseract-ocr-eng has the one for English.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es sind keine Sprachdaten zum Lesen von Text installiert; das Paket tesseract-ocr-deu enthält die für Deutsch.</translation>
     </message>
     <message>
         <source>The picture is too large to be read on this machine.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild ist zu groß, um auf diesem Rechner gelesen zu werden.</translation>
     </message>
     <message>
         <source>The text recognition data for “%1” can&apos;t be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Daten der Texterkennung für „%1“ sind nicht lesbar.</translation>
     </message>
     <message>
         <source>There is not enough memory for a film of this size.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für einen Film dieser Größe reicht der Speicher nicht.</translation>
     </message>
     <message>
         <source>This display doesn&apos;t tell what is clicked and typed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Bildschirm meldet nicht, was geklickt und getippt wird.</translation>
     </message>
     <message>
         <source>There are too many open files.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es sind zu viele Dateien geöffnet.</translation>
     </message>
     <message>
         <source>This display doesn&apos;t tell its keyboard layout.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Bildschirm meldet seine Tastaturbelegung nicht.</translation>
     </message>
 </context>
 <context>
     <name>RecordingTexts</name>
     <message>
         <source>This recording has no audio. Turn on Microphone (for your voice) or System Audio in Video mode before recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Film hat keinen Ton. Vor dem Filmen Mikrofon (für die Stimme) oder Systemton im Filmmodus einschalten.</translation>
     </message>
     <message>
         <source>No speech was found. Captions come from spoken words — turn on Microphone in Video mode before recording to caption your narration.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es wurde nichts Gesprochenes gefunden. Untertitel entstehen aus Gesprochenem — vor dem Filmen das Mikrofon im Filmmodus einschalten.</translation>
     </message>
     <message>
         <source>The sound couldn&apos;t be written: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ton konnte nicht geschrieben werden: %1.</translation>
     </message>
     <message>
         <source>The speech recogniser %1 failed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Spracherkennung %1 ist fehlgeschlagen.</translation>
     </message>
     <message>
         <source>The speech recogniser %1 gave no words.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Spracherkennung %1 hat keine Wörter geliefert.</translation>
     </message>
     <message>
         <source>There is no speech recogniser %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Spracherkennung %1.</translation>
     </message>
     <message>
         <source>The speech recogniser&apos;s model %1 is missing.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Modell %1 der Spracherkennung fehlt.</translation>
     </message>
     <message>
         <source>The screen gave no picture.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Bildschirm hat kein Bild geliefert.</translation>
     </message>
     <message>
         <source>GIF export failed</source>
-        <translation type="unfinished"></translation>
+        <translation>GIF-Export fehlgeschlagen</translation>
     </message>
     <message>
         <source>The film has nothing between these times: it is %1 seconds long.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zwischen diesen Zeiten hat der Film nichts: Er ist %1 Sekunden lang.</translation>
     </message>
     <message>
         <source>There is no folder %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keinen Ordner %1.</translation>
     </message>
     <message>
         <source>The recording couldn&apos;t be prepared: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film konnte nicht vorbereitet werden: %1.</translation>
     </message>
     <message>
         <source>The recording couldn&apos;t take its name: %1. It is in %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Film konnte seinen Namen nicht annehmen: %1. Er liegt in %2.</translation>
     </message>
     <message numerus="yes">
         <source>%n recording(s) that broke off are in your Library now</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n abgebrochener Film ist jetzt in der Bibliothek</numerusform>
+            <numerusform>%n abgebrochene Filme sind jetzt in der Bibliothek</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 What was recorded until then is kept as “%2”.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Was bis dahin aufgenommen wurde, ist als „%2“ aufbewahrt.</translation>
     </message>
 </context>
 <context>
     <name>RecordingUiTexts</name>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>Fortsetzen</translation>
     </message>
     <message>
         <source>Stop Recording</source>
@@ -2757,11 +2757,11 @@
     </message>
     <message>
         <source>Finish and open the recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Film beenden und öffnen.</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pause</translation>
     </message>
 </context>
 <context>
@@ -2890,46 +2890,46 @@
     </message>
     <message>
         <source>Capture (panel mode)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnehmen (Modus des Felds)</translation>
     </message>
     <message>
         <source>Capture full screen</source>
-        <translation type="unfinished"></translation>
+        <translation>Ganzen Bildschirm aufnehmen</translation>
     </message>
     <message>
         <source>Capture in 3 seconds</source>
-        <translation type="unfinished"></translation>
+        <translation>In 3 Sekunden aufnehmen</translation>
     </message>
     <message>
         <source>Grab text</source>
-        <translation type="unfinished"></translation>
+        <translation>Text holen</translation>
     </message>
     <message>
         <source>Scrolling capture</source>
-        <translation type="unfinished"></translation>
+        <translation>Scrollende Aufnahme</translation>
     </message>
     <message>
         <source>Start / stop recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Film beginnen / beenden</translation>
     </message>
     <message>
         <source>Record steps (how-to guide)</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritte aufzeichnen (Anleitung)</translation>
     </message>
     <message>
         <source>Open Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliothek öffnen</translation>
     </message>
     <message>
         <source>Pin last capture</source>
-        <translation type="unfinished"></translation>
+        <translation>Letzte Aufnahme anheften</translation>
     </message>
 </context>
 <context>
     <name>ShellTexts</name>
     <message>
         <source>Capture mode</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahmemodus</translation>
     </message>
     <message>
         <source>Presets</source>
@@ -2937,31 +2937,31 @@
     </message>
     <message>
         <source>Save Current…</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktuelles sichern …</translation>
     </message>
     <message>
         <source>Save the mode and options above as a one-click preset. Give it a shortcut in Settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Modus und Optionen oben als Vorlage sichern. Ein Tastenkürzel dafür gibt es in den Einstellungen.</translation>
     </message>
     <message>
         <source>Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuletzt</translation>
     </message>
     <message>
         <source>See All</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle zeigen</translation>
     </message>
     <message>
         <source>Click to open · drag out · right-click to pin or copy.</source>
-        <translation type="unfinished"></translation>
+        <translation>Klick öffnet · herausziehen · Rechtsklick heftet an oder kopiert.</translation>
     </message>
     <message>
         <source>Reset</source>
-        <translation type="unfinished"></translation>
+        <translation>Zurücksetzen</translation>
     </message>
     <message>
         <source>Put every option back to its default.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Optionen auf ihren Ausgangswert setzen.</translation>
     </message>
     <message>
         <source>Open Image</source>
@@ -2969,27 +2969,27 @@
     </message>
     <message>
         <source>Open any image file in the editor.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine beliebige Bilddatei im Editor öffnen.</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliothek</translation>
     </message>
     <message>
         <source>Browse, search and organize all your captures.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Aufnahmen durchsehen, durchsuchen und ordnen.</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>Shortcuts, save folder, recording, AI and more.</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel, Ablage, Filme, KI und mehr.</translation>
     </message>
     <message>
         <source>Screen Recording Permission…</source>
-        <translation type="unfinished"></translation>
+        <translation>Berechtigung für Bildschirmaufnahmen …</translation>
     </message>
     <message>
         <source>Quit Lumenpost</source>
@@ -2997,11 +2997,11 @@
     </message>
     <message>
         <source>More</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehr</translation>
     </message>
     <message>
         <source>Screen Recording permission and Quit.</source>
-        <translation type="unfinished"></translation>
+        <translation>Berechtigung für Bildschirmaufnahmen und Beenden.</translation>
     </message>
     <message>
         <source>Capture</source>
@@ -3013,19 +3013,19 @@
     </message>
     <message>
         <source>Stop and open the recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Film beenden und öffnen.</translation>
     </message>
     <message>
         <source>Record</source>
-        <translation type="unfinished"></translation>
+        <translation>Filmen</translation>
     </message>
     <message>
         <source>Start Steps</source>
-        <translation type="unfinished"></translation>
+        <translation>Schritte beginnen</translation>
     </message>
     <message>
         <source> Return also starts it.</source>
-        <translation type="unfinished"></translation>
+        <translation> Auch die Eingabetaste startet.</translation>
     </message>
     <message>
         <source>Open</source>
@@ -3041,7 +3041,7 @@
     </message>
     <message>
         <source>Show in Finder</source>
-        <translation type="unfinished"></translation>
+        <translation>In der Dateiverwaltung zeigen</translation>
     </message>
     <message>
         <source>Image copied to clipboard</source>
@@ -3049,15 +3049,15 @@
     </message>
     <message>
         <source>Type shortcut…</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel drücken …</translation>
     </message>
     <message>
         <source>This key can&apos;t be part of a shortcut.</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Taste kann nicht Teil eines Tastenkürzels sein.</translation>
     </message>
     <message>
         <source>A shortcut needs a modifier key as well.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Tastenkürzel braucht auch eine Umschalttaste wie Strg oder Super.</translation>
     </message>
     <message>
         <source>Region</source>
@@ -3065,7 +3065,7 @@
     </message>
     <message>
         <source>Drag a region or click a window to capture it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen Bereich aufziehen oder ein Fenster anklicken, um es aufzunehmen.</translation>
     </message>
     <message>
         <source>Screen</source>
@@ -3073,7 +3073,7 @@
     </message>
     <message>
         <source>Capture the whole screen under the cursor.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den ganzen Bildschirm unter dem Mauszeiger aufnehmen.</translation>
     </message>
     <message>
         <source>Scroll</source>
@@ -3081,7 +3081,7 @@
     </message>
     <message>
         <source>Select a scrollable area; Lumenpost scrolls and stitches it into one tall image.</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen scrollbaren Bereich wählen; Lumenpost scrollt und setzt ein hohes Bild zusammen.</translation>
     </message>
     <message>
         <source>Video</source>
@@ -3089,7 +3089,7 @@
     </message>
     <message>
         <source>Record a region, window or the full screen.</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen Bereich, ein Fenster oder den ganzen Bildschirm filmen.</translation>
     </message>
     <message>
         <source>Steps</source>
@@ -3097,7 +3097,7 @@
     </message>
     <message>
         <source>Click through a task and Lumenpost turns each click into a numbered step-by-step guide.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Aufgabe durchklicken; Lumenpost macht aus jedem Klick einen nummerierten Schritt.</translation>
     </message>
     <message>
         <source>Text</source>
@@ -3105,175 +3105,175 @@
     </message>
     <message>
         <source>Select an area and copy its text to the clipboard.</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen Bereich wählen und seinen Text in die Zwischenablage kopieren.</translation>
     </message>
     <message>
         <source>Editor</source>
-        <translation type="unfinished"></translation>
+        <translation>Editor</translation>
     </message>
     <message>
         <source>Open each capture in the editor so you can mark it up.</source>
-        <translation type="unfinished"></translation>
+        <translation>Jede Aufnahme im Editor öffnen, um sie auszuzeichnen.</translation>
     </message>
     <message>
         <source>Clipboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Zwischenablage</translation>
     </message>
     <message>
         <source>Copy each capture to the clipboard automatically.</source>
-        <translation type="unfinished"></translation>
+        <translation>Jede Aufnahme selbsttätig in die Zwischenablage kopieren.</translation>
     </message>
     <message>
         <source>Cursor</source>
-        <translation type="unfinished"></translation>
+        <translation>Mauszeiger</translation>
     </message>
     <message>
         <source>Include the mouse pointer in the capture.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Mauszeiger mit aufnehmen.</translation>
     </message>
     <message>
         <source>%1s Delay</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 s Verzögerung</translation>
     </message>
     <message>
         <source>Wait %1 seconds first — time to open a menu or hover something.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuerst %1 Sekunden warten — Zeit, ein Menü zu öffnen.</translation>
     </message>
     <message>
         <source>System Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Systemton</translation>
     </message>
     <message>
         <source>Record sound playing on your Mac.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Ton dieses Rechners aufnehmen.</translation>
     </message>
     <message>
         <source>Microphone</source>
-        <translation type="unfinished"></translation>
+        <translation>Mikrofon</translation>
     </message>
     <message>
         <source>Record your voice through the microphone. Needed for captions of your narration.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Stimme über das Mikrofon aufnehmen. Nötig für Untertitel.</translation>
     </message>
     <message>
         <source>Show Clicks</source>
-        <translation type="unfinished"></translation>
+        <translation>Klicks zeigen</translation>
     </message>
     <message>
         <source>Draw a ripple wherever you click, so viewers can follow along.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bei jedem Klick eine Welle zeichnen, damit man folgen kann.</translation>
     </message>
     <message>
         <source>Show Keys</source>
-        <translation type="unfinished"></translation>
+        <translation>Tasten zeigen</translation>
     </message>
     <message>
         <source>Show keyboard shortcuts you press (like ⌘C) on screen. Plain typing is never shown.</source>
-        <translation type="unfinished"></translation>
+        <translation>Gedrückte Tastenkürzel (wie Strg+C) zeigen. Getippter Text wird nie gezeigt.</translation>
     </message>
     <message>
         <source>Webcam</source>
-        <translation type="unfinished"></translation>
+        <translation>Webcam</translation>
     </message>
     <message>
         <source>Add a round webcam bubble you can drag anywhere.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine runde, verschiebbare Webcam-Blase hinzufügen.</translation>
     </message>
     <message>
         <source>Mark Clicks</source>
-        <translation type="unfinished"></translation>
+        <translation>Klicks markieren</translation>
     </message>
     <message>
         <source>Circle each click and number the steps.</source>
-        <translation type="unfinished"></translation>
+        <translation>Jeden Klick umkreisen und die Schritte nummerieren.</translation>
     </message>
     <message>
         <source>Auto-Redact</source>
-        <translation type="unfinished"></translation>
+        <translation>Selbst schwärzen</translation>
     </message>
     <message>
         <source>Hide emails, numbers and API keys in every step (done on your Mac).</source>
-        <translation type="unfinished"></translation>
+        <translation>E-Mails, Nummern und API-Schlüssel in jedem Schritt verbergen (auf diesem Rechner).</translation>
     </message>
     <message>
         <source>This desktop</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Desktop</translation>
     </message>
     <message>
         <source>Tray</source>
-        <translation type="unfinished"></translation>
+        <translation>Symbolleiste</translation>
     </message>
     <message>
         <source>Library data</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliotheksdaten</translation>
     </message>
     <message>
         <source>Library data (*.json)</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliotheksdaten (*.json)</translation>
     </message>
     <message>
         <source>Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Exportieren</translation>
     </message>
     <message>
         <source>Collections, favorites, source apps, AI descriptions and the text index. Backed up automatically each day.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sammlungen, Favoriten, Quellprogramme, KI-Beschreibungen und das Textverzeichnis. Wird täglich selbst gesichert.</translation>
     </message>
     <message>
         <source>Export…</source>
-        <translation type="unfinished"></translation>
+        <translation>Exportieren …</translation>
     </message>
     <message>
         <source>Exported library data</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliotheksdaten exportiert</translation>
     </message>
     <message>
         <source>Library data export failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Export der Bibliotheksdaten fehlgeschlagen</translation>
     </message>
     <message>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>Importieren</translation>
     </message>
     <message>
         <source>Merges a backup into this library. Nothing existing is removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Übernimmt eine Sicherung in diese Bibliothek. Vorhandenes bleibt.</translation>
     </message>
     <message>
         <source>Import…</source>
-        <translation type="unfinished"></translation>
+        <translation>Importieren …</translation>
     </message>
     <message>
         <source>Imported library data</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliotheksdaten importiert</translation>
     </message>
     <message>
         <source>Library data import failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Import der Bibliotheksdaten fehlgeschlagen</translation>
     </message>
     <message>
         <source>Help</source>
-        <translation type="unfinished"></translation>
+        <translation>Hilfe</translation>
     </message>
     <message>
         <source>Welcome guide</source>
-        <translation type="unfinished"></translation>
+        <translation>Einführung</translation>
     </message>
     <message>
         <source>Show Welcome Guide</source>
-        <translation type="unfinished"></translation>
+        <translation>Einführung zeigen</translation>
     </message>
     <message>
         <source>Create Diagnostics File</source>
-        <translation type="unfinished"></translation>
+        <translation>Diagnosedatei erstellen</translation>
     </message>
     <message>
         <source>Diagnostics</source>
-        <translation type="unfinished"></translation>
+        <translation>Diagnose</translation>
     </message>
     <message>
         <source>Saves logs, crash reports and system info (no images, no API keys) as a zip on your Desktop. Nothing is sent.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sichert Protokolle, Absturzberichte und Systemangaben (keine Bilder, keine API-Schlüssel) als Zip auf dem Schreibtisch. Nichts wird gesendet.</translation>
     </message>
     <message>
         <source>Saved %1</source>
@@ -3281,31 +3281,31 @@
     </message>
     <message>
         <source>Couldn&apos;t create the diagnostics file</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Diagnosedatei konnte nicht erstellt werden</translation>
     </message>
     <message>
         <source>Permissions &amp; Help</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechte &amp; Hilfe</translation>
     </message>
     <message>
         <source>Permissions</source>
-        <translation type="unfinished"></translation>
+        <translation>Berechtigungen</translation>
     </message>
     <message>
         <source>Delay</source>
-        <translation type="unfinished"></translation>
+        <translation>Verzögerung</translation>
     </message>
     <message>
         <source>Backdrop</source>
-        <translation type="unfinished"></translation>
+        <translation>Hintergrund</translation>
     </message>
     <message>
         <source>Mic</source>
-        <translation type="unfinished"></translation>
+        <translation>Mikro</translation>
     </message>
     <message>
         <source>Clicks</source>
-        <translation type="unfinished"></translation>
+        <translation>Klicks</translation>
     </message>
     <message>
         <source>Keys</source>
@@ -3317,23 +3317,23 @@
     </message>
     <message>
         <source>Mode</source>
-        <translation type="unfinished"></translation>
+        <translation>Modus</translation>
     </message>
     <message>
         <source>Shortcut</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel</translation>
     </message>
     <message>
         <source>Remove Shortcut</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel entfernen</translation>
     </message>
     <message>
         <source>Add Shortcut</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel hinzufügen</translation>
     </message>
     <message>
         <source>Gives this preset a global shortcut. Click the shortcut afterwards to change it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Gibt dieser Vorlage ein globales Tastenkürzel. Danach anklicken, um es zu ändern.</translation>
     </message>
     <message>
         <source>Delete Preset</source>
@@ -3341,41 +3341,41 @@
     </message>
     <message>
         <source>Presets appear in the capture panel. Give one a shortcut to run it from anywhere.</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorlagen stehen im Aufnahmefeld. Mit Tastenkürzel starten sie von überall.</translation>
     </message>
     <message>
         <source>Save captures to</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahmen sichern in</translation>
     </message>
     <message>
         <source>This folder can&apos;t be used</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Ordner kann nicht benutzt werden</translation>
     </message>
     <message>
         <source>Lumenpost may not write to “%1”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Lumenpost darf nicht in „%1“ schreiben.</translation>
     </message>
     <message>
         <source>Never</source>
-        <translation type="unfinished"></translation>
+        <translation>Nie</translation>
     </message>
     <message>
         <source>After 30 days</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach 30 Tagen</translation>
     </message>
     <message>
         <source>After 90 days</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach 90 Tagen</translation>
     </message>
     <message>
         <source>After 1 year</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach 1 Jahr</translation>
     </message>
     <message numerus="yes">
         <source>After %n day(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Nach %n Tag</numerusform>
+            <numerusform>Nach %n Tagen</numerusform>
         </translation>
     </message>
     <message>
@@ -3384,303 +3384,303 @@
     </message>
     <message>
         <source>General</source>
-        <translation type="unfinished"></translation>
+        <translation>Allgemein</translation>
     </message>
     <message>
         <source>Choose…</source>
-        <translation type="unfinished"></translation>
+        <translation>Wählen …</translation>
     </message>
     <message>
         <source>Image format</source>
-        <translation type="unfinished"></translation>
+        <translation>Bildformat</translation>
     </message>
     <message>
         <source>Delete old captures</source>
-        <translation type="unfinished"></translation>
+        <translation>Alte Aufnahmen löschen</translation>
     </message>
     <message>
         <source>Favorites and anything in a collection are always kept. Deleted items go to the Trash.</source>
-        <translation type="unfinished"></translation>
+        <translation>Favoriten und alles in Sammlungen bleiben. Gelöschtes kommt in den Papierkorb.</translation>
     </message>
     <message>
         <source>Play shutter sound</source>
-        <translation type="unfinished"></translation>
+        <translation>Auslösegeräusch</translation>
     </message>
     <message>
         <source>Add gradient backdrop to window captures</source>
-        <translation type="unfinished"></translation>
+        <translation>Fensteraufnahmen mit Verlaufshintergrund</translation>
     </message>
     <message>
         <source>Launch Lumenpost at login</source>
-        <translation type="unfinished"></translation>
+        <translation>Lumenpost beim Anmelden starten</translation>
     </message>
     <message>
         <source>Show quick tips when hovering over buttons</source>
-        <translation type="unfinished"></translation>
+        <translation>Kurze Tipps über Knöpfen zeigen</translation>
     </message>
     <message>
         <source>Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Filmen</translation>
     </message>
     <message>
         <source>Record system audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Systemton aufnehmen</translation>
     </message>
     <message>
         <source>Record microphone</source>
-        <translation type="unfinished"></translation>
+        <translation>Mikrofon aufnehmen</translation>
     </message>
     <message>
         <source>Show cursor in recordings</source>
-        <translation type="unfinished"></translation>
+        <translation>Mauszeiger in Filmen zeigen</translation>
     </message>
     <message>
         <source>Highlight clicks</source>
-        <translation type="unfinished"></translation>
+        <translation>Klicks hervorheben</translation>
     </message>
     <message>
         <source>Show keyboard shortcuts (needs Accessibility)</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel zeigen (braucht Barrierefreiheit)</translation>
     </message>
     <message>
         <source>Webcam bubble</source>
-        <translation type="unfinished"></translation>
+        <translation>Webcam-Blase</translation>
     </message>
     <message>
         <source>Recordings are saved as .mov files in your capture folder. Trim them and export MP4 or GIF from the video editor.</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme werden als .mov in der Ablage gesichert. Im Filmeditor schneiden und als MP4 oder GIF exportieren.</translation>
     </message>
     <message>
         <source>AI &amp; Sharing</source>
-        <translation type="unfinished"></translation>
+        <translation>KI &amp; Teilen</translation>
     </message>
     <message>
         <source>Claude</source>
-        <translation type="unfinished"></translation>
+        <translation>Claude</translation>
     </message>
     <message>
         <source>Anthropic API key</source>
-        <translation type="unfinished"></translation>
+        <translation>Anthropic-API-Schlüssel</translation>
     </message>
     <message>
         <source>Auto-name captures with AI</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahmen mit KI benennen</translation>
     </message>
     <message>
         <source>Used only for AI actions you trigger and for auto-naming. Images are sent to Anthropic&apos;s API. The key is stored in your Keychain.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur für KI-Aktionen, die Sie auslösen, und zum Benennen. Bilder gehen an Anthropics API. Der Schlüssel liegt im Passwortspeicher.</translation>
     </message>
     <message>
         <source>Upload</source>
-        <translation type="unfinished"></translation>
+        <translation>Hochladen</translation>
     </message>
     <message>
         <source>Imgur Client ID</source>
-        <translation type="unfinished"></translation>
+        <translation>Imgur-Client-ID</translation>
     </message>
     <message>
         <source>Register…</source>
-        <translation type="unfinished"></translation>
+        <translation>Registrieren …</translation>
     </message>
     <message>
         <source>The page couldn&apos;t be opened</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Seite konnte nicht geöffnet werden</translation>
     </message>
     <message>
         <source>Get a Client ID</source>
-        <translation type="unfinished"></translation>
+        <translation>Client-ID holen</translation>
     </message>
     <message>
         <source>Register a free application with Imgur, choosing anonymous usage without a callback, and paste its Client ID above. That enables “Upload &amp; Copy Link”.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bei Imgur kostenlos eine Anwendung registrieren (anonyme Nutzung ohne Callback) und ihre Client-ID oben einfügen. Das schaltet „Hochladen &amp; Link kopieren“ frei.</translation>
     </message>
     <message>
         <source>Shortcuts</source>
-        <translation type="unfinished"></translation>
+        <translation>Tastenkürzel</translation>
     </message>
     <message>
         <source>Nothing found</source>
-        <translation type="unfinished"></translation>
+        <translation>Nichts gefunden</translation>
     </message>
     <message>
         <source>No setting has these words.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Einstellung enthält diese Wörter.</translation>
     </message>
     <message>
         <source>Lumenpost Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Lumenpost – Einstellungen</translation>
     </message>
     <message>
         <source>Search settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen durchsuchen</translation>
     </message>
     <message>
         <source>“%1” uses %2 already.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ benutzt %2 schon.</translation>
     </message>
     <message>
         <source>Another program has taken %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein anderes Programm hat %1 belegt.</translation>
     </message>
     <message>
         <source>%1 is used by “%2”.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird von „%2“ benutzt.</translation>
     </message>
     <message>
         <source>Open the capture panel</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahmefeld öffnen</translation>
     </message>
     <message>
         <source>Use the Print key as well</source>
-        <translation type="unfinished"></translation>
+        <translation>Auch die Druck-Taste benutzen</translation>
     </message>
     <message>
         <source>Print takes a region, Shift+Print the screen, Alt+Print the window in front, Ctrl+Print a region after 3 seconds.</source>
-        <translation type="unfinished"></translation>
+        <translation>Druck nimmt einen Bereich, Umschalt+Druck den Bildschirm, Alt+Druck das vordere Fenster, Strg+Druck einen Bereich nach 3 Sekunden.</translation>
     </message>
     <message>
         <source>Restore Defaults</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausgangswerte</translation>
     </message>
     <message>
         <source>All shortcuts as they were at first</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Tastenkürzel wie am Anfang</translation>
     </message>
     <message>
         <source>Print key</source>
-        <translation type="unfinished"></translation>
+        <translation>Druck-Taste</translation>
     </message>
     <message>
         <source>Screen Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Bildschirmaufnahme</translation>
     </message>
     <message>
         <source>Required — lets Lumenpost see your screen to capture it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nötig — damit Lumenpost den Bildschirm sehen und aufnehmen kann.</translation>
     </message>
     <message>
         <source>Accessibility</source>
-        <translation type="unfinished"></translation>
+        <translation>Barrierefreiheit</translation>
     </message>
     <message>
         <source>Optional — auto-scrolling capture and showing keystrokes in recordings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Freiwillig — selbst scrollende Aufnahmen und Tasten in Filmen.</translation>
     </message>
     <message>
         <source>Optional — record your voice in screen recordings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Freiwillig — die eigene Stimme in Filmen.</translation>
     </message>
     <message>
         <source>Camera</source>
-        <translation type="unfinished"></translation>
+        <translation>Kamera</translation>
     </message>
     <message>
         <source>Optional — webcam bubble in recordings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Freiwillig — Webcam-Blase in Filmen.</translation>
     </message>
     <message>
         <source>Speech Recognition</source>
-        <translation type="unfinished"></translation>
+        <translation>Spracherkennung</translation>
     </message>
     <message>
         <source>Optional — automatic captions for recordings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Freiwillig — selbsttätige Untertitel für Filme.</translation>
     </message>
     <message>
         <source>Accessibility bus</source>
-        <translation type="unfinished"></translation>
+        <translation>Barrierefreiheits-Bus</translation>
     </message>
     <message>
         <source>Guides name the buttons and fields that you click.</source>
-        <translation type="unfinished"></translation>
+        <translation>Anleitungen nennen die Knöpfe und Felder, die Sie anklicken.</translation>
     </message>
     <message>
         <source>Guides can&apos;t name what you click.</source>
-        <translation type="unfinished"></translation>
+        <translation>Anleitungen können nicht nennen, was Sie anklicken.</translation>
     </message>
     <message>
         <source>Sound server</source>
-        <translation type="unfinished"></translation>
+        <translation>Tonserver</translation>
     </message>
     <message>
         <source>Recordings can have the computer&apos;s sound and your voice.</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme können den Ton des Rechners und Ihre Stimme haben.</translation>
     </message>
     <message>
         <source>Recordings have no sound.</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme haben keinen Ton.</translation>
     </message>
     <message>
         <source>Recordings can show you in a bubble.</source>
-        <translation type="unfinished"></translation>
+        <translation>Filme können Sie in einer Blase zeigen.</translation>
     </message>
     <message>
         <source>No camera is connected: recordings have no webcam bubble.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Kamera angeschlossen: Filme haben keine Webcam-Blase.</translation>
     </message>
     <message>
         <source>Text recognition</source>
-        <translation type="unfinished"></translation>
+        <translation>Texterkennung</translation>
     </message>
     <message>
         <source>Text in captures is found, copied and redacted.</source>
-        <translation type="unfinished"></translation>
+        <translation>Text in Aufnahmen wird gefunden, kopiert und geschwärzt.</translation>
     </message>
     <message>
         <source>There is no language data: text in captures isn&apos;t recognized.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Sprachdaten: Text in Aufnahmen wird nicht erkannt.</translation>
     </message>
     <message>
         <source>Speech model</source>
-        <translation type="unfinished"></translation>
+        <translation>Sprachmodell</translation>
     </message>
     <message>
         <source>Captions are made from what is said in recordings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Untertitel entstehen aus dem, was in Filmen gesagt wird.</translation>
     </message>
     <message>
         <source>Captions can&apos;t be made from speech.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus Gesprochenem können keine Untertitel entstehen.</translation>
     </message>
     <message>
         <source>Desktop portals</source>
-        <translation type="unfinished"></translation>
+        <translation>Desktop-Portale</translation>
     </message>
     <message>
         <source>Lumenpost follows the desktop&apos;s light or dark look.</source>
-        <translation type="unfinished"></translation>
+        <translation>Lumenpost folgt dem hellen oder dunklen Aussehen des Desktops.</translation>
     </message>
     <message>
         <source>The desktop&apos;s light or dark look isn&apos;t followed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dem hellen oder dunklen Aussehen des Desktops wird nicht gefolgt.</translation>
     </message>
     <message>
         <source>Keyring</source>
-        <translation type="unfinished"></translation>
+        <translation>Passwortspeicher</translation>
     </message>
     <message>
         <source>Your API key is kept with the desktop&apos;s passwords.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihr API-Schlüssel liegt bei den Passwörtern des Desktops.</translation>
     </message>
     <message>
         <source>Your API key is kept in a file that only you can read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihr API-Schlüssel liegt in einer Datei, die nur Sie lesen können.</translation>
     </message>
     <message>
         <source>Required</source>
-        <translation type="unfinished"></translation>
+        <translation>Nötig</translation>
     </message>
     <message>
         <source>Granted</source>
-        <translation type="unfinished"></translation>
+        <translation>Erlaubt</translation>
     </message>
     <message>
         <source>Allow…</source>
-        <translation type="unfinished"></translation>
+        <translation>Erlauben …</translation>
     </message>
     <message>
         <source>Shows the macOS permission prompt.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeigt die Frage nach der Berechtigung.</translation>
     </message>
     <message>
         <source>Open Settings</source>
@@ -3688,87 +3688,87 @@
     </message>
     <message>
         <source>Opens System Settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</source>
-        <translation type="unfinished"></translation>
+        <translation>Öffnet die Einstellungen des Desktops. Lumenpost erlauben, dann zurückkommen.</translation>
     </message>
     <message>
         <source>Languages: %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sprachen: %1.</translation>
     </message>
     <message>
         <source>The package “%1” brings it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Paket „%1“ enthält es.</translation>
     </message>
     <message>
         <source>It is there, but not for you: join the group “video” and log in again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie ist da, aber nicht für Sie: der Gruppe „video“ beitreten und neu anmelden.</translation>
     </message>
     <message>
         <source>Works</source>
-        <translation type="unfinished"></translation>
+        <translation>Läuft</translation>
     </message>
     <message>
         <source>Barred</source>
-        <translation type="unfinished"></translation>
+        <translation>Gesperrt</translation>
     </message>
     <message>
         <source>Missing</source>
-        <translation type="unfinished"></translation>
+        <translation>Fehlt</translation>
     </message>
     <message>
         <source>The Lumenpost icon opens the capture panel and the menu.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Lumenpost-Symbol öffnet Aufnahmefeld und Menü.</translation>
     </message>
     <message>
         <source>This desktop shows no tray. Start Lumenpost again, or use the panel&apos;s shortcut, to open the capture panel.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieser Desktop zeigt keine Symbolleiste. Lumenpost noch einmal starten oder das Tastenkürzel benutzen, um das Aufnahmefeld zu öffnen.</translation>
     </message>
     <message>
         <source>Back</source>
-        <translation type="unfinished"></translation>
+        <translation>Zurück</translation>
     </message>
     <message>
         <source>Welcome to Lumenpost</source>
-        <translation type="unfinished"></translation>
+        <translation>Willkommen bei Lumenpost</translation>
     </message>
     <message>
         <source>Capture, mark up and share anything on your screen.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles auf dem Bildschirm aufnehmen, auszeichnen und teilen.</translation>
     </message>
     <message>
         <source>Capture a region, window, full screen or a long scrolling page</source>
-        <translation type="unfinished"></translation>
+        <translation>Bereich, Fenster, ganzen Bildschirm oder eine lange Seite aufnehmen</translation>
     </message>
     <message>
         <source>Record your screen with audio, webcam and click highlights</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Bildschirm filmen, mit Ton, Webcam und Klicks</translation>
     </message>
     <message>
         <source>Annotate with arrows, callouts, steps, blur and more</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit Pfeilen, Sprechblasen, Schritten, Verpixelung und mehr auszeichnen</translation>
     </message>
     <message>
         <source>Find everything later in your searchable Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles später in der Bibliothek wiederfinden</translation>
     </message>
     <message>
         <source>macOS asks before any app can see your screen. Only Screen Recording is required; the rest turn on extra features and can be granted later in Settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur die Bildschirmaufnahme ist nötig; das Übrige schaltet Weiteres frei und kann später in den Einstellungen erlaubt werden.</translation>
     </message>
     <message>
         <source>After granting Screen Recording for the first time, macOS may ask you to quit and reopen Lumenpost.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach der ersten Erlaubnis muss Lumenpost vielleicht neu gestartet werden.</translation>
     </message>
     <message>
         <source>Press the shortcut anywhere, or click the Lumenpost icon in the menu bar.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Tastenkürzel irgendwo drücken oder auf das Lumenpost-Symbol klicken.</translation>
     </message>
     <message>
         <source>Drag to select · click a window · Return for full screen · Esc to cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Ziehen wählt aus · Klick nimmt ein Fenster · Eingabe für den ganzen Bildschirm · Esc bricht ab</translation>
     </message>
     <message>
         <source>Capture Now</source>
-        <translation type="unfinished"></translation>
+        <translation>Jetzt aufnehmen</translation>
     </message>
     <message>
         <source>Done</source>
@@ -3776,7 +3776,7 @@
     </message>
     <message>
         <source>Continue</source>
-        <translation type="unfinished"></translation>
+        <translation>Weiter</translation>
     </message>
 </context>
 <context>

@@ -2989,7 +2989,7 @@
     </message>
     <message>
         <source>Screen Recording Permission…</source>
-        <translation type="unfinished"></translation>
+        <translation>Permissions…</translation>
     </message>
     <message>
         <source>Quit Lumenpost</source>
@@ -3001,7 +3001,7 @@
     </message>
     <message>
         <source>Screen Recording permission and Quit.</source>
-        <translation type="unfinished"></translation>
+        <translation>Permissions and Quit.</translation>
     </message>
     <message>
         <source>Capture</source>
@@ -3041,7 +3041,7 @@
     </message>
     <message>
         <source>Show in Finder</source>
-        <translation>Show in the file manager</translation>
+        <translation>Show in Folder</translation>
     </message>
     <message>
         <source>Image copied to clipboard</source>
@@ -3145,7 +3145,7 @@
     </message>
     <message>
         <source>Record sound playing on your Mac.</source>
-        <translation>Record sound playing on this computer.</translation>
+        <translation>Record sound playing on your computer.</translation>
     </message>
     <message>
         <source>Microphone</source>
@@ -3193,7 +3193,7 @@
     </message>
     <message>
         <source>Hide emails, numbers and API keys in every step (done on your Mac).</source>
-        <translation>Hide emails, numbers and API keys in every step (done on this computer).</translation>
+        <translation>Hide emails, numbers and API keys in every step (done on your computer).</translation>
     </message>
     <message>
         <source>This desktop</source>
@@ -3440,7 +3440,7 @@
     </message>
     <message>
         <source>Show keyboard shortcuts (needs Accessibility)</source>
-        <translation type="unfinished"></translation>
+        <translation>Show keyboard shortcuts</translation>
     </message>
     <message>
         <source>Webcam bubble</source>
@@ -3468,7 +3468,7 @@
     </message>
     <message>
         <source>Used only for AI actions you trigger and for auto-naming. Images are sent to Anthropic&apos;s API. The key is stored in your Keychain.</source>
-        <translation type="unfinished"></translation>
+        <translation>Used only for AI actions you trigger and for auto-naming. Images are sent to Anthropic&apos;s API. The key is stored in your keyring.</translation>
     </message>
     <message>
         <source>Upload</source>
@@ -3564,7 +3564,7 @@
     </message>
     <message>
         <source>Optional — auto-scrolling capture and showing keystrokes in recordings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Optional — auto-scrolling captures and showing keystrokes in recordings.</translation>
     </message>
     <message>
         <source>Optional — record your voice in screen recordings.</source>
@@ -3680,7 +3680,7 @@
     </message>
     <message>
         <source>Shows the macOS permission prompt.</source>
-        <translation>Shows the the desktop permission prompt.</translation>
+        <translation>Asks the desktop for this permission.</translation>
     </message>
     <message>
         <source>Open Settings</source>
@@ -3688,7 +3688,7 @@
     </message>
     <message>
         <source>Opens System Settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</source>
-        <translation>Opens the desktop&apos;s settings › Privacy &amp; Security. Turn Lumenpost on, then come back.</translation>
+        <translation>Opens the desktop&apos;s settings. Allow it there, then come back.</translation>
     </message>
     <message>
         <source>Languages: %1.</source>
@@ -3752,11 +3752,11 @@
     </message>
     <message>
         <source>macOS asks before any app can see your screen. Only Screen Recording is required; the rest turn on extra features and can be granted later in Settings.</source>
-        <translation>the desktop asks before any app can see your screen. Only Screen Recording is required; the rest turn on extra features and can be granted later in Settings.</translation>
+        <translation>This is what your desktop lets Lumenpost do. Only seeing the screen is required; the rest turns on extra features, and Settings tells later what is missing.</translation>
     </message>
     <message>
         <source>After granting Screen Recording for the first time, macOS may ask you to quit and reopen Lumenpost.</source>
-        <translation>After granting Screen Recording for the first time, the desktop may ask you to quit and reopen Lumenpost.</translation>
+        <translation>Settings › Permissions &amp; Help tells which parts of this desktop are missing, and which package brings them.</translation>
     </message>
     <message>
         <source>Press the shortcut anywhere, or click the Lumenpost icon in the menu bar.</source>
