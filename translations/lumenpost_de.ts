@@ -869,6 +869,10 @@
         <source>The MP4 to write</source>
         <translation>Das zu schreibende MP4</translation>
     </message>
+    <message>
+        <source>X,Y,WxH in points from the top left</source>
+        <translation>X,Y,BxH in Punkten von links oben</translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>

@@ -869,6 +869,10 @@
         <source>The MP4 to write</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>X,Y,WxH in points from the top left</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
