@@ -3965,4 +3965,54 @@
         <translation type="unfinished"></translation>
     </message>
 </context>
+<context>
+    <name>LibraryUiTexts</name>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Show in File Manager</translation>
+    </message>
+    <message>
+        <source>Show your captures folder in Finder.</source>
+        <translation>Show your captures folder in the file manager.</translation>
+    </message>
+    <message>
+        <source>Press ⌃⇧C or click the menu bar icon to capture. You can also drop images here.</source>
+        <translation>Press Super+Shift+C or click the tray icon to capture. You can also drop images here.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Moved %n item(s) to the Trash</source>
+        <translation>
+            <numerusform>Moved %n item to the Trash</numerusform>
+            <numerusform>Moved %n items to the Trash</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Imported %n item(s)</source>
+        <translation>
+            <numerusform>Imported %n item</numerusform>
+            <numerusform>Imported %n items</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>%n selected</numerusform>
+            <numerusform>%n selected</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Move %n Items to Trash</source>
+        <translation>
+            <numerusform>Move %n Item to Trash</numerusform>
+            <numerusform>Move %n Items to Trash</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

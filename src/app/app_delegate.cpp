@@ -15,6 +15,9 @@
 #include "library/clipboard_owner.h"
 #include "library/library.h"
 #include "library/library_backup.h"
+#include "library/model/library_model.h"
+#include "library/model/text_indexing.h"
+#include "library/ui/library_window.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
 #include "platform/http.h"
@@ -272,6 +275,25 @@ void AppDelegate::buildEditors()
         .draftFolder = m_platform.paths->state() + QStringLiteral("/drafts"),
     });
     m_delivery->openEditor = [this](const DeliveredPicture &picture) { m_documents->openEditor(picture); };
+    buildLibraryWindow();
+}
+
+void AppDelegate::buildLibraryWindow()
+{
+    m_libraryModel = std::make_unique<LibraryModel>(*m_library, *m_defaults, m_clock);
+    m_indexing = std::make_unique<TextIndexing>(*m_library, *m_recognizer);
+    connect(m_library.get(), &Library::imported, m_indexing.get(), &TextIndexing::indexMissingText);
+    m_windows->provide(SingletonWindows::Kind::Library, [this] {
+        m_indexing->indexMissingText();
+        return std::make_unique<LibraryWindow>(LibraryPorts{
+            .model = *m_libraryModel,
+            .pasteboard = *m_platform.pasteboard,
+            .workspace = *m_platform.workspace,
+            .notices = m_notices,
+            .pins = *m_pins,
+            .openItem = [this](const QString &path) { m_documents->openLibraryItem(path); },
+        });
+    });
 }
 
 void AppDelegate::buildShell()

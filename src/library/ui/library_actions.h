@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QUuid>
+#include <functional>
+
+class LibraryModel;
+class NoticeBoard;
+class Pasteboard;
+class Pins;
+class QMenu;
+class QWidget;
+class Workspace;
+
+// What the Library window reaches beyond itself. All outlive it.
+struct LibraryPorts {
+    LibraryModel &model;
+    Pasteboard &pasteboard;
+    Workspace &workspace;
+    NoticeBoard &notices;
+    Pins &pins;
+    std::function<void(const QString &path)> openItem;
+};
+
+// What can be done with captures, for menus, keys and buttons alike. Tells what it did as notices.
+class LibraryActions : public QObject {
+    Q_OBJECT
+public:
+    // Sheets stand over `over`.
+    LibraryActions(LibraryPorts ports, QWidget *over);
+
+    void open(const QStringList &paths);
+    void setFavorite(const QStringList &paths, bool on);
+    void pin(const QString &path);
+    // A picture as a picture, a film as its file.
+    void copy(const QString &path);
+    void copyText(const QString &path);
+    void copyFile(const QString &path);
+    void rename(const QString &path);
+    void addToCollection(const QStringList &paths, const QUuid &id);
+    // Makes one, and puts these files into it.
+    void newCollection(const QStringList &paths);
+    void renameCollection(const QUuid &id);
+    void reveal(const QString &path);
+    void openFolder();
+    void trash(const QStringList &paths);
+    void importFiles(const QStringList &paths);
+    void chooseFilesToImport();
+
+    // The menu of these captures; it deletes itself when it closes.
+    QMenu *makeMenu(const QStringList &paths);
+    // The collections, and what else can be done with these captures there.
+    void fillCollectionMenu(QMenu *menu, const QStringList &paths);
+
+private:
+    void askName(const QString &title, const QString &button, const QString &name,
+                 std::function<void(const QString &)> done);
+    void complain(const QString &text);
+
+    LibraryPorts m_ports;
+    QWidget *m_over;
+};

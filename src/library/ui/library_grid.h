@@ -1,0 +1,92 @@
+#pragma once
+
+#include "library/ui/card_layout.h"
+#include "library/ui/card_pictures.h"
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+
+class LibraryActions;
+
+// The captures as cards, painted by one widget: only what is on the screen costs anything. The model holds the
+// selection; the grid knows which card the keyboard is at.
+class LibraryGrid : public QAbstractScrollArea {
+    Q_OBJECT
+public:
+    // Both outlive it.
+    LibraryGrid(LibraryModel &model, LibraryActions &actions, QWidget *parent = nullptr);
+
+    const CardLayout &cards() const { return m_layout; }
+    // The card that the keyboard is at, or -1.
+    int current() const { return m_model.visibleIndex(m_current); }
+    // In the viewport.
+    QRectF cardRect(int index) const { return m_layout.card(index).translated(0, -offset()); }
+    // What a card says of itself, for assistive technology.
+    QString description(int index) const;
+    LibraryModel &model() const { return m_model; }
+
+Q_SIGNALS:
+    // The keyboard is at another card.
+    void currentChanged();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+
+private:
+    enum class Press { Nothing, Card, SelectedCard, Action, Band };
+    enum class Action { Favorite, Pin, Copy, Open };
+
+    qreal offset() const;
+    QPointF inContent(const QPointF &position) const { return position + QPointF(0, offset()); }
+    void layOut();
+    void updateCard(const QString &path);
+    void moveTo(int index, Qt::KeyboardModifiers modifiers);
+    void makeVisible(int index);
+    void stretchBand();
+    void startDrag();
+    std::vector<Action> actionsOf(const QString &path) const;
+    QRectF actionRect(const QRectF &picture, size_t place, size_t count) const;
+    std::optional<Action> actionAt(int index, const QPointF &position) const;
+    void perform(Action action, const QString &path);
+    static QString titleOf(Action action);
+    static QString tipOf(Action action);
+    const char *symbolOf(Action action, const QString &path) const;
+
+    void paintCard(QPainter &painter, int index);
+    void paintPicture(QPainter &painter, const QRectF &rect, const LibraryItem &item);
+    void paintActions(QPainter &painter, const QRectF &picture, const QString &path);
+    QString detailOf(const LibraryItem &item, const CardPictures::Card *card) const;
+    int pictureEdge() const;
+
+    LibraryModel &m_model;
+    LibraryActions &m_actions;
+    CardPictures m_pictures;
+    CardLayout m_layout;
+    QString m_current;
+    QString m_hovered;
+    Press m_press = Press::Nothing;
+    QPointF m_pressedAt; // in the content
+    QPointF m_pointer;   // in the viewport
+    Qt::KeyboardModifiers m_pressedWith;
+    QSet<QString> m_beforeBand;
+    QBasicTimer m_scrolling;
+};
+
+// Makes the cards of a grid children of it for assistive technology. Call once before the first is shown.
+void installGridAccessibility();

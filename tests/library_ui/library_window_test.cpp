@@ -1,0 +1,193 @@
+#include "library/ui/library_window.h"
+
+#include "base/notice.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_desktop.h"
+#include "library/library.h"
+#include "library/ui/library_grid.h"
+#include "pins/pins.h"
+#include "settings/app_settings.h"
+#include "settings/defaults.h"
+#include "support/pictures.h"
+#include "support/printers.h"
+#include "support/temporary_folder.h"
+
+#include <QAccessible>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// A window with ten captures, A to J from newest to oldest, in two sections: A to E of today, the rest of the
+// day before.
+class LibraryWindowTest : public testing::Test {
+protected:
+    LibraryWindowTest()
+    {
+        m_clock.time = QDateTime(QDate(2026, 3, 14), QTime(15, 0));
+        m_settings.setSaveFolder(m_home.path("Shots"));
+        QDir().mkpath(m_home.path("Shots"));
+        for (int i = 0; i < 10; ++i) {
+            const QString path = inFolder(QChar('A' + i));
+            EXPECT_TRUE(filled({160, 100}, QColor::fromHsv(i * 30, 200, 200)).save(path));
+            QFile file(path);
+            EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+            const QDateTime date = m_clock.time.addDays(i < 5 ? 0 : -1).addSecs(-60 * i);
+            EXPECT_TRUE(file.setFileTime(date, QFile::FileModificationTime));
+        }
+        m_library = std::make_unique<Library>(m_settings, m_trash, m_clock);
+        m_model = std::make_unique<LibraryModel>(*m_library, m_defaults, m_clock);
+        m_model->setCardSize(180);
+        m_model->reload();
+        m_window = std::make_unique<LibraryWindow>(LibraryPorts{
+            .model = *m_model,
+            .pasteboard = m_pasteboard,
+            .workspace = m_workspace,
+            .notices = m_notices,
+            .pins = m_pins,
+            .openItem = [this](const QString &path) { m_opened.append(QFileInfo(path).completeBaseName()); },
+        });
+        // Four cards in a row.
+        m_window->resize(1180, 740);
+        m_window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        m_window->activateWindow();
+        grid().setFocus();
+        QObject::connect(&m_notices, &NoticeBoard::posted, &m_notices,
+                         [this](const Notice &notice) { m_told.append(notice.text); });
+    }
+
+    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name + ".png"); }
+    LibraryGrid &grid() { return *m_window->grid(); }
+    QString selected()
+    {
+        QString names;
+        for (const QString &path : m_model->selectedPaths())
+            names.append(QFileInfo(path).completeBaseName());
+        return names;
+    }
+    QPoint middle(int index) { return grid().cardRect(index).center().toPoint(); }
+
+    TemporaryFolder m_home;
+    FakePaths m_paths{m_home.path()};
+    FakeSecrets m_secrets;
+    FakeLoginItem m_loginItem;
+    FakeTrash m_trash{m_home.path("trash")};
+    FakeClock m_clock;
+    FakePasteboard m_pasteboard;
+    FakeWorkspace m_workspace;
+    NoticeBoard m_notices;
+    Pins m_pins{m_pasteboard, m_notices};
+    Defaults m_defaults{QString()};
+    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
+    std::unique_ptr<Library> m_library;
+    std::unique_ptr<LibraryModel> m_model;
+    std::unique_ptr<LibraryWindow> m_window;
+    QStringList m_opened;
+    QStringList m_told;
+};
+
+} // namespace
+
+TEST_F(LibraryWindowTest, KeysMoveThroughRowsAndSections)
+{
+    ASSERT_EQ(grid().cards().columns(), 4);
+    ASSERT_EQ(m_model->sections().size(), 2);
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        QString selected;
+    } steps[] = {
+        {Qt::Key_Right, {}, "A"},
+        {Qt::Key_Right, {}, "B"},
+        {Qt::Key_Down, {}, "E"}, // the last row of the section is shorter
+        {Qt::Key_Down, {}, "F"},
+        {Qt::Key_Right, {}, "G"},
+        {Qt::Key_Down, {}, "J"},
+        {Qt::Key_Down, {}, "J"},
+        {Qt::Key_Up, {}, "F"},
+        {Qt::Key_Home, {}, "A"},
+        {Qt::Key_Left, {}, "A"},
+        {Qt::Key_Right, Qt::ShiftModifier, "AB"},
+        {Qt::Key_Down, Qt::ShiftModifier, "ABCDE"},
+        {Qt::Key_Left, Qt::ShiftModifier, "ABCD"},
+        {Qt::Key_End, {}, "J"},
+        {Qt::Key_A, Qt::ControlModifier, "ABCDEFGHIJ"},
+        {Qt::Key_Escape, {}, ""},
+    };
+    for (const auto &step : steps) {
+        QTest::keyClick(&grid(), step.key, step.modifiers);
+        EXPECT_EQ(selected(), step.selected) << "after key " << std::hex << step.key;
+    }
+    QTest::keyClick(&grid(), Qt::Key_End);
+    EXPECT_TRUE(QRectF(grid().viewport()->rect()).contains(grid().cardRect(9))) << "what is chosen is shown";
+    QTest::keyClick(&grid(), Qt::Key_Return);
+    EXPECT_EQ(m_opened, QStringList{"J"});
+}
+
+TEST_F(LibraryWindowTest, DeleteMovesToTheTrashTellsAndGoesOnThere)
+{
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    QTest::keyClick(&grid(), Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&grid(), Qt::Key_Delete);
+    EXPECT_FALSE(QFile::exists(inFolder("A")));
+    EXPECT_FALSE(QFile::exists(inFolder("B")));
+    EXPECT_EQ(m_told.size(), 1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_model->visibleCount() == 8; }));
+    QTest::keyClick(&grid(), Qt::Key_Left);
+    EXPECT_EQ(m_model->selectedPaths().size(), 1);
+    EXPECT_EQ(grid().current(), m_model->visibleIndex(m_model->selectedPaths().first()));
+}
+
+TEST_F(LibraryWindowTest, ThePointerSelectsOneSeveralAndABand)
+{
+    QWidget *view = grid().viewport();
+    QTest::mouseClick(view, Qt::LeftButton, {}, middle(1));
+    EXPECT_EQ(selected(), "B");
+    QTest::mouseClick(view, Qt::LeftButton, Qt::ControlModifier, middle(3));
+    EXPECT_EQ(selected(), "BD");
+    QTest::mouseClick(view, Qt::LeftButton, Qt::ShiftModifier, middle(4));
+    EXPECT_EQ(selected(), "DE");
+    QTest::mouseClick(view, Qt::LeftButton, {}, middle(4));
+    EXPECT_EQ(selected(), "E") << "a click on one of several leaves it alone";
+
+    // From beside the first card to the middle of the second.
+    const QPoint from(4, middle(0).y());
+    QTest::mousePress(view, Qt::LeftButton, {}, from);
+    QTest::mouseMove(view, middle(1));
+    EXPECT_EQ(selected(), "AB");
+    QTest::mouseMove(view, middle(0));
+    EXPECT_EQ(selected(), "A");
+    QTest::mouseRelease(view, Qt::LeftButton, {}, middle(0));
+    EXPECT_EQ(selected(), "A");
+    QTest::mouseDClick(view, Qt::LeftButton, {}, grid().cardRect(2).topLeft().toPoint() + QPoint(20, 20));
+    EXPECT_EQ(m_opened, QStringList{"C"});
+}
+
+TEST_F(LibraryWindowTest, CardsHaveNamesForAssistiveTechnology)
+{
+    QAccessibleInterface *list = QAccessible::queryAccessibleInterface(&grid());
+    ASSERT_TRUE(list);
+    ASSERT_EQ(list->childCount(), 10);
+    EXPECT_TRUE(list->child(2)->text(QAccessible::Name).startsWith("C, "));
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    EXPECT_EQ(list->focusChild(), list->child(0));
+    EXPECT_TRUE(list->child(0)->state().selected);
+    const QRect card = list->child(5)->rect();
+    EXPECT_EQ(list->childAt(card.center().x(), card.center().y()), list->child(5));
+}
+
+TEST_F(LibraryWindowTest, SearchingLeadsToWhatIsFoundAndCardsShowTheirPictures)
+{
+    QTest::keyClick(&grid(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(m_window->searchField(), "h");
+    QTest::keyClick(m_window->searchField(), Qt::Key_Return);
+    EXPECT_EQ(selected(), "H");
+    EXPECT_TRUE(grid().hasFocus());
+    const QPoint inPicture = grid().cardRect(0).topLeft().toPoint() + QPoint(40, 40);
+    const QRgb wanted = QColor::fromHsv(7 * 30, 200, 200).rgb();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return grid().viewport()->grab().toImage().pixel(inPicture) == wanted; }, 5000));
+}
