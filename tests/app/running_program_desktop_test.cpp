@@ -2,6 +2,7 @@
 #include "support/printers.h"
 
 #include <QClipboard>
+#include <QPainter>
 #include <QRegularExpression>
 #include <csignal>
 
@@ -224,4 +225,38 @@ TEST_F(RunningProgram, OpensWhatIsOnTheClipboard)
         },
         10000));
     second.waitForFinished();
+}
+
+TEST_F(RunningProgram, FindsACaptureByAWordInItsPictureAndOpensItFromTheLibrary)
+{
+    set(kNoEditor);
+    QDir().mkpath(home.path("Pictures/Lumenpost"));
+    for (const QString &word : {QStringLiteral("Harbour"), QStringLiteral("Lantern")}) {
+        QImage page(900, 500, QImage::Format_RGB32);
+        page.fill(Qt::white);
+        QPainter painter(&page);
+        QFont font;
+        font.setPixelSize(64);
+        painter.setFont(font);
+        painter.drawText(page.rect(), Qt::AlignCenter, word + " notes");
+        painter.end();
+        ASSERT_TRUE(page.save(home.path("Pictures/Lumenpost/Shot of %1.png").arg(word.at(0))));
+    }
+    start();
+    key("super+shift+l");
+    xdotool({"search", "--sync", "--onlyvisible", "--name", "^Library$", "windowactivate", "--sync"});
+    const auto isRead = [this] {
+        for (const QString &name : QDir(home.path("Pictures/Lumenpost/.lumenpost")).entryList(QDir::Files)) {
+            QFile file(home.path("Pictures/Lumenpost/.lumenpost/" + name));
+            if (file.open(QIODevice::ReadOnly) && file.readAll().contains("Lantern"))
+                return true;
+        }
+        return false;
+    };
+    ASSERT_TRUE(QTest::qWaitFor(isRead, 40000)) << "the text of the pictures was read";
+    key("ctrl+f");
+    xdotool({"type", "lantern"});
+    key("Return");
+    key("Return");
+    xdotool({"search", "--sync", "--onlyvisible", "--name", "Shot of L", "windowactivate"});
 }
