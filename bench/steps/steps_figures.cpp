@@ -2,17 +2,26 @@
 //   bench_steps presses          tells each press of the left button, its caption and how long its picture
 //   took
 #include "base/async.h"
+#include "document/image_files.h"
+#include "document/renderer.h"
 #include "platform/accessible_elements.h"
 #include "platform/platform.h"
 #include "platform/press_pictures.h"
 #include "platform/screens.h"
 #include "platform/session/make_platform.h"
+#include "steps/guide_export.h"
+#include "steps/guide_previews.h"
 #include "steps/step_captions.h"
+#include "steps/steps_export.h"
 
 #include <QDebug>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QGuiApplication>
+#include <QPainter>
+#include <QTemporaryDir>
 #include <cstdio>
+#include <sys/resource.h>
 
 namespace {
 
@@ -63,6 +72,104 @@ int tellPresses(QGuiApplication &application)
     return application.exec();
 }
 
+// A page of text, different for each step.
+QImage page(int number)
+{
+    QImage image(1920, 1080, QImage::Format_RGB32);
+    image.fill(QColor(246, 246, 250));
+    QPainter painter(&image);
+    painter.fillRect(0, 0, 260, 1080, QColor(230, 232, 240));
+    for (int line = 0; line < 48; ++line) {
+        painter.drawText(300, 40 + line * 21,
+                         QStringLiteral("Line %1 of page %2: the quick brown fox jumps over the lazy dog, "
+                                        "again and again, until the end of the line is reached")
+                             .arg(line)
+                             .arg(number));
+        painter.drawText(20, 40 + line * 21, QStringLiteral("Entry %1").arg(line * number));
+    }
+    return image;
+}
+
+int tellGuide()
+{
+    const int kSteps =
+        qEnvironmentVariableIntValue("STEPS") > 0 ? qEnvironmentVariableIntValue("STEPS") : 150;
+    QTemporaryDir folder;
+    Guide guide;
+    guide.title = QStringLiteral("Bench");
+    for (int i = 0; i < kSteps; ++i) {
+        GuideStep step;
+        step.id = QUuid::createUuid();
+        step.image = StepPicture(page(i));
+        if (const auto kept = step.image.moveTo(folder.filePath(QStringLiteral("%1.png").arg(i))); !kept)
+            return 1;
+        step.click = QPointF(600 + i, 400);
+        step.redactions = {QRectF(0.2, 0.5, 0.2, 0.02)};
+        guide.steps.append(step);
+    }
+    guide.redact = true;
+    QElapsedTimer timer;
+    // On a machine that others use, too, the processor's time tells more than the clock.
+    const auto processorTime = [] {
+        rusage used{};
+        getrusage(RUSAGE_SELF, &used);
+        return used.ru_utime.tv_sec * 1000 + used.ru_utime.tv_usec / 1000 + used.ru_stime.tv_sec * 1000 +
+               used.ru_stime.tv_usec / 1000;
+    };
+    const auto tell = [&timer](const char *what) {
+        print(QStringLiteral("  one %1: %2 ms").arg(QLatin1String(what)).arg(timer.restart()));
+    };
+    timer.start();
+    const QImage decoded = guide.steps[0].image.image();
+    tell("decoding");
+    const QImage pixelated = Renderer::pixelated(decoded);
+    tell("pixelating");
+    const QImage flat = Renderer::flattened(
+        decoded, pixelated, StepsExport::autoAnnotations(guide.steps[0], 1, true, true).annotations);
+    tell("painting");
+    static_cast<void>(GuidePreviews::thumbnail(flat, GuidePreviews::kLongestEdge));
+    tell("scaling");
+    static_cast<void>(ImageFiles::write(flat, folder.filePath(QStringLiteral("one.png"))));
+    tell("writing");
+    timer.start();
+    qint64 before = processorTime();
+    GuidePreviews previews;
+    qint64 first = -1;
+    QEventLoop loop;
+    QObject::connect(&previews, &GuidePreviews::changed, &loop, [&] {
+        if (first < 0)
+            first = timer.elapsed();
+    });
+    QObject::connect(&previews, &GuidePreviews::idle, &loop, &QEventLoop::quit);
+    previews.refresh(guide);
+    const qint64 held = timer.elapsed();
+    loop.exec();
+    print(QStringLiteral(
+              "previews: asked for in %1 ms, first after %2 ms, all %3 after %4 ms (%5 ms of processor)")
+              .arg(held)
+              .arg(first)
+              .arg(kSteps)
+              .arg(timer.elapsed())
+              .arg(processorTime() - before));
+    GuideExport::Source source{guide.title, guide, QList<QString>(kSteps, QStringLiteral("Click"))};
+    timer.start();
+    before = processorTime();
+    const auto written =
+        GuideExport::webFolder(source, folder.filePath(QStringLiteral("out")), [](int, int) { return true; });
+    print(QStringLiteral("web folder: %1 ms (%2 ms of processor)%3")
+              .arg(timer.elapsed())
+              .arg(processorTime() - before)
+              .arg(written ? QString() : written.error().message));
+    timer.start();
+    const auto pdf =
+        GuideExport::pdf(source, folder.filePath(QStringLiteral("out.pdf")), [](int, int) { return true; });
+    print(QStringLiteral("pdf: %1 ms%2").arg(timer.elapsed()).arg(pdf ? QString() : pdf.error().message));
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    print(QStringLiteral("most memory: %1 MB").arg(usage.ru_maxrss / 1024));
+    return 0;
+}
+
 } // namespace
 
 int main(int count, char **words)
@@ -71,6 +178,8 @@ int main(int count, char **words)
     const QString what = count > 1 ? QString::fromLocal8Bit(words[1]) : QString();
     if (what == "presses")
         return tellPresses(application);
-    print(QStringLiteral("bench_steps presses"));
+    if (what == "guide")
+        return tellGuide();
+    print(QStringLiteral("bench_steps presses | guide"));
     return 2;
 }

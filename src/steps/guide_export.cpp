@@ -1,6 +1,7 @@
 #include "steps/guide_export.h"
 
 #include "base/atomic_file.h"
+#include "base/parallel.h"
 #include "document/image_files.h"
 #include "library/batch/exporter.h"
 #include "library/batch/guide_renderer.h"
@@ -9,6 +10,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QThread>
 #include <cerrno>
 #include <cstring>
 #include <sys/stat.h>
@@ -17,6 +21,7 @@ namespace GuideExport {
 
 namespace {
 
+constexpr int kMostAtOnce = 4;          // each holds some pictures of a screen
 constexpr qsizetype kLongestName = 120; // leaves room for counters within a file system's 255 bytes
 
 // Made here and by nobody else: a taken name gets a number.
@@ -34,6 +39,42 @@ Result<QString> ownFolder(const QString &directory, const QString &name)
                         QString::fromLocal8Bit(std::strerror(errno)));
         }
     }
+}
+
+// The names of the pictures. A few are made at once, each on a core.
+Result<QStringList> writePictures(const Source &source, const QString &folder, const Progress &progress)
+{
+    const int total = int(source.guide.steps.size());
+    QStringList names;
+    for (int i = 0; i < total; ++i)
+        names.append(QStringLiteral("step-%1.png").arg(i + 1, 2, 10, QLatin1Char('0')));
+    QMutex mutex;
+    int next = 0;
+    int done = 0;
+    std::optional<Error> failure;
+    // The next one to make, once the one before is told; nothing when it is over.
+    const auto take = [&](const Result<void> &last, bool isFirst) -> std::optional<int> {
+        const QMutexLocker lock(&mutex);
+        if (!last && !failure)
+            failure = last.error();
+        else if (!isFirst && !failure)
+            ++done;
+        if (!failure && !progress(done, total))
+            failure = cancelled().error();
+        return failure || next == total ? std::nullopt : std::optional(next++);
+    };
+    inParallel(std::clamp(QThread::idealThreadCount(), 1, kMostAtOnce), [&](int) {
+        auto index = take({}, true);
+        while (index) {
+            const auto image = picture(source, *index);
+            const auto written = image ? ImageFiles::write(*image, folder + '/' + names[*index])
+                                       : Result<void>(std::unexpected(image.error()));
+            index = take(written, false);
+        }
+    });
+    if (failure)
+        return std::unexpected(*failure);
+    return names;
 }
 
 } // namespace
@@ -68,32 +109,23 @@ Result<QString> webFolder(const Source &source, const QString &directory, const 
     const auto folder = ownFolder(directory, fileName(source.title));
     if (!folder)
         return folder;
-    const int total = int(source.guide.steps.size());
-    QStringList names;
-    for (int i = 0; i < total; ++i) {
-        if (!progress(i, total)) {
+    const auto pictures = writePictures(source, *folder, progress);
+    if (!pictures) {
+        if (pictures.error().isCancelled())
             QDir(*folder).removeRecursively();
-            return cancelled();
-        }
-        names.append(QStringLiteral("step-%1.png").arg(i + 1, 2, 10, QLatin1Char('0')));
-        const auto image = picture(source, i);
-        if (!image)
-            return std::unexpected(image.error());
-        if (const auto written = ImageFiles::write(*image, *folder + '/' + names.last()); !written)
-            return std::unexpected(written.error());
+        return std::unexpected(pictures.error());
     }
     const QString page = *folder + QStringLiteral("/index.html");
     const struct {
         QString path;
         QString text;
-    } texts[] = {{page, StepsExport::html(source.title, source.captions, names)},
+    } texts[] = {{page, StepsExport::html(source.title, source.captions, *pictures)},
                  {*folder + QStringLiteral("/README.md"),
-                  StepsExport::markdown(source.title, source.captions, names)}};
+                  StepsExport::markdown(source.title, source.captions, *pictures)}};
     for (const auto &[path, text] : texts) {
         if (const auto written = AtomicFile::write(path, text.toUtf8()); !written)
             return std::unexpected(written.error());
     }
-    progress(total, total);
     return page;
 }
 

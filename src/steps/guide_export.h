@@ -7,8 +7,8 @@
 #include <QString>
 #include <QStringList>
 
-// A guide as files. Everything here works on one thread for seconds and may be called from any but the one
-// with the event loop; pictures are in memory one at a time.
+// A guide as files. Everything here takes seconds and may be called from any thread but the one with the
+// event loop; a few pictures are in memory at a time, however long the guide is.
 namespace GuideExport {
 
 // What is to leave the program: captions and titles as they are shown, with nothing private in them if
