@@ -49,6 +49,9 @@ QString textInputName(const Facts &facts)
 
 ControlKind kind(const Facts &facts)
 {
+    // Who doesn't say whether it is typed into tells no name either.
+    if (facts.states == 0)
+        return ControlKind::Container;
     if (isTypedInto(facts))
         return ControlKind::TextInput;
     switch (facts.role) {

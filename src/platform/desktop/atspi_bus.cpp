@@ -4,6 +4,7 @@
 #include <QDBusPendingCall>
 #include <QDBusReply>
 #include <QDBusVariant>
+#include <QRegularExpression>
 
 namespace {
 
@@ -86,6 +87,52 @@ QRect extentsIn(const QDBusMessage &reply)
     return width > 0 && height > 0 ? QRect(x, y, width, height) : QRect();
 }
 
+QVariant valueIn(const QDBusMessage &reply)
+{
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return {};
+    return reply.arguments().first().value<QDBusVariant>().variant();
+}
+
+AtspiObject objectIn(const QVariant &value)
+{
+    const auto argument = value.value<QDBusArgument>();
+    return argument.currentSignature() == QLatin1String("(so)") ? readObject(argument) : AtspiObject();
+}
+
+// GTK 4 names what has no name by its class.
+QString nameIn(const QVariant &value)
+{
+    static const QRegularExpression s_class(QStringLiteral("^Gtk[A-Z][A-Za-z]+$"));
+    const QString name = value.toString();
+    return s_class.match(name).hasMatch() ? QString() : name;
+}
+
+QHash<QString, QString> attributesIn(const QDBusMessage &reply)
+{
+    const auto list = structured(reply, "a{ss}");
+    QHash<QString, QString> attributes;
+    if (!list)
+        return attributes;
+    list->beginMap();
+    while (!list->atEnd()) {
+        QString key;
+        QString value;
+        list->beginMapEntry();
+        *list >> key >> value;
+        list->endMapEntry();
+        attributes.insert(key, value);
+    }
+    list->endMap();
+    return attributes;
+}
+
+QDBusMessage answer(QDBusPendingCall &call)
+{
+    call.waitForFinished();
+    return call.reply();
+}
+
 } // namespace
 
 AtspiBus::~AtspiBus()
@@ -152,10 +199,6 @@ QList<AtspiBus::Look> AtspiBus::lookAt(const QList<AtspiObject> &objects)
     QList<QDBusPendingCall> children = sendAll(objects, kAccessible, "GetChildren");
     QList<QDBusPendingCall> extents =
         sendAll(objects, kComponent, "GetExtents", {quint32(AtspiCoordinates::Screen)});
-    const auto answer = [](QDBusPendingCall &call) {
-        call.waitForFinished();
-        return call.reply();
-    };
     QList<Look> looks;
     for (qsizetype i = 0; i < objects.size(); ++i) {
         const QDBusReply<quint32> role = answer(roles[i]);
@@ -171,11 +214,8 @@ QList<AtspiBus::Look> AtspiBus::lookAt(const QList<AtspiObject> &objects)
 
 QVariant AtspiBus::property(const AtspiObject &object, const char *interface, const char *name)
 {
-    const QDBusMessage reply =
-        call(object, kProperties, "Get", {QString::fromLatin1(interface), QString::fromLatin1(name)});
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return {};
-    return reply.arguments().first().value<QDBusVariant>().variant();
+    return valueIn(
+        call(object, kProperties, "Get", {QString::fromLatin1(interface), QString::fromLatin1(name)}));
 }
 
 QList<AtspiObject> AtspiBus::applications()
@@ -211,9 +251,7 @@ QList<AtspiObject> AtspiBus::children(const AtspiObject &object)
 
 AtspiObject AtspiBus::parent(const AtspiObject &object)
 {
-    const QVariant told = property(object, kAccessible, "Parent");
-    const auto argument = told.value<QDBusArgument>();
-    return argument.currentSignature() == QLatin1String("(so)") ? readObject(argument) : AtspiObject();
+    return objectIn(property(object, kAccessible, "Parent"));
 }
 
 AtspiRole AtspiBus::role(const AtspiObject &object)
@@ -229,31 +267,40 @@ quint64 AtspiBus::states(const AtspiObject &object)
 
 QString AtspiBus::name(const AtspiObject &object)
 {
-    return property(object, kAccessible, "Name").toString();
-}
-
-QString AtspiBus::description(const AtspiObject &object)
-{
-    return property(object, kAccessible, "Description").toString();
+    return nameIn(property(object, kAccessible, "Name"));
 }
 
 QHash<QString, QString> AtspiBus::attributes(const AtspiObject &object)
 {
-    const auto list = structured(call(object, kAccessible, "GetAttributes"), "a{ss}");
-    QHash<QString, QString> attributes;
-    if (!list)
-        return attributes;
-    list->beginMap();
-    while (!list->atEnd()) {
-        QString key;
-        QString value;
-        list->beginMapEntry();
-        *list >> key >> value;
-        list->endMapEntry();
-        attributes.insert(key, value);
-    }
-    list->endMap();
-    return attributes;
+    return attributesIn(call(object, kAccessible, "GetAttributes"));
+}
+
+AtspiBus::Card AtspiBus::card(const AtspiObject &object)
+{
+    if (!m_bus || object.isNull() || isLate())
+        return {};
+    const auto send = [&](const char *interface, const char *method, const QVariantList &arguments = {}) {
+        return sendAll({object}, interface, method, arguments).first();
+    };
+    const auto sendGet = [&](const char *name) {
+        return send(kProperties, "Get", {QString::fromLatin1(kAccessible), QString::fromLatin1(name)});
+    };
+    QDBusPendingCall role = send(kAccessible, "GetRole");
+    QDBusPendingCall states = send(kAccessible, "GetState");
+    QDBusPendingCall attributes = send(kAccessible, "GetAttributes");
+    QDBusPendingCall parent = sendGet("Parent");
+    QDBusPendingCall name = sendGet("Name");
+    QDBusPendingCall description = sendGet("Description");
+    const QDBusReply<quint32> roleNumber = answer(role);
+    Card card;
+    card.object = object;
+    card.role = AtspiRole(roleNumber.isValid() ? roleNumber.value() : 0);
+    card.states = statesIn(answer(states));
+    card.attributes = attributesIn(answer(attributes));
+    card.parent = objectIn(valueIn(answer(parent)));
+    card.name = nameIn(valueIn(answer(name)));
+    card.description = valueIn(answer(description)).toString();
+    return card;
 }
 
 QList<AtspiObject> AtspiBus::related(const AtspiObject &object, quint32 relation)

@@ -114,12 +114,23 @@ public:
     qint64 pid(const AtspiObject &application);
     QString toolkit(const AtspiObject &application);
 
+    // What an object says of itself, in one exchange; empty where it doesn't answer.
+    struct Card {
+        AtspiObject object;
+        AtspiObject parent;
+        AtspiRole role = AtspiRole(0);
+        quint64 states = 0; // none of an object that doesn't answer
+        QString name;
+        QString description;
+        QHash<QString, QString> attributes;
+    };
+    Card card(const AtspiObject &object);
+
     QList<AtspiObject> children(const AtspiObject &object);
     AtspiObject parent(const AtspiObject &object);
     AtspiRole role(const AtspiObject &object);
     quint64 states(const AtspiObject &object);
     QString name(const AtspiObject &object);
-    QString description(const AtspiObject &object);
     QHash<QString, QString> attributes(const AtspiObject &object);
     // What the labels say that belong to it.
     QString labelledBy(const AtspiObject &object);
@@ -132,7 +143,7 @@ public:
     // All of it in one exchange, for many objects at once.
     struct Look {
         AtspiObject object;
-        AtspiRole role = AtspiRole::Panel;
+        AtspiRole role = AtspiRole(0);
         quint64 states = 0;
         QRect extents; // on the screen
         QList<AtspiObject> children;

@@ -73,6 +73,7 @@ void AtspiElements::prepare()
     m_newcomers->start(kBetweenLooks);
     m_waker.start([this] { m_hasEnabled = switchOn(); });
     look();
+    m_worker.start([this] { m_inquiry->learnPrograms(kWakePatience); });
 }
 
 void AtspiElements::rest()

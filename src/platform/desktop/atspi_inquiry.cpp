@@ -1,7 +1,6 @@
 #include "platform/desktop/atspi_inquiry.h"
 
 #include <QList>
-#include <QRegularExpression>
 #include <cmath>
 
 namespace {
@@ -35,6 +34,7 @@ bool mayHoldMenus(AtspiRole role)
     case AtspiRole::ListBox:
     case AtspiRole::Menu:
     case AtspiRole::MenuBar:
+    case AtspiRole::MenuItem:
     case AtspiRole::Panel:
     case AtspiRole::PopupMenu:
     case AtspiRole::RootPane:
@@ -117,8 +117,8 @@ std::optional<AtspiInquiry::Window> AtspiInquiry::placed(const AtspiObject &wind
             const QPoint expected = (QPointF(rect.topLeft()) / scale).toPoint();
             const bool countsFromScreen = (screen.topLeft() - expected).manhattanLength() <= 2 * kBorder;
             if (countsFromScreen)
-                return Window{window, AtspiCoordinates::Screen, {}, scale};
-            return Window{window, AtspiCoordinates::Window, rect.topLeft(), scale};
+                return Window{window, AtspiCoordinates::Screen, {}, scale, true};
+            return Window{window, AtspiCoordinates::Window, rect.topLeft(), scale, true};
         }
     }
     if (toolkit == QLatin1String("GTK")) {
@@ -128,11 +128,11 @@ std::optional<AtspiInquiry::Window> AtspiInquiry::placed(const AtspiObject &wind
             shadow.height() > kWidestShadow)
             return std::nullopt;
         return Window{window, AtspiCoordinates::Window,
-                      target.window.topLeft() + QPoint(shadow.width() / 2, shadow.height() / 2), 1};
+                      target.window.topLeft() + QPoint(shadow.width() / 2, shadow.height() / 2), 1, true};
     }
     // A window inside the one that the window system knows, or one that it counts with its title bar.
     if (screen.contains(target.at))
-        return Window{window, AtspiCoordinates::Screen, {}, 1};
+        return Window{window, AtspiCoordinates::Screen, {}, 1, false};
     return std::nullopt;
 }
 
@@ -145,12 +145,13 @@ QList<AtspiInquiry::Window> AtspiInquiry::windows(const AtspiObject &application
         // GTK 4 tells of few objects whether they show.
         if (toolkit != QLatin1String("GTK") && !AtspiBus::has(m_bus.states(child), AtspiState::Showing))
             continue;
-        if (const auto window = placed(child, target, toolkit)) {
+        if (auto window = placed(child, target, toolkit)) {
+            // A window may have the size of the menu over it.
+            const AtspiRole role = target.isPopup ? m_bus.role(child) : AtspiRole::Frame;
+            if (target.isPopup && (role == AtspiRole::Frame || role == AtspiRole::Dialog))
+                window->isWhole = false;
             const bool isTitled = !target.title.isEmpty() && m_bus.name(child) == target.title;
-            const bool isWhole =
-                window->scale != 1 || window->coordinates == AtspiCoordinates::Window ||
-                hasSize(m_bus.extents(child, AtspiCoordinates::Screen).size(), target.visible.size(), 1);
-            found.insert(isTitled || isWhole ? 0 : found.size(), *window);
+            found.insert(isTitled || window->isWhole ? 0 : found.size(), *window);
         }
         if (m_bus.isLate())
             break;
@@ -164,7 +165,7 @@ AtspiObject AtspiInquiry::innermost(const Window &window, QPoint at)
     AtspiObject object = window.object;
     for (int level = 0; level < kDeepest; ++level) {
         AtspiObject inner = m_bus.childAt(object, point, window.coordinates);
-        if (inner.isNull() && AccessibleRoles::kind(facts(object)) == ControlKind::Container)
+        if (inner.isNull() && kind(m_bus.card(object)) == ControlKind::Container)
             inner = throughPlaceless(object, point, window.coordinates);
         if (inner.isNull() || inner == object)
             break;
@@ -217,38 +218,34 @@ AtspiObject AtspiInquiry::inOpenMenus(const AtspiObject &application, const Clic
     return best;
 }
 
-// GTK 4 names what has no name by its class.
-QString AtspiInquiry::nameOf(const AtspiObject &object)
-{
-    static const QRegularExpression s_class(QStringLiteral("^Gtk[A-Z][A-Za-z]+$"));
-    const QString name = m_bus.name(object);
-    return s_class.match(name).hasMatch() ? QString() : name;
-}
-
-AccessibleRoles::Facts AtspiInquiry::facts(const AtspiObject &object)
+AccessibleRoles::Facts AtspiInquiry::facts(const AtspiBus::Card &card)
 {
     AccessibleRoles::Facts facts;
-    facts.role = m_bus.role(object);
-    facts.states = m_bus.states(object);
+    facts.role = card.role;
+    facts.states = card.states;
+    facts.webRole = card.attributes.value(QStringLiteral("xml-roles"));
     if (AccessibleRoles::needsParent(facts.role))
-        facts.parentRole = m_bus.role(m_bus.parent(object));
+        facts.parentRole = m_bus.role(card.parent);
     return facts;
 }
 
-AtspiObject AtspiInquiry::editingHost(AtspiObject object)
+ControlKind AtspiInquiry::kind(const AtspiBus::Card &card)
+{
+    return AccessibleRoles::kind({card.role, card.states, AtspiRole::Panel, {}});
+}
+
+AtspiBus::Card AtspiInquiry::editingHost(AtspiBus::Card field)
 {
     for (int level = 0; level < kFarthestNamed; ++level) {
-        const AtspiObject outer = m_bus.parent(object);
-        if (outer.isNull())
+        AtspiBus::Card outer = m_bus.card(field.parent);
+        const bool isField = outer.role == AtspiRole::Entry || outer.role == AtspiRole::Text ||
+                             outer.role == AtspiRole::SpinButton || outer.role == AtspiRole::ComboBox;
+        if (!isField && !AtspiBus::has(outer.states, AtspiState::Editable))
             break;
-        const AtspiRole role = m_bus.role(outer);
-        const bool isField = role == AtspiRole::Entry || role == AtspiRole::Text ||
-                             role == AtspiRole::SpinButton || role == AtspiRole::ComboBox;
-        if (!isField && !AtspiBus::has(m_bus.states(outer), AtspiState::Editable))
-            break;
-        object = outer;
+        field = outer;
+        field.states |= quint64(1) << int(AtspiState::Editable);
     }
-    return object;
+    return field;
 }
 
 AtspiObject AtspiInquiry::labelled(AtspiObject label)
@@ -267,12 +264,13 @@ QString AtspiInquiry::shownText(const AtspiObject &object)
     QList<AtspiObject> waiting = m_bus.children(object);
     for (int asked = 0; !waiting.isEmpty() && asked < kShownObjects && !m_bus.isLate(); ++asked) {
         const AtspiObject inner = waiting.takeFirst();
-        switch (AccessibleRoles::kind(facts(inner))) {
+        const AtspiBus::Card card = m_bus.card(inner);
+        switch (kind(card)) {
         case ControlKind::TextInput:
             break;
         case ControlKind::Showing:
         case ControlKind::Control:
-            if (const QString text = nameOf(inner).trimmed(); !text.isEmpty())
+            if (const QString text = card.name.trimmed(); !text.isEmpty())
                 return text;
             [[fallthrough]];
         case ControlKind::Container:
@@ -286,85 +284,64 @@ QString AtspiInquiry::shownText(const AtspiObject &object)
 std::optional<AccessibleElement> AtspiInquiry::described(const AtspiObject &leaf, const Window &window,
                                                          const QString &toolkit, bool isInPopup)
 {
-    AtspiObject chosen = leaf;
-    AccessibleRoles::Facts chosenFacts = facts(leaf);
-    ControlKind chosenKind = AccessibleRoles::kind(chosenFacts);
-    // What shows something may be the face of a control around it, and the entry of a closed list that of the
-    // list.
-    AtspiObject outer = leaf;
-    if (chosenKind == ControlKind::Control && chosenFacts.role == AtspiRole::MenuItem && !isInPopup) {
-        const AtspiObject list = m_bus.parent(m_bus.parent(leaf));
-        if (const AccessibleRoles::Facts listFacts = facts(list); listFacts.role == AtspiRole::ComboBox) {
-            chosen = list;
-            chosenFacts = listFacts;
-            chosenKind = AccessibleRoles::kind(listFacts);
-        }
-    }
-    for (int level = 0; level < kFarthestNamed && chosenKind != ControlKind::Control &&
-                        chosenKind != ControlKind::TextInput && !m_bus.isLate();
-         ++level) {
-        outer = m_bus.parent(outer);
-        if (outer.isNull())
-            break;
-        const AccessibleRoles::Facts outerFacts = facts(outer);
-        if (outerFacts.role == AtspiRole::Frame || outerFacts.role == AtspiRole::DocumentWeb ||
-            outerFacts.role == AtspiRole::Application || outerFacts.role == AtspiRole::Dialog)
-            break;
-        const ControlKind outerKind = AccessibleRoles::kind(outerFacts);
-        if (outerKind == ControlKind::Control || outerKind == ControlKind::TextInput) {
-            chosen = outer;
-            chosenFacts = outerFacts;
-            chosenKind = outerKind;
-        }
-    }
-    if (chosenKind == ControlKind::Showing || chosenKind == ControlKind::Container) {
-        // A press on a control's label is meant for the control.
-        if (const AtspiObject control = labelled(leaf); !control.isNull()) {
-            chosen = control;
-            chosenFacts = facts(control);
-            chosenKind = AccessibleRoles::kind(chosenFacts);
-        }
-    }
-    if (chosenKind == ControlKind::Container)
+    AtspiBus::Card chosen = pressed(m_bus.card(leaf), isInPopup);
+    if (kind(chosen) == ControlKind::Container)
         return AccessibleElement{};
-    const bool isTyped = chosenKind == ControlKind::TextInput;
-    if (isTyped) {
-        const AtspiObject host = editingHost(chosen);
-        if (host != chosen) {
-            chosen = host;
-            chosenFacts.role = m_bus.role(host);
-            chosenFacts.states = m_bus.states(host) | quint64(1) << int(AtspiState::Editable);
-        }
-    }
-    const QHash<QString, QString> attributes = m_bus.attributes(chosen);
-    chosenFacts.webRole = attributes.value(QStringLiteral("xml-roles"));
+    const bool isTyped = kind(chosen) == ControlKind::TextInput;
+    if (isTyped)
+        chosen = editingHost(chosen);
 
     AccessibleElement found;
-    found.element.role = AccessibleRoles::name(chosenFacts);
+    found.element.role = AccessibleRoles::name(facts(chosen));
     const auto keep = [](std::optional<QString> &field, const QString &text) {
         if (!text.isEmpty())
             field = text;
     };
-    const bool isNamedByValue = AccessibleRoles::isNamedByValue(chosenFacts.role, toolkit);
-    QString title = isTyped || isNamedByValue ? m_bus.labelledBy(chosen) : QString();
+    const bool isNamedByValue = AccessibleRoles::isNamedByValue(chosen.role, toolkit);
+    QString title = isTyped || isNamedByValue ? m_bus.labelledBy(chosen.object) : QString();
     if (title.isEmpty() && !isNamedByValue)
-        title = nameOf(chosen);
+        title = chosen.name;
     if (title.isEmpty() && !isTyped && !isNamedByValue)
-        title = m_bus.labelledBy(chosen);
-    QString description = m_bus.description(chosen);
-    if (title.trimmed().isEmpty() && description.trimmed().isEmpty() && chosenKind == ControlKind::Control &&
-        !isNamedByValue)
-        title = shownText(chosen);
+        title = m_bus.labelledBy(chosen.object);
+    if (title.trimmed().isEmpty() && chosen.description.trimmed().isEmpty() &&
+        kind(chosen) == ControlKind::Control && !isNamedByValue)
+        title = shownText(chosen.object);
     keep(found.element.title, title);
-    keep(found.element.description, description);
+    keep(found.element.description, chosen.description);
     if (isTyped) {
-        keep(found.element.placeholder, attributes.value(QStringLiteral("placeholder-text"),
-                                                         attributes.value(QStringLiteral("placeholder"))));
+        keep(found.element.placeholder,
+             chosen.attributes.value(QStringLiteral("placeholder-text"),
+                                     chosen.attributes.value(QStringLiteral("placeholder"))));
     }
-    const QRect rect = m_bus.extents(chosen, window.coordinates);
+    const QRect rect = m_bus.extents(chosen.object, window.coordinates);
     if (!rect.isEmpty())
         found.frame = window.toNative(rect);
-    return found;
+    // What came too late may be what says that this is typed into.
+    return m_bus.isLate() ? std::nullopt : std::optional(found);
+}
+
+// The control that a person would name: what shows something may be the face of a control around it, the
+// entry of a closed list that of the list, and a label belongs to its control.
+AtspiBus::Card AtspiInquiry::pressed(const AtspiBus::Card &leaf, bool isInPopup)
+{
+    const auto isControl = [](const AtspiBus::Card &card) {
+        return kind(card) == ControlKind::Control || kind(card) == ControlKind::TextInput;
+    };
+    if (leaf.role == AtspiRole::MenuItem && !isInPopup) {
+        const AtspiBus::Card list = m_bus.card(m_bus.parent(leaf.parent));
+        return list.role == AtspiRole::ComboBox ? list : leaf;
+    }
+    AtspiBus::Card outer = leaf;
+    for (int level = 0; level < kFarthestNamed && !outer.object.isNull(); ++level) {
+        if (isControl(outer))
+            return outer;
+        if (outer.role == AtspiRole::Frame || outer.role == AtspiRole::DocumentWeb ||
+            outer.role == AtspiRole::Application || outer.role == AtspiRole::Dialog)
+            break;
+        outer = m_bus.card(outer.parent);
+    }
+    const AtspiObject control = labelled(leaf.object);
+    return control.isNull() ? leaf : m_bus.card(control);
 }
 
 std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &target, int milliseconds)
@@ -385,6 +362,9 @@ std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &targ
     }
     std::optional<AccessibleElement> container;
     for (const Window &window : std::as_const(candidates)) {
+        // What lies under a menu wasn't pressed.
+        if (target.isPopup && !window.isWhole)
+            continue;
         const AtspiObject leaf = innermost(window, target.at);
         if (leaf == window.object)
             continue;
@@ -397,6 +377,15 @@ std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &targ
     return m_bus.isLate() ? std::nullopt : container;
 }
 
+void AtspiInquiry::learnPrograms(int milliseconds)
+{
+    m_bus.setDeadline(milliseconds);
+    if (!m_bus.connect())
+        return;
+    for (const AtspiObject &application : m_bus.applications())
+        static_cast<void>(m_bus.pid(application));
+}
+
 void AtspiInquiry::wake(int milliseconds)
 {
     m_bus.setDeadline(milliseconds);
@@ -404,13 +393,13 @@ void AtspiInquiry::wake(int milliseconds)
         return;
     for (const AtspiObject &application : m_bus.applications()) {
         for (const AtspiObject &window : m_bus.children(application)) {
-            const QString key = window.service + window.path;
-            if (m_awake.contains(key))
-                continue;
-            m_awake.insert(key);
+            // What a page shows is only told after a question about a part of it.
             const QRect rect = m_bus.extents(window, AtspiCoordinates::Screen);
-            static_cast<void>(m_bus.childAt(window, rect.center(), AtspiCoordinates::Screen));
-            static_cast<void>(m_bus.attributes(window));
+            const AtspiObject inner = m_bus.childAt(window, rect.center(), AtspiCoordinates::Screen);
+            if (!inner.isNull())
+                static_cast<void>(m_bus.card(inner));
+            if (m_bus.isLate())
+                return;
         }
         if (m_bus.isLate())
             return;

@@ -4,8 +4,6 @@
 #include "platform/desktop/accessible_roles.h"
 #include "platform/desktop/atspi_bus.h"
 
-#include <QSet>
-
 // Finds the control at a place: the program by its process, its window by where the window system says that
 // it is, then down to the innermost object and up again to the one that a person would name.
 class AtspiInquiry {
@@ -13,6 +11,8 @@ public:
     std::optional<AccessibleElement> elementAt(const ClickTarget &target, int milliseconds);
     // Makes programs that wake up at the first question answer the next ones.
     void wake(int milliseconds);
+    // What every question needs and the first one would have to wait for.
+    void learnPrograms(int milliseconds);
     bool connects(int milliseconds);
 
 private:
@@ -20,8 +20,9 @@ private:
     struct Window {
         AtspiObject object;
         AtspiCoordinates coordinates = AtspiCoordinates::Screen;
-        QPoint origin;    // of the bus's count, in native pixels
-        double scale = 1; // native pixels for one of the bus
+        QPoint origin;        // of the bus's count, in native pixels
+        double scale = 1;     // native pixels for one of the bus
+        bool isWhole = false; // it is what the window system calls the window, and not one around or under it
         QPoint fromNative(QPoint native) const;
         QRect toNative(const QRect &rect) const;
     };
@@ -35,14 +36,14 @@ private:
     AtspiObject inOpenMenus(const AtspiObject &application, const ClickTarget &target, Window &counts);
     std::optional<AccessibleElement> described(const AtspiObject &leaf, const Window &window,
                                                const QString &toolkit, bool isInPopup);
-    QString nameOf(const AtspiObject &object);
-    AccessibleRoles::Facts facts(const AtspiObject &object);
+    AtspiBus::Card pressed(const AtspiBus::Card &leaf, bool isInPopup);
+    AccessibleRoles::Facts facts(const AtspiBus::Card &card);
+    static ControlKind kind(const AtspiBus::Card &card);
     // The whole field that a part of it was hit in.
-    AtspiObject editingHost(AtspiObject object);
+    AtspiBus::Card editingHost(AtspiBus::Card field);
     // The control that a label, or what it stands in, belongs to.
     AtspiObject labelled(AtspiObject label);
     QString shownText(const AtspiObject &object);
 
     AtspiBus m_bus;
-    QSet<QString> m_awake; // objects of windows
 };
