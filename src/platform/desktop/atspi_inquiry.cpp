@@ -1,6 +1,7 @@
 #include "platform/desktop/atspi_inquiry.h"
 
 #include <QList>
+#include <QThread>
 #include <cmath>
 
 namespace {
@@ -10,6 +11,8 @@ constexpr int kFarthestNamed = 8; // levels from what was hit up to what has a n
 // Text inside a control without a name of its own: enough for a row of some columns.
 constexpr int kShownObjects = 24;
 constexpr int kMenuObjects = 600;
+constexpr int kGuesses = 4;
+constexpr int kBetweenGuesses = 30; // milliseconds
 constexpr int kPlacelessChildren = 12;
 // How much wider than what it tells a window may be for the shadow around it.
 constexpr int kWidestShadow = 120;
@@ -344,6 +347,13 @@ AtspiBus::Card AtspiInquiry::pressed(const AtspiBus::Card &leaf, bool isInPopup)
     return control.isNull() ? leaf : m_bus.card(control);
 }
 
+std::optional<AccessibleElement>
+AtspiInquiry::innermostDescribed(const Window &window, const ClickTarget &target, const QString &toolkit)
+{
+    const AtspiObject leaf = innermost(window, target.at);
+    return leaf == window.object ? std::nullopt : described(leaf, window, toolkit, target.isPopup);
+}
+
 std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &target, int milliseconds)
 {
     m_bus.setDeadline(milliseconds);
@@ -365,10 +375,14 @@ std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &targ
         // What lies under a menu wasn't pressed.
         if (target.isPopup && !window.isWhole)
             continue;
-        const AtspiObject leaf = innermost(window, target.at);
-        if (leaf == window.object)
-            continue;
-        const auto found = described(leaf, window, toolkit, target.isPopup);
+        auto found = innermostDescribed(window, target, toolkit);
+        // Chromium answers at once with a guess, and with what it has found meanwhile when asked again.
+        for (int again = 0; again < kGuesses && toolkit == QLatin1String("Chromium") && found &&
+                            !found->element.role && !m_bus.isLate();
+             ++again) {
+            QThread::msleep(kBetweenGuesses);
+            found = innermostDescribed(window, target, toolkit);
+        }
         if (found && found->element.role)
             return found;
         if (!container)

@@ -36,6 +36,8 @@ private:
     AtspiObject inOpenMenus(const AtspiObject &application, const ClickTarget &target, Window &counts);
     std::optional<AccessibleElement> described(const AtspiObject &leaf, const Window &window,
                                                const QString &toolkit, bool isInPopup);
+    std::optional<AccessibleElement> innermostDescribed(const Window &window, const ClickTarget &target,
+                                                        const QString &toolkit);
     AtspiBus::Card pressed(const AtspiBus::Card &leaf, bool isInPopup);
     AccessibleRoles::Facts facts(const AtspiBus::Card &card);
     static ControlKind kind(const AtspiBus::Card &card);
