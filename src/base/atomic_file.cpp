@@ -43,7 +43,7 @@ Result<Target> targetAt(const QString &path)
 {
     Target target{followed(path), {}};
     struct stat found;
-    if (lstat(QFile::encodeName(target.path).constData(), &found) != 0)
+    if (lstat(FileName::toBytes(target.path).constData(), &found) != 0)
         return target;
     if (S_ISDIR(found.st_mode))
         return FileErrors::cannotWrite(path, BaseTexts::tr("there is a folder of that name"));
@@ -69,7 +69,7 @@ bool synced(int file)
 // So that the name lasts as the bytes do. A failure loses nothing: the old name still stands.
 void syncFolder(const QString &folder)
 {
-    const FileHandle handle(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileHandle handle(::open(FileName::toBytes(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.isOpen())
         fsync(handle.number());
 }
@@ -92,7 +92,7 @@ public:
         const QString folder = QFileInfo(target).absolutePath();
         const mode_t mode = startsPrivate ? 0600 : 0666;
         FileHandle handle(
-            ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
+            ::open(FileName::toBytes(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
         if (handle.isOpen())
             return Draft(target, folder, std::move(handle), {});
         while (true) {
@@ -151,7 +151,7 @@ public:
             else if (errno != EEXIST)
                 return FileErrors::cannotWrite(m_target, errno);
         }
-        if (std::rename(m_name.constData(), QFile::encodeName(m_target).constData()) != 0)
+        if (std::rename(m_name.constData(), FileName::toBytes(m_target).constData()) != 0)
             return FileErrors::cannotWrite(m_target, errno);
         m_name.clear();
         return closed();
@@ -160,7 +160,7 @@ public:
     Result<bool> takeName(const QString &path)
     {
         if (m_name.isEmpty()) {
-            if (!linkTo(QFile::encodeName(path)))
+            if (!linkTo(FileName::toBytes(path)))
                 return errno == EEXIST ? Result<bool>(false) : FileErrors::cannotWrite(path, errno);
         } else {
             const auto moved = AtomicFile::moveWithoutReplacing(QFile::decodeName(m_name), path);
@@ -183,7 +183,7 @@ private:
     static QByteArray freshName(const QString &folder)
     {
         static std::atomic<unsigned> count = 0;
-        return QFile::encodeName(QDir(folder).filePath(
+        return FileName::toBytes(QDir(folder).filePath(
             ScratchFolder::prefix() + QString::number(getpid(), 36) + QLatin1Char('-') +
             QString::number(++count, 36)));
     }
@@ -352,7 +352,7 @@ Result<void> AtomicFile::moveOver(const QString &source, const QString &path)
     const auto target = targetAt(path);
     if (!target)
         return std::unexpected(target.error());
-    const QByteArray from = QFile::encodeName(source), to = QFile::encodeName(target->path);
+    const QByteArray from = FileName::toBytes(source), to = FileName::toBytes(target->path);
     FileHandle file(::open(from.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
     if (!file.isOpen() || (target->old && !takeOver(file.number(), *target->old)) || !synced(file.number()) ||
         !file.close())
@@ -420,7 +420,7 @@ Result<QString> AtomicFile::moveNew(const QString &source, const QString &folder
 
 Result<bool> AtomicFile::moveWithoutReplacing(const QString &source, const QString &target)
 {
-    const QByteArray from = QFile::encodeName(source), to = QFile::encodeName(target);
+    const QByteArray from = FileName::toBytes(source), to = FileName::toBytes(target);
     if (renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
         return true;
     if (errno == EEXIST)

@@ -1,6 +1,7 @@
 #include "base/atomic_file.h"
 
 #include "base/file_lock.h"
+#include "base/file_name.h"
 #include "base/free_name.h"
 #include "base/scratch_folder.h"
 #include "support/printers.h"
@@ -11,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QtConcurrentMap>
+#include <cstring>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -140,6 +142,21 @@ TEST(AtomicFile, WritesThroughALinkAndKeepsIt)
     ASSERT_TRUE(AtomicFile::write(folder.path("link"), "new"));
     EXPECT_EQ(contents(folder.path("real")), "new");
     EXPECT_TRUE(QFileInfo(folder.path("link")).isSymLink());
+}
+
+TEST(AtomicFile, WritesUnderANameThatIsNoText)
+{
+    const TemporaryFolder folder;
+    const QByteArray name = QFile::encodeName(folder.path("caf")) + "\xE9.png";
+    for (const char *bytes : {"new", "replaced"}) {
+        ASSERT_TRUE(AtomicFile::write(FileName::fromBytes(name), bytes));
+        const int file = ::open(name.constData(), O_RDONLY);
+        ASSERT_GE(file, 0) << "no other name, though success is told";
+        char read[16] = {};
+        EXPECT_EQ(::read(file, read, sizeof read), ssize_t(strlen(bytes)));
+        EXPECT_STREQ(read, bytes);
+        ::close(file);
+    }
 }
 
 TEST(AtomicFile, KeepsTheDatesOfACopy)
