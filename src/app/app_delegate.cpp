@@ -50,6 +50,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QProcess>
+#include <QThreadPool>
 
 namespace {
 constexpr int kTrayPatience = 10000;  // milliseconds
@@ -62,7 +63,11 @@ AppDelegate::AppDelegate(QApplication &application)
     Log::setDirectory(m_platform.paths->state());
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate()
+{
+    // What workers still do, such as reading the text of a capture, refers to parts that go now.
+    QThreadPool::globalInstance()->waitForDone(int(PendingWork::kLimit.count()));
+}
 
 Result<bool> AppDelegate::launch(const QStringList &words)
 {
