@@ -260,3 +260,25 @@ TEST_F(RunningProgram, FindsACaptureByAWordInItsPictureAndOpensItFromTheLibrary)
     key("Return");
     xdotool({"search", "--sync", "--onlyvisible", "--name", "Shot of L", "windowactivate"});
 }
+
+TEST_F(RunningProgram, QuitsInOrderWhileItReadsTexts)
+{
+    set(kNoEditor);
+    QDir().mkpath(home.path("Pictures/Lumenpost"));
+    QImage page(2400, 1600, QImage::Format_RGB32);
+    page.fill(Qt::white);
+    QPainter painter(&page);
+    for (int row = 40; row < page.height(); row += 30)
+        painter.drawText(40, row, QString("Lanterns along the harbour wall were lit one by one. ").repeated(5));
+    painter.end();
+    for (int i = 0; i < 6; ++i)
+        ASSERT_TRUE(page.save(home.path("Pictures/Lumenpost/Page %1.png").arg(i)));
+    start();
+    key("super+shift+l"); // which begins to read
+    const QString known = home.path("Pictures/Lumenpost/.lumenpost");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QDir(known).exists("changes.jsonl"); }, 40000));
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(20000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+}
