@@ -2338,6 +2338,276 @@
     </message>
 </context>
 <context>
+    <name>LibraryUiTexts</name>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Added to %1</source>
+        <translation>Zu %1 hinzugefügt</translation>
+    </message>
+    <message>
+        <source>New Collection</source>
+        <translation>Neue Sammlung</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>Anlegen</translation>
+    </message>
+    <message>
+        <source>Rename Collection</source>
+        <translation>Sammlung umbenennen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Moved %n item(s) to the Trash</source>
+        <translation>
+            <numerusform>%n Objekt in den Papierkorb gelegt</numerusform>
+            <numerusform>%n Objekte in den Papierkorb gelegt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Imported %n item(s)</source>
+        <translation>
+            <numerusform>%n Objekt importiert</numerusform>
+            <numerusform>%n Objekte importiert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>None of these is a picture or a video</source>
+        <translation>Nichts davon ist ein Bild oder ein Film</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message>
+        <source>Images and videos</source>
+        <translation>Bilder und Filme</translation>
+    </message>
+    <message>
+        <source>New Collection…</source>
+        <translation>Neue Sammlung …</translation>
+    </message>
+    <message>
+        <source>Remove from This Collection</source>
+        <translation>Aus dieser Sammlung nehmen</translation>
+    </message>
+    <message>
+        <source>Open in Video Editor</source>
+        <translation>Im Filmeditor öffnen</translation>
+    </message>
+    <message>
+        <source>Open in Editor</source>
+        <translation>Im Editor öffnen</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Aus den Favoriten nehmen</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Zu den Favoriten</translation>
+    </message>
+    <message>
+        <source>Pin to Screen</source>
+        <translation>An den Bildschirm heften</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy Text</source>
+        <translation>Text kopieren</translation>
+    </message>
+    <message>
+        <source>Copy File</source>
+        <translation>Datei kopieren</translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation>Umbenennen …</translation>
+    </message>
+    <message>
+        <source>Add to Collection</source>
+        <translation>Zu einer Sammlung</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>In der Dateiverwaltung zeigen</translation>
+    </message>
+    <message>
+        <source>Move to Trash</source>
+        <translation>In den Papierkorb</translation>
+    </message>
+    <message numerus="yes">
+        <source>Move %n Items to Trash</source>
+        <translation>
+            <numerusform>%n Objekt in den Papierkorb</numerusform>
+            <numerusform>%n Objekte in den Papierkorb</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Captures</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Favorite</source>
+        <translation>Favorit</translation>
+    </message>
+    <message>
+        <source>Pin to screen</source>
+        <translation>An den Bildschirm heften</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Star it so it shows in Favorites and is never auto-deleted.</source>
+        <translation>Mit Stern steht es unter den Favoriten und wird nie selbst gelöscht.</translation>
+    </message>
+    <message>
+        <source>Float it above all windows as a reference.</source>
+        <translation>Als Vorlage über allen Fenstern schweben lassen.</translation>
+    </message>
+    <message>
+        <source>Copy the image to paste anywhere.</source>
+        <translation>Das Bild kopieren, um es überall einzufügen.</translation>
+    </message>
+    <message>
+        <source>Open it in the editor.</source>
+        <translation>Im Editor öffnen.</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>Collections</source>
+        <translation>Sammlungen</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Programme</translation>
+    </message>
+    <message>
+        <source>Delete Collection</source>
+        <translation>Sammlung löschen</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Show your captures folder in Finder.</source>
+        <translation>Den Ordner der Aufnahmen in der Dateiverwaltung zeigen.</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Show only captures from a time range.</source>
+        <translation>Nur Aufnahmen aus einem Zeitraum zeigen.</translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation>Sortieren</translation>
+    </message>
+    <message>
+        <source>Order by date, name or file size.</source>
+        <translation>Nach Datum, Name oder Dateigröße ordnen.</translation>
+    </message>
+    <message>
+        <source>Search names, apps and text in images</source>
+        <translation>Namen, Programme und Text in Bildern suchen</translation>
+    </message>
+    <message>
+        <source>Thumbnail Size</source>
+        <translation>Größe der Vorschaubilder</translation>
+    </message>
+    <message>
+        <source>Make the cards bigger or smaller.</source>
+        <translation>Die Karten größer oder kleiner machen.</translation>
+    </message>
+    <message>
+        <source>Add images or videos from elsewhere. You can also drop files onto the grid.</source>
+        <translation>Bilder oder Filme von anderswo hinzufügen. Dateien lassen sich auch auf das Raster ziehen.</translation>
+    </message>
+    <message>
+        <source>No Captures Yet</source>
+        <translation>Noch keine Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Press ⌃⇧C or click the menu bar icon to capture. You can also drop images here.</source>
+        <translation>Super+Umschalt+C drücken oder auf das Symbol in der Leiste klicken. Bilder lassen sich auch hierher ziehen.</translation>
+    </message>
+    <message>
+        <source>Nothing Found</source>
+        <translation>Nichts gefunden</translation>
+    </message>
+    <message>
+        <source>Try another word, or another time range.</source>
+        <translation>Ein anderes Wort oder einen anderen Zeitraum versuchen.</translation>
+    </message>
+    <message>
+        <source>Collection</source>
+        <translation>Sammlung</translation>
+    </message>
+    <message>
+        <source>Add them to a collection, or start a new one.</source>
+        <translation>Zu einer Sammlung hinzufügen oder eine neue beginnen.</translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation>Papierkorb</translation>
+    </message>
+    <message>
+        <source>Move them to the Trash.</source>
+        <translation>In den Papierkorb legen.</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>Auswahl aufheben</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Esc</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n Objekt</numerusform>
+            <numerusform>%n Objekte</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>%n ausgewählt</numerusform>
+            <numerusform>%n ausgewählt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>PinsTexts</name>
     <message>
         <source>Copied</source>

@@ -2338,6 +2338,276 @@
     </message>
 </context>
 <context>
+    <name>LibraryUiTexts</name>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Show in File Manager</translation>
+    </message>
+    <message>
+        <source>Show your captures folder in Finder.</source>
+        <translation>Show your captures folder in the file manager.</translation>
+    </message>
+    <message>
+        <source>Press ⌃⇧C or click the menu bar icon to capture. You can also drop images here.</source>
+        <translation>Press Super+Shift+C or click the tray icon to capture. You can also drop images here.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Moved %n item(s) to the Trash</source>
+        <translation>
+            <numerusform>Moved %n item to the Trash</numerusform>
+            <numerusform>Moved %n items to the Trash</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Imported %n item(s)</source>
+        <translation>
+            <numerusform>Imported %n item</numerusform>
+            <numerusform>Imported %n items</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>%n selected</numerusform>
+            <numerusform>%n selected</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Move %n Items to Trash</source>
+        <translation>
+            <numerusform>Move %n Item to Trash</numerusform>
+            <numerusform>Move %n Items to Trash</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Added to %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>None of these is a picture or a video</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Images and videos</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New Collection…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove from This Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open in Video Editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open in Editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin to Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add to Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move to Trash</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Favorite</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin to screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Star it so it shows in Favorites and is never auto-deleted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Float it above all windows as a reference.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the image to paste anywhere.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open it in the editor.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collections</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show only captures from a time range.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Order by date, name or file size.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search names, apps and text in images</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Thumbnail Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make the cards bigger or smaller.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add images or videos from elsewhere. You can also drop files onto the grid.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No Captures Yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing Found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try another word, or another time range.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add them to a collection, or start a new one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move them to the Trash.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>PinsTexts</name>
     <message>
         <source>Copied</source>
@@ -3045,7 +3315,7 @@
     </message>
     <message>
         <source>Show in Finder</source>
-        <translation>Show in Folder</translation>
+        <translation>Show in File Manager</translation>
     </message>
     <message>
         <source>Image copied to clipboard</source>
@@ -3963,56 +4233,6 @@
     <message>
         <source>Hexadecimal color</source>
         <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>LibraryUiTexts</name>
-    <message>
-        <source>Show in Finder</source>
-        <translation>Show in File Manager</translation>
-    </message>
-    <message>
-        <source>Show your captures folder in Finder.</source>
-        <translation>Show your captures folder in the file manager.</translation>
-    </message>
-    <message>
-        <source>Press ⌃⇧C or click the menu bar icon to capture. You can also drop images here.</source>
-        <translation>Press Super+Shift+C or click the tray icon to capture. You can also drop images here.</translation>
-    </message>
-    <message numerus="yes">
-        <source>Moved %n item(s) to the Trash</source>
-        <translation>
-            <numerusform>Moved %n item to the Trash</numerusform>
-            <numerusform>Moved %n items to the Trash</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Imported %n item(s)</source>
-        <translation>
-            <numerusform>Imported %n item</numerusform>
-            <numerusform>Imported %n items</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n items</source>
-        <translation>
-            <numerusform>%n item</numerusform>
-            <numerusform>%n items</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n selected</source>
-        <translation>
-            <numerusform>%n selected</numerusform>
-            <numerusform>%n selected</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Move %n Items to Trash</source>
-        <translation>
-            <numerusform>Move %n Item to Trash</numerusform>
-            <numerusform>Move %n Items to Trash</numerusform>
-        </translation>
     </message>
 </context>
 </TS>
