@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTimer>
 #include <QWindow>
 #include <cstdio>
 
@@ -26,8 +27,9 @@ int main(int count, char **words)
     layout.addRow(&send);
     window.setCentralWidget(&form);
     window.resize(500, 300);
-    // The press changes the window at once, as programs do.
-    QObject::connect(&send, &QPushButton::pressed, &window, [&] { form.setStyleSheet("background: red"); });
+    // The press changes the window in the next frame, as programs do that draw with their display.
+    QObject::connect(&send, &QPushButton::pressed, &window,
+                     [&] { QTimer::singleShot(16, &form, [&] { form.setStyleSheet("background: red"); }); });
     window.move(200, 150);
     window.show();
     QObject::connect(&application, &QApplication::focusWindowChanged, &window, [&] {
