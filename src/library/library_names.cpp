@@ -1,17 +1,18 @@
 #include "library/library_names.h"
 
-#include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringList>
 
 QString LibraryNames::nameOf(const QString &path)
 {
-    return QFileInfo(path).fileName();
+    return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
 QString LibraryNames::baseOf(const QString &path)
 {
-    return QFileInfo(path).completeBaseName();
+    const QString name = nameOf(path);
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    return dot < 0 ? name : name.left(dot);
 }
 
 bool LibraryNames::isProper(const QString &name)

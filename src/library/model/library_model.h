@@ -1,58 +1,24 @@
 #pragma once
 
-#include "library/library.h"
-#include "library/model/capture_table.h"
+#include "library/model/library_choices.h"
+#include "library/model/library_contents.h"
 
 #include <QObject>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
-#include <QUuid>
-#include <array>
+#include <functional>
 #include <memory>
 #include <optional>
-#include <variant>
+#include <vector>
 
 class Clock;
 class Defaults;
 
-// "All Captures", "Screenshots", …
-QString title(LibraryFilter filter);
-QString title(LibrarySort sort);
-
-enum class DateRange { Any, Today, Week, Month, Year };
-constexpr std::array dateRanges{DateRange::Any, DateRange::Today, DateRange::Week, DateRange::Month,
-                                DateRange::Year};
-QString title(DateRange range);
-
-// A row of the sidebar.
-struct CollectionRow {
-    QUuid id;
-    bool operator==(const CollectionRow &) const = default;
-};
-struct ApplicationRow {
-    QString name;
-    bool operator==(const ApplicationRow &) const = default;
-};
-using SidebarItem = std::variant<LibraryFilter, CollectionRow, ApplicationRow>;
-
-// The sheet in front of the window.
-struct LibrarySheet {
-    enum class Kind { Export, Pdf, Combine, Rename, Guide, NewCollection, RenameCollection, CleanUp };
-
-    Kind kind = Kind::Export;
-    QStringList paths;            // what it is about; for a new collection, what goes into it
-    LibraryCollection collection; // the one to rename
-
-    QString id() const;
-    bool operator==(const LibrarySheet &) const = default;
-};
-
 // What a Library window shows: the files, which of them match the query and the sidebar, their order and
-// sections, the selection, and what is under way. It runs without a window. Reads the folder and the texts on
-// workers and follows the Library by its fine signals; what is shown is made anew within a frame for a
-// hundred thousand captures. Main thread only.
+// sections, the selection, and what is under way. It runs without a window. What is shown is made anew within
+// a frame for a hundred thousand captures. Main thread only.
 class LibraryModel : public QObject {
     Q_OBJECT
 public:
@@ -60,16 +26,14 @@ public:
     LibraryModel(Library &library, Defaults &defaults, const Clock &clock, QObject *parent = nullptr);
     ~LibraryModel() override;
 
-    // Reads everything at once, for who can wait.
-    void reload();
-    // The same on workers: first the files, then the texts. Until those are there, only names and
-    // applications are found.
-    void load();
-    enum class Reading { Nothing, Files, Texts, Done };
-    Reading reading() const { return m_reading; }
+    // As in LibraryContents.
+    void reload() { m_contents.reload(); }
+    void load() { m_contents.load(); }
+    using Reading = LibraryContents::Reading;
+    Reading reading() const { return m_contents.reading(); }
 
     // Files
-    int itemCount() const { return m_table.size(); }
+    int itemCount() const { return table().size(); }
     qint64 totalBytes() const;
     QList<LibraryItem> items() const; // newest first
     // The `count` largest, the largest first.
@@ -104,7 +68,7 @@ public:
     QString visiblePath(int index) const { return path(m_visible[static_cast<size_t>(index)]); }
     bool isVisibleFavorite(int index) const
     {
-        return m_table.at(m_visible[static_cast<size_t>(index)]).isFavorite;
+        return table().at(m_visible[static_cast<size_t>(index)]).isFavorite;
     }
     // Its place among them, or -1.
     int visibleIndex(const QString &path) const;
@@ -164,50 +128,28 @@ Q_SIGNALS:
 private:
     using Row = CaptureTable::Row;
     struct Counts;
-    struct Loaded;
-    struct Range {
-        qint64 from;
-        qint64 to; // one past the last
-        bool contains(qint64 moment) const { return moment >= from && moment < to; }
-    };
 
-    static std::shared_ptr<Loaded> filesOf(const QString &folder);
-    void takeFiles(std::shared_ptr<Loaded> loaded);
-    void takeIndex(std::unique_ptr<SearchIndex> index, std::vector<SearchIndex::Slot> slots);
-    void buildIndex();
-
-    void filesCame(const QStringList &paths);
-    void filesWent(const QStringList &paths);
-    void fileRenamed(const QString &oldPath, const QString &newPath);
-    void namesChanged(const QStringList &names);
-    void libraryChanged();
-    void readMeta(Row row);
-    void indexRow(Row row);
-    std::array<QString, 3> fieldsOf(Row row) const;
-
-    bool isMine(const QString &path) const;
-    QString path(Row row) const { return m_folder + QLatin1Char('/') + m_table.at(row).name; }
-    LibraryItem item(Row row) const;
-    Range rangeOf(DateRange range) const;
-    Range rangeOf(LibraryFilter filter) const;
+    const CaptureTable &table() const { return m_contents.table(); }
+    QString path(Row row) const { return m_contents.path(row); }
+    LibraryItem item(Row row) const { return m_contents.item(row); }
+    const LibraryCollection *collectionOf(const QUuid &id) const;
     const Counts &counts() const;
+
+    void contentsReplaced();
     void contentsChanged();
+    void forget(const QStringList &paths);
+    void fileRenamed(const QString &oldPath, const QString &newPath);
+    void tellIndexing(int done, int total);
+    void watchMidnight();
     void updateVisible();
     void updateSections();
-    Section sectionAt(size_t index) const;
+    std::function<bool(Row)> sidebarRule();
     void selectOnly(const QString &path);
-    void watchMidnight();
 
     Library &m_library;
     Defaults &m_defaults;
     const Clock &m_clock;
-
-    QString m_folder;
-    CaptureTable m_table;
-    std::unique_ptr<SearchIndex> m_index;
-    Reading m_reading = Reading::Nothing;
-    int m_generation = 0;             // of what workers read; older results are dropped
-    QSet<QString> m_changedMeanwhile; // names whose text changed while a worker read the texts
+    LibraryContents m_contents;
 
     QString m_query;
     SidebarItem m_sidebar = LibraryFilter::All;
