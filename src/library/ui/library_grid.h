@@ -1,15 +1,16 @@
 #pragma once
 
+#include "library/ui/card_actions.h"
 #include "library/ui/card_layout.h"
-#include "library/ui/card_pictures.h"
+#include "library/ui/card_painter.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 
 class LibraryActions;
 
-// The captures as cards, painted by one widget: only what is on the screen costs anything. The model holds the
-// selection; the grid knows which card the keyboard is at.
+// The captures as cards, painted by one widget: only what is on the screen costs anything. The model holds
+// the selection; the grid knows which card the keyboard is at.
 class LibraryGrid : public QAbstractScrollArea {
     Q_OBJECT
 public:
@@ -50,7 +51,6 @@ protected:
 
 private:
     enum class Press { Nothing, Card, SelectedCard, Action, Band };
-    enum class Action { Favorite, Pin, Copy, Open };
 
     qreal offset() const;
     QPointF inContent(const QPointF &position) const { return position + QPointF(0, offset()); }
@@ -60,18 +60,11 @@ private:
     void makeVisible(int index);
     void stretchBand();
     void startDrag();
-    std::vector<Action> actionsOf(const QString &path) const;
-    QRectF actionRect(const QRectF &picture, size_t place, size_t count) const;
-    std::optional<Action> actionAt(int index, const QPointF &position) const;
-    void perform(Action action, const QString &path);
-    static QString titleOf(Action action);
-    static QString tipOf(Action action);
-    const char *symbolOf(Action action, const QString &path) const;
+    std::optional<CardAction> actionAt(int index, const QPointF &position) const;
+    void perform(CardAction action, const QString &path);
 
-    void paintCard(QPainter &painter, int index);
-    void paintPicture(QPainter &painter, const QRectF &rect, const LibraryItem &item);
-    void paintActions(QPainter &painter, const QRectF &picture, const QString &path);
-    QString detailOf(const LibraryItem &item, const CardPictures::Card *card) const;
+    CardPainter::Card cardAt(int index);
+    QRectF pictureRect(int index) const { return m_layout.picture(index).translated(0, -offset()); }
     int pictureEdge() const;
 
     LibraryModel &m_model;

@@ -1,5 +1,6 @@
 #include "library/ui/library_sidebar.h"
 
+#include "library/ui/dragged_files.h"
 #include "library/ui/library_actions.h"
 #include "library/ui/texts.h"
 #include "ui/symbol.h"
@@ -52,7 +53,8 @@ public:
         if (isSelected && option.state.testFlag(QStyle::State_HasFocus)) {
             painter->setPen(QPen(theme.accent, 1.5));
             painter->setBrush(Qt::NoBrush);
-            painter->drawRoundedRect(rect.adjusted(1, 1, -1, -1), Theme::Radius::control, Theme::Radius::control);
+            painter->drawRoundedRect(rect.adjusted(1, 1, -1, -1), Theme::Radius::control,
+                                     Theme::Radius::control);
         }
         constexpr qreal icon = Theme::Size::rowIcon;
         const QColor ink = isSelected ? theme.accentText : theme.text;
@@ -73,16 +75,6 @@ public:
         painter->restore();
     }
 };
-
-QStringList filesOf(const QMimeData *data)
-{
-    QStringList paths;
-    for (const QUrl &url : data->urls()) {
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    }
-    return paths;
-}
 
 } // namespace
 
@@ -193,8 +185,9 @@ void LibrarySidebar::contextMenuEvent(QContextMenuEvent *event)
         return;
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(symbolIcon(QStringLiteral("rectangle.and.pencil.and.ellipsis")), LibraryUiTexts::tr("Rename…"),
-                    &m_actions, [this, id = *collection] { m_actions.renameCollection(id); });
+    menu->addAction(symbolIcon(QStringLiteral("rectangle.and.pencil.and.ellipsis")),
+                    LibraryUiTexts::tr("Rename…"), &m_actions,
+                    [this, id = *collection] { m_actions.renameCollection(id); });
     menu->addAction(symbolIcon(QStringLiteral("trash")), LibraryUiTexts::tr("Delete Collection"), this,
                     [this, id = *collection] { m_model.library().catalog().deleteCollection(id); });
     menu->popup(viewport()->mapToGlobal(position));
@@ -202,7 +195,7 @@ void LibrarySidebar::contextMenuEvent(QContextMenuEvent *event)
 
 void LibrarySidebar::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!filesOf(event->mimeData()).isEmpty())
+    if (!localFiles(event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
@@ -220,7 +213,7 @@ void LibrarySidebar::dropEvent(QDropEvent *event)
     if (!collection)
         return event->ignore();
     QStringList mine;
-    for (const QString &path : filesOf(event->mimeData())) {
+    for (const QString &path : localFiles(event->mimeData())) {
         if (m_model.library().contains(path))
             mine.append(path);
     }

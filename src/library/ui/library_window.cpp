@@ -1,6 +1,7 @@
 #include "library/ui/library_window.h"
 
 #include "library/model/library_model.h"
+#include "library/ui/dragged_files.h"
 #include "library/ui/library_grid.h"
 #include "library/ui/library_sidebar.h"
 #include "library/ui/texts.h"
@@ -16,8 +17,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMimeData>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QShortcut>
 #include <QStackedLayout>
@@ -143,8 +144,9 @@ QWidget *LibraryWindow::makeSidebar()
     rows->addWidget(list, 1);
     auto *foot = new QVBoxLayout;
     foot->setContentsMargins(Theme::Space::inside, 0, Theme::Space::inside, 0);
-    auto *folder = button(QStringLiteral("folder"), LibraryUiTexts::tr("Open Folder"),
-                          LibraryUiTexts::tr("Show your captures folder in Finder."), BarButton::Label::Beside);
+    auto *folder =
+        button(QStringLiteral("folder"), LibraryUiTexts::tr("Open Folder"),
+               LibraryUiTexts::tr("Show your captures folder in Finder."), BarButton::Label::Beside);
     connect(folder, &QAbstractButton::clicked, m_actions, &LibraryActions::openFolder);
     foot->addWidget(folder, 0, Qt::AlignLeft);
     m_total = label(Theme::Type::Caption, QFont::Normal, true);
@@ -227,15 +229,18 @@ QWidget *LibraryWindow::makeToolbar()
     size->setValue(qRound(m_model.cardSize()));
     size->setFixedWidth(96);
     size->setAccessibleName(LibraryUiTexts::tr("Thumbnail Size"));
-    TipCenter::describe(size, {LibraryUiTexts::tr("Thumbnail Size"), LibraryUiTexts::tr("Make the cards bigger or smaller."), {}});
+    TipCenter::describe(
+        size,
+        {LibraryUiTexts::tr("Thumbnail Size"), LibraryUiTexts::tr("Make the cards bigger or smaller."), {}});
     connect(size, &QSlider::valueChanged, &m_model, [this](int value) { m_model.setCardSize(value); });
     row->addWidget(size);
     row->addSpacing(Theme::Space::inside);
     row->addWidget(dateButton());
     row->addWidget(sortButton());
-    auto *import = button(QStringLiteral("square.and.arrow.down"), LibraryUiTexts::tr("Import"),
-                          LibraryUiTexts::tr("Add images or videos from elsewhere. You can also drop files onto the grid."),
-                          BarButton::Label::None);
+    auto *import = button(
+        QStringLiteral("square.and.arrow.down"), LibraryUiTexts::tr("Import"),
+        LibraryUiTexts::tr("Add images or videos from elsewhere. You can also drop files onto the grid."),
+        BarButton::Label::None);
     connect(import, &QAbstractButton::clicked, m_actions, &LibraryActions::chooseFilesToImport);
     row->addWidget(import);
     return bar;
@@ -257,12 +262,13 @@ QWidget *LibraryWindow::makeGrid()
     m_stages->insertWidget(Cards, m_grid);
     m_stages->insertWidget(
         NoCaptures,
-        new EmptyState(QStringLiteral("camera.viewfinder"), LibraryUiTexts::tr("No Captures Yet"),
-                       withShortcutWords(LibraryUiTexts::tr(
-                           "Press ⌃⇧C or click the menu bar icon to capture. You can also drop images here."))));
-    m_stages->insertWidget(NoResults, new EmptyState(QStringLiteral("magnifyingglass"),
-                                                     LibraryUiTexts::tr("Nothing Found"),
-                                                     LibraryUiTexts::tr("Try another word, or another time range.")));
+        new EmptyState(
+            QStringLiteral("camera.viewfinder"), LibraryUiTexts::tr("No Captures Yet"),
+            withShortcutWords(LibraryUiTexts::tr(
+                "Press ⌃⇧C or click the menu bar icon to capture. You can also drop images here."))));
+    m_stages->insertWidget(
+        NoResults, new EmptyState(QStringLiteral("magnifyingglass"), LibraryUiTexts::tr("Nothing Found"),
+                                  LibraryUiTexts::tr("Try another word, or another time range.")));
     auto *busy = new QWidget;
     auto *middle = new QVBoxLayout(busy);
     middle->addWidget(new Spinner(32), 0, Qt::AlignCenter);
@@ -282,8 +288,9 @@ QWidget *LibraryWindow::makeSelectionBar()
     m_selected = label(Theme::Type::Body, QFont::Medium);
     row->addWidget(m_selected);
     row->addStretch(1);
-    auto *collection = button(QStringLiteral("folder.badge.plus"), LibraryUiTexts::tr("Collection"),
-                              LibraryUiTexts::tr("Add them to a collection, or start a new one."), BarButton::Label::Beside);
+    auto *collection =
+        button(QStringLiteral("folder.badge.plus"), LibraryUiTexts::tr("Collection"),
+               LibraryUiTexts::tr("Add them to a collection, or start a new one."), BarButton::Label::Beside);
     auto *menu = new QMenu(collection);
     collection->setMenu(menu);
     connect(collection, &BarButton::menuAboutToOpen, this, [this, menu] {
@@ -295,7 +302,8 @@ QWidget *LibraryWindow::makeSelectionBar()
                          LibraryUiTexts::tr("Move them to the Trash."), BarButton::Label::Beside);
     connect(trash, &QAbstractButton::clicked, this, [this] { m_actions->trash(m_model.selectedPaths()); });
     row->addWidget(trash);
-    auto *deselect = button(QStringLiteral("xmark.circle"), LibraryUiTexts::tr("Deselect"), {}, BarButton::Label::Beside);
+    auto *deselect =
+        button(QStringLiteral("xmark.circle"), LibraryUiTexts::tr("Deselect"), {}, BarButton::Label::Beside);
     TipCenter::describe(deselect, {LibraryUiTexts::tr("Deselect"), {}, LibraryUiTexts::tr("Esc")});
     connect(deselect, &QAbstractButton::clicked, this, [this] { m_model.setSelection({}); });
     row->addWidget(deselect);
@@ -306,7 +314,8 @@ void LibraryWindow::updateStage()
 {
     Stage stage = Cards;
     if (m_model.visibleCount() == 0) {
-        if (m_model.reading() == LibraryModel::Reading::Files || m_model.reading() == LibraryModel::Reading::Nothing)
+        if (m_model.reading() == LibraryModel::Reading::Files ||
+            m_model.reading() == LibraryModel::Reading::Nothing)
             stage = Busy;
         else
             stage = m_model.itemCount() == 0 ? NoCaptures : NoResults;
@@ -357,11 +366,7 @@ bool LibraryWindow::eventFilter(QObject *watched, QEvent *event)
     }
     if (watched != m_search && (event->type() == QEvent::DragEnter || event->type() == QEvent::Drop)) {
         auto *drop = static_cast<QDropEvent *>(event);
-        QStringList paths;
-        for (const QUrl &url : drop->mimeData()->urls()) {
-            if (url.isLocalFile())
-                paths.append(url.toLocalFile());
-        }
+        const QStringList paths = localFiles(drop->mimeData());
         if (paths.isEmpty())
             return false;
         drop->acceptProposedAction();
