@@ -107,14 +107,18 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
     buildCaptures();
     buildRecordings();
+    buildRequests();
     buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
     m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs, *m_presets,
-                                              [this](HotKeyAction action) { return isAvailable(action); });
-    connect(m_shortcuts.get(), &Shortcuts::performed, this, &AppDelegate::perform);
-    connect(m_shortcuts.get(), &Shortcuts::presetCalled, this, &AppDelegate::runPreset);
-    connect(m_shortcuts.get(), &Shortcuts::extraCalled, this, &AppDelegate::performExtra);
+                                              [this](HotKeyAction action) { return m_requests->isAvailable(action); });
+    connect(m_shortcuts.get(), &Shortcuts::performed, this,
+            [this](HotKeyAction action) { m_requests->perform(action); });
+    connect(m_shortcuts.get(), &Shortcuts::presetCalled, this,
+            [this](const CapturePreset &preset) { m_requests->runPreset(preset); });
+    connect(m_shortcuts.get(), &Shortcuts::extraCalled, this,
+            [this](ExtraShortcut::Command command) { m_requests->performExtra(command); });
     m_shortcuts->registerHotkeys();
     Log::info(QStringLiteral("Ready for shortcuts"));
 
@@ -230,8 +234,8 @@ void AppDelegate::leaveClipboard()
 void AppDelegate::buildStatusItem()
 {
     StatusItem::Actions actions;
-    actions.perform = [this](HotKeyAction action) { perform(action); };
-    actions.isAvailable = [this](HotKeyAction action) { return isAvailable(action); };
+    actions.perform = [this](HotKeyAction action) { m_requests->perform(action); };
+    actions.isAvailable = [this](HotKeyAction action) { return m_requests->isAvailable(action); };
     actions.openImage = [this] { m_documents->openImage(); };
     actions.hasPins = [this] { return !m_pins->windows().empty(); };
     actions.closePins = [this] { m_pins->closeAll(); };
@@ -304,13 +308,13 @@ void AppDelegate::buildLibraryWindow()
 void AppDelegate::buildShell()
 {
     ShellWindows::Actions actions;
-    actions.capture = [this] { captureWithCurrentMode(); };
-    actions.captureRegion = [this] { capture(CaptureMode::AllInOne, 0); };
+    actions.capture = [this] { m_requests->captureWithCurrentMode(); };
+    actions.captureRegion = [this] { m_requests->capture(CaptureMode::AllInOne); };
     actions.openLibrary = [this] { showLibrary(); };
     actions.openImage = [this] { m_documents->openImage(); };
     actions.openItem = [this](const QString &path) { m_documents->openLibraryItem(path); };
-    actions.runPreset = [this](const CapturePreset &preset) { runPreset(preset); };
-    actions.isAvailable = [this](CaptureMode mode) { return isAvailable(mode); };
+    actions.runPreset = [this](const CapturePreset &preset) { m_requests->runPreset(preset); };
+    actions.isAvailable = [this](CaptureMode mode) { return m_requests->isAvailable(mode); };
     actions.registrationProblem = [this](const KeyCombo &combo) { return m_shortcuts->problem(combo); };
     actions.makeDiagnostics = [this] {
         const Diagnostics diagnostics({*m_platform.paths, *m_platform.screens, *m_platform.permissions, *m_prefs,
@@ -324,53 +328,25 @@ void AppDelegate::buildShell()
                                              std::move(actions));
 }
 
-bool AppDelegate::isAvailable(CaptureMode mode) const
+void AppDelegate::buildRequests()
 {
-    switch (mode) {
-    case CaptureMode::AllInOne:
-    case CaptureMode::Screen:
-    case CaptureMode::Scrolling:
-    case CaptureMode::Text:
-        return true;
-    case CaptureMode::Video:
-        return isAvailable(HotKeyAction::Record);
-    case CaptureMode::Steps:
-        return isAvailable(HotKeyAction::Steps);
-    }
-    Q_UNREACHABLE();
-}
-
-void AppDelegate::performExtra(ExtraShortcut::Command command)
-{
-    switch (command) {
-    case ExtraShortcut::Command::Panel:
-        m_shell->openPanel();
-        break;
-    case ExtraShortcut::Command::Region:
-        capture(CaptureMode::AllInOne, 0);
-        break;
-    case ExtraShortcut::Command::Screen:
-        capture(CaptureMode::Screen, 0);
-        break;
-    case ExtraShortcut::Command::Window:
-        m_captures->captureFrontWindow();
-        break;
-    case ExtraShortcut::Command::Delayed:
-        perform(HotKeyAction::Delayed);
-        break;
-    }
+    m_requests = std::make_unique<Requests>(
+        Requests::Parts{m_activity, *m_settings, *m_captures, *m_recordings},
+        Requests::Actions{.openPanel = [this] { m_shell->openPanel(); },
+                          .showLibrary = [this] { showLibrary(); },
+                          .pinLastCapture = [this] { m_documents->pinLastCapture(); }});
 }
 
 void AppDelegate::buildLinks()
 {
     CommandLinks::Actions actions;
-    actions.perform = [this](HotKeyAction action) { perform(action); };
-    actions.captureWithCurrentMode = [this] { captureWithCurrentMode(); };
-    actions.captureRegion = [this] { capture(CaptureMode::AllInOne, 0); };
+    actions.perform = [this](HotKeyAction action) { m_requests->perform(action); };
+    actions.captureWithCurrentMode = [this] { m_requests->captureWithCurrentMode(); };
+    actions.captureRegion = [this] { m_requests->capture(CaptureMode::AllInOne); };
     actions.runPreset = [this](const QString &name) {
         const auto preset = m_presets->named(name);
         if (preset)
-            runPreset(*preset);
+            m_requests->runPreset(*preset);
         return preset.has_value();
     };
     actions.openFile = [this](const QString &path) { m_documents->openFile(path); };
@@ -389,111 +365,6 @@ void AppDelegate::tellOfTheLastSession(bool hasCrashed, bool hasMigrated)
             AppTexts::tr(
                 "Lumenpost didn't quit normally last time — Settings › Help can make a diagnostics file"),
             QStringLiteral("exclamationmark.triangle.fill"));
-}
-
-bool AppDelegate::isAvailable(HotKeyAction action) const
-{
-    switch (action) {
-    case HotKeyAction::Capture:
-    case HotKeyAction::FullScreen:
-    case HotKeyAction::Delayed:
-    case HotKeyAction::GrabText:
-    case HotKeyAction::Scrolling:
-    case HotKeyAction::Library:
-    case HotKeyAction::PinLast:
-        return true;
-    case HotKeyAction::Record:
-        return static_cast<bool>(m_captures->startRecording);
-    case HotKeyAction::Steps:
-        return static_cast<bool>(m_toggleSteps);
-    }
-    Q_UNREACHABLE();
-}
-
-void AppDelegate::perform(HotKeyAction action)
-{
-    // A menu of ours that is open would keep keyboard and pointer from what follows.
-    while (QWidget *menu = QApplication::activePopupWidget()) {
-        if (!menu->close())
-            break;
-    }
-    switch (action) {
-    case HotKeyAction::Capture:
-        captureWithCurrentMode();
-        break;
-    case HotKeyAction::FullScreen:
-        capture(CaptureMode::Screen, 0);
-        break;
-    case HotKeyAction::Delayed:
-        capture(CaptureMode::AllInOne, 3);
-        break;
-    case HotKeyAction::GrabText:
-        capture(CaptureMode::Text, 0);
-        break;
-    case HotKeyAction::Scrolling:
-        capture(CaptureMode::Scrolling, 0);
-        break;
-    case HotKeyAction::Library:
-        showLibrary();
-        break;
-    case HotKeyAction::Record:
-        capture(CaptureMode::Video, 0);
-        break;
-    case HotKeyAction::Steps:
-        capture(CaptureMode::Steps, 0);
-        break;
-    case HotKeyAction::PinLast:
-        m_documents->pinLastCapture();
-        break;
-    }
-}
-
-void AppDelegate::captureWithCurrentMode()
-{
-    // The panel's delay; the shortcut for a delayed capture has three seconds of its own.
-    capture(m_settings->mode(), m_settings->isOn(CaptureSettings::Switch::Delay) ? 5 : 0);
-}
-
-void AppDelegate::runPreset(const CapturePreset &preset)
-{
-    if (!m_activity.acceptsPreset())
-        return;
-    m_captures->setPendingOptions(preset.options);
-    capture(preset.captureMode(), preset.options.delay ? 5 : 0);
-}
-
-void AppDelegate::capture(CaptureMode mode, int delay)
-{
-    using Intent = CaptureFlow::Intent;
-    switch (mode) {
-    case CaptureMode::AllInOne:
-        m_captures->startCapture(Intent::Capture, delay);
-        break;
-    case CaptureMode::Screen:
-        m_captures->captureFullScreen(delay);
-        break;
-    case CaptureMode::Scrolling:
-        m_captures->startCapture(Intent::Scrolling, delay);
-        break;
-    case CaptureMode::Text:
-        m_captures->startCapture(Intent::GrabText, delay);
-        break;
-    case CaptureMode::Video:
-        toggleRecording(delay);
-        break;
-    case CaptureMode::Steps:
-        if (m_toggleSteps)
-            m_toggleSteps(delay);
-        break;
-    }
-}
-
-void AppDelegate::toggleRecording(int delay)
-{
-    if (m_activity.isRecording())
-        m_recordings->stop();
-    else
-        m_captures->startCapture(CaptureFlow::Intent::Video, delay);
 }
 
 void AppDelegate::showLibrary()

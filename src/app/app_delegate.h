@@ -7,6 +7,7 @@
 #include "app/countdown.h"
 #include "app/delivery.h"
 #include "app/quitting.h"
+#include "app/requests.h"
 #include "app/shell_windows.h"
 #include "app/shortcuts.h"
 #include "app/single_instance.h"
@@ -20,12 +21,10 @@
 #include "settings/capture_settings.h"
 
 #include <QObject>
-#include <functional>
 #include <memory>
 
 class AppSettings;
 class Appearance;
-struct CapturePreset;
 class CapturePresetStore;
 class ClaudeClient;
 class Defaults;
@@ -58,9 +57,6 @@ public:
     // doesn't answer.
     Result<bool> launch(const QStringList &words);
 
-    void perform(HotKeyAction action);
-    void captureWithCurrentMode();
-    void runPreset(const CapturePreset &preset);
     void showLibrary();
     void openArguments(const QStringList &arguments);
     // Opens what is on the clipboard.
@@ -68,16 +64,12 @@ public:
     void relaunch();
 
 private:
-    bool isAvailable(HotKeyAction action) const;
-    bool isAvailable(CaptureMode mode) const;
-    void capture(CaptureMode mode, int delay);
-    void toggleRecording(int delay);
     void buildCaptures();
     void buildRecordings();
+    void buildRequests();
     void buildLinks();
     void buildEditors();
     void buildShell();
-    void performExtra(ExtraShortcut::Command command);
     void buildLibraryWindow();
     void buildStatusItem();
     void tellOfTheLastSession(bool hasCrashed, bool hasMigrated);
@@ -117,10 +109,9 @@ private:
     std::unique_ptr<Delivery> m_delivery;
     std::unique_ptr<CaptureFlow> m_captures;
     std::unique_ptr<RecordingFlow> m_recordings;
+    std::unique_ptr<Requests> m_requests;
     std::unique_ptr<CommandLinks> m_links;
     std::unique_ptr<Shortcuts> m_shortcuts;
     std::unique_ptr<StatusItem> m_statusItem;
     Alerts m_alerts;
-    // Starts a steps session after a delay, or finishes the one that runs.
-    std::function<void(int delay)> m_toggleSteps;
 };
