@@ -15,10 +15,10 @@ bool areAlike(const QString &a, const QString &b)
 }
 
 // In a fixed-width font each character has one column.
-bool isInAnothersColumn(const ReadLine &line, const Symbol &symbol)
+bool isInAnothersColumn(const ReadLine &line, const ReadSign &sign)
 {
-    const double x = center(symbol.box);
-    return std::ranges::any_of(line.symbols, [&](const Symbol &other) {
+    const double x = center(sign.box);
+    return std::ranges::any_of(line.signs, [&](const ReadSign &other) {
         if (!other.isAlone)
             return false;
         const QRect &cell = line.cells[size_t(other.cell)];
@@ -29,12 +29,12 @@ bool isInAnothersColumn(const ReadLine &line, const Symbol &symbol)
 // In other fonts, beside a letter that has ink of its own.
 bool repeatsItsNeighbor(const ReadLine &line, size_t s)
 {
-    const auto &symbols = line.symbols;
-    const auto repeats = [&](const Symbol &other) {
-        return other.isAlone && areAlike(other.text, symbols[s].text);
+    const auto &signs = line.signs;
+    const auto repeats = [&](const ReadSign &other) {
+        return other.isAlone && areAlike(other.text, signs[s].text);
     };
-    return (s > 0 && !symbols[s].blankBefore && repeats(symbols[s - 1])) ||
-           (s + 1 < symbols.size() && !symbols[s + 1].blankBefore && repeats(symbols[s + 1]));
+    return (s > 0 && !signs[s].blankBefore && repeats(signs[s - 1])) ||
+           (s + 1 < signs.size() && !signs[s + 1].blankBefore && repeats(signs[s + 1]));
 }
 
 } // namespace
@@ -42,22 +42,22 @@ bool repeatsItsNeighbor(const ReadLine &line, size_t s)
 void dropSecondReadings(ReadLine &line)
 {
     std::vector<bool> isSecond;
-    for (size_t s = 0; s < line.symbols.size(); ++s)
+    for (size_t s = 0; s < line.signs.size(); ++s)
         isSecond.push_back(
-            line.symbols[s].cell < 0 &&
-            (line.pitch > 0 ? isInAnothersColumn(line, line.symbols[s]) : repeatsItsNeighbor(line, s)));
+            line.signs[s].cell < 0 &&
+            (line.pitch > 0 ? isInAnothersColumn(line, line.signs[s]) : repeatsItsNeighbor(line, s)));
     size_t kept = 0;
-    for (size_t s = 0; s < line.symbols.size(); ++s) {
+    for (size_t s = 0; s < line.signs.size(); ++s) {
         if (isSecond[s]) {
-            if (s + 1 < line.symbols.size())
-                line.symbols[s + 1].blankBefore |= line.symbols[s].blankBefore;
+            if (s + 1 < line.signs.size())
+                line.signs[s + 1].blankBefore |= line.signs[s].blankBefore;
             continue;
         }
         if (kept != s)
-            line.symbols[kept] = std::move(line.symbols[s]);
+            line.signs[kept] = std::move(line.signs[s]);
         ++kept;
     }
-    line.symbols.resize(kept);
+    line.signs.resize(kept);
 }
 
 void restoreUnderscores(ReadLine &line)
@@ -65,20 +65,20 @@ void restoreUnderscores(ReadLine &line)
     for (size_t c = 0; c < line.cells.size(); ++c) {
         const QRect &cell = line.cells[c];
         const bool isRead =
-            std::ranges::any_of(line.symbols, [c](const Symbol &s) { return s.cell == int(c); });
+            std::ranges::any_of(line.signs, [c](const ReadSign &s) { return s.cell == int(c); });
         const bool isLow =
             cell.top() >= line.baseline - 1 && cell.top() <= line.baseline + line.capHeight / 2;
         const bool isStroke =
             cell.height() <= std::max(2, line.capHeight / 5) && 2 * cell.width() >= line.capHeight;
         if (isRead || !isLow || !isStroke)
             continue;
-        const auto after = std::ranges::find_if(line.symbols, [&](const Symbol &symbol) {
-            return (symbol.cell >= 0 ? center(line.cells[size_t(symbol.cell)]) : center(symbol.box)) >
+        const auto after = std::ranges::find_if(line.signs, [&](const ReadSign &sign) {
+            return (sign.cell >= 0 ? center(line.cells[size_t(sign.cell)]) : center(sign.box)) >
                    center(cell);
         });
-        if (after == line.symbols.begin() || after == line.symbols.end())
+        if (after == line.signs.begin() || after == line.signs.end())
             continue; // a rule under something rather than a sign between signs
-        line.symbols.insert(after, Symbol{"_", QRectF(cell), 0.9, false, int(c), true});
+        line.signs.insert(after, ReadSign{"_", QRectF(cell), 0.9, false, int(c), true});
     }
 }
 
@@ -101,9 +101,9 @@ double usualGap(const ReadLine &line)
 }
 
 // A 1 stands in the middle of a digit's width.
-double roomBeside(const Symbol &symbol, const ReadLine &line)
+double roomBeside(const ReadSign &sign, const ReadLine &line)
 {
-    return symbol.text == "1" ? 0.15 * line.capHeight : 0;
+    return sign.text == "1" ? 0.15 * line.capHeight : 0;
 }
 
 } // namespace
@@ -112,29 +112,29 @@ void placeBlanks(ReadLine &line)
 {
     const double pitch = line.pitch;
     const double usual = usualGap(line);
-    for (size_t i = 1; i < line.symbols.size(); ++i) {
-        Symbol &symbol = line.symbols[i];
-        const Symbol &before = line.symbols[i - 1];
-        if (symbol.cell < 0 || before.cell < 0)
+    for (size_t i = 1; i < line.signs.size(); ++i) {
+        ReadSign &sign = line.signs[i];
+        const ReadSign &before = line.signs[i - 1];
+        if (sign.cell < 0 || before.cell < 0)
             continue;
-        if (symbol.cell == before.cell) {
-            symbol.blankBefore = false;
+        if (sign.cell == before.cell) {
+            sign.blankBefore = false;
             continue;
         }
-        const int gap = line.cells[size_t(symbol.cell)].left() - line.cells[size_t(before.cell)].right() - 1;
-        if (symbol.cell != before.cell + 1)
+        const int gap = line.cells[size_t(sign.cell)].left() - line.cells[size_t(before.cell)].right() - 1;
+        if (sign.cell != before.cell + 1)
             continue; // ink between them that belongs to neither: the pairing is not to be trusted
         if (pitch > 0) {
-            symbol.blankBefore = gap > 0.85 * pitch;
+            sign.blankBefore = gap > 0.85 * pitch;
             continue;
         }
         const double likely =
-            usual + 0.3 * line.capHeight + roomBeside(symbol, line) + roomBeside(before, line);
-        if (!symbol.isAlone || !before.isAlone)
+            usual + 0.3 * line.capHeight + roomBeside(sign, line) + roomBeside(before, line);
+        if (!sign.isAlone || !before.isAlone)
             continue;
         if (gap > likely)
-            symbol.blankBefore = true;
+            sign.blankBefore = true;
         else if (gap < 0.1 * line.capHeight)
-            symbol.blankBefore = false;
+            sign.blankBefore = false;
     }
 }

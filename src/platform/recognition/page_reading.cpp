@@ -3,7 +3,7 @@
 #include "platform/recognition/blanks.h"
 #include "platform/recognition/shape_vote.h"
 #include "platform/recognition/sign_rules.h"
-#include "platform/recognition/symbol_alignment.h"
+#include "platform/recognition/sign_alignment.h"
 
 void mend(const QImage &ink, std::vector<ReadLine> &lines)
 {
@@ -15,7 +15,7 @@ void mend(const QImage &ink, std::vector<ReadLine> &lines)
         placeBlanks(line);
     }
     voteByShape(ink, lines);
-    lookCloser(ink, lines);
+    mendLookalikes(ink, lines);
 }
 
 bool isIcon(const ReadLine &line)
@@ -23,31 +23,31 @@ bool isIcon(const ReadLine &line)
     constexpr size_t MostSigns = 2;
     constexpr double Doubt = 0.95;
     constexpr double DoubtOfSigns = 0.99; // that are neither letter nor digit
-    if (line.symbols.size() > MostSigns)
+    if (line.signs.size() > MostSigns)
         return false;
     double confidence = 0;
     bool isWord = false;
-    for (const Symbol &symbol : line.symbols) {
-        confidence += symbol.confidence / double(line.symbols.size());
-        isWord |= !symbol.text.isEmpty() && symbol.text[0].isLetterOrNumber();
+    for (const ReadSign &sign : line.signs) {
+        confidence += sign.confidence / double(line.signs.size());
+        isWord |= !sign.text.isEmpty() && sign.text[0].isLetterOrNumber();
     }
     return confidence < (isWord ? Doubt : DoubtOfSigns);
 }
 
 namespace {
 
-// The ink of each symbol in pixels. Together they hold all ink of the line: symbols that touch share their
-// piece, and a piece that no symbol was paired with belongs to the nearest.
+// The ink of each sign in pixels. Together they hold all ink of the line: signs that touch share their
+// piece, and a piece that no sign was paired with belongs to the nearest.
 std::vector<QRectF> inkBoxes(const ReadLine &line)
 {
     std::vector<QRectF> boxes;
-    for (const Symbol &symbol : line.symbols)
-        boxes.push_back(symbol.isAlone ? QRectF(line.cells[size_t(symbol.cell)]) : symbol.box);
+    for (const ReadSign &sign : line.signs)
+        boxes.push_back(sign.isAlone ? QRectF(line.cells[size_t(sign.cell)]) : sign.box);
     std::vector<bool> isTaken(line.cells.size(), false);
     for (size_t from = 0; from < boxes.size();) {
-        const int c = line.symbols[from].cell;
+        const int c = line.signs[from].cell;
         size_t to = from + 1;
-        while (c >= 0 && to < boxes.size() && line.symbols[to].cell == c)
+        while (c >= 0 && to < boxes.size() && line.signs[to].cell == c)
             ++to;
         if (c >= 0)
             isTaken[size_t(c)] = true;
@@ -98,19 +98,19 @@ RecognizedLine recognizedLine(const ReadLine &line, QSize picture, QPoint offset
     result.box = normalized(line.region.box);
     double confidence = 0;
     const std::vector<QRectF> boxes = inkBoxes(line);
-    for (size_t s = 0; s < line.symbols.size(); ++s) {
-        const Symbol &symbol = line.symbols[s];
-        if (symbol.blankBefore) {
+    for (size_t s = 0; s < line.signs.size(); ++s) {
+        const ReadSign &sign = line.signs[s];
+        if (sign.blankBefore) {
             result.text += ' ';
             result.characters.append(QRectF());
         }
-        result.text += symbol.text;
+        result.text += sign.text;
         const QRectF box = normalized(boxes[s]);
-        for (qsizetype i = 0; i < symbol.text.size(); ++i)
+        for (qsizetype i = 0; i < sign.text.size(); ++i)
             result.characters.append(box);
-        confidence += symbol.confidence;
+        confidence += sign.confidence;
     }
-    if (!line.symbols.empty())
-        result.confidence = confidence / double(line.symbols.size());
+    if (!line.signs.empty())
+        result.confidence = confidence / double(line.signs.size());
     return result;
 }

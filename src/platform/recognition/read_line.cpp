@@ -177,9 +177,9 @@ void sharePitch(std::vector<ReadLine> &lines)
         line.pitch = std::abs(line.pitch);
 }
 
-char kindOf(const Symbol &symbol)
+char kindOf(const ReadSign &sign)
 {
-    const QChar c = symbol.text.isEmpty() ? QChar() : symbol.text[0];
+    const QChar c = sign.text.isEmpty() ? QChar() : sign.text[0];
     return c.isDigit() ? 'd' : c.isLower() ? 'l' : c.isUpper() ? 'u' : '.';
 }
 
@@ -194,12 +194,12 @@ void measure(std::vector<ReadLine> &lines)
     sharePitch(lines);
 }
 
-std::vector<Run> runsOf(const std::vector<Symbol> &symbols)
+std::vector<Run> runsOf(const std::vector<ReadSign> &signs)
 {
     std::vector<Run> runs;
-    for (size_t i = 0; i < symbols.size(); ++i) {
-        const char kind = kindOf(symbols[i]);
-        const bool goes = i > 0 && !symbols[i].blankBefore && kind != '.' && kindOf(symbols[i - 1]) != '.';
+    for (size_t i = 0; i < signs.size(); ++i) {
+        const char kind = kindOf(signs[i]);
+        const bool goes = i > 0 && !signs[i].blankBefore && kind != '.' && kindOf(signs[i - 1]) != '.';
         if (!goes)
             runs.push_back({i, i});
         Run &run = runs.back();
@@ -208,7 +208,7 @@ std::vector<Run> runsOf(const std::vector<Symbol> &symbols)
         run.letters += kind == 'l' || kind == 'u';
         if (!goes)
             continue;
-        const char last = kindOf(symbols[i - 1]);
+        const char last = kindOf(signs[i - 1]);
         run.turns += kind == 'u' && last == 'l';
         run.turns += (kind == 'd') != (last == 'd');
     }

@@ -5,7 +5,7 @@
 #include <QString>
 
 // One character as it was read.
-struct Symbol {
+struct ReadSign {
     QString text;
     QRectF box; // pixels
     double confidence = 0;
@@ -16,7 +16,7 @@ struct Symbol {
 
 struct ReadLine {
     TextRegion region;
-    std::vector<Symbol> symbols;
+    std::vector<ReadSign> signs;
     std::vector<QRect> cells; // glyphs one beside the other: an i with its dot is one
     int baseline = 0;         // pixels
     int capHeight = 0;        // of letters with an upper part
@@ -32,10 +32,10 @@ inline double center(const QRect &box)
     return box.x() + box.width() / 2.0;
 }
 
-// A run of letters and digits among the symbols of a line.
+// A run of letters and digits among the signs of a line.
 struct Run {
     size_t from;
-    size_t to; // one past its last symbol
+    size_t to; // one past its last sign
     int letters = 0;
     int digits = 0;
     int turns = 0; // from letters to digits and back, and from small letters to capitals
@@ -43,7 +43,7 @@ struct Run {
     bool isPlain() const { return turns == 0 && to - from >= 2; }
 };
 
-std::vector<Run> runsOf(const std::vector<Symbol> &symbols);
+std::vector<Run> runsOf(const std::vector<ReadSign> &signs);
 
 // Cells, baseline and heights of each line, and the pitch of those in a fixed-width font.
 void measure(std::vector<ReadLine> &lines);

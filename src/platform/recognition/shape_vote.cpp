@@ -69,10 +69,10 @@ bool canBeConfused(const QString &text)
            (std::ranges::any_of(Confusable, holdsIt) || std::ranges::any_of(ConfusableInColumns, holdsIt));
 }
 
-// A symbol with what its shape is compared by.
+// A sign with what its shape is compared by.
 struct Evidence {
     size_t line;
-    size_t symbol;
+    size_t sign;
     Shape shape;
     double weight; // most in a word or a number, least among mixed signs
     bool isPlain;
@@ -83,15 +83,15 @@ std::vector<Evidence> evidenceOf(const QImage &ink, const std::vector<ReadLine> 
     std::vector<Evidence> all;
     for (size_t l = 0; l < lines.size(); ++l) {
         const ReadLine &line = lines[l];
-        for (const Run &run : runsOf(line.symbols)) {
+        for (const Run &run : runsOf(line.signs)) {
             for (size_t s = run.from; s < run.to; ++s) {
-                const Symbol &symbol = line.symbols[s];
-                if (!symbol.isAlone || !canBeConfused(symbol.text))
+                const ReadSign &sign = line.signs[s];
+                if (!sign.isAlone || !canBeConfused(sign.text))
                     continue;
-                const double weight = std::max(0.05, symbol.confidence) * (run.isPlain()    ? 3
+                const double weight = std::max(0.05, sign.confidence) * (run.isPlain()    ? 3
                                                                            : run.turns <= 1 ? 1
                                                                                             : 0.5);
-                all.push_back({l, s, shapeOf(ink, line.cells[size_t(symbol.cell)], line.baseline), weight,
+                all.push_back({l, s, shapeOf(ink, line.cells[size_t(sign.cell)], line.baseline), weight,
                                run.isPlain()});
             }
         }
@@ -114,12 +114,12 @@ void voteByShape(const QImage &ink, std::vector<ReadLine> &lines)
         if (one.isPlain)
             continue;
         const ReadLine &line = lines[one.line];
-        const QString &own = line.symbols[one.symbol].text;
+        const QString &own = line.signs[one.sign].text;
         QHash<QString, double> votes{{own, one.weight}};
         for (size_t j = 0; j < all.size(); ++j) {
             if (i == j || !haveOneSize(one.shape, all[j].shape))
                 continue;
-            const QString &other = lines[all[j].line].symbols[all[j].symbol].text;
+            const QString &other = lines[all[j].line].signs[all[j].sign].text;
             const bool isFixedWidth = line.pitch > 0 && lines[all[j].line].pitch > 0;
             if (other != own && !areConfusable(own, other, isFixedWidth))
                 continue;
@@ -132,5 +132,5 @@ void voteByShape(const QImage &ink, std::vector<ReadLine> &lines)
             changes.emplace_back(i, best.key());
     }
     for (const auto &[index, text] : changes)
-        lines[all[index].line].symbols[all[index].symbol].text = text;
+        lines[all[index].line].signs[all[index].sign].text = text;
 }

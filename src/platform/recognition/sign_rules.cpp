@@ -72,9 +72,9 @@ bool isTall(const ReadLine &line, const QRect &cell)
     return 10 * (line.baseline - cell.top()) >= 9 * line.capHeight;
 }
 
-bool isOneOf(const Symbol &symbol, QStringView set)
+bool isOneOf(const ReadSign &sign, QStringView set)
 {
-    return symbol.text.size() == 1 && set.contains(symbol.text[0]);
+    return sign.text.size() == 1 && set.contains(sign.text[0]);
 }
 
 // Letters without an upper part: with them a line shows how high its capitals are.
@@ -93,46 +93,46 @@ bool isSmallL(const QImage &ink, const QRect &cell)
 }
 
 // The reading that a shape of a fixed-width font asks for; empty when it asks for none.
-QString seenInColumns(const QImage &ink, const ReadLine &line, const Symbol &symbol, bool zerosAreFilled)
+QString seenInColumns(const QImage &ink, const ReadLine &line, const ReadSign &sign, bool zerosAreFilled)
 {
-    const QRect &cell = line.cells[size_t(symbol.cell)];
+    const QRect &cell = line.cells[size_t(sign.cell)];
     if (!isTall(line, cell))
         return {};
-    if (isOneOf(symbol, u"0O"))
+    if (isOneOf(sign, u"0O"))
         return read0OrO(ink, cell, zerosAreFilled);
-    if (isOneOf(symbol, u"5S"))
+    if (isOneOf(sign, u"5S"))
         return read5OrS(ink, cell);
-    if (isOneOf(symbol, u"1lI|"))
+    if (isOneOf(sign, u"1lI|"))
         return read1lOrI(ink, cell);
     return {};
 }
 
 // In other fonts a zero is narrower than a capital O, and a small L is nothing but a stroke.
-QString seenByWidth(const ReadLine &line, const Symbol &symbol)
+QString seenByWidth(const ReadLine &line, const ReadSign &sign)
 {
-    const QRect &cell = line.cells[size_t(symbol.cell)];
+    const QRect &cell = line.cells[size_t(sign.cell)];
     const double width = double(cell.width()) / line.capHeight;
-    if (isOneOf(symbol, u"0O") && isTall(line, cell) && line.capHeight >= 8)
+    if (isOneOf(sign, u"0O") && isTall(line, cell) && line.capHeight >= 8)
         return width > 0.93 ? "O" : width < 0.78 ? "0" : QString();
-    if (isOneOf(symbol, u"L") && width < 0.3)
+    if (isOneOf(sign, u"L") && width < 0.3)
         return "l";
     return {};
 }
 
 // Letters that have one form in two sizes.
-QString seenByHeight(const ReadLine &line, const Symbol &symbol)
+QString seenByHeight(const ReadLine &line, const ReadSign &sign)
 {
-    const QRect &cell = line.cells[size_t(symbol.cell)];
-    if (isOneOf(symbol, u"0Oo°") && !isTall(line, cell))
+    const QRect &cell = line.cells[size_t(sign.cell)];
+    if (isOneOf(sign, u"0Oo°") && !isTall(line, cell))
         return "o";
-    if (isOneOf(symbol, u"cCsSvVwWxXzZuU"))
-        return isTall(line, cell) ? symbol.text.toUpper() : symbol.text.toLower();
+    if (isOneOf(sign, u"cCsSvVwWxXzZuU"))
+        return isTall(line, cell) ? sign.text.toUpper() : sign.text.toLower();
     return {};
 }
 
 // Hexadecimal numbers are written in one case: among their digits other letters, and letters of the rarer
 // case, are misread.
-void mendHexadecimal(std::vector<Symbol> &symbols, const Run &run)
+void mendHexadecimal(std::vector<ReadSign> &signs, const Run &run)
 {
     constexpr size_t Shortest = 12;
     if (run.to - run.from < Shortest)
@@ -142,11 +142,11 @@ void mendHexadecimal(std::vector<Symbol> &symbols, const Run &run)
     int capital = 0;
     int others = 0;
     for (size_t s = run.from; s < run.to; ++s) {
-        const Symbol &symbol = symbols[s];
-        digits += isOneOf(symbol, u"0123456789");
-        small += isOneOf(symbol, u"abcdef");
-        capital += isOneOf(symbol, u"ABCDEF");
-        others += !isOneOf(symbol, u"0123456789abcdefABCDEF");
+        const ReadSign &sign = signs[s];
+        digits += isOneOf(sign, u"0123456789");
+        small += isOneOf(sign, u"abcdef");
+        capital += isOneOf(sign, u"ABCDEF");
+        others += !isOneOf(sign, u"0123456789abcdefABCDEF");
     }
     const int letters = small + capital;
     const int length = int(run.to - run.from);
@@ -156,8 +156,8 @@ void mendHexadecimal(std::vector<Symbol> &symbols, const Run &run)
                                                   {"S", "5"}, {"s", "5"}, {"Z", "2"}, {"G", "6"}, {"£", "f"},
                                                   {"é", "6"}, {"g", "9"}, {"q", "9"}, {"¢", "c"}, {"€", "e"}};
     for (size_t s = run.from; s < run.to; ++s) {
-        QString &text = symbols[s].text;
-        if (isOneOf(symbols[s], u"abcdefABCDEF"))
+        QString &text = signs[s].text;
+        if (isOneOf(signs[s], u"abcdefABCDEF"))
             text = capital > small ? text.toUpper() : text.toLower();
         else
             text = digitFor.value(text, text);
@@ -165,74 +165,74 @@ void mendHexadecimal(std::vector<Symbol> &symbols, const Run &run)
 }
 
 // Signs that stand in the midst of letters and digits only where one of those was misread.
-void mendStrangers(std::vector<Symbol> &symbols)
+void mendStrangers(std::vector<ReadSign> &signs)
 {
     static const QHash<QString, QString> plainFor{{"£", "f"}, {"¢", "c"}, {"€", "e"}, {"¥", "Y"}, {"§", "S"}};
     const auto continues = [&](size_t s) {
-        return s < symbols.size() && !symbols[s].text.isEmpty() && symbols[s].text[0].isLetterOrNumber();
+        return s < signs.size() && !signs[s].text.isEmpty() && signs[s].text[0].isLetterOrNumber();
     };
-    for (size_t s = 1; s + 1 < symbols.size(); ++s) {
-        if (symbols[s].blankBefore || symbols[s + 1].blankBefore || !continues(s - 1) || !continues(s + 1))
+    for (size_t s = 1; s + 1 < signs.size(); ++s) {
+        if (signs[s].blankBefore || signs[s + 1].blankBefore || !continues(s - 1) || !continues(s + 1))
             continue;
-        symbols[s].text = plainFor.value(symbols[s].text, symbols[s].text);
+        signs[s].text = plainFor.value(signs[s].text, signs[s].text);
     }
 }
 
 // Fixed-width fonts are for programs, whose quotation marks are straight.
-void straightenQuotes(std::vector<Symbol> &symbols)
+void straightenQuotes(std::vector<ReadSign> &signs)
 {
-    for (Symbol &symbol : symbols)
-        if (isOneOf(symbol, u"“”„"))
-            symbol.text = "\"";
-        else if (isOneOf(symbol, u"‘’"))
-            symbol.text = "'";
+    for (ReadSign &sign : signs)
+        if (isOneOf(sign, u"“”„"))
+            sign.text = "\"";
+        else if (isOneOf(sign, u"‘’"))
+            sign.text = "'";
 }
 
 // Letters with an accent among letters and digits without sense.
-void mendAccents(std::vector<Symbol> &symbols, const Run &run)
+void mendAccents(std::vector<ReadSign> &signs, const Run &run)
 {
     constexpr int Senseless = 2;
     if (run.digits > 0 && run.turns >= Senseless)
         for (size_t s = run.from; s < run.to; ++s)
-            if (isOneOf(symbols[s], u"é"))
-                symbols[s].text = "6";
+            if (isOneOf(signs[s], u"é"))
+                signs[s].text = "6";
 }
 
 } // namespace
 
-void lookCloser(const QImage &ink, std::vector<ReadLine> &lines)
+void mendLookalikes(const QImage &ink, std::vector<ReadLine> &lines)
 {
     bool zerosAreFilled = false;
     for (const ReadLine &line : lines)
         if (line.pitch > 0)
-            for (const Symbol &symbol : line.symbols)
-                zerosAreFilled |= symbol.isAlone && isOneOf(symbol, u"0O") &&
-                                  centerOf(ink, line.cells[size_t(symbol.cell)]) > FilledCenter;
+            for (const ReadSign &sign : line.signs)
+                zerosAreFilled |= sign.isAlone && isOneOf(sign, u"0O") &&
+                                  centerOf(ink, line.cells[size_t(sign.cell)]) > FilledCenter;
     for (ReadLine &line : lines) {
         const bool knowsHeight = hasSmallLetters(line) && (line.pitch > 0 || line.capHeight >= 12);
-        mendStrangers(line.symbols);
+        mendStrangers(line.signs);
         if (line.pitch > 0) {
-            straightenQuotes(line.symbols);
-            for (Symbol &symbol : line.symbols)
-                if (symbol.isAlone && isOneOf(symbol, u"L") && isSmallL(ink, line.cells[size_t(symbol.cell)]))
-                    symbol.text = "l";
+            straightenQuotes(line.signs);
+            for (ReadSign &sign : line.signs)
+                if (sign.isAlone && isOneOf(sign, u"L") && isSmallL(ink, line.cells[size_t(sign.cell)]))
+                    sign.text = "l";
         }
-        for (const Run &run : runsOf(line.symbols)) {
+        for (const Run &run : runsOf(line.signs)) {
             if (run.isPlain())
                 continue;
             for (size_t s = run.from; s < run.to; ++s) {
-                Symbol &symbol = line.symbols[s];
-                if (!symbol.isAlone)
+                ReadSign &sign = line.signs[s];
+                if (!sign.isAlone)
                     continue;
-                QString seen = line.pitch > 0 ? seenInColumns(ink, line, symbol, zerosAreFilled)
-                                              : seenByWidth(line, symbol);
+                QString seen = line.pitch > 0 ? seenInColumns(ink, line, sign, zerosAreFilled)
+                                              : seenByWidth(line, sign);
                 if (seen.isEmpty() && knowsHeight)
-                    seen = seenByHeight(line, symbol);
+                    seen = seenByHeight(line, sign);
                 if (!seen.isEmpty())
-                    symbol.text = seen;
+                    sign.text = seen;
             }
-            mendAccents(line.symbols, run);
-            mendHexadecimal(line.symbols, run);
+            mendAccents(line.signs, run);
+            mendHexadecimal(line.signs, run);
         }
     }
 }

@@ -4,4 +4,4 @@
 
 // Looks at single shapes among mixed signs once more, where fonts make signs that are alike differ: by what
 // is filled, by serifs, by height and by width. The lines are aligned.
-void lookCloser(const QImage &ink, std::vector<ReadLine> &lines);
+void mendLookalikes(const QImage &ink, std::vector<ReadLine> &lines);

@@ -70,10 +70,10 @@ QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReade
         const int middle = band.top + region.box.center().y();
         if (middle < band.ownTop || middle >= band.ownBottom)
             continue;
-        if (auto symbols = reader.read(ink, region, pace); !symbols.empty()) {
+        if (auto signs = reader.read(ink, region, pace); !signs.empty()) {
             read.emplace_back();
             read.back().region = region;
-            read.back().symbols = std::move(symbols);
+            read.back().signs = std::move(signs);
         }
     }
     mend(ink, read);

@@ -58,7 +58,7 @@ Result<std::unique_ptr<TesseractReader>> TesseractReader::open(const QString &da
     return std::unique_ptr<TesseractReader>(new TesseractReader(std::move(parts)));
 }
 
-std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &region, Pace pace)
+std::vector<ReadSign> TesseractReader::read(const QImage &ink, const TextRegion &region, Pace pace)
 {
     const int pad = 2;
     const QRect crop = region.box.adjusted(-pad, -pad, pad, pad).intersected(ink.rect());
@@ -90,7 +90,7 @@ std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &r
     const std::unique_ptr<tesseract::ResultIterator> each(api.GetIterator());
     if (!each)
         return {};
-    std::vector<Symbol> symbols;
+    std::vector<ReadSign> signs;
     do {
         if (each->Empty(tesseract::RIL_SYMBOL))
             continue;
@@ -102,12 +102,12 @@ std::vector<Symbol> TesseractReader::read(const QImage &ink, const TextRegion &r
         int right = 0;
         int bottom = 0;
         each->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
-        symbols.push_back(
+        signs.push_back(
             {.text = QString::fromUtf8(text.get()),
              .box = QRectF((left - Margin) / scaleX + crop.x(), (top - Margin) / scale + crop.y(),
                            (right - left) / scaleX, (bottom - top) / scale),
              .confidence = each->Confidence(tesseract::RIL_SYMBOL) / 100.0,
-             .blankBefore = each->IsAtBeginningOf(tesseract::RIL_WORD) && !symbols.empty()});
+             .blankBefore = each->IsAtBeginningOf(tesseract::RIL_WORD) && !signs.empty()});
     } while (each->Next(tesseract::RIL_SYMBOL));
-    return symbols;
+    return signs;
 }

@@ -14,8 +14,8 @@ public:
     ~TesseractReader();
 
     enum class Pace { Careful, Brisk };
-    // The symbols of one region of a picture's ink, from left to right; none when there is no text.
-    std::vector<Symbol> read(const QImage &ink, const TextRegion &region, Pace pace);
+    // The signs of one region of a picture's ink, from left to right; none when there is no text.
+    std::vector<ReadSign> read(const QImage &ink, const TextRegion &region, Pace pace);
 
 private:
     struct Parts;

@@ -1,4 +1,4 @@
-#include "platform/recognition/symbol_alignment.h"
+#include "platform/recognition/sign_alignment.h"
 
 #include <array>
 #include <limits>
@@ -43,24 +43,24 @@ constexpr double TwoPieces = 0.3;
 constexpr double FarthestPlace = 8;
 constexpr size_t MostTouching = 6;
 
-// The cheapest way from the first to the last of symbols and cells, by dynamic programming.
+// The cheapest way from the first to the last of signs and cells, by dynamic programming.
 class Alignment {
 public:
     explicit Alignment(ReadLine &line)
         : m_line(line),
-          m_symbols(line.symbols.size()),
+          m_signs(line.signs.size()),
           m_cells(line.cells.size()),
           m_unit(line.capHeight),
-          m_steps((m_symbols + 1) * (m_cells + 1))
+          m_steps((m_signs + 1) * (m_cells + 1))
     {
-        for (const Symbol &symbol : line.symbols)
-            m_widths.push_back(usualWidth(symbol.text) * m_unit);
+        for (const ReadSign &sign : line.signs)
+            m_widths.push_back(usualWidth(sign.text) * m_unit);
     }
 
     void run()
     {
         at(0, 0).cost = 0;
-        for (size_t i = 0; i <= m_symbols; ++i)
+        for (size_t i = 0; i <= m_signs; ++i)
             for (size_t j = 0; j <= m_cells; ++j)
                 if (std::isfinite(at(i, j).cost))
                     goOnFrom(i, j);
@@ -70,32 +70,32 @@ public:
 private:
     struct Step {
         double cost = std::numeric_limits<double>::infinity();
-        int symbols = 0;
+        int signs = 0;
         int cells = 0;
     };
     Step &at(size_t i, size_t j) { return m_steps[i * (m_cells + 1) + j]; }
-    void offer(size_t i, size_t j, double cost, size_t symbols, size_t cells)
+    void offer(size_t i, size_t j, double cost, size_t signs, size_t cells)
     {
-        if (Step &step = at(i + symbols, j + cells); cost < step.cost)
-            step = {cost, int(symbols), int(cells)};
+        if (Step &step = at(i + signs, j + cells); cost < step.cost)
+            step = {cost, int(signs), int(cells)};
     }
 
     void goOnFrom(size_t i, size_t j)
     {
         const double here = at(i, j).cost;
-        if (i < m_symbols)
+        if (i < m_signs)
             offer(i, j, here + SkippedSymbol, 1, 0);
         if (j < m_cells) // a speck is skipped more lightly than a letter
             offer(i, j, here + SkippedCell * std::min(1.0, 0.3 + m_line.cells[j].height() / m_unit), 0, 1);
-        if (i == m_symbols || j == m_cells)
+        if (i == m_signs || j == m_cells)
             return;
         const QRectF cell(m_line.cells[j]);
-        if (std::abs(center(m_line.symbols[i].box) - cell.center().x()) >
+        if (std::abs(center(m_line.signs[i].box) - cell.center().x()) >
             FarthestPlace * m_unit + cell.width())
             return;
         const double start = here + ofBlank(i, j);
-        for (size_t count = 1; count <= MostTouching && i + count <= m_symbols; ++count) {
-            if (count > 1 && m_line.symbols[i + count - 1].blankBefore)
+        for (size_t count = 1; count <= MostTouching && i + count <= m_signs; ++count) {
+            if (count > 1 && m_line.signs[i + count - 1].blankBefore)
                 break;
             offer(i, j, start + ofFit(i, count, cell.left(), cell.right()), count, 1);
         }
@@ -110,7 +110,7 @@ private:
     double ofFit(size_t first, size_t count, double left, double right) const
     {
         const double middle =
-            (m_line.symbols[first].box.left() + m_line.symbols[first + count - 1].box.right()) / 2;
+            (m_line.signs[first].box.left() + m_line.signs[first + count - 1].box.right()) / 2;
         const double away = std::abs(middle - (left + right) / 2) / m_unit;
         const double cost =
             Displaced * away + Astray * std::max(0.0, away - UsualLag) + Touching * double(count - 1);
@@ -130,34 +130,34 @@ private:
     double ofBlank(size_t i, size_t j)
     {
         const Step &before = at(i, j);
-        if (i == 0 || j == 0 || before.symbols == 0 || before.cells == 0)
+        if (i == 0 || j == 0 || before.signs == 0 || before.cells == 0)
             return 0;
         const double gap = m_line.cells[j].left() - m_line.cells[j - 1].right() - 1;
         const double pitch = m_line.pitch;
         const bool isNarrow = pitch > 0 ? gap < 0.6 * pitch : gap < 0.18 * m_unit;
         const bool isWide = pitch > 0 ? gap > 0.85 * pitch : gap > 0.45 * m_unit;
-        return (m_line.symbols[i].blankBefore ? isNarrow : isWide) ? WrongBlank : 0;
+        return (m_line.signs[i].blankBefore ? isNarrow : isWide) ? WrongBlank : 0;
     }
 
     void assign()
     {
-        for (size_t i = m_symbols, j = m_cells; i > 0 || j > 0;) {
+        for (size_t i = m_signs, j = m_cells; i > 0 || j > 0;) {
             const Step &step = at(i, j);
-            if (step.symbols == 0 && step.cells == 0)
+            if (step.signs == 0 && step.cells == 0)
                 return;
-            i -= size_t(step.symbols);
+            i -= size_t(step.signs);
             j -= size_t(step.cells);
             if (step.cells == 0)
                 continue;
-            for (size_t s = i; s < i + size_t(step.symbols); ++s) {
-                m_line.symbols[s].cell = int(j);
-                m_line.symbols[s].isAlone = step.symbols == 1 && step.cells == 1;
+            for (size_t s = i; s < i + size_t(step.signs); ++s) {
+                m_line.signs[s].cell = int(j);
+                m_line.signs[s].isAlone = step.signs == 1 && step.cells == 1;
             }
         }
     }
 
     ReadLine &m_line;
-    size_t m_symbols;
+    size_t m_signs;
     size_t m_cells;
     double m_unit;
     std::vector<Step> m_steps;
