@@ -82,8 +82,6 @@ EditorDocument::Source EditorDocument::load(const QString &path, const QString &
     return source;
 }
 
-// --- fields
-
 template <typename T>
 void EditorDocument::set(T &member, const T &value, Field field)
 {
@@ -245,8 +243,6 @@ void EditorDocument::setDisplayName(const QString &name)
     set(m_displayName, name, Field::File);
 }
 
-// --- questions
-
 std::optional<QColor> EditorDocument::sampleColor(const QPointF &point) const
 {
     if (!std::isfinite(point.x()) || !std::isfinite(point.y()))
@@ -274,8 +270,6 @@ int EditorDocument::nextStepNumber() const
     }
     return highest ? *highest + (*highest < std::numeric_limits<int>::max()) : 1;
 }
-
-// --- objects
 
 Annotation EditorDocument::makeAnnotation(ToolKind kind, const QPointF &point) const
 {
@@ -403,8 +397,6 @@ void EditorDocument::addCopies(const QList<Annotation> &originals)
     setSelectedID(all.last().id);
 }
 
-// --- surgery
-
 void EditorDocument::applyCrop(const QRectF &rect)
 {
     if (!std::isfinite(rect.left() + rect.top() + rect.width() + rect.height()))
@@ -442,8 +434,6 @@ void EditorDocument::applyCutout(const QRectF &rect, bool columns)
     setSelectedID({});
 }
 
-// --- results
-
 QImage EditorDocument::flattened() const
 {
     const bool blurs = std::any_of(m_annotations.begin(), m_annotations.end(),
@@ -460,8 +450,6 @@ ProjectFile EditorDocument::project() const
 {
     return ProjectFile::describing(m_annotations, m_effects);
 }
-
-// --- history
 
 void EditorDocument::pushUndo()
 {

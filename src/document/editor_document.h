@@ -73,7 +73,6 @@ public:
     // base is null, and there is nothing to edit. Callable from any thread.
     static Source load(const QString &path, const QString &projectDirectory);
 
-    // --- what is edited
     const QImage &base() const { return m_base; }
     void setBase(const QImage &base);
     // The pixelated copy of the base, made when first asked for after a change of base: that takes several
@@ -92,7 +91,7 @@ public:
     void setEffects(const Effects &effects);
     Contents contents() const { return {m_base, m_annotations, m_effects}; }
 
-    // --- what has been saved. At first that is what the document was made from.
+    // What has been saved; at first, what the document was made from.
     bool hasUnsavedChanges() const { return contents() != m_saved; }
     const Contents &saved() const { return m_saved; }
     void setSaved(const Contents &contents);
@@ -102,14 +101,12 @@ public:
     // Takes other contents over as one undo step, but for the effects, which no undo changes.
     void setContents(const Contents &contents);
 
-    // --- selection
     std::optional<QUuid> selectedID() const { return m_selectedID; }
     void setSelectedID(const std::optional<QUuid> &id);
     std::optional<Annotation> object(const QUuid &id) const;
     std::optional<Annotation> selected() const;
 
-    // --- tools. A change of colour, size or font is written into the selected object; it is no undo step of
-    // its own.
+    // A change of colour, size or font is written into the selected object; it is no undo step of its own.
     ToolKind tool() const { return m_tool; }
     void setTool(ToolKind tool);
     // As a user picks one: lets go of the selected object, so that the options are the tool's.
@@ -131,7 +128,6 @@ public:
     // Takes an object's look as the current look.
     void adoptStyle(const Annotation &annotation);
 
-    // --- where it lives
     QUrl fileURL() const { return m_fileURL; }
     void setFileURL(const QUrl &url);
     // Of the file as it was read or written last; empty when nobody has looked yet.
@@ -142,7 +138,6 @@ public:
     QString displayName() const { return m_displayName; } // overrides the window's title; empty for none
     void setDisplayName(const QString &name);
 
-    // --- questions
     // The colour of one pixel of the base; nothing outside.
     std::optional<QColor> sampleColor(const QPointF &point) const;
     // The top-most object whose bounds, outset by `tolerance`, hold the point.
@@ -150,7 +145,6 @@ public:
     // One above the highest number of all steps.
     int nextStepNumber() const;
 
-    // --- objects
     // A new object with the current look; not added.
     Annotation makeAnnotation(ToolKind kind, const QPointF &point) const;
     // Adds it on top as one undo step, and selects it.
@@ -167,22 +161,19 @@ public:
     // Copies of objects, as one undo step, with identities and step numbers of their own. Selects the last.
     void addCopies(const QList<Annotation> &originals);
 
-    // --- surgery on the base
     // Cuts to the rectangle, rounded outwards, at least 4 × 4.
     void applyCrop(const QRectF &rect);
     // Takes out a band of rows (or columns) and joins the rest with a torn edge. Only the rectangle's extent
     // along the cut axis counts.
     void applyCutout(const QRectF &rect, bool columns);
 
-    // --- results
     // The picture with its objects, without effects.
     QImage flattened() const;
     // What leaves the editor: with effects.
     QImage exported() const;
     ProjectFile project() const;
 
-    // --- history. A snapshot holds base and objects; it shares their data. Effects, tools and selection are
-    // not in it.
+    // A step of the history holds base and objects, whose data it shares, but no effects, tools and selection.
     void pushUndo();
     void undo();
     void redo();

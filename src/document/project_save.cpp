@@ -144,7 +144,7 @@ Result<void> commit(const QString &path, const QString &projectDirectory, const 
 }
 
 // Whether drawing the project gives the very picture. What a lossy encoder makes of both must be the same.
-bool looksLike(const ProjectFile::Contents &contents, const QString &path)
+bool draws(const ProjectFile::Contents &contents, const QString &path)
 {
     const auto annotations = contents.project.objects();
     const QImage flat = annotations.isEmpty()
@@ -257,7 +257,7 @@ Opened open(const QString &path, const QString &projectDirectory)
         return {};
     if (isOwn)
         return {*std::move(contents), false};
-    if (!looksLike(*contents, path)) {
+    if (!draws(*contents, path)) {
         setAside(projectDirectory);
         return {{}, true};
     }

@@ -82,7 +82,7 @@ void ScreenRecorder::start(const Screen &screen, const QRectF &rect, const Captu
     if (isOfLibrary)
         m_ports.library.ensureDirectory();
     const QString target = isOfLibrary
-                               ? m_ports.library.newURL(QStringLiteral("Recording"), QStringLiteral("mov"))
+                               ? m_ports.library.newPath(QStringLiteral("Recording"), QStringLiteral("mov"))
                                : std::exchange(m_target, {});
     const auto existing = isOfLibrary ? RecordingPlace::Existing::Kept : RecordingPlace::Existing::Replaced;
     const FilmSession::Ports ports{m_ports.films, m_ports.sounds, m_ports.movies};

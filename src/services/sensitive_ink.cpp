@@ -47,8 +47,6 @@ double columnWidth(const QList<double> &centers, double width)
     return quantile(drifts, 0.5) < 0.08 * pitch || quantile(drifts, 0.9) < 0.25 * pitch ? pitch : 0;
 }
 
-// ---- Runs that lost a sign ----
-
 constexpr qsizetype MostLost = 3;
 
 // Where characters stand in columns, the columns tell how long a run is, also when reading lost some of it.
@@ -72,8 +70,6 @@ QList<Match> shortenedRuns(const RecognizedLine &line)
     }
     return found;
 }
-
-// ---- Blanks that are none ----
 
 // Whether a blank is narrower than any between words: wider beside a 1, which leaves its place half empty.
 bool isFalseBlank(const RecognizedLine &line, qsizetype blank)
@@ -109,8 +105,6 @@ QList<Match> acrossFalseBlanks(const RecognizedLine &line)
             found.append({places[match.start], places[match.end() - 1] + 1 - places[match.start]});
     return found;
 }
-
-// ---- Runs that gained a sign ----
 
 // Whether the widest gap in a run stands behind a word: a blank that was overlooked.
 bool hasABlank(const RecognizedLine &line, const Match &match)
