@@ -2,6 +2,7 @@
 
 #include "base/json.h"
 #include "base/log.h"
+#include "library/companions.h"
 #include "library/library.h"
 #include "library/library_backup.h"
 
@@ -102,7 +103,7 @@ QStringList ConflictCopies::in(const QString &directory)
 
 Result<int> ConflictCopies::takeIn(Library &library)
 {
-    const QDir directory(QDir(library.folder()).filePath(QStringLiteral(".lumenpost")));
+    const QDir directory(Companions::hiddenIn(library.folder()));
     QStringList taken;
     CatalogData others;
     for (const QString &name : in(directory.path())) {

@@ -7,11 +7,10 @@
 #include "base/log.h"
 #include "base/scratch_folder.h"
 #include "document/image_files.h"
-#include "document/project_save.h"
+#include "library/companions.h"
 #include "library/folder_watch.h"
 #include "library/intent.h"
 #include "library/library_names.h"
-#include "library/library_versions.h"
 #include "library/texts.h"
 #include "platform/trash.h"
 #include "settings/app_settings.h"
@@ -29,17 +28,11 @@ using LibraryNames::nameOf;
 
 namespace {
 
-const QString kHidden = QStringLiteral(".lumenpost");
 const QString kCapture = QStringLiteral("Capture");
 
 QString lowerExtension(const QString &path)
 {
     return QFileInfo(path).suffix().toLower();
-}
-
-QString hiddenIn(const QString &folder)
-{
-    return QDir(folder).filePath(kHidden);
 }
 
 bool isOfLibrary(const QString &name)
@@ -75,7 +68,7 @@ Library::Library(AppSettings &settings, Trash &trash, const Clock &clock, QObjec
       m_settings(settings),
       m_trash(trash),
       m_clock(clock),
-      m_catalog(hiddenIn(settings.saveFolder())),
+      m_catalog(Companions::hiddenIn(settings.saveFolder())),
       m_reservations(std::make_shared<Reservations>())
 {
     connect(&settings, &AppSettings::saveFolderChanged, this, &Library::followFolder);
@@ -87,7 +80,7 @@ Library::~Library() = default;
 
 void Library::followFolder()
 {
-    m_catalog.setDirectory(hiddenIn(folder()));
+    m_catalog.setDirectory(Companions::hiddenIn(folder()));
     recover();
     if (m_watch)
         watch();
@@ -159,9 +152,7 @@ LibraryItem Library::item(const QString &path) const
     return {path, info.lastModified(), info.size()};
 }
 
-// --- new files
-
-QString Library::newURL(const QString &prefix, const QString &extension)
+QString Library::newPath(const QString &prefix, const QString &extension)
 {
     ensureDirectory();
     const QString stamp = QLocale().toString(m_clock.now(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
@@ -257,8 +248,6 @@ int Library::importFiles(const QStringList &paths)
     return static_cast<int>(imports.size());
 }
 
-// --- renaming and removing
-
 Result<QString> Library::rename(const QString &path, const QString &name)
 {
     const QString clean = LibraryNames::cleaned(name);
@@ -271,23 +260,23 @@ Result<QString> Library::rename(const QString &path, const QString &name)
     if (!lock)
         return std::unexpected(lock.error());
     const QString oldName = nameOf(path);
-    if (!isThere(oldName))
+    if (!Companions(folder()).isThere(oldName))
         return fail(Error::Kind::NotFound, LibraryTexts::tr("There is no file %1.").arg(path));
     QString target;
     for (bool isMoved = false; !isMoved;) {
         target = freeFilePath(folder(), clean, QFileInfo(path).suffix(), m_reservations->all());
         const Intent intent{oldName, nameOf(target), inodeOf(path)};
-        if (auto written = Intent::write(hiddenIn(folder()), intent); !written)
+        if (auto written = Intent::write(Companions::hiddenIn(folder()), intent); !written)
             return std::unexpected(written.error());
         const auto moved = AtomicFile::moveWithoutReplacing(path, target);
         if (!moved) {
-            Intent::clear(hiddenIn(folder()));
+            Intent::clear(Companions::hiddenIn(folder()));
             return std::unexpected(moved.error());
         }
         isMoved = *moved;
     }
     finishRename(lock, oldName, nameOf(target));
-    Intent::clear(hiddenIn(folder()));
+    Intent::clear(Companions::hiddenIn(folder()));
     know({oldName, nameOf(target)});
     Q_EMIT renamed(path, target);
     Q_EMIT changed();
@@ -296,48 +285,8 @@ Result<QString> Library::rename(const QString &path, const QString &name)
 
 void Library::finishRename(const Result<FileLock> &lock, const QString &oldName, const QString &newName)
 {
-    const QString projects = hiddenPath(QStringLiteral("projects"));
-    if (QFileInfo::exists(projects)) {
-        const auto projectsLock = FileLock::take(ProjectSave::lockFile(projects));
-        const QString from = projectDirectory(inFolder(oldName));
-        const auto owner = ProjectSave::owner(from);
-        const bool isOwn = owner ? *owner == oldName || !isThere(*owner) : !hasSiblingImage(oldName);
-        if (QFileInfo::exists(from) && isOwn) {
-            QString to = projects + QLatin1Char('/') + baseOf(newName);
-            if (QFileInfo::exists(to))
-                to = projects + QStringLiteral("/.") + newName;
-            if (QFileInfo::exists(to))
-                ProjectSave::setAside(to);
-            QDir().rename(from, to);
-            ProjectSave::setOwner(to, newName);
-        } else if (const QString to = projectDirectory(inFolder(newName));
-                   ProjectSave::owner(to) == oldName) {
-            ProjectSave::setOwner(to, newName);
-        }
-    }
-    moveVersions(oldName, newName);
+    Companions(folder()).follow(oldName, newName);
     m_catalog.store(lock, CatalogPatch::renaming(m_catalog.data(), oldName, newName));
-}
-
-void Library::moveVersions(const QString &oldName, const QString &newName) const
-{
-    const QString from = versionsDirectory(inFolder(oldName));
-    const QString to = versionsDirectory(inFolder(newName));
-    if (!QFileInfo::exists(from))
-        return;
-    const VersionFolders folders = VersionFolders::of(from, oldName, folder());
-    if (!folders.hasOthers && !QFileInfo::exists(to)) {
-        QDir().rename(from, to);
-        return;
-    }
-    QDir().mkpath(to);
-    for (const LibraryVersion &version : folders.own) {
-        qint64 stamp = version.date.toMSecsSinceEpoch();
-        while (QFileInfo::exists(to + QLatin1Char('/') + QString::number(stamp)))
-            ++stamp;
-        QDir().rename(version.folder, to + QLatin1Char('/') + QString::number(stamp));
-    }
-    QDir().rmdir(from); // if nothing is left
 }
 
 Result<void> Library::remove(const QString &path)
@@ -349,13 +298,13 @@ Result<void> Library::remove(const QString &path)
     if (!lock)
         return std::unexpected(lock.error());
     const QString name = nameOf(path);
-    if (auto written = Intent::write(hiddenIn(folder()), {name, {}, inodeOf(path)}); !written)
+    if (auto written = Intent::write(Companions::hiddenIn(folder()), {name, {}, inodeOf(path)}); !written)
         return written;
     const auto trashed = m_trash.moveToTrash(path);
-    const bool isGone = !isThere(name);
+    const bool isGone = !Companions(folder()).isThere(name);
     if (isGone)
         finishRemove(lock, name);
-    Intent::clear(hiddenIn(folder()));
+    Intent::clear(Companions::hiddenIn(folder()));
     if (!trashed && !isGone) {
         Log::error(QStringLiteral("Couldn't move %1 to the Trash").arg(name), trashed.error());
         return std::unexpected(trashed.error());
@@ -369,29 +318,13 @@ Result<void> Library::remove(const QString &path)
 
 void Library::finishRemove(const Result<FileLock> &lock, const QString &name)
 {
-    const QString path = inFolder(name);
-    if (const QString projects = hiddenPath(QStringLiteral("projects")); QFileInfo::exists(projects)) {
-        const auto projectsLock = FileLock::take(ProjectSave::lockFile(projects));
-        const QString project = projectDirectory(path);
-        const auto owner = ProjectSave::owner(project);
-        if (owner ? *owner == name || !isThere(*owner) : !hasSiblingImage(name))
-            QDir(project).removeRecursively();
-    }
-    if (const QString versions = versionsDirectory(path); QFileInfo::exists(versions)) {
-        const VersionFolders folders = VersionFolders::of(versions, name, folder());
-        if (folders.hasOthers) {
-            for (const LibraryVersion &version : folders.own)
-                QDir(version.folder).removeRecursively();
-        } else {
-            QDir(versions).removeRecursively();
-        }
-    }
+    Companions(folder()).forget(name);
     m_catalog.store(lock, CatalogPatch::forgetting(m_catalog.data(), name));
 }
 
 void Library::recover()
 {
-    const QString directory = hiddenIn(folder());
+    const QString directory = Companions::hiddenIn(folder());
     if (!Intent::exists(directory))
         return;
     const auto lock = m_catalog.begin();
@@ -406,40 +339,16 @@ void Library::recover()
                 QFile::remove(inFolder(intent->name));
             finishRename(lock, intent->name, intent->newName);
             Log::info(QStringLiteral("Finished an interrupted rename to ") + intent->newName);
-        } else if (intent->newName.isEmpty() && !isThere(intent->name)) {
+        } else if (intent->newName.isEmpty() && !Companions(folder()).isThere(intent->name)) {
             finishRemove(lock, intent->name);
         }
     }
     Intent::clear(directory);
 }
 
-// --- what is where
-
-QString Library::hiddenPath(const QString &name) const
-{
-    return hiddenIn(folder()) + QLatin1Char('/') + name;
-}
-
 QString Library::inFolder(const QString &name) const
 {
     return QDir(folder()).filePath(name);
-}
-
-bool Library::isThere(const QString &name) const
-{
-    const QFileInfo info(inFolder(name));
-    return info.exists() || info.isSymLink();
-}
-
-bool Library::hasSiblingImage(const QString &name) const
-{
-    const auto &extensions = imageExtensions();
-    return std::any_of(extensions.begin(), extensions.end(), [&](const QString &extension) {
-        const QString base = baseOf(name) + QLatin1Char('.');
-        const QStringList candidates{base + extension, base + extension.toUpper()};
-        return std::any_of(candidates.begin(), candidates.end(),
-                           [&](const QString &candidate) { return candidate != name && isThere(candidate); });
-    });
 }
 
 bool Library::contains(const QString &path) const
@@ -452,23 +361,13 @@ bool Library::contains(const QString &path) const
 QString Library::projectDirectory(const QString &path) const
 {
     const QString name = nameOf(path);
-    if (!LibraryNames::isProper(name))
-        return {};
-    const QString projects = hiddenPath(QStringLiteral("projects/"));
-    // No base name begins with a dot, so this is nobody else's.
-    const QString own = projects + QLatin1Char('.') + name;
-    if (QFileInfo::exists(own))
-        return own;
-    const QString shared = projects + baseOf(path);
-    const auto owner = ProjectSave::owner(shared);
-    return owner && *owner != name && isThere(*owner) ? own : shared;
+    return LibraryNames::isProper(name) ? Companions(folder()).projectDirectory(name) : QString();
 }
 
 QString Library::versionsDirectory(const QString &path) const
 {
-    if (!LibraryNames::isProper(nameOf(path)))
-        return {};
-    return hiddenPath(QStringLiteral("versions/")) + baseOf(path);
+    const QString name = nameOf(path);
+    return LibraryNames::isProper(name) ? Companions(folder()).versionsDirectory(name) : QString();
 }
 
 bool Library::isInICloud() const
@@ -486,8 +385,6 @@ QStringList Library::cloudPlaceholders() const
     }
     return names;
 }
-
-// --- what others do
 
 void Library::watch()
 {
@@ -521,7 +418,7 @@ void Library::watch()
     connect(m_catalogWatch.get(), &QFileSystemWatcher::fileChanged, this, follow);
     watchCatalog();
     runInBackground([folder = folder()] {
-        const QString hidden = hiddenIn(folder);
+        const QString hidden = Companions::hiddenIn(folder);
         for (const QString &place :
              {folder, hidden, hidden + QStringLiteral("/projects"), hidden + QStringLiteral("/versions")})
             ScratchFolder::clearLeftovers(place);
@@ -530,7 +427,7 @@ void Library::watch()
 
 void Library::watchCatalog()
 {
-    QStringList paths = m_catalog.jsonPaths() << hiddenIn(folder());
+    QStringList paths = m_catalog.jsonPaths() << Companions::hiddenIn(folder());
     // A file that was replaced is another one to the system.
     const QStringList present = m_catalogWatch->files() + m_catalogWatch->directories();
     paths.removeIf([&](const QString &path) { return present.contains(path) || !QFileInfo::exists(path); });

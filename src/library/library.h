@@ -53,7 +53,7 @@ public:
     LibraryItem item(const QString &path) const;
     // A free name in the folder, with the present time in it; nothing is written. For what can't wait for its
     // name until it is written.
-    QString newURL(const QString &prefix, const QString &extension);
+    QString newPath(const QString &prefix, const QString &extension);
     // Writes a capture in the configured format, or as PNG where that format can't hold it. Encoding and
     // writing run on a worker, which ends the future: it can be waited for without an event loop. The capture
     // has the name of its moment; one that another process takes meanwhile is passed over.
@@ -69,10 +69,8 @@ public:
     // Whether a path is that of a file that can be of the Library. It need not be there.
     bool contains(const QString &path) const;
 
-    // Where the project of a file lies: ".lumenpost/projects/<base>", or, if a file of the same base name
-    // uses that, a folder of its own. Empty for what isn't of the Library.
+    // As Companions says; empty for what isn't of the Library.
     QString projectDirectory(const QString &path) const;
-    // ".lumenpost/versions/<base>", which files of one base name share.
     QString versionsDirectory(const QString &path) const;
 
     bool isInICloud() const;
@@ -99,10 +97,7 @@ Q_SIGNALS:
 private:
     struct Reservations;
 
-    QString hiddenPath(const QString &name) const;
     QString inFolder(const QString &name) const;
-    bool isThere(const QString &name) const;
-    bool hasSiblingImage(const QString &name) const;
     void know(const QStringList &names);
     void followFolder();
     void watchCatalog();
@@ -111,7 +106,6 @@ private:
     void recover();
     void finishRename(const Result<FileLock> &lock, const QString &oldName, const QString &newName);
     void finishRemove(const Result<FileLock> &lock, const QString &name);
-    void moveVersions(const QString &oldName, const QString &newName) const;
 
     AppSettings &m_settings;
     Trash &m_trash;

@@ -4,6 +4,7 @@
 #include "base/atomic_file.h"
 #include "base/json.h"
 #include "base/log.h"
+#include "library/companions.h"
 #include "library/library.h"
 #include "library/texts.h"
 
@@ -170,7 +171,7 @@ void LibraryBackup::backUp(const CatalogData &data, const QString &backups, cons
 
 void LibraryBackup::autoBackup(Library &library, const QDateTime &now)
 {
-    const QString backups = QDir(library.folder()).filePath(QStringLiteral(".lumenpost/backups"));
+    const QString backups = Companions::hiddenIn(library.folder()) + QStringLiteral("/backups");
     whenDone(runInBackground([data = library.catalog().data(), backups, now] { backUp(data, backups, now); }),
              &library, [] {});
 }

@@ -1,0 +1,129 @@
+#include "library/companions.h"
+
+#include "base/file_lock.h"
+#include "document/project_save.h"
+#include "library/library.h"
+#include "library/library_names.h"
+#include "library/library_versions.h"
+
+#include <QFileInfo>
+#include <algorithm>
+
+using LibraryNames::baseOf;
+
+Companions::Companions(const QString &folder) : m_folder(folder), m_hidden(hiddenIn(folder)) {}
+
+QString Companions::hiddenIn(const QString &folder)
+{
+    return QDir(folder).filePath(QStringLiteral(".lumenpost"));
+}
+
+QString Companions::projects() const
+{
+    return m_hidden + QStringLiteral("/projects");
+}
+
+bool Companions::isThere(const QString &name) const
+{
+    const QFileInfo info(QDir(m_folder).filePath(name));
+    return info.exists() || info.isSymLink();
+}
+
+bool Companions::hasSiblingImage(const QString &name) const
+{
+    return std::ranges::any_of(Library::imageExtensions(), [&](const QString &extension) {
+        const QString base = baseOf(name) + QLatin1Char('.');
+        const QStringList candidates{base + extension, base + extension.toUpper()};
+        return std::ranges::any_of(candidates, [&](const QString &candidate) {
+            return candidate != name && isThere(candidate);
+        });
+    });
+}
+
+bool Companions::isProjectOf(const QString &name, const QString &directory) const
+{
+    const auto owner = ProjectSave::owner(directory);
+    return owner ? *owner == name || !isThere(*owner) : !hasSiblingImage(name);
+}
+
+QString Companions::projectDirectory(const QString &name) const
+{
+    // No base name begins with a dot, so this is nobody else's.
+    const QString own = projects() + QStringLiteral("/.") + name;
+    if (QFileInfo::exists(own))
+        return own;
+    const QString shared = projects() + QLatin1Char('/') + baseOf(name);
+    const auto owner = ProjectSave::owner(shared);
+    return owner && *owner != name && isThere(*owner) ? own : shared;
+}
+
+QString Companions::versionsDirectory(const QString &name) const
+{
+    return m_hidden + QStringLiteral("/versions/") + baseOf(name);
+}
+
+void Companions::follow(const QString &oldName, const QString &newName) const
+{
+    moveProject(oldName, newName);
+    moveVersions(oldName, newName);
+}
+
+void Companions::moveProject(const QString &oldName, const QString &newName) const
+{
+    if (!QFileInfo::exists(projects()))
+        return;
+    const auto lock = FileLock::take(ProjectSave::lockFile(projects()));
+    const QString from = projectDirectory(oldName);
+    if (QFileInfo::exists(from) && isProjectOf(oldName, from)) {
+        QString to = projects() + QLatin1Char('/') + baseOf(newName);
+        if (QFileInfo::exists(to))
+            to = projects() + QStringLiteral("/.") + newName;
+        if (QFileInfo::exists(to))
+            ProjectSave::setAside(to);
+        QDir().rename(from, to);
+        ProjectSave::setOwner(to, newName);
+    } else if (const QString to = projectDirectory(newName); ProjectSave::owner(to) == oldName) {
+        ProjectSave::setOwner(to, newName);
+    }
+}
+
+void Companions::moveVersions(const QString &oldName, const QString &newName) const
+{
+    const QString from = versionsDirectory(oldName);
+    const QString to = versionsDirectory(newName);
+    if (!QFileInfo::exists(from))
+        return;
+    const VersionFolders folders = VersionFolders::of(from, oldName, m_folder);
+    if (!folders.hasOthers && !QFileInfo::exists(to)) {
+        QDir().rename(from, to);
+        return;
+    }
+    QDir().mkpath(to);
+    for (const LibraryVersion &version : folders.own) {
+        qint64 stamp = version.date.toMSecsSinceEpoch();
+        while (QFileInfo::exists(to + QLatin1Char('/') + QString::number(stamp)))
+            ++stamp;
+        QDir().rename(version.folder, to + QLatin1Char('/') + QString::number(stamp));
+    }
+    QDir().rmdir(from); // if nothing is left
+}
+
+void Companions::forget(const QString &name) const
+{
+    if (QFileInfo::exists(projects())) {
+        const auto lock = FileLock::take(ProjectSave::lockFile(projects()));
+        const QString project = projectDirectory(name);
+        if (isProjectOf(name, project))
+            QDir(project).removeRecursively();
+    }
+    const QString versions = versionsDirectory(name);
+    if (!QFileInfo::exists(versions))
+        return;
+    const VersionFolders folders = VersionFolders::of(versions, name, m_folder);
+    if (!folders.hasOthers) {
+        QDir(versions).removeRecursively();
+        return;
+    }
+    for (const LibraryVersion &version : folders.own)
+        QDir(version.folder).removeRecursively();
+}
