@@ -1,23 +1,13 @@
 #include "app/activity.h"
 #include "app/capture_flow.h"
 #include "app/countdown.h"
-#include "app/delivery.h"
+#include "app/delivery_stage.h"
 #include "app/source_application.h"
 #include "base/log.h"
-#include "base/notice.h"
-#include "base/pending_work.h"
 #include "capture/ui/capture_overlay.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_platform.h"
-#include "library/library.h"
-#include "services/claude_client.h"
-#include "services/text_recognizer.h"
-#include "settings/app_settings.h"
 #include "settings/capture_settings.h"
-#include "settings/defaults.h"
 #include "support/pictures.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
 
 #include <QApplication>
 #include <QJsonArray>
@@ -32,7 +22,7 @@ namespace {
 using Intent = CaptureFlow::Intent;
 using State = Activity::Capture;
 
-class CaptureFlowTest : public testing::Test {
+class CaptureFlowTest : public testing::Test, protected DeliveryStage {
 protected:
     CaptureFlowTest()
     {
@@ -46,7 +36,6 @@ protected:
         machine.pictures.windows.insert(77, filled({200, 100}, Qt::darkRed));
         machine.screens.listed = {{77, 4711, 0, QRectF(20, 20, 200, 100), "Terminal", "shell"}};
         machine.workspace.front = Workspace::Application{4711, "Terminal"};
-        prefs.setSaveFolder(home.path("Shots"));
         settings.setOn(CaptureSettings::Switch::PreviewInEditor, false);
         QObject::connect(&notices, &NoticeBoard::posted, &notices,
                          [this](const Notice &notice) { shown.append(notice); });
@@ -81,23 +70,10 @@ protected:
         flow.overlay()->finish(result);
     }
 
-    TemporaryFolder home;
-    FakePlatform machine{home.path()};
-    FakeClock clock;
-    NoticeBoard notices;
-    Defaults defaults{{}};
-    AppSettings prefs{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
     CaptureSettings settings{defaults};
-    Library library{prefs, machine.trash, clock};
     ScreenCapturer capturer{machine.screens, machine.pictures};
-    TextRecognizer recognizer{machine.text, machine.faces};
-    ClaudeClient claude{machine.http, prefs};
-    PendingWork pending;
-    Activity activity{clock};
     Countdown countdown;
     SourceApplication source{machine.workspace};
-    Delivery delivery{{activity, library, machine.pasteboard, machine.sounds, recognizer, claude, prefs, notices,
-                       pending}};
     CaptureFlow flow{{activity, countdown, source, delivery, capturer, machine.screens, machine.pictures,
                       machine.pointer, machine.permissions, machine.workspace, settings}};
     QList<Notice> shown;

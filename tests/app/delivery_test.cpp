@@ -1,28 +1,16 @@
-#include "app/delivery.h"
-
-#include "base/notice.h"
-#include "base/pending_work.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_platform.h"
-#include "library/library.h"
-#include "services/claude_client.h"
-#include "services/text_recognizer.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
+#include "app/delivery_stage.h"
 #include "support/pictures.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
 
 #include <QTest>
 #include <gmock/gmock.h>
 
 namespace {
 
-class DeliveryTest : public testing::Test {
+class DeliveryTest : public testing::Test, protected DeliveryStage {
 protected:
     DeliveryTest()
     {
-        prefs.setSaveFolder(home.path("Shots"));
         QObject::connect(&notices, &NoticeBoard::posted, &notices, [this](const Notice &notice) {
             shown.append(notice.text);
             copiedWhenShown.append(machine.pasteboard.hasImage());
@@ -35,19 +23,6 @@ protected:
         return QTest::qWaitFor([this] { return pending.isIdle(); });
     }
 
-    TemporaryFolder home;
-    FakePlatform machine{home.path()};
-    FakeClock clock;
-    NoticeBoard notices;
-    Defaults defaults{{}};
-    AppSettings prefs{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
-    Library library{prefs, machine.trash, clock};
-    TextRecognizer recognizer{machine.text, machine.faces};
-    ClaudeClient claude{machine.http, prefs};
-    PendingWork pending;
-    Activity activity{clock};
-    Delivery delivery{{activity, library, machine.pasteboard, machine.sounds, recognizer, claude, prefs, notices,
-                       pending}};
     Delivery::Order order;
     QStringList shown;
     QList<bool> copiedWhenShown;

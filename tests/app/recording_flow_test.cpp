@@ -1,16 +1,7 @@
+#include "app/delivery_stage.h"
 #include "app/recording_flow.h"
-#include "base/notice.h"
-#include "base/pending_work.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_platform.h"
-#include "library/library.h"
 #include "recording/ui/recording_chrome.h"
-#include "services/claude_client.h"
-#include "services/text_recognizer.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
 
 #include <QPushButton>
 #include <QTest>
@@ -18,11 +9,10 @@
 
 namespace {
 
-class RecordingFlowTest : public testing::Test {
+class RecordingFlowTest : public testing::Test, protected DeliveryStage {
 protected:
     RecordingFlowTest()
     {
-        prefs.setSaveFolder(home.path("Shots"));
         order.options.editor = false;
         order.source = "Terminal";
         QObject::connect(&notices, &NoticeBoard::posted, &notices,
@@ -56,19 +46,6 @@ protected:
         return nullptr;
     }
 
-    TemporaryFolder home;
-    FakePlatform machine{home.path()};
-    FakeClock clock;
-    NoticeBoard notices;
-    Defaults defaults{{}};
-    AppSettings prefs{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
-    Library library{prefs, machine.trash, clock};
-    TextRecognizer recognizer{machine.text, machine.faces};
-    ClaudeClient claude{machine.http, prefs};
-    PendingWork pending;
-    Activity activity{clock};
-    Delivery delivery{
-        {activity, library, machine.pasteboard, machine.sounds, recognizer, claude, prefs, notices, pending}};
     RecordingFlow flow{{activity, delivery, library, prefs, notices, pending, machine.films,
                         machine.soundSources, machine.movies, machine.permissions, home.path("notes")}};
     const Screen screen{1, "A", QRect(0, 0, 800, 600), 1, true};

@@ -1,14 +1,8 @@
 #include "library/library_backup.h"
 
-#include "base/notice.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "library/conflict_copies.h"
-#include "library/library.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
+#include "library/library_stage.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,27 +12,10 @@
 
 namespace {
 
-class LibraryBackupTest : public testing::Test {
+class LibraryBackupTest : public LibraryStage {
 protected:
-    LibraryBackupTest()
-    {
-        m_settings.setSaveFolder(m_home.path("Shots"));
-        restart();
-    }
-    void restart()
-    {
-        m_library.reset();
-        m_library = std::make_unique<Library>(m_settings, m_trash, m_clock);
-    }
     LibraryCatalog &catalog() { return m_library->catalog(); }
-    QString hidden(const QString &name) const { return m_home.path("Shots/.lumenpost/" + name); }
-    void put(const QString &path, const QByteArray &bytes)
-    {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    static QString hidden(const QString &name) { return ".lumenpost/" + name; }
     void fill()
     {
         catalog().setFavorite("b.png", true);
@@ -50,16 +27,6 @@ protected:
         catalog().add({"a.png", "c.png"}, m_bugs);
     }
 
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    FakeTrash m_trash{m_home.path("trash")};
-    FakeClock m_clock;
-    NoticeBoard m_notices;
-    Defaults m_defaults{QString()};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
-    std::unique_ptr<Library> m_library;
     QUuid m_bugs;
 };
 
@@ -68,8 +35,8 @@ protected:
 TEST_F(LibraryBackupTest, ComesBackAsItWentOut)
 {
     fill();
-    const QString path = m_home.path("data.json");
-    ASSERT_TRUE(LibraryBackup::exportData(*m_library, path, m_clock.now()));
+    const QString path = inFolder("data.json");
+    ASSERT_TRUE(LibraryBackup::exportData(*m_library, path, clock.now()));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
@@ -83,7 +50,7 @@ TEST_F(LibraryBackupTest, ComesBackAsItWentOut)
     EXPECT_EQ(again->texts + again->favorites + again->collections, 0);
     EXPECT_TRUE(catalog().data() == before);
 
-    m_settings.setSaveFolder(m_home.path("Elsewhere"));
+    prefs.setSaveFolder(home.path("Elsewhere"));
     const auto news = LibraryBackup::importData(*m_library, path);
     ASSERT_TRUE(news);
     EXPECT_EQ(news->favorites, 2);
@@ -96,15 +63,15 @@ TEST_F(LibraryBackupTest, ComesBackAsItWentOut)
 TEST_F(LibraryBackupTest, NeverOverwritesWhatIsThere)
 {
     fill();
-    const QString path = m_home.path("data.json");
-    LibraryBackup::Contents other{m_clock.now(), catalog().data()};
+    const QString path = inFolder("data.json");
+    LibraryBackup::Contents other{clock.now(), catalog().data()};
     other.data.favorites = {"z.png"};
     other.data.texts = {{"a.png", "other"}, {"z.png", "new"}};
     other.data.meta.sources = {{"a.png", "Files"}, {"z.png", "Files"}};
     other.data.meta.descriptions = {{"a.png", "other"}};
     other.data.meta.collections = {{m_bugs, "Other name", {"z.png", "a.png"}},
                                    {QUuid::createUuid(), "New", {"a.png"}}};
-    put(path, LibraryBackup::toJson(other));
+    put("data.json", LibraryBackup::toJson(other));
     ASSERT_TRUE(LibraryBackup::importData(*m_library, path));
     EXPECT_EQ(catalog().data().favorites, (QSet<QString>{"a.png", "b.png", "z.png"}));
     EXPECT_EQ(catalog().data().texts, (QHash<QString, QString>{{"a.png", "ls -l"}, {"z.png", "new"}}));
@@ -120,35 +87,35 @@ TEST_F(LibraryBackupTest, RefusesWhatIsNoBackup)
 {
     fill();
     const CatalogData before = catalog().data();
-    const QByteArray good = LibraryBackup::toJson({m_clock.now(), before});
+    const QByteArray good = LibraryBackup::toJson({clock.now(), before});
     QByteArray dateless = good;
     dateless.replace("\"created\": \"", "\"created\": \"x");
     QByteArray lacking = good;
     lacking.replace("\"descriptions\"", "\"descriptionz\"");
-    const QString path = m_home.path("data.json");
+    const QString path = inFolder("data.json");
     for (const QByteArray &bytes : {QByteArray("{}"), QByteArray("[1]"), QByteArray("\0\1", 2), QByteArray(),
                                     good.left(good.size() / 2), dateless, lacking}) {
-        put(path, bytes);
+        put("data.json", bytes);
         const auto news = LibraryBackup::importData(*m_library, path);
         ASSERT_FALSE(news) << bytes.constData();
         EXPECT_TRUE(news.error().message.endsWith('.')) << news.error().message.toStdString();
     }
-    EXPECT_FALSE(LibraryBackup::importData(*m_library, m_home.path("none.json")));
+    EXPECT_FALSE(LibraryBackup::importData(*m_library, home.path("none.json")));
     EXPECT_TRUE(catalog().data() == before);
 }
 
 TEST_F(LibraryBackupTest, KeepsOneADayAndSeven)
 {
     fill();
-    const QString backups = hidden("backups");
-    const QDateTime start = m_clock.now();
+    const QString backups = inFolder(hidden("backups"));
+    const QDateTime start = clock.now();
     const auto names = [&] { return QDir(backups).entryList(QDir::Files); };
     LibraryBackup::backUp(catalog().data(), backups, start);
     LibraryBackup::backUp({}, backups, start.addSecs(3600));
     EXPECT_EQ(names(), QStringList{"library-2026-03-14.json"});
     EXPECT_TRUE(LibraryBackup::read(backups + "/library-2026-03-14.json")->data == catalog().data());
-    put(backups + "/x.json", "{}");
-    put(backups + "/note.txt", "");
+    put(hidden("backups/x.json"), "{}");
+    put(hidden("backups/note.txt"), "");
     for (int day = 1; day <= 7; ++day)
         LibraryBackup::backUp({}, backups, start.addDays(day));
     EXPECT_EQ(names(),
@@ -174,7 +141,7 @@ TEST_F(LibraryBackupTest, TakesInConflictingCopiesAndRemovesThem)
     const auto taken = ConflictCopies::takeIn(*m_library);
     ASSERT_TRUE(taken);
     EXPECT_EQ(*taken, 4);
-    EXPECT_EQ(ConflictCopies::in(hidden("")),
+    EXPECT_EQ(ConflictCopies::in(inFolder(hidden(""))),
               QStringList{"library.sync-conflict-20260314-101113-ABCDEFG.json"});
     restart();
     EXPECT_TRUE(catalog().isFavorite("z.png"));

@@ -22,9 +22,9 @@ TEST(LibraryNames, NeverLeadOutOfTheFolderOrIntoTheHiddenOne)
         QString typed;
         QString base;
     } cases[]{
-        {"a/b:c", "abc"},   {"..", ""},          {".", ""},          {"...png", "png"},
-        {" .hidden", "hidden"}, {"../../etc", "etc"}, {". . x", "x"},  {".lumenpost", "lumenpost"},
-        {"a..b", "a..b"},   {"\u00a0 \n", ""},
+        {"a/b:c", "abc"},       {"..", ""},           {".", ""},      {"...png", "png"},
+        {" .hidden", "hidden"}, {"../../etc", "etc"}, {". . x", "x"}, {".lumenpost", "lumenpost"},
+        {"a..b", "a..b"},       {"\u00a0 \n", ""},
     };
     for (const auto &[typed, base] : cases)
         EXPECT_EQ(LibraryNames::cleaned(typed), base) << typed.toStdString();
@@ -46,7 +46,7 @@ TEST_F(LibraryFilesTest, RefusesPathsThatAreNoFilesOfTheLibrary)
     EXPECT_TRUE(exists(".lumenpost/projects/Shot/base.png"));
     EXPECT_EQ(m_library->projectDirectory(inFolder("..")), QString());
     EXPECT_EQ(m_library->versionsDirectory(inFolder(".png")), QString());
-    EXPECT_TRUE(m_trash.trashed.isEmpty());
+    EXPECT_TRUE(machine.trash.trashed.isEmpty());
     for (const char *name : {"..", "...png", ".png", "."})
         EXPECT_FALSE(m_library->rename(inFolder("Shot.png"), name).value_or("").contains("/.")) << name;
 }
@@ -56,7 +56,7 @@ TEST_F(LibraryFilesTest, KeepsEverythingOfAFileThatCannotGoToTheTrash)
     const QString path = put("Shot.png");
     putProject("Shot", "Shot.png");
     m_library->catalog().setFavorite(path, true);
-    m_trash.refuses = true;
+    machine.trash.refuses = true;
     QSignalSpy removed(m_library.get(), &Library::removed);
     const auto refused = m_library->remove(path);
     ASSERT_FALSE(refused);
@@ -81,7 +81,7 @@ TEST_F(LibraryFilesTest, SparesWhatAnotherFileOfTheSameBaseNameUses)
         EXPECT_EQ(m_library->projectDirectory(png), inFolder(".lumenpost/projects/Invoice"));
         EXPECT_EQ(m_library->projectDirectory(heic), inFolder(".lumenpost/projects/.Invoice.heic"));
         putProject(".Invoice.heic", "Invoice.heic");
-        LibraryVersions versions(*m_library, m_clock);
+        LibraryVersions versions(*m_library, clock);
         EXPECT_EQ(versions.versions(heic).size(), 1);
 
         if (removes)
@@ -129,9 +129,9 @@ TEST_F(LibraryFilesTest, FinishesOrUndoesARenameThatWasKilled)
         m_library->catalog().add({path}, m_library->catalog().createCollection("Work"));
         ASSERT_TRUE(Intent::write(inFolder(".lumenpost"), {"Old.png", "New.png", inodeOf(path)}));
         if (moment == TwoNames)
-            ASSERT_EQ(link(QFile::encodeName(path).constData(),
-                           QFile::encodeName(inFolder("New.png")).constData()),
-                      0);
+            ASSERT_EQ(
+                link(QFile::encodeName(path).constData(), QFile::encodeName(inFolder("New.png")).constData()),
+                0);
         else if (moment >= Moved)
             ASSERT_TRUE(QFile::rename(path, inFolder("New.png")));
         const auto move = [this](const QString &folder) {
@@ -143,8 +143,9 @@ TEST_F(LibraryFilesTest, FinishesOrUndoesARenameThatWasKilled)
         if (moment >= VersionsMoved)
             ASSERT_TRUE(move("versions"));
         if (moment >= Stored)
-            m_library->catalog().store(m_library->catalog().begin(),
-                                       CatalogPatch::renaming(m_library->catalog().data(), "Old.png", "New.png"));
+            m_library->catalog().store(
+                m_library->catalog().begin(),
+                CatalogPatch::renaming(m_library->catalog().data(), "Old.png", "New.png"));
         restart();
         const QString now = moment == Intended ? "Old" : "New";
         EXPECT_EQ(contents(now + ".png"), "picture");
@@ -160,8 +161,8 @@ TEST_F(LibraryFilesTest, FinishesOrUndoesARenameThatWasKilled)
 
 TEST_F(LibraryFilesTest, ImportedFilesKeepTheirDatesAndTheirPrivacy)
 {
-    QDir().mkpath(m_home.path("elsewhere"));
-    const QString source = m_home.path("elsewhere/.Photo.JPG");
+    QDir().mkpath(home.path("elsewhere"));
+    const QString source = home.path("elsewhere/.Photo.JPG");
     ASSERT_TRUE(AtomicFile::write(source, "photo"));
     const QDateTime date = QDateTime::fromMSecsSinceEpoch(1'500'000'000'000);
     QFile file(source);
@@ -172,9 +173,9 @@ TEST_F(LibraryFilesTest, ImportedFilesKeepTheirDatesAndTheirPrivacy)
     ASSERT_EQ(imported, inFolder("Photo.JPG"));
     EXPECT_EQ(QFileInfo(*imported).lastModified(), date);
     EXPECT_FALSE(QFile::permissions(*imported) & QFile::ReadOther);
-    ASSERT_TRUE(AtomicFile::write(m_home.path("elsewhere/.png"), "x"));
-    EXPECT_EQ(m_library->importFile(m_home.path("elsewhere/.png")), inFolder("Capture.png"));
-    const QByteArray foreign = QFile::encodeName(m_home.path("elsewhere/")) + "caf\xE9.png";
+    ASSERT_TRUE(AtomicFile::write(home.path("elsewhere/.png"), "x"));
+    EXPECT_EQ(m_library->importFile(home.path("elsewhere/.png")), inFolder("Capture.png"));
+    const QByteArray foreign = QFile::encodeName(home.path("elsewhere/")) + "caf\xE9.png";
     ASSERT_EQ(rename(QFile::encodeName(source).constData(), foreign.constData()), 0);
     EXPECT_EQ(m_library->importFile(FileName::fromBytes(foreign)), inFolder("caf_.png"));
 }

@@ -1,14 +1,9 @@
 #pragma once
 
 #include "base/atomic_file.h"
-#include "base/notice.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "library/library.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
+#include "support/stage.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,14 +15,14 @@
 #include <gtest/gtest.h>
 
 // A folder of captures, and a Library over it. Another one over the same folder is what another process has.
-class LibraryStage : public testing::Test {
+class LibraryStage : public testing::Test, protected Stage {
 protected:
     LibraryStage()
     {
-        m_settings.setSaveFolder(m_home.path("Shots"));
+        prefs.setSaveFolder(home.path("Shots"));
         restart();
     }
-    std::unique_ptr<Library> another() { return std::make_unique<Library>(m_settings, m_trash, m_clock); }
+    std::unique_ptr<Library> another() { return std::make_unique<Library>(prefs, machine.trash, clock); }
     // The same folder seen by a fresh process.
     void restart()
     {
@@ -35,12 +30,16 @@ protected:
         m_library = another();
     }
 
-    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name); }
-    QString put(const QString &name, const QByteArray &bytes = "x")
+    QString inFolder(const QString &name) const { return home.path("Shots/" + name); }
+    QString put(const QString &name, const QByteArray &bytes = "x", int ageSeconds = 0)
     {
         const QString path = inFolder(name);
         QDir().mkpath(QFileInfo(path).path());
         EXPECT_TRUE(AtomicFile::write(path, bytes));
+        QFile file(path);
+        EXPECT_TRUE(ageSeconds == 0 || (file.open(QIODevice::ReadWrite) &&
+                                        file.setFileTime(QDateTime::currentDateTime().addSecs(-ageSeconds),
+                                                         QFile::FileModificationTime)));
         return path;
     }
     QByteArray contents(const QString &name) const
@@ -62,14 +61,5 @@ protected:
             QByteArray(64, '0') + "  " + owner.toUtf8() + '\n');
     }
 
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    NoticeBoard m_notices;
-    Defaults m_defaults{{}};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
-    FakeTrash m_trash{m_home.path("Trash")};
-    FakeClock m_clock;
     std::unique_ptr<Library> m_library;
 };

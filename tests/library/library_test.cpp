@@ -1,14 +1,8 @@
-#include "base/notice.h"
 #include "document/image_files.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
-#include "library/library.h"
 #include "library/library_filter.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
+#include "library/library_stage.h"
 #include "support/pictures.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -20,34 +14,12 @@
 
 namespace {
 
-class LibraryTest : public testing::Test {
+class LibraryTest : public LibraryStage {
 protected:
-    LibraryTest()
-    {
-        m_settings.setSaveFolder(m_home.path("Shots"));
-        restart();
-    }
-    // The same folder seen by a fresh process.
-    void restart() { m_library = std::make_unique<Library>(m_settings, m_trash, m_clock); }
-
-    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name); }
-    QString put(const QString &name, const QByteArray &bytes = "x", int ageSeconds = 0)
-    {
-        const QString path = inFolder(name);
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
-        file.write(bytes);
-        file.flush();
-        EXPECT_TRUE(
-            file.setFileTime(QDateTime::currentDateTime().addSecs(-ageSeconds), QFile::FileModificationTime));
-        return path;
-    }
     QJsonDocument hidden(const QString &name) const
     {
         EXPECT_TRUE(m_library->catalog().flush());
-        QFile file(inFolder(".lumenpost/" + name));
-        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
+        return json(name);
     }
     QStringList names() const
     {
@@ -56,17 +28,6 @@ protected:
             names.append(QFileInfo(path).fileName());
         return names;
     }
-
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    NoticeBoard m_notices;
-    Defaults m_defaults{{}};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
-    FakeTrash m_trash{m_home.path("Trash")};
-    FakeClock m_clock;
-    std::unique_ptr<Library> m_library;
 };
 
 const QImage smallPicture = filled({8, 6}, Qt::darkCyan);
@@ -94,7 +55,7 @@ TEST_F(LibraryTest, NamesCapturesOfOneSecondApartEvenWhileTheyAreWritten)
     EXPECT_EQ(QFileInfo(first.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07.png");
     EXPECT_EQ(QFileInfo(second.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07 2.png");
     EXPECT_EQ(changed.count(), 2);
-    m_settings.setImageFormat(ImageFormat::Jpg);
+    prefs.setImageFormat(ImageFormat::Jpg);
     // Without an event loop too, as the command line waits.
     EXPECT_EQ(m_library->saveInBackground(smallPicture).result(),
               inFolder("Capture 2026-03-14 at 09.41.07.jpg"));
@@ -104,7 +65,7 @@ TEST_F(LibraryTest, NamesCapturesOfOneSecondApartEvenWhileTheyAreWritten)
 TEST_F(LibraryTest, GivesNothingAndNoNewsWhenACaptureCannotBeWritten)
 {
     put("a.png");
-    m_settings.setSaveFolder("/proc/nowhere");
+    prefs.setSaveFolder("/proc/nowhere");
     QSignalSpy changed(m_library.get(), &Library::changed);
     const auto later = m_library->saveInBackground(smallPicture);
     ASSERT_TRUE(QTest::qWaitFor([&] { return later.isFinished(); }));
@@ -116,21 +77,21 @@ TEST_F(LibraryTest, CopiesOnlyForeignFilesOfItsKindsIn)
 {
     const QString own = put("own.png");
     QSignalSpy imported(m_library.get(), &Library::imported);
-    QDir().mkpath(m_home.path("elsewhere"));
+    QDir().mkpath(home.path("elsewhere"));
     for (const char *name : {"own.png", "Clip.MOV", "letter.pdf"}) {
-        QFile file(m_home.path(QString("elsewhere/") + name));
+        QFile file(home.path(QString("elsewhere/") + name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("y");
     }
     const int count =
-        m_library->importFiles({own, m_home.path("elsewhere/own.png"), m_home.path("elsewhere/Clip.MOV"),
-                                m_home.path("elsewhere/letter.pdf"), m_home.path("elsewhere/gone.png")});
+        m_library->importFiles({own, home.path("elsewhere/own.png"), home.path("elsewhere/Clip.MOV"),
+                                home.path("elsewhere/letter.pdf"), home.path("elsewhere/gone.png")});
     EXPECT_EQ(count, 2);
     EXPECT_TRUE(QFile::exists(inFolder("own 2.png")));
     EXPECT_TRUE(QFile::exists(inFolder("Clip.MOV")));
     EXPECT_EQ(imported.count(), 1);
     EXPECT_EQ(m_library->importFiles({own}), 0);
-    EXPECT_EQ(m_library->importFile(m_home.path("elsewhere/letter.pdf")).error().message,
+    EXPECT_EQ(m_library->importFile(home.path("elsewhere/letter.pdf")).error().message,
               "letter.pdf is neither an image nor a film of the Library.");
 }
 
@@ -158,7 +119,8 @@ TEST_F(LibraryTest, CarriesEverythingKnownOfAFileToItsNewName)
     EXPECT_FALSE(m_library->catalog().isFavorite(path));
     EXPECT_EQ(m_library->catalog().text(*target), "hello");
     EXPECT_EQ(m_library->catalog().meta().sources.value("Taken 2.png"), "Terminal");
-    EXPECT_EQ(m_library->catalog().meta().collections.first().items, (QStringList{"Taken.png", "Taken 2.png"}));
+    EXPECT_EQ(m_library->catalog().meta().collections.first().items,
+              (QStringList{"Taken.png", "Taken 2.png"}));
 }
 
 TEST_F(LibraryTest, RefusesANameWithNothingLeft)
@@ -183,7 +145,7 @@ TEST_F(LibraryTest, ForgetsADeletedFileWholly)
     EXPECT_EQ(m_library->catalog().meta().collections.first().items, QStringList{"Shot.png"});
 
     ASSERT_TRUE(m_library->remove(path));
-    EXPECT_EQ(m_trash.trashed, QStringList{path});
+    EXPECT_EQ(machine.trash.trashed, QStringList{path});
     EXPECT_FALSE(QFile::exists(inFolder(".lumenpost/projects/Shot")));
     EXPECT_FALSE(m_library->catalog().isInAnyCollection(path));
     EXPECT_TRUE(hidden("favorites.json").array().isEmpty());
@@ -196,20 +158,20 @@ TEST_F(LibraryTest, NeverWritesOneFoldersMetadataIntoAnother)
     const QString path = put("Shot.png");
     m_library->catalog().setFavorite(path, true);
     m_library->catalog().setSource(path, "Terminal");
-    QDir().mkpath(m_home.path("Other/.lumenpost"));
-    QFile other(m_home.path("Other/.lumenpost/favorites.json"));
+    QDir().mkpath(home.path("Other/.lumenpost"));
+    QFile other(home.path("Other/.lumenpost/favorites.json"));
     ASSERT_TRUE(other.open(QIODevice::WriteOnly));
     other.write("[\"kept.png\"]");
     other.close();
 
-    m_settings.setSaveFolder(m_home.path("Other"));
+    prefs.setSaveFolder(home.path("Other"));
     EXPECT_TRUE(m_library->catalog().meta().sources.isEmpty());
-    m_library->catalog().setFavorite(m_home.path("Other/new.png"), true);
-    m_settings.setSaveFolder(m_home.path("Shots"));
+    m_library->catalog().setFavorite(home.path("Other/new.png"), true);
+    prefs.setSaveFolder(home.path("Shots"));
     EXPECT_TRUE(m_library->catalog().isFavorite(path));
     EXPECT_EQ(m_library->catalog().meta().sources.value("Shot.png"), "Terminal");
-    m_settings.setSaveFolder(m_home.path("Other"));
-    EXPECT_TRUE(m_library->catalog().isFavorite(m_home.path("Other/kept.png")));
+    prefs.setSaveFolder(home.path("Other"));
+    EXPECT_TRUE(m_library->catalog().isFavorite(home.path("Other/kept.png")));
     EXPECT_FALSE(m_library->catalog().isFavorite(path));
 }
 

@@ -1,22 +1,17 @@
-#include "base/notice.h"
 #include "document/image_files.h"
 #include "document/project_file.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "library/library.h"
 #include "library/library_versions.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
 #include "support/pictures.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
+#include "support/stage.h"
 
 #include <QSignalSpy>
 #include <gmock/gmock.h>
 
 namespace {
 
-class LibraryVersionsTest : public testing::Test {
+class LibraryVersionsTest : public testing::Test, protected Stage {
 protected:
     class StepClock : public Clock {
     public:
@@ -26,8 +21,8 @@ protected:
 
     LibraryVersionsTest()
     {
-        m_settings.setSaveFolder(m_home.path("Shots"));
-        QDir().mkpath(m_home.path("Shots"));
+        prefs.setSaveFolder(home.path("Shots"));
+        QDir().mkpath(home.path("Shots"));
     }
 
     void write(const QByteArray &content)
@@ -67,18 +62,10 @@ protected:
         const auto contents = ProjectFile::read(m_library.projectDirectory(m_file));
         return contents ? contents->project.annotations.value(0).text : QStringLiteral("(no project)");
     }
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    FakeTrash m_trash{m_home.path("Trash")};
-    NoticeBoard m_notices;
-    Defaults m_defaults{{}};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
     StepClock m_clock;
-    Library m_library{m_settings, m_trash, m_clock};
+    Library m_library{prefs, machine.trash, m_clock};
     LibraryVersions m_versions{m_library, m_clock};
-    const QString m_file = m_home.path("Shots/shot.png");
+    const QString m_file = home.path("Shots/shot.png");
 };
 
 } // namespace

@@ -1,12 +1,7 @@
 #include "library/model/library_model.h"
 
-#include "base/notice.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
+#include "support/stage.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -15,17 +10,17 @@
 
 namespace {
 
-class LibraryModelTest : public testing::Test {
+class LibraryModelTest : public testing::Test, protected Stage {
 protected:
     LibraryModelTest()
     {
-        m_clock.time = QDateTime(QDate(2026, 3, 14), QTime(15, 0));
-        m_settings.setSaveFolder(m_home.path("Shots"));
-        QDir().mkpath(m_home.path("Shots"));
-        m_library = std::make_unique<Library>(m_settings, m_trash, m_clock);
+        clock.time = QDateTime(QDate(2026, 3, 14), QTime(15, 0));
+        prefs.setSaveFolder(home.path("Shots"));
+        QDir().mkpath(home.path("Shots"));
+        m_library = std::make_unique<Library>(prefs, machine.trash, clock);
     }
 
-    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name); }
+    QString inFolder(const QString &name) const { return home.path("Shots/" + name); }
     QString put(const QString &name, const QDateTime &date, int bytes = 1)
     {
         QFile file(inFolder(name));
@@ -37,12 +32,12 @@ protected:
     }
     QDateTime ago(qint64 hours, qint64 minutes = 0) const
     {
-        return m_clock.time.addSecs(-3600 * hours - 60 * minutes);
+        return clock.time.addSecs(-3600 * hours - 60 * minutes);
     }
     LibraryModel &model()
     {
         if (!m_model) {
-            m_model = std::make_unique<LibraryModel>(*m_library, m_defaults, m_clock);
+            m_model = std::make_unique<LibraryModel>(*m_library, defaults, clock);
             m_model->reload();
         }
         return *m_model;
@@ -68,15 +63,6 @@ protected:
     }
     LibraryCatalog &catalog() { return m_library->catalog(); }
 
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    FakeTrash m_trash{m_home.path("trash")};
-    FakeClock m_clock;
-    NoticeBoard m_notices;
-    Defaults m_defaults{QString()};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
     std::unique_ptr<Library> m_library;
     std::unique_ptr<LibraryModel> m_model;
 };
@@ -196,7 +182,7 @@ TEST_F(LibraryModelTest, SortsAndCutsIntoSections)
     EXPECT_EQ(model().sections(), (Sections{{"", 0, 6}}));
     model().setSort(LibrarySort::Size);
     EXPECT_EQ(shown(), (QStringList{"Zebra", "Shot 10", "Äpfel", "shot 2", "Birne", "Shot 1"}));
-    EXPECT_EQ(m_defaults.string("librarySort"), "size");
+    EXPECT_EQ(defaults.string("librarySort"), "size");
     EXPECT_EQ(model().largest(2).size(), 2);
     // A date to come belongs to the week, above today.
     put("future.png", ago(-30));
@@ -204,8 +190,8 @@ TEST_F(LibraryModelTest, SortsAndCutsIntoSections)
     model().reload();
     EXPECT_EQ(model().sections().first(), (LibraryModel::Section{"This Week", 0, 1}));
     // Nothing is remembered but order and size.
-    m_defaults.set("librarySort", "bogus");
-    m_defaults.set("libraryCardSize", "wide");
+    defaults.set("librarySort", "bogus");
+    defaults.set("libraryCardSize", "wide");
     m_model.reset();
     EXPECT_EQ(model().sort(), LibrarySort::Newest);
     EXPECT_EQ(model().cardSize(), 220);
@@ -249,14 +235,14 @@ TEST_F(LibraryModelTest, SelectsByClicksAndKeys)
     model().selectAll();
     EXPECT_TRUE(model().trash(model().selectedPaths()).isEmpty());
     EXPECT_TRUE(model().selection().isEmpty());
-    EXPECT_EQ(m_trash.trashed.size(), 5);
+    EXPECT_EQ(machine.trash.trashed.size(), 5);
 }
 
 TEST_F(LibraryModelTest, KeepsWhatCantGoToTheTrash)
 {
     const QString path = put("a.png", ago(1));
     model().click(path, Qt::NoModifier);
-    m_trash.refuses = true;
+    machine.trash.refuses = true;
     EXPECT_EQ(model().trash({path}).size(), 1);
     EXPECT_EQ(selected(), QStringList{"a"});
     EXPECT_EQ(shown(), QStringList{"a"});
@@ -271,7 +257,7 @@ TEST_F(LibraryModelTest, FollowsTheLibraryWithoutReadingAnew)
     put("unseen.png", ago(2));
     QSignalSpy changes(&model(), &LibraryModel::visibleChanged);
     const QString path = put("c.png", ago(1));
-    Q_EMIT m_library->added({path, m_home.path("elsewhere.png")});
+    Q_EMIT m_library->added({path, home.path("elsewhere.png")});
     ASSERT_TRUE(changes.wait());
     EXPECT_EQ(shown(), (QStringList{"c", "b", "a"}));
     EXPECT_EQ(model().count(LibraryFilter::Today), 3);
@@ -304,7 +290,7 @@ TEST_F(LibraryModelTest, ReadsOnWorkersAndFindsTextsWhenTheyAreThere)
     put("a.png", ago(2));
     put("b.png", ago(1));
     catalog().setIndexedText("a.png", "harbour");
-    m_model = std::make_unique<LibraryModel>(*m_library, m_defaults, m_clock);
+    m_model = std::make_unique<LibraryModel>(*m_library, defaults, clock);
     m_model->setQuery("harbour");
     QSignalSpy reading(m_model.get(), &LibraryModel::readingChanged);
     m_model->load();

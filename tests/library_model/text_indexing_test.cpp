@@ -1,16 +1,10 @@
 #include "library/model/text_indexing.h"
 
-#include "base/notice.h"
 #include "document/image_files.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
-#include "fakes/fake_recognition.h"
 #include "library/library.h"
 #include "services/text_recognizer.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
 #include "support/pictures.h"
-#include "support/temporary_folder.h"
+#include "support/stage.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -18,18 +12,18 @@
 
 namespace {
 
-class TextIndexingTest : public testing::Test {
+class TextIndexingTest : public testing::Test, protected Stage {
 protected:
     TextIndexingTest()
     {
-        m_settings.setSaveFolder(m_home.path("Shots"));
-        QDir().mkpath(m_home.path("Shots"));
-        m_library = std::make_unique<Library>(m_settings, m_trash, m_clock);
-        m_engine.answer = QList<RecognizedLine>{{"harbour", {}, {}}};
+        prefs.setSaveFolder(home.path("Shots"));
+        QDir().mkpath(home.path("Shots"));
+        m_library = std::make_unique<Library>(prefs, machine.trash, clock);
+        machine.text.answer = QList<RecognizedLine>{{"harbour", {}, {}}};
         QObject::connect(m_library.get(), &Library::indexing,
                          [this](int done, int total) { m_told.append({done, total}); });
     }
-    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name); }
+    QString inFolder(const QString &name) const { return home.path("Shots/" + name); }
     void picture(const QString &name, const QSize &size = {40, 30})
     {
         ASSERT_TRUE(ImageFiles::write(filled(size), inFolder(name)));
@@ -49,18 +43,7 @@ protected:
     }
     QHash<QString, QString> texts() const { return m_library->catalog().data().texts; }
 
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    FakeTrash m_trash{m_home.path("trash")};
-    FakeClock m_clock;
-    FakeTextEngine m_engine;
-    FakeFaceEngine m_faces;
-    TextRecognizer m_recognizer{m_engine, m_faces};
-    NoticeBoard m_notices;
-    Defaults m_defaults{QString()};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
+    TextRecognizer m_recognizer{machine.text, machine.faces};
     std::unique_ptr<Library> m_library;
     std::unique_ptr<TextIndexing> m_made;
     QList<std::pair<int, int>> m_told;
@@ -79,9 +62,9 @@ TEST_F(TextIndexingTest, ReadsEachPictureOnceAndScaledDown)
     EXPECT_EQ(m_told.size(), 3);
     EXPECT_EQ(m_told.first(), std::pair(0, 2));
     EXPECT_EQ(m_told.last(), std::pair(2, 2));
-    EXPECT_TRUE(m_engine.sizes.contains(QSize(2400, 600)));
+    EXPECT_TRUE(machine.text.sizes.contains(QSize(2400, 600)));
     run();
-    EXPECT_EQ(m_engine.sizes.size(), 2);
+    EXPECT_EQ(machine.text.sizes.size(), 2);
 }
 
 TEST_F(TextIndexingTest, RemembersThatThereIsNoTextButNotWhatCantBeRead)
@@ -91,12 +74,12 @@ TEST_F(TextIndexingTest, RemembersThatThereIsNoTextButNotWhatCantBeRead)
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
     broken.write("half arrived");
     broken.close();
-    m_engine.answer = fail(QStringLiteral("The reader is out."));
+    machine.text.answer = fail(QStringLiteral("The reader is out."));
     run();
     EXPECT_EQ(texts(), (QHash<QString, QString>{{"blank.png", ""}}));
     // It arrives whole, and is read by the next run; the other is not tried again.
     picture("broken.png");
-    m_engine.answer = QList<RecognizedLine>{{"now", {}, {}}};
+    machine.text.answer = QList<RecognizedLine>{{"now", {}, {}}};
     run();
     EXPECT_EQ(texts(), (QHash<QString, QString>{{"blank.png", ""}, {"broken.png", "now"}}));
 }
@@ -108,7 +91,7 @@ TEST_F(TextIndexingTest, WaitsForTheUserAndReadsWhatComesMeanwhile)
     QSignalSpy finished(&indexing(), &TextIndexing::finished);
     indexing().indexMissingText();
     EXPECT_TRUE(indexing().isIndexing());
-    EXPECT_TRUE(m_engine.sizes.isEmpty());
+    EXPECT_TRUE(machine.text.sizes.isEmpty());
     picture("b.png");
     indexing().indexMissingText();
     indexing().setPaused(false);

@@ -1,16 +1,11 @@
 #include "library/ui/library_window.h"
 
-#include "base/notice.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "library/library.h"
 #include "library/ui/library_grid.h"
 #include "pins/pins.h"
-#include "settings/app_settings.h"
-#include "settings/defaults.h"
 #include "support/pictures.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
+#include "support/stage.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -22,30 +17,30 @@ namespace {
 
 // A window with ten captures, A to J from newest to oldest, in two sections: A to E of today, the rest of the
 // day before.
-class LibraryWindowTest : public testing::Test {
+class LibraryWindowTest : public testing::Test, protected Stage {
 protected:
     LibraryWindowTest()
     {
-        m_clock.time = QDateTime(QDate(2026, 3, 14), QTime(15, 0));
-        m_settings.setSaveFolder(m_home.path("Shots"));
-        QDir().mkpath(m_home.path("Shots"));
+        clock.time = QDateTime(QDate(2026, 3, 14), QTime(15, 0));
+        prefs.setSaveFolder(home.path("Shots"));
+        QDir().mkpath(home.path("Shots"));
         for (int i = 0; i < 10; ++i) {
             const QString path = inFolder(QChar('A' + i));
             EXPECT_TRUE(filled({160, 100}, QColor::fromHsv(i * 30, 200, 200)).save(path));
             QFile file(path);
             EXPECT_TRUE(file.open(QIODevice::ReadWrite));
-            const QDateTime date = m_clock.time.addDays(i < 5 ? 0 : -1).addSecs(-60 * i);
+            const QDateTime date = clock.time.addDays(i < 5 ? 0 : -1).addSecs(-60 * i);
             EXPECT_TRUE(file.setFileTime(date, QFile::FileModificationTime));
         }
-        m_library = std::make_unique<Library>(m_settings, m_trash, m_clock);
-        m_model = std::make_unique<LibraryModel>(*m_library, m_defaults, m_clock);
+        m_library = std::make_unique<Library>(prefs, machine.trash, clock);
+        m_model = std::make_unique<LibraryModel>(*m_library, defaults, clock);
         m_model->setCardSize(180);
         m_model->reload();
         m_window = std::make_unique<LibraryWindow>(LibraryPorts{
             .model = *m_model,
-            .pasteboard = m_pasteboard,
-            .workspace = m_workspace,
-            .notices = m_notices,
+            .pasteboard = machine.pasteboard,
+            .workspace = machine.workspace,
+            .notices = notices,
             .pins = m_pins,
             .openItem = [this](const QString &path) { m_opened.append(QFileInfo(path).completeBaseName()); },
         });
@@ -55,11 +50,11 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
         m_window->activateWindow();
         grid().setFocus();
-        QObject::connect(&m_notices, &NoticeBoard::posted, &m_notices,
+        QObject::connect(&notices, &NoticeBoard::posted, &notices,
                          [this](const Notice &notice) { m_told.append(notice.text); });
     }
 
-    QString inFolder(const QString &name) const { return m_home.path("Shots/" + name + ".png"); }
+    QString inFolder(const QString &name) const { return home.path("Shots/" + name + ".png"); }
     LibraryGrid &grid() { return *m_window->grid(); }
     QString selected()
     {
@@ -70,18 +65,7 @@ protected:
     }
     QPoint middle(int index) { return grid().cardRect(index).center().toPoint(); }
 
-    TemporaryFolder m_home;
-    FakePaths m_paths{m_home.path()};
-    FakeSecrets m_secrets;
-    FakeLoginItem m_loginItem;
-    FakeTrash m_trash{m_home.path("trash")};
-    FakeClock m_clock;
-    FakePasteboard m_pasteboard;
-    FakeWorkspace m_workspace;
-    NoticeBoard m_notices;
-    Pins m_pins{m_pasteboard, m_notices};
-    Defaults m_defaults{QString()};
-    AppSettings m_settings{m_defaults, m_secrets, m_loginItem, m_paths, m_notices};
+    Pins m_pins{machine.pasteboard, notices};
     std::unique_ptr<Library> m_library;
     std::unique_ptr<LibraryModel> m_model;
     std::unique_ptr<LibraryWindow> m_window;
