@@ -1,25 +1,17 @@
-// Shows one window of the shell: shell_gallery panel|settings|welcome [which] [--mode WORD] [--long] [--save FILE]
+// Shows one window of the shell: shell_gallery panel|settings|welcome [which] [--mode WORD] [--long] [--save
+// FILE]
 //   which   the tab of the settings by its id, or the page of the guide by its number
 //   --long  texts 1.4 times as long, as other languages have them
-#include "base/clock.h"
-#include "base/notice.h"
-#include "fakes/fake_desktop_parts.h"
-#include "fakes/fake_platform.h"
-#include "library/library.h"
-#include "settings/app_settings.h"
-#include "settings/capture_preset_store.h"
-#include "settings/capture_settings.h"
-#include "settings/defaults.h"
 #include "shell/capture_panel.h"
 #include "shell/menu_bar_panel.h"
 #include "shell/settings_view.h"
+#include "shell/shell_stage.h"
 #include "shell/welcome_view.h"
 #include "ui/appearance.h"
 #include "ui/tips.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
 
@@ -48,68 +40,57 @@ int main(int argc, char **argv)
     QCommandLineParser words;
     words.addPositionalArgument("window", "panel, settings or welcome");
     words.addPositionalArgument("which", "tab or page");
-    words.addOptions({{"mode", "mode of the panel", "word"}, {"long", "long texts"}, {"save", "picture", "file"},
+    words.addOptions({{"mode", "mode of the panel", "word"},
+                      {"long", "long texts"},
+                      {"save", "picture", "file"},
                       {"search", "words", "words"}});
     words.process(application);
     LongTexts longTexts;
     if (words.isSet("long"))
         QCoreApplication::installTranslator(&longTexts);
     Appearance appearance(application);
-    QTemporaryDir folder;
-    FakePlatform fakes(folder.path());
-    FakeDesktopParts parts;
-    FakeShortcutHolders holders;
-    fakes.permissions.statuses.insert(Permission::Camera, PermissionStatus::Denied);
-    Clock clock;
-    NoticeBoard notices;
-    Defaults defaults{{}};
-    AppSettings prefs{defaults, fakes.secrets, fakes.loginItem, fakes.paths, notices};
-    CaptureSettings settings{defaults};
-    CapturePresetStore presets{defaults, settings};
-    Library library{prefs, fakes.trash, clock};
-    TipCenter tips{&prefs};
-    library.ensureDirectory();
-    for (int i = 0; i < 6; ++i) {
-        QImage picture(640, 400, QImage::Format_RGB32);
-        picture.fill(QColor::fromHsv(i * 55, 120, 220));
-        picture.save(library.folder() + QStringLiteral("/Capture %1.png").arg(i));
-    }
+    ShellStage stage;
+    auto &machine = stage.machine;
+    machine.permissions.statuses.insert(Permission::Camera, PermissionStatus::Denied);
+    TipCenter tips{&stage.prefs};
+    for (int i = 0; i < 6; ++i)
+        stage.addCapture(QStringLiteral("Capture %1.png").arg(i), {640, 400},
+                         QColor::fromHsv(i * 55, 120, 220));
     if (words.isSet("mode"))
-        settings.setMode(captureMode(words.value("mode")).value_or(CaptureMode::AllInOne));
-    if (auto preset = presets.presets().constFirst(); true) {
+        stage.settings.setMode(captureMode(words.value("mode")).value_or(CaptureMode::AllInOne));
+    if (auto preset = stage.presets.presets().constFirst(); true) {
         preset.hotkey = CapturePresetStore::suggestedHotkey(0);
-        presets.update(preset);
+        stage.presets.update(preset);
     }
 
     std::unique_ptr<QWidget> window;
     const QString kind = words.positionalArguments().value(0);
     const QString which = words.positionalArguments().value(1);
     if (kind == QLatin1String("settings")) {
-        prefs.setSettingsTab(which.isEmpty() ? QStringLiteral("general") : which);
-        auto view = std::make_unique<SettingsView>(SettingsParts{
-            prefs, settings, presets, library, fakes.paths, fakes.permissions, parts, holders, fakes.inputMonitors,
-            fakes.sounds, fakes.workspace, notices,
-            [&prefs](const KeyCombo &combo) {
-                return combo == prefs.hotkey(HotKeyAction::Record)
-                           ? QStringLiteral("Another program has taken this shortcut.")
-                           : QString();
-            },
-            [] {}, [] { return readyFuture(Result<QString>(QString())); },
-            [](const QString &) { return Result<void>(); }, [](const QString &) { return Result<void>(); }});
+        stage.prefs.setSettingsTab(which.isEmpty() ? QStringLiteral("general") : which);
+        stage.problems.insert(stage.prefs.hotkey(HotKeyAction::Record).display(),
+                              QStringLiteral("Another program has taken this shortcut."));
+        SettingsParts parts = stage.settingsParts();
+        parts.showWelcome = [] {};
+        parts.makeDiagnostics = [] { return readyFuture(Result<QString>(QString())); };
+        parts.exportData = parts.importData = [](const QString &) { return Result<void>(); };
+        auto view = std::make_unique<SettingsView>(parts);
         view->setFixedSize(620, 540);
         view->search(words.value("search"));
         window = std::move(view);
     } else if (kind == QLatin1String("welcome")) {
         auto view = std::make_unique<WelcomeView>(
-            WelcomeView::Parts{prefs, fakes.permissions, holders, [] {}, [] {}});
+            WelcomeView::Parts{stage.prefs, machine.permissions, stage.holders, [] {}, [] {}});
         view->setFixedSize(560, 480);
         view->setPage(which.toInt());
         window = std::move(view);
     } else {
-        auto content = std::make_unique<CapturePanel>(
-            CapturePanel::Parts{settings, presets, library, fakes.pasteboard, fakes.workspace, notices},
-            CapturePanelActions{});
-        auto panel = std::make_unique<MenuBarPanel>(std::move(content), fakes.inputMonitors, fakes.workspace);
+        auto content = std::make_unique<CapturePanel>(CapturePanel::Parts{stage.settings, stage.presets,
+                                                                          stage.library, machine.pasteboard,
+                                                                          machine.workspace, stage.notices},
+                                                      CapturePanelActions{});
+        auto panel =
+            std::make_unique<MenuBarPanel>(std::move(content), machine.inputMonitors, machine.workspace);
         panel->showAt({400, 10, 24, 24});
         window = std::move(panel);
     }

@@ -1,22 +1,14 @@
-// From the wish to the painted window, in milliseconds: the capture panel (made, and open for the second time), and
-// each page of the settings with the window around it. Run it in a desktop: tests/desktop/test-desktop run …
-#include "base/clock.h"
-#include "base/notice.h"
-#include "fakes/fake_desktop_parts.h"
-#include "fakes/fake_platform.h"
-#include "library/library.h"
-#include "settings/app_settings.h"
-#include "settings/capture_preset_store.h"
-#include "settings/capture_settings.h"
-#include "settings/defaults.h"
+// From the wish to the painted window, in milliseconds: the capture panel (made, and open for the second
+// time), and each page of the settings with the window around it. Run it in a desktop:
+// tests/desktop/test-desktop run …
 #include "shell/capture_panel.h"
 #include "shell/menu_bar_panel.h"
 #include "shell/settings_view.h"
+#include "shell/shell_stage.h"
 #include "ui/appearance.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <cstdio>
 
 namespace {
@@ -51,47 +43,34 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     Appearance appearance(application);
-    QTemporaryDir folder;
-    FakePlatform fakes(folder.path());
-    FakeDesktopParts parts;
-    FakeShortcutHolders holders;
-    Clock clock;
-    NoticeBoard notices;
-    Defaults defaults{{}};
-    AppSettings prefs{defaults, fakes.secrets, fakes.loginItem, fakes.paths, notices};
-    CaptureSettings settings{defaults};
-    CapturePresetStore presets{defaults, settings};
-    Library library{prefs, fakes.trash, clock};
-    library.ensureDirectory();
-    QImage picture(1920, 1080, QImage::Format_RGB32);
-    picture.fill(Qt::darkCyan);
+    ShellStage stage;
+    auto &machine = stage.machine;
     for (int i = 0; i < 6; ++i)
-        picture.save(library.folder() + QStringLiteral("/%1.png").arg(i));
+        stage.addCapture(QStringLiteral("%1.png").arg(i), {1920, 1080}, Qt::darkCyan);
     Paints paints;
 
     std::unique_ptr<MenuBarPanel> panel;
     std::printf("panel, first time   %.1f\n", untilPainted(paints, [&] {
                     panel = std::make_unique<MenuBarPanel>(
-                        std::make_unique<CapturePanel>(CapturePanel::Parts{settings, presets, library,
-                                                                           fakes.pasteboard, fakes.workspace,
-                                                                           notices},
+                        std::make_unique<CapturePanel>(CapturePanel::Parts{stage.settings, stage.presets,
+                                                                           stage.library, machine.pasteboard,
+                                                                           machine.workspace, stage.notices},
                                                        CapturePanelActions{}),
-                        fakes.inputMonitors, fakes.workspace);
+                        machine.inputMonitors, machine.workspace);
                     panel->showAt({400, 10, 24, 24});
                 }));
     for (int i = 0; i < 3; ++i) {
         panel->dismiss(QStringLiteral("bench"));
         QApplication::processEvents();
-        std::printf("panel, again        %.1f\n", untilPainted(paints, [&] { panel->showAt({400, 10, 24, 24}); }));
+        std::printf("panel, again        %.1f\n",
+                    untilPainted(paints, [&] { panel->showAt({400, 10, 24, 24}); }));
     }
     panel->dismiss(QStringLiteral("bench"));
     for (const char *tab : {"general", "shortcuts", "presets", "recording", "ai", "help"}) {
-        prefs.setSettingsTab(QLatin1String(tab));
+        stage.prefs.setSettingsTab(QLatin1String(tab));
         std::unique_ptr<SettingsView> view;
         const double taken = untilPainted(paints, [&] {
-            view = std::make_unique<SettingsView>(SettingsParts{
-                prefs, settings, presets, library, fakes.paths, fakes.permissions, parts, holders,
-                fakes.inputMonitors, fakes.sounds, fakes.workspace, notices});
+            view = std::make_unique<SettingsView>(stage.settingsParts());
             view->setFixedSize(620, 540);
             view->show();
         });

@@ -3,13 +3,13 @@
 #include "shell/menu_bar_panel.h"
 #include "shell/option_chips.h"
 #include "shell/recent_captures.h"
-#include "shell_world.h"
+#include "shell/shell_test.h"
 
 #include <QPushButton>
 
 namespace {
 
-struct CapturePanelTest : ShellWorld {
+struct CapturePanelTest : ShellTest {
     std::unique_ptr<CapturePanel> makePanel()
     {
         CapturePanelActions actions;
@@ -19,7 +19,7 @@ struct CapturePanelTest : ShellWorld {
         actions.openSettings = [this] { done += "settings"; };
         actions.savePreset = [this] { presets.addFromCurrent(); };
         auto panel = std::make_unique<CapturePanel>(
-            CapturePanel::Parts{settings, presets, library, fakes.pasteboard, fakes.workspace, notices}, actions);
+            CapturePanel::Parts{settings, presets, library, machine.pasteboard, machine.workspace, notices}, actions);
         QObject::connect(panel.get(), &CapturePanel::leaving, [this] { done += "leaving"; });
         return panel;
     }
@@ -125,14 +125,14 @@ TEST_F(CapturePanelTest, ShowsTheNewestFiveAndFollowsTheLibraryWhileOpen)
 
 TEST_F(CapturePanelTest, ThePanelClosesForClicksOutsideAndForOtherPrograms)
 {
-    MenuBarPanel panel(makePanel(), fakes.inputMonitors, fakes.workspace);
+    MenuBarPanel panel(makePanel(), machine.inputMonitors, machine.workspace);
     QWidget other;
     other.setGeometry(900, 500, 100, 100);
     other.show();
     const std::function<void()> ends[] = {
-        [&] { fakes.inputMonitors.press({}); },
+        [&] { machine.inputMonitors.press({}); },
         [&] { QTest::mouseClick(&other, Qt::LeftButton); },
-        [&] { fakes.workspace.activate({1, "Terminal"}); },
+        [&] { machine.workspace.activate({1, "Terminal"}); },
         [&] { QTest::keyClick(&panel, Qt::Key_Escape); },
     };
     for (const auto &end : ends) {
@@ -141,10 +141,10 @@ TEST_F(CapturePanelTest, ThePanelClosesForClicksOutsideAndForOtherPrograms)
         end();
         EXPECT_TRUE(QTest::qWaitFor([&] { return !panel.isVisible(); }, 3000));
         EXPECT_TRUE(panel.hasJustClosed());
-        EXPECT_EQ(fakes.inputMonitors.listeners(), 0);
+        EXPECT_EQ(machine.inputMonitors.listeners(), 0);
     }
     panel.showAt({200, 0, 20, 20});
-    fakes.workspace.activate({QCoreApplication::applicationPid(), "Lumenpost"});
+    machine.workspace.activate({QCoreApplication::applicationPid(), "Lumenpost"});
     QWidget tip(nullptr, Qt::ToolTip);
     tip.show();
     QTest::mouseClick(&tip, Qt::LeftButton);

@@ -3,7 +3,7 @@
 #include "shell/settings_page.h"
 #include "shell/shortcut_field.h"
 #include "shell/shortcut_words.h"
-#include "shell_world.h"
+#include "shell/shell_test.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr KeyCombo kFree{9, KeyCombo::Control | KeyCombo::Shift}; // V
 
-struct KeyRecorderTest : ShellWorld {
+struct KeyRecorderTest : ShellTest {
     KeyRecorderTest()
     {
         recorder.show();
@@ -22,7 +22,7 @@ struct KeyRecorderTest : ShellWorld {
         QObject::connect(&recorder, &KeyRecorder::heardElsewhere,
                          [this](const KeyCombo &combo) { elsewhere += combo; });
     }
-    KeyRecorder recorder{{prefs, fakes.sounds, fakes.inputMonitors}, kFree};
+    KeyRecorder recorder{{prefs, machine.sounds, machine.inputMonitors}, kFree};
     QList<KeyCombo> chosen, elsewhere;
 };
 
@@ -34,7 +34,7 @@ TEST_F(KeyRecorderTest, ListensWithAllShortcutsOffUntilACombinationCame)
     EXPECT_TRUE(prefs.isRecordingShortcut());
     EXPECT_EQ(recorder.text(), "Type shortcut…");
     QTest::keyClick(&recorder, Qt::Key_A);
-    EXPECT_EQ(fakes.sounds.beeps, 1);
+    EXPECT_EQ(machine.sounds.beeps, 1);
     EXPECT_TRUE(recorder.isListening());
     QTest::keyClick(&recorder, Qt::Key_K, Qt::MetaModifier | Qt::AltModifier);
     EXPECT_FALSE(prefs.isRecordingShortcut());
@@ -73,15 +73,15 @@ TEST_F(KeyRecorderTest, TellsOfACombinationThatAnotherProgramTook)
     KeyStroke stroke;
     stroke.keyCode = 8;
     stroke.modifiers = Qt::MetaModifier;
-    fakes.inputMonitors.type(stroke);
+    machine.inputMonitors.type(stroke);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !elsewhere.isEmpty(); }, 3000));
     EXPECT_EQ(elsewhere.value(0), (KeyCombo{8, KeyCombo::Control}));
     EXPECT_TRUE(recorder.isListening());
     recorder.click();
-    EXPECT_EQ(fakes.inputMonitors.listeners(), 0);
+    EXPECT_EQ(machine.inputMonitors.listeners(), 0);
 }
 
-TEST_F(ShellWorld, AShortcutFieldNamesWhoHasTheCombination)
+TEST_F(ShellTest, AShortcutFieldNamesWhoHasTheCombination)
 {
     ShortcutField field(settingsParts(), kFree, "capture");
     SettingsRow row("Capture", {}, field.recorder());

@@ -5,7 +5,7 @@
 #include "shell/settings_page.h"
 #include "shell/settings_view.h"
 #include "shell/welcome_view.h"
-#include "shell_world.h"
+#include "shell/shell_test.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -35,7 +35,7 @@ Control *control(const QWidget &in, const QString &name)
 
 } // namespace
 
-TEST_F(ShellWorld, ASearchGoesOverAllPagesAndOpensNoneForGood)
+TEST_F(ShellTest, ASearchGoesOverAllPagesAndOpensNoneForGood)
 {
     SettingsView view(settingsParts());
     view.show();
@@ -54,7 +54,7 @@ TEST_F(ShellWorld, ASearchGoesOverAllPagesAndOpensNoneForGood)
     EXPECT_TRUE(shownTitles(view).contains("Record microphone"));
 }
 
-TEST_F(ShellWorld, ChangesAreStoredAtOnceAndThoseMadeElsewhereAreShown)
+TEST_F(ShellTest, ChangesAreStoredAtOnceAndThoseMadeElsewhereAreShown)
 {
     SettingsView view(settingsParts());
     view.show();
@@ -69,7 +69,7 @@ TEST_F(ShellWorld, ChangesAreStoredAtOnceAndThoseMadeElsewhereAreShown)
     EXPECT_TRUE(QTest::qWaitFor([days] { return days->currentData().toInt() == 17; }, 3000));
 }
 
-TEST_F(ShellWorld, AKeyThatWasTypedIsStoredWhenTheWindowCloses)
+TEST_F(ShellTest, AKeyThatWasTypedIsStoredWhenTheWindowCloses)
 {
     prefs.setSettingsTab("ai");
     SettingsView view(settingsParts());
@@ -82,11 +82,11 @@ TEST_F(ShellWorld, AKeyThatWasTypedIsStoredWhenTheWindowCloses)
     field->setFocus();
     QTest::keyClicks(field, "sk-ant-1");
     view.close();
-    EXPECT_EQ(fakes.secrets.items.value({AppSettings::kApiKeyAccount, AppSettings::kService}), "sk-ant-1");
+    EXPECT_EQ(machine.secrets.items.value({AppSettings::kApiKeyAccount, AppSettings::kService}), "sk-ant-1");
     EXPECT_FALSE(defaults.contains("apiKey"));
 }
 
-TEST_F(ShellWorld, APresetRowShowsTheStoreAndGoesWithItsPreset)
+TEST_F(ShellTest, APresetRowShowsTheStoreAndGoesWithItsPreset)
 {
     prefs.setSettingsTab("presets");
     SettingsView view(settingsParts());
@@ -105,7 +105,7 @@ TEST_F(ShellWorld, APresetRowShowsTheStoreAndGoesWithItsPreset)
     EXPECT_TRUE(QTest::qWaitFor([&] { return editors().size() == 2; }, 3000));
 }
 
-TEST_F(ShellWorld, RestoringTheDefaultsLetsThePrintKeyGo)
+TEST_F(ShellTest, RestoringTheDefaultsLetsThePrintKeyGo)
 {
     prefs.setPrintKeys(true);
     prefs.setPanelHotkey({9, KeyCombo::Option});
@@ -120,24 +120,24 @@ TEST_F(ShellWorld, RestoringTheDefaultsLetsThePrintKeyGo)
     EXPECT_NE(prefs.panelHotkey(), (KeyCombo{9, KeyCombo::Option}));
 }
 
-TEST_F(ShellWorld, AGrantIsToldOnceAndTurnsTheButtonIntoAMark)
+TEST_F(ShellTest, AGrantIsToldOnceAndTurnsTheButtonIntoAMark)
 {
-    fakes.permissions.statuses.insert(Permission::Microphone, PermissionStatus::NotAsked);
-    PermissionMonitor monitor(fakes.permissions);
+    machine.permissions.statuses.insert(Permission::Microphone, PermissionStatus::NotAsked);
+    PermissionMonitor monitor(machine.permissions);
     QSignalSpy changed(&monitor, &PermissionMonitor::changed);
     monitor.refresh();
     EXPECT_EQ(changed.count(), 0);
-    fakes.permissions.statuses.insert(Permission::Microphone, PermissionStatus::Granted);
+    machine.permissions.statuses.insert(Permission::Microphone, PermissionStatus::Granted);
     monitor.refresh();
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(monitor.status(Permission::Microphone), PermissionStatus::Granted);
 }
 
-TEST_F(ShellWorld, TheGuideHasThreePagesAndShowsTheShortcutThatIsStored)
+TEST_F(ShellTest, TheGuideHasThreePagesAndShowsTheShortcutThatIsStored)
 {
     prefs.setHotkeys({{HotKeyAction::Capture, KeyCombo{40, KeyCombo::Option}}});
     int tried = 0, finished = 0;
-    WelcomeView guide({prefs, fakes.permissions, holders, [&] { ++tried; }, [&] { ++finished; }});
+    WelcomeView guide({prefs, machine.permissions, holders, [&] { ++tried; }, [&] { ++finished; }});
     guide.show();
     const auto button = [&guide](const QString &text) -> QPushButton * {
         for (auto *found : guide.findChildren<QPushButton *>()) {

@@ -1,49 +1,44 @@
 #pragma once
 
-#include "base/clock.h"
-#include "base/notice.h"
 #include "fakes/fake_desktop_parts.h"
-#include "fakes/fake_platform.h"
 #include "library/library.h"
-#include "settings/app_settings.h"
 #include "settings/capture_preset_store.h"
 #include "settings/capture_settings.h"
-#include "settings/defaults.h"
 #include "shell/settings_parts.h"
-#include "support/temporary_folder.h"
+#include "support/stage.h"
 
-#include <QImage>
-#include <QTest>
-#include <gmock/gmock.h>
-
-// A machine of fakes with settings, presets and a Library on it.
-struct ShellWorld : testing::Test {
+// A Library of pictures and presets, and what the panel and the settings are made of.
+struct ShellStage : Stage {
     SettingsParts settingsParts()
     {
-        return {prefs, settings, presets, library, fakes.paths, fakes.permissions, parts, holders,
-                fakes.inputMonitors, fakes.sounds, fakes.workspace, notices,
+        return {prefs,
+                settings,
+                presets,
+                library,
+                machine.paths,
+                machine.permissions,
+                parts,
+                holders,
+                machine.inputMonitors,
+                machine.sounds,
+                machine.workspace,
+                notices,
                 [this](const KeyCombo &combo) { return problems.value(combo.display()); }};
     }
-    QString addCapture(const QString &name)
+    // The path of a new picture in the Library; empty if it can't be written.
+    QString addCapture(const QString &name, const QSize &size = {40, 30}, const QColor &color = Qt::red)
     {
         library.ensureDirectory();
-        QImage picture(40, 30, QImage::Format_RGB32);
-        picture.fill(Qt::red);
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(color);
         const QString path = library.folder() + '/' + name;
-        EXPECT_TRUE(picture.save(path));
-        return path;
+        return picture.save(path) ? path : QString();
     }
 
-    TemporaryFolder folder;
-    FakePlatform fakes{folder.path()};
     FakeDesktopParts parts;
     FakeShortcutHolders holders;
-    Clock clock;
-    NoticeBoard notices;
-    Defaults defaults{{}};
-    AppSettings prefs{defaults, fakes.secrets, fakes.loginItem, fakes.paths, notices};
     CaptureSettings settings{defaults};
     CapturePresetStore presets{defaults, settings};
-    Library library{prefs, fakes.trash, clock};
+    Library library{prefs, machine.trash, clock};
     QHash<QString, QString> problems; // of registering, by the combination's display
 };
