@@ -2,15 +2,13 @@
 
 #include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_event_thread.h"
 #include "platform/x11/x11_key_map.h"
+#include "platform/x11/x11_raw_events.h"
 #include "platform/x11/x11_screens.h"
 #include "platform/x11/x11_survey.h"
 
 #include <bitset>
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <thread>
-#include <unistd.h>
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
@@ -18,23 +16,14 @@ namespace {
 
 class X11InputMonitor : public InputMonitor {
 public:
-    ~X11InputMonitor() override
-    {
-        if (m_thread.joinable()) {
-            eventfd_write(m_wake, 1);
-            m_thread.join();
-        }
-        if (m_wake >= 0)
-            close(m_wake);
-    }
-
     Result<void> open(InputEvents events)
     {
         auto connection = X11Connection::open(X11Extension::Res);
         if (!connection)
             return std::unexpected(connection.error());
         m_connection = std::move(*connection);
-        if (!hasRawEvents())
+        m_rawEvents = X11RawEvents::of(*m_connection);
+        if (!m_rawEvents)
             return fail(Error::Kind::Unavailable,
                         PlatformTexts::tr("This display doesn't tell what is clicked and typed."));
         if (events.testFlag(InputEvent::Keys)) {
@@ -43,72 +32,37 @@ public:
                 return std::unexpected(map.error());
             m_keyMap = std::move(*map);
         }
-        m_wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-        if (m_wake < 0)
+        if (!m_thread.open())
             return fail(PlatformTexts::tr("There are too many open files."));
-        select(events);
+        m_rawEvents->select(*m_connection, maskOf(events));
         return {};
     }
 
-    void start() { m_thread = std::thread(&X11InputMonitor::run, this); }
-
-private:
-    // Before 2.1 raw events kept away during grabs.
-    bool hasRawEvents()
+    void start()
     {
-        xcb_connection_t *xcb = m_connection->xcb();
-        const xcb_query_extension_reply_t *extension = xcb_get_extension_data(xcb, &xcb_input_id);
-        if (!extension || !extension->present)
-            return false;
-        const XcbOwned<xcb_input_xi_query_version_reply_t> version(
-            xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
-        m_opcode = extension->major_opcode;
-        return version &&
-               (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 1));
+        m_thread.start(*m_connection, [this](const void *event) { handle(event); });
     }
 
-    void select(InputEvents events)
+private:
+    static quint32 maskOf(InputEvents events)
     {
         quint32 mask = 0;
         if (events.testFlag(InputEvent::Clicks))
             mask |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
         if (events.testFlag(InputEvent::Keys))
             mask |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
-        const struct {
-            xcb_input_event_mask_t head;
-            quint32 mask;
-        } wanted{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, mask};
-        xcb_input_xi_select_events(m_connection->xcb(), m_connection->root(), 1, &wanted.head);
-        // An answer tells that the selection is in effect.
-        const XcbOwned<xcb_get_input_focus_reply_t> synced(xcb_get_input_focus_reply(
-            m_connection->xcb(), xcb_get_input_focus(m_connection->xcb()), nullptr));
+        return mask;
     }
 
-    void run()
-    {
-        pollfd waiting[] = {{xcb_get_file_descriptor(m_connection->xcb()), POLLIN, 0}, {m_wake, POLLIN, 0}};
-        while (true) {
-            // The answers that a handler waits for may bring further events, which wake nobody.
-            while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection->xcb())})
-                handle(event.get());
-            if (m_connection->isBroken())
-                return;
-            if (poll(waiting, 2, -1) < 0 && errno != EINTR)
-                return;
-            if (waiting[1].revents != 0)
-                return;
-        }
-    }
-
-    void handle(const xcb_generic_event_t *event)
+    void handle(const void *event)
     {
         if (m_keyMap && m_keyMap->read(event))
             return;
-        const auto *generic = reinterpret_cast<const xcb_ge_generic_event_t *>(event);
-        if ((generic->response_type & 0x7f) != XCB_GE_GENERIC || generic->extension != m_opcode)
+        const auto type = m_rawEvents->typeOf(event);
+        if (!type)
             return;
-        const quint32 detail = reinterpret_cast<const xcb_input_raw_button_press_event_t *>(event)->detail;
-        switch (generic->event_type) {
+        const quint32 detail = static_cast<const xcb_input_raw_button_press_event_t *>(event)->detail;
+        switch (*type) {
         case XCB_INPUT_RAW_BUTTON_PRESS:
             tellPress(detail);
             break;
@@ -167,10 +121,9 @@ private:
 
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<X11KeyMap> m_keyMap; // with keys alone
-    quint8 m_opcode = 0;
-    int m_wake = -1; // ends the thread
+    std::optional<X11RawEvents> m_rawEvents;
     std::bitset<256> m_down;
-    std::thread m_thread;
+    X11EventThread m_thread; // last: works on the others
 };
 
 } // namespace

@@ -3,15 +3,12 @@
 #include "platform/texts.h"
 #include "platform/x11/own_window_trails.h"
 #include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_event_thread.h"
 #include "platform/x11/x11_photographer.h"
+#include "platform/x11/x11_raw_events.h"
 #include "platform/x11/x11_screens.h"
 #include "platform/x11/x11_survey.h"
 
-#include <array>
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <thread>
-#include <unistd.h>
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
@@ -75,14 +72,13 @@ std::unexpected<Error> tellsNoPresses()
 class X11PressPictures::Watch {
 public:
     static Result<std::unique_ptr<Watch>> open(X11PressPictures &owner);
-    ~Watch();
 
 private:
     explicit Watch(X11PressPictures &owner) : m_owner(owner) {}
     bool listen();
     void learnButtons();
-    void run();
-    void handle(const xcb_generic_event_t &event);
+    void prepare();
+    void handle(const void *event);
     void take(quint32 serverTime);
     Result<QImage> picture(const Screen &screen) const;
     const Screen *screenOf(QPoint native) const;
@@ -93,12 +89,11 @@ private:
     std::unique_ptr<X11Photographer> m_photographer;
     X11Screens m_windows;
     QList<Screen> m_screens;
-    quint8 m_opcode = 0;
+    std::optional<X11RawEvents> m_rawEvents;
     quint8 m_leftButton = kLeftButton; // the device's number for it
     quint32 m_lastServerTime = 0;
     std::chrono::milliseconds m_time{0};
-    int m_stop = -1;
-    std::thread m_thread;
+    X11EventThread m_thread; // last: works on the others
 };
 
 Result<std::unique_ptr<X11PressPictures::Watch>> X11PressPictures::Watch::open(X11PressPictures &owner)
@@ -114,43 +109,21 @@ Result<std::unique_ptr<X11PressPictures::Watch>> X11PressPictures::Watch::open(X
     watch->m_photographer = std::move(*photographer);
     if (!watch->listen())
         return tellsNoPresses();
-    watch->m_stop = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    if (watch->m_stop < 0)
+    if (!watch->m_thread.open())
         return tellsNoPresses();
-    watch->m_thread = std::thread([raw = watch.get()] { raw->run(); });
+    Watch *raw = watch.get();
+    watch->m_thread.start(
+        *watch->m_connection, [raw](const void *event) { raw->handle(event); }, [raw] { raw->prepare(); });
     return watch;
-}
-
-X11PressPictures::Watch::~Watch()
-{
-    if (m_thread.joinable()) {
-        eventfd_write(m_stop, 1);
-        m_thread.join();
-    }
-    if (m_stop >= 0)
-        close(m_stop);
 }
 
 bool X11PressPictures::Watch::listen()
 {
-    xcb_connection_t *xcb = m_connection->xcb();
-    const xcb_query_extension_reply_t *extension = xcb_get_extension_data(xcb, &xcb_input_id);
-    if (!extension || !extension->present)
-        return false;
-    // Before 2.1 raw events kept away during grabs.
-    const XcbOwned<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(xcb, xcb_input_xi_query_version(xcb, 2, 2), nullptr));
-    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 1))
-        return false;
-    m_opcode = extension->major_opcode;
-    const struct {
-        xcb_input_event_mask_t head;
-        quint32 mask;
-    } wanted{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS};
-    const XcbOwned<xcb_generic_error_t> refused(xcb_request_check(
-        xcb, xcb_input_xi_select_events_checked(xcb, m_connection->root(), 1, &wanted.head)));
+    m_rawEvents = X11RawEvents::of(*m_connection);
+    const bool isHeard =
+        m_rawEvents && m_rawEvents->select(*m_connection, XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
     learnButtons();
-    return !refused;
+    return isHeard;
 }
 
 // Raw events count a mouse's own buttons: those of a left-handed user stand the other way round.
@@ -170,36 +143,24 @@ void X11PressPictures::Watch::learnButtons()
     }
 }
 
-void X11PressPictures::Watch::run()
+void X11PressPictures::Watch::prepare()
 {
     m_screens = X11Desktop::screens(*m_connection);
     // What the first picture would have to wait for otherwise.
     m_photographer->prepare();
     if (!m_screens.isEmpty())
         static_cast<void>(picture(m_screens.first()));
-    while (!m_connection->isBroken()) {
-        while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection->xcb())})
-            handle(*event);
-        std::array<pollfd, 2> wait{
-            {{xcb_get_file_descriptor(m_connection->xcb()), POLLIN, 0}, {m_stop, POLLIN, 0}}};
-        poll(wait.data(), wait.size(), -1);
-        if (wait[1].revents != 0)
-            return;
-    }
 }
 
-void X11PressPictures::Watch::handle(const xcb_generic_event_t &event)
+void X11PressPictures::Watch::handle(const void *event)
 {
-    const int type = event.response_type & 0x7f;
-    if (type == XCB_MAPPING_NOTIFY)
+    if ((static_cast<const xcb_generic_event_t *>(event)->response_type & 0x7f) == XCB_MAPPING_NOTIFY)
         learnButtons();
-    const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event);
-    if (type != XCB_GE_GENERIC || generic.extension != m_opcode ||
-        generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS)
+    if (m_rawEvents->typeOf(event) != XCB_INPUT_RAW_BUTTON_PRESS)
         return;
-    const auto &press = reinterpret_cast<const xcb_input_raw_button_press_event_t &>(event);
-    if (press.detail == m_leftButton)
-        take(press.time);
+    const auto *press = static_cast<const xcb_input_raw_button_press_event_t *>(event);
+    if (press->detail == m_leftButton)
+        take(press->time);
 }
 
 const Screen *X11PressPictures::Watch::screenOf(QPoint native) const

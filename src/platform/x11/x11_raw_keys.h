@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/x11/x11_raw_events.h"
+
 #include <QtGlobal>
 #include <array>
 #include <bitset>
@@ -7,9 +9,8 @@
 
 class X11Connection;
 
-// The keyboard as its device tells it (raw events of XInput 2.1 and later), which is heard while another
-// client holds the keyboard too. Every key of the session passes here: nothing of them is kept but which keys
-// are down at the moment.
+// The keyboard as its device tells it, which is heard while another client holds the keyboard too. Every key
+// of the session passes here: nothing of them is kept but which keys are down at the moment.
 class X11RawKeys {
 public:
     struct Press {
@@ -30,9 +31,7 @@ public:
     void follow(bool isPress, quint8 keycode) { m_down.set(keycode, isPress); }
 
 private:
-    void select(const X11Connection &connection, quint32 events);
-
-    quint8 m_opcode = 0; // 0 while not listening
+    std::optional<X11RawEvents> m_events; // while listening
     std::array<quint16, 256> m_modifierOf{};
     std::bitset<256> m_down;
 };
