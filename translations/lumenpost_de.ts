@@ -3018,6 +3018,18 @@
         <source>%1 What was recorded until then is kept as “%2”.</source>
         <translation>%1 Was bis dahin aufgenommen wurde, ist als „%2“ aufbewahrt.</translation>
     </message>
+    <message>
+        <source>The film itself can&apos;t be the file that is written.</source>
+        <translation>Der Film selbst kann nicht die Datei sein, die geschrieben wird.</translation>
+    </message>
+    <message>
+        <source>Exported %1</source>
+        <translation>%1 exportiert</translation>
+    </message>
+    <message>
+        <source>GIF export failed: %1</source>
+        <translation>GIF-Export fehlgeschlagen: %1</translation>
+    </message>
 </context>
 <context>
     <name>RecordingUiTexts</name>
@@ -3036,6 +3048,198 @@
     <message>
         <source>Pause</source>
         <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation>Untertitel</translation>
+    </message>
+    <message>
+        <source>Transcribed on this Mac. Review before publishing.</source>
+        <translation>Auf diesem Computer erkannt. Vor dem Veröffentlichen durchsehen.</translation>
+    </message>
+    <message>
+        <source>Copy Text</source>
+        <translation>Text kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the whole transcript as plain text.</source>
+        <translation>Alles Gesprochene als einfachen Text kopieren.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Save SRT…</source>
+        <translation>SRT sichern…</translation>
+    </message>
+    <message>
+        <source>Save SRT</source>
+        <translation>SRT sichern</translation>
+    </message>
+    <message>
+        <source>Subtitle file that YouTube, Vimeo, Premiere and most players can load.</source>
+        <translation>Untertiteldatei, die YouTube, Vimeo, Premiere und die meisten Abspielprogramme laden können.</translation>
+    </message>
+    <message>
+        <source>Listening to the recording…</source>
+        <translation>Die Aufnahme wird angehört …</translation>
+    </message>
+    <message>
+        <source>Transcript copied</source>
+        <translation>Text kopiert</translation>
+    </message>
+    <message>
+        <source>Subtitles</source>
+        <translation>Untertitel</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>%1 gesichert</translation>
+    </message>
+    <message>
+        <source>Film</source>
+        <translation>Film</translation>
+    </message>
+    <message>
+        <source>Start of the trimmed part</source>
+        <translation>Anfang des Ausschnitts</translation>
+    </message>
+    <message>
+        <source>End of the trimmed part</source>
+        <translation>Ende des Ausschnitts</translation>
+    </message>
+    <message>
+        <source>Timeline</source>
+        <translation>Zeitleiste</translation>
+    </message>
+    <message>
+        <source>Trim Again</source>
+        <translation>Neu kürzen</translation>
+    </message>
+    <message>
+        <source>Drag the yellow handles to cut the start and end. Exports use the trimmed part.</source>
+        <translation>Mit den gelben Griffen Anfang und Ende abschneiden. Exporte verwenden den gekürzten Teil.</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Im Ordner zeigen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the video file to paste into Mail, Slack or Finder.</source>
+        <translation>Die Filmdatei kopieren, um sie in E-Mail, Chat oder Dateiverwaltung einzufügen.</translation>
+    </message>
+    <message>
+        <source>Captions…</source>
+        <translation>Untertitel…</translation>
+    </message>
+    <message>
+        <source>Turn the speech in this recording into subtitles (SRT), transcribed on your Mac.</source>
+        <translation>Aus dem Gesprochenen dieser Aufnahme Untertitel (SRT) machen, auf diesem Computer erkannt.</translation>
+    </message>
+    <message>
+        <source>Exports use the trimmed range</source>
+        <translation>Exporte verwenden den Ausschnitt</translation>
+    </message>
+    <message>
+        <source>Export GIF…</source>
+        <translation>GIF exportieren…</translation>
+    </message>
+    <message>
+        <source>Make an animated GIF (up to 60 seconds, 12 fps) — great for chat and docs.</source>
+        <translation>Ein animiertes GIF machen (bis zu 60 Sekunden, 12 Bilder je Sekunde) – gut für Chat und Anleitungen.</translation>
+    </message>
+    <message>
+        <source>Export MP4…</source>
+        <translation>MP4 exportieren…</translation>
+    </message>
+    <message>
+        <source>Save a high-quality video file. Uses the trimmed range if you trimmed.</source>
+        <translation>Eine Filmdatei in hoher Qualität sichern. Verwendet den Ausschnitt, wenn gekürzt wurde.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Trim</source>
+        <translation>Kürzen</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Von</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>Bis</translation>
+    </message>
+    <message>
+        <source>%1 / %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Nothing to play</source>
+        <translation>Nichts abzuspielen</translation>
+    </message>
+    <message>
+        <source>%1 %2 %</source>
+        <translation>%1 %2 %</translation>
+    </message>
+    <message>
+        <source>%1, %2 left</source>
+        <translation>%1, noch %2</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>Export GIF</source>
+        <translation>GIF exportieren</translation>
+    </message>
+    <message>
+        <source>Export MP4</source>
+        <translation>MP4 exportieren</translation>
+    </message>
+    <message>
+        <source>Animated GIFs</source>
+        <translation>Animierte GIFs</translation>
+    </message>
+    <message>
+        <source>MPEG-4 films</source>
+        <translation>MPEG-4-Filme</translation>
+    </message>
+    <message>
+        <source>Making GIF…</source>
+        <translation>GIF wird gemacht …</translation>
+    </message>
+    <message>
+        <source>Exporting MP4…</source>
+        <translation>MP4 wird exportiert …</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>The film is no longer there</source>
+        <translation>Der Film ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>Copied the film</source>
+        <translation>Film kopiert</translation>
     </message>
 </context>
 <context>

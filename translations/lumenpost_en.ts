@@ -3018,6 +3018,18 @@
         <source>%1 What was recorded until then is kept as “%2”.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The film itself can&apos;t be the file that is written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exported %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>GIF export failed: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingUiTexts</name>
@@ -3035,6 +3047,198 @@
     </message>
     <message>
         <source>Pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Transcribed on this Mac. Review before publishing.</source>
+        <translation>Transcribed on this computer. Review before publishing.</translation>
+    </message>
+    <message>
+        <source>Copy Text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the whole transcript as plain text.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save SRT…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save SRT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Subtitle file that YouTube, Vimeo, Premiere and most players can load.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Listening to the recording…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Transcript copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Subtitles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Film</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start of the trimmed part</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End of the trimmed part</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trim Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag the yellow handles to cut the start and end. Exports use the trimmed part.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Show in Folder</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the video file to paste into Mail, Slack or Finder.</source>
+        <translation>Copy the video file to paste into mail, a chat or the file manager.</translation>
+    </message>
+    <message>
+        <source>Captions…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Turn the speech in this recording into subtitles (SRT), transcribed on your Mac.</source>
+        <translation>Turn the speech in this recording into subtitles (SRT), transcribed on your computer.</translation>
+    </message>
+    <message>
+        <source>Exports use the trimmed range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export GIF…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make an animated GIF (up to 60 seconds, 12 fps) — great for chat and docs.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export MP4…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save a high-quality video file. Uses the trimmed range if you trimmed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trim</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 / %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing to play</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 %2 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2 left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export GIF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export MP4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Animated GIFs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>MPEG-4 films</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Making GIF…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exporting MP4…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The film is no longer there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied the film</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

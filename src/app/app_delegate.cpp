@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 
 #include "app/document_routing.h"
+#include "app/film_windows.h"
 #include "app/pasteboard_opening.h"
 #include "app/recording_flow.h"
 #include "app/texts.h"
@@ -284,6 +285,11 @@ void AppDelegate::buildEditors()
         .draftFolder = m_platform.paths->state() + QStringLiteral("/drafts"),
     });
     m_delivery->openEditor = [this](const DeliveredPicture &picture) { m_documents->openEditor(picture); };
+    m_films = std::make_unique<FilmWindows>(FilmWindows::Parts{
+        *m_platform.movies, *m_platform.soundOutput, *m_platform.speech, *m_prefs, *m_library,
+        *m_platform.pasteboard, *m_platform.workspace, m_notices, m_pending});
+    m_documents->openVideoEditor = [this](const QString &path) { m_films->open(path); };
+    m_delivery->openVideoEditor = m_documents->openVideoEditor;
     buildLibraryWindow();
 }
 

@@ -29,6 +29,7 @@ class CapturePresetStore;
 class ClaudeClient;
 class Defaults;
 class DocumentRouting;
+class FilmWindows;
 class Library;
 class LibraryModel;
 class Pins;
@@ -105,6 +106,7 @@ private:
     std::unique_ptr<SingletonWindows> m_windows;
     std::unique_ptr<ShellWindows> m_shell;
     std::unique_ptr<DocumentRouting> m_documents;
+    std::unique_ptr<FilmWindows> m_films;
     std::unique_ptr<SourceApplication> m_source;
     std::unique_ptr<Delivery> m_delivery;
     std::unique_ptr<CaptureFlow> m_captures;

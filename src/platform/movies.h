@@ -35,6 +35,9 @@ public:
     // What the film shows at that time: the first picture before its beginning, the last after its end. Going
     // forward in small steps decodes each picture once. Format_RGB32.
     virtual Result<QImage> at(double seconds) = 0;
+    // From when on the film shows the picture that was last asked for, and when the next one follows it;
+    // infinite for the last.
+    virtual std::pair<double, double> shown() const = 0;
 };
 
 struct MovieFormat {
@@ -95,4 +98,8 @@ public:
     virtual Result<void> voice(const QString &path,
                                const std::function<bool(std::span<const qint16>)> &receive) = 0;
     static constexpr int kVoiceRate = 16000;
+    // The same to be listened to: two channels of 48000 samples a second, interleaved, from a time (seconds)
+    // on, without a gap.
+    virtual Result<void> sound(const QString &path, double from,
+                               const std::function<bool(std::span<const float>)> &receive) = 0;
 };

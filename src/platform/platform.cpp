@@ -18,6 +18,7 @@
 #include "platform/screen_pictures.h"
 #include "platform/screens.h"
 #include "platform/secrets.h"
+#include "platform/sound_output.h"
 #include "platform/sound_sources.h"
 #include "platform/shortcut_holders.h"
 #include "platform/sounds.h"

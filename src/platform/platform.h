@@ -20,6 +20,7 @@ class ScreenFilms;
 class ScreenPictures;
 class Screens;
 class Secrets;
+class SoundOutput;
 class SoundSources;
 class ShortcutHolders;
 class Sounds;
@@ -51,6 +52,7 @@ struct Platform {
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<SoundSources> soundSources;
+    std::unique_ptr<SoundOutput> soundOutput;
     std::unique_ptr<Movies> movies;
     std::unique_ptr<Permissions> permissions;
     std::unique_ptr<SpeechEngine> speech;

@@ -66,6 +66,16 @@ QString Captions::srt(const QList<CaptionCue> &cues)
     return entries.join(QLatin1Char('\n'));
 }
 
+QList<CaptionCue> Captions::within(const QList<CaptionCue> &cues, double from, double to)
+{
+    QList<CaptionCue> result;
+    for (const CaptionCue &cue : cues) {
+        if (cue.end > from && cue.start < to)
+            result.append({std::max(cue.start, from) - from, std::min(cue.end, to) - from, cue.text});
+    }
+    return result;
+}
+
 QString Captions::transcript(const QList<CaptionCue> &cues)
 {
     QStringList texts;

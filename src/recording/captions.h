@@ -28,6 +28,8 @@ QList<CaptionCue> cues(const QList<SpokenWord> &words, int maxChars = 42, double
 QString timestamp(double seconds);
 // The file's text. A cue is shown for half a second at least.
 QString srt(const QList<CaptionCue> &cues);
+// Those that are heard between both moments, their times counted from the first.
+QList<CaptionCue> within(const QList<CaptionCue> &cues, double from, double to);
 // The words alone.
 QString transcript(const QList<CaptionCue> &cues);
 

@@ -81,31 +81,32 @@ void Sheet::addText(const QString &text)
     m_content->addWidget(label);
 }
 
-QPushButton *Sheet::insertButton(const QString &title)
+QPushButton *Sheet::insertButton(const QString &title, After after)
 {
     auto *button = new QPushButton(title);
     button->setAutoDefault(false);
     // Connected first, so the sheet is gone before the button's own action opens another.
-    connect(button, &QPushButton::clicked, this, &Sheet::close);
+    if (after == After::Closes)
+        connect(button, &QPushButton::clicked, this, &Sheet::close);
     m_buttons->addWidget(button);
     return button;
 }
 
-QPushButton *Sheet::addButton(const QString &title)
+QPushButton *Sheet::addButton(const QString &title, After after)
 {
-    return insertButton(title);
+    return insertButton(title, after);
 }
 
-QPushButton *Sheet::addPrimaryButton(const QString &title)
+QPushButton *Sheet::addPrimaryButton(const QString &title, After after)
 {
-    m_primary = insertButton(title);
+    m_primary = insertButton(title, after);
     m_primary->setDefault(true);
     return m_primary;
 }
 
 QPushButton *Sheet::addCancelButton(const QString &title)
 {
-    m_cancel = insertButton(title);
+    m_cancel = insertButton(title, After::Closes);
     return m_cancel;
 }
 

@@ -25,10 +25,11 @@ public:
     QVBoxLayout *content() const { return m_content; }
     void addText(const QString &text);
     // Buttons stand in the order of the calls, left to right; each closes the sheet before its clicked()
-    // arrives.
-    QPushButton *addButton(const QString &title);
+    // arrives, unless it is to stay.
+    enum class After { Closes, Stays };
+    QPushButton *addButton(const QString &title, After after = After::Closes);
     // The one in accent at the far right, pressed by Return.
-    QPushButton *addPrimaryButton(const QString &title);
+    QPushButton *addPrimaryButton(const QString &title, After after = After::Closes);
     // Pressed by Esc. Without one, Esc closes.
     QPushButton *addCancelButton(const QString &title);
     void setCardWidth(int width);
@@ -50,7 +51,7 @@ protected:
 private:
     class Card;
     QLayout *makeHeading(const QString &symbol, const QString &title);
-    QPushButton *insertButton(const QString &title);
+    QPushButton *insertButton(const QString &title, After after);
 
     Card *m_card;
     QVBoxLayout *m_content;

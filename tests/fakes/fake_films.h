@@ -2,6 +2,7 @@
 
 #include "platform/movies.h"
 #include "platform/screen_films.h"
+#include "platform/sound_output.h"
 #include "platform/sound_sources.h"
 #include "platform/speech_engine.h"
 
@@ -85,10 +86,32 @@ public:
         FakeMovies &m_owner;
     };
 
+    // Ten pictures a second, each of a grey that tells which.
+    struct Frames : MovieFrames {
+        explicit Frames(MovieInfo movie) : m_movie(std::move(movie)) {}
+        const MovieInfo &info() const override { return m_movie; }
+        Result<QImage> at(double seconds) override
+        {
+            m_index = std::clamp(int(std::floor(seconds * 10 + 1e-6)), 0, last());
+            QImage picture(m_movie.size, QImage::Format_RGB32);
+            picture.fill(QColor(m_index, m_index, m_index));
+            return picture;
+        }
+        std::pair<double, double> shown() const override
+        {
+            return {m_index / 10.0, m_index == last() ? INFINITY : (m_index + 1) / 10.0};
+        }
+        int last() const { return int(m_movie.duration * 10) - 1; }
+        MovieInfo m_movie;
+        int m_index = 0;
+    };
+
     Result<MovieInfo> info(const QString &) override { return movie; }
     Result<std::unique_ptr<MovieFrames>> frames(const QString &, QSize) override
     {
-        return fail(QStringLiteral("No pictures."));
+        if (!hasPictures)
+            return fail(QStringLiteral("No pictures."));
+        return std::make_unique<Frames>(movie);
     }
     Result<std::unique_ptr<MovieWriter>> record(const QString &path, const MovieFormat &format,
                                                 std::function<void(const Error &)> onFailure) override
@@ -130,12 +153,33 @@ public:
         return {};
     }
 
+    Result<void> sound(const QString &, double from,
+                       const std::function<bool(std::span<const float>)> &receive) override
+    {
+        const std::vector<float> second(std::size_t(SoundOutput::kRate) * SoundOutput::kChannels);
+        for (int i = int(from); i < int(movie.duration); ++i) {
+            if (!receive(second))
+                return cancelled();
+        }
+        return {};
+    }
+
     MovieInfo movie{10, QSize(320, 240), 30, QStringLiteral("h264"), 1};
     MovieFormat lastFormat;
     QList<qint64> times; // of frames, -1 for one that was only noted
     int repeats = 0;
     QString refusal;
+    bool hasPictures = false;
     std::function<void(const Error &)> failed;
+};
+
+// There is no device.
+class FakeSoundOutput : public SoundOutput {
+public:
+    Result<std::unique_ptr<SoundPlayback>> play(std::function<void(std::span<float>)>) override
+    {
+        return fail(Error::Kind::Unavailable, QStringLiteral("No sound server."));
+    }
 };
 
 // Hears the same words in every sound.

@@ -28,6 +28,7 @@ public:
           pictures(make<FakeScreenPictures>(platform.pictures)),
           films(make<FakeScreenFilms>(platform.films)),
           soundSources(make<FakeSoundSources>(platform.soundSources)),
+          soundOutput(make<FakeSoundOutput>(platform.soundOutput)),
           movies(make<FakeMovies>(platform.movies)),
           speech(make<FakeSpeechEngine>(platform.speech)),
           pointer(make<FakePointerControl>(platform.pointer)),
@@ -53,6 +54,7 @@ public:
     FakeScreenPictures &pictures;
     FakeScreenFilms &films;
     FakeSoundSources &soundSources;
+    FakeSoundOutput &soundOutput;
     FakeMovies &movies;
     FakeSpeechEngine &speech;
     FakePointerControl &pointer;

@@ -55,6 +55,12 @@ TEST(Captions, AreWrittenAsSubRip)
     EXPECT_EQ(Captions::transcript({{0, 1, "one two"}, {2, 3, "three"}}), "one two three");
 }
 
+TEST(Captions, OfAPartCountFromItsBeginning)
+{
+    const QList<CaptionCue> cues{{0, 2, "before"}, {2, 4, "over"}, {5, 6, "inside"}, {8, 9, "after"}};
+    EXPECT_EQ(told(Captions::within(cues, 3, 8)), (QStringList{"0-1 over", "2-3 inside"}));
+}
+
 TEST(Captions, SayWhyThereAreNone)
 {
     FakeMovies movies;

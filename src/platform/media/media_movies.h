@@ -15,4 +15,6 @@ public:
                            WorkProgress &progress) override;
     Result<void> voice(const QString &path,
                        const std::function<bool(std::span<const qint16>)> &receive) override;
+    Result<void> sound(const QString &path, double from,
+                       const std::function<bool(std::span<const float>)> &receive) override;
 };

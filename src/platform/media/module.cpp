@@ -1,11 +1,12 @@
 #include "platform/media/media_movies.h"
+#include "platform/media/pulse_output.h"
 #include "platform/media/pulse_sources.h"
 
 extern "C" {
 #include <libavutil/log.h>
 }
 
-// The two entries of the loadable module.
+// The entries of the loadable module.
 extern "C" Q_DECL_EXPORT Movies *lumenpost_movies()
 {
     av_log_set_level(AV_LOG_QUIET); // its remarks would mix with our own words
@@ -15,4 +16,9 @@ extern "C" Q_DECL_EXPORT Movies *lumenpost_movies()
 extern "C" Q_DECL_EXPORT SoundSources *lumenpost_sound_sources()
 {
     return new PulseSources;
+}
+
+extern "C" Q_DECL_EXPORT SoundOutput *lumenpost_sound_output()
+{
+    return new PulseOutput;
 }

@@ -4,6 +4,8 @@
 #include "platform/media/picture_maker.h"
 #include "platform/texts.h"
 
+#include <limits>
+
 namespace {
 
 constexpr double kSame = 1e-6; // seconds; times of films are finer than any frame
@@ -35,6 +37,11 @@ public:
         if (m_picture.isNull())
             return fail(PlatformTexts::tr("There is not enough memory for the film's pictures."));
         return m_picture;
+    }
+
+    std::pair<double, double> shown() const override
+    {
+        return {m_shownTime, m_hasComing ? m_comingTime : std::numeric_limits<double>::infinity()};
     }
 
 private:

@@ -21,6 +21,7 @@
 #include "platform/session/media_loader.h"
 #include "platform/session/recognition_loader.h"
 #include "platform/session/session_kind.h"
+#include "platform/sound_output.h"
 #include "platform/sound_sources.h"
 #include "platform/speech_engine.h"
 #include "platform/text_engine.h"
@@ -112,6 +113,7 @@ Platform makePlatform()
         break;
     }
     platform.soundSources = makeSoundSources();
+    platform.soundOutput = makeSoundOutput();
     platform.movies = makeMovies();
     platform.speech = makeSpeechEngine();
     platform.text = makeTextEngine();

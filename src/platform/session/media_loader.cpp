@@ -2,6 +2,7 @@
 
 #include "platform/movies.h"
 #include "platform/session/lazy_part.h"
+#include "platform/sound_output.h"
 #include "platform/sound_sources.h"
 #include "platform/speech_engine.h"
 
@@ -48,6 +49,12 @@ public:
         const auto movies = m_lazy.get();
         return movies ? (*movies)->voice(path, receive) : std::unexpected(movies.error());
     }
+    Result<void> sound(const QString &path, double from,
+                       const std::function<bool(std::span<const float>)> &receive) override
+    {
+        const auto movies = m_lazy.get();
+        return movies ? (*movies)->sound(path, from, receive) : std::unexpected(movies.error());
+    }
 
 private:
     LazyPart<Movies> m_lazy{"platform_media", "lumenpost_movies"};
@@ -66,6 +73,20 @@ public:
 
 private:
     LazyPart<SoundSources> m_lazy{"platform_media", "lumenpost_sound_sources"};
+};
+
+class LazySoundOutput : public SoundOutput {
+public:
+    Result<std::unique_ptr<SoundPlayback>> play(std::function<void(std::span<float>)> fill) override
+    {
+        const auto output = m_lazy.get();
+        if (!output)
+            return std::unexpected(output.error());
+        return (*output)->play(std::move(fill));
+    }
+
+private:
+    LazyPart<SoundOutput> m_lazy{"platform_media", "lumenpost_sound_output"};
 };
 
 class LazySpeechEngine : public SpeechEngine {
@@ -103,4 +124,9 @@ std::unique_ptr<Movies> makeMovies()
 std::unique_ptr<SoundSources> makeSoundSources()
 {
     return std::make_unique<LazySoundSources>();
+}
+
+std::unique_ptr<SoundOutput> makeSoundOutput()
+{
+    return std::make_unique<LazySoundOutput>();
 }

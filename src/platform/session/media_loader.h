@@ -3,12 +3,14 @@
 #include <memory>
 
 class Movies;
-class SpeechEngine;
+class SoundOutput;
 class SoundSources;
+class SpeechEngine;
 
-// What reads and writes films and hears sound, behind light objects: the module with the libraries that they
+// What reads and writes films, hears and plays sound, behind light objects: the module with the libraries that they
 // need is opened at their first use. Without the module each use fails with a sentence that says so.
 std::unique_ptr<Movies> makeMovies();
 std::unique_ptr<SoundSources> makeSoundSources();
+std::unique_ptr<SoundOutput> makeSoundOutput();
 // The same for speech, which is a module of its own.
 std::unique_ptr<SpeechEngine> makeSpeechEngine();

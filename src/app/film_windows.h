@@ -1,0 +1,50 @@
+#pragma once
+
+#include "recording/film_exports.h"
+
+#include <QObject>
+#include <QThreadPool>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class AppSettings;
+class Library;
+class Pasteboard;
+class SoundOutput;
+class SpeechEngine;
+class VideoEditorWindowController;
+class Workspace;
+
+// The windows of films that are open, one a film, and the exports that were started from them.
+class FilmWindows : public QObject {
+    Q_OBJECT
+public:
+    struct Parts {
+        Movies &movies;
+        SoundOutput &output;
+        SpeechEngine &speech;
+        AppSettings &prefs;
+        Library &library;
+        Pasteboard &pasteboard;
+        Workspace &workspace;
+        NoticeBoard &notices;
+        PendingWork &pending;
+    };
+
+    explicit FilmWindows(const Parts &parts, QObject *parent = nullptr);
+    ~FilmWindows() override;
+
+    // Opens a window for the film, or brings its open one to the front.
+    void open(const QString &path);
+    const std::vector<std::unique_ptr<VideoEditorWindowController>> &windows() const { return m_windows; }
+
+private:
+    void remove(VideoEditorWindowController *window);
+
+    Parts m_parts;
+    // Players and exports have threads of their own, which the program's other work never waits for.
+    QThreadPool m_threads;
+    FilmExports m_exports;
+    std::vector<std::unique_ptr<VideoEditorWindowController>> m_windows;
+};
