@@ -1,6 +1,7 @@
 #include "steps/guide_previews.h"
 
 #include "base/async.h"
+#include "document/image_files.h"
 #include "steps/steps_export.h"
 
 namespace {
@@ -70,6 +71,61 @@ void GuidePreviews::refresh(const Guide &guide)
 void GuidePreviews::wantFirst(const QList<QUuid> &steps)
 {
     m_first = steps;
+    ++m_now;
+    for (const QUuid &step : steps) {
+        if (const auto wanted = m_previews.find(step); wanted != m_previews.end())
+            wanted->lastWanted = m_now;
+        unpack(step);
+    }
+    packOthers();
+}
+
+qint64 GuidePreviews::unpackedBytes() const
+{
+    qint64 bytes = 0;
+    for (const Preview &each : m_previews)
+        bytes += each.image.sizeInBytes();
+    return bytes;
+}
+
+void GuidePreviews::unpack(const QUuid &step)
+{
+    const auto place = m_previews.find(step);
+    if (place == m_previews.end() || !place->image.isNull() || place->packed.isEmpty() || place->isUnpacking)
+        return;
+    place->isUnpacking = true;
+    whenDone(
+        runInBackground([packed = place->packed] { return ImageFiles::decode(packed).value_or(QImage()); }),
+        this, [this, step, key = place->key](const QImage &image) {
+            const auto kept = m_previews.find(step);
+            if (kept == m_previews.end())
+                return;
+            kept->isUnpacking = false;
+            if (kept->key != key || !kept->image.isNull())
+                return;
+            kept->image = image;
+            packOthers();
+            Q_EMIT changed(step);
+        });
+}
+
+// Those that were looked at longest ago first.
+void GuidePreviews::packOthers()
+{
+    qint64 bytes = unpackedBytes();
+    while (bytes > kMostBytes) {
+        auto oldest = m_previews.end();
+        for (auto each = m_previews.begin(); each != m_previews.end(); ++each) {
+            if (each->image.isNull() || each->packed.isEmpty() || m_first.contains(each.key()))
+                continue;
+            if (oldest == m_previews.end() || each->lastWanted < oldest->lastWanted)
+                oldest = each;
+        }
+        if (oldest == m_previews.end())
+            return;
+        bytes -= oldest->image.sizeInBytes();
+        oldest->image = QImage();
+    }
 }
 
 void GuidePreviews::startNext()
@@ -86,24 +142,31 @@ void GuidePreviews::startNext()
         }
         const Order order = m_waiting.take(*next);
         m_underWay.insert(order.step.id, order.key);
+        using Made = std::pair<QImage, QByteArray>;
         whenDone(QtConcurrent::run(&m_renderers,
                                    [order] {
-                                       return thumbnail(StepsExport::annotated(order.step, order.number,
-                                                                               order.markClicks,
-                                                                               order.redact),
-                                                        kLongestEdge);
+                                       const QImage image =
+                                           thumbnail(StepsExport::annotated(order.step, order.number,
+                                                                            order.markClicks, order.redact),
+                                                     kLongestEdge);
+                                       return Made(image, image.isNull() ? QByteArray()
+                                                                         : ImageFiles::encode(
+                                                                               image, ImageFiles::Type::Png));
                                    }),
-                 this, [this, id = order.step.id, made = order.key](const QImage &image) {
-                     this->made(id, made, image);
+                 this, [this, id = order.step.id, key = order.key](const Made &result) {
+                     made(id, key, result.first, result.second);
                  });
     }
 }
 
-void GuidePreviews::made(const QUuid &step, const QString &key, const QImage &image)
+void GuidePreviews::made(const QUuid &step, const QString &key, const QImage &image, const QByteArray &packed)
 {
     m_underWay.remove(step);
     if (const auto kept = m_previews.find(step); kept != m_previews.end()) {
-        *kept = {key, image};
+        kept->key = key;
+        kept->image = image;
+        kept->packed = packed;
+        packOthers();
         Q_EMIT changed(step);
     }
     startNext();

@@ -4,8 +4,6 @@
 #include "base/log.h"
 #include "base/notice.h"
 #include "platform/secrets.h"
-#include "services/claude_client.h"
-#include "services/text_recognizer.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "steps/steps_export.h"
@@ -16,36 +14,16 @@ namespace {
 
 constexpr int kSaveDelay = 400; // milliseconds after the last change
 
-QString stripped(QString reply)
-{
-    const auto isQuote = [](QChar sign) {
-        return sign == '"' || sign == QChar(0x201c) || sign == QChar(0x201d) || sign == ' ';
-    };
-    while (!reply.isEmpty() && isQuote(reply.front()))
-        reply.remove(0, 1);
-    while (!reply.isEmpty() && isQuote(reply.back()))
-        reply.chop(1);
-    return reply;
-}
-
-QString improvePrompt(qsizetype number, bool hasClick, const QString &caption)
-{
-    // untranslated: to the service
-    return QStringLiteral("This screenshot is step %1 of a how-to guide.").arg(number) +
-           (hasClick ? QStringLiteral(" A purple circle marks where the user clicked.") : QString()) +
-           QStringLiteral("\nThe current instruction is: \"") + caption +
-           QStringLiteral(
-               "\".\nWrite one clear imperative instruction for this step (at most 15 words), e.g. "
-               "\"Click Save changes to publish\". Name the exact button, menu or field. Reply with "
-               "the instruction only.");
-}
-
 } // namespace
 
 StepsGuideModel::StepsGuideModel(const QList<GuideStep> &steps, const QString &title,
                                  const CaptureSettings &capture, std::shared_ptr<StepsSession> session,
                                  Parts parts, QObject *parent)
-    : QObject(parent), m_parts(parts), m_session(std::move(session))
+    : QObject(parent),
+      m_parts(parts),
+      m_session(std::move(session)),
+      m_search(parts.recognizer),
+      m_writer(parts.claude)
 {
     m_guide.title = title;
     m_guide.steps = steps;
@@ -58,7 +36,12 @@ StepsGuideModel::StepsGuideModel(const QList<GuideStep> &steps, const QString &t
 
 StepsGuideModel::StepsGuideModel(const Guide &guide, std::shared_ptr<StepsSession> session, Parts parts,
                                  QObject *parent)
-    : QObject(parent), m_parts(parts), m_guide(guide), m_session(std::move(session))
+    : QObject(parent),
+      m_parts(parts),
+      m_guide(guide),
+      m_session(std::move(session)),
+      m_search(parts.recognizer),
+      m_writer(parts.claude)
 {
     begin();
 }
@@ -78,6 +61,8 @@ void StepsGuideModel::begin()
             m_session->save(m_guide);
     });
     m_save.start();
+    connect(&m_writer, &CaptionWriter::written, this, &StepsGuideModel::setCaption);
+    connect(&m_writer, &CaptionWriter::progressed, this, &StepsGuideModel::statusChanged);
     m_previews.refresh(m_guide);
     findRedactions();
 }
@@ -134,6 +119,7 @@ void StepsGuideModel::setRedact(bool on)
 
 void StepsGuideModel::save()
 {
+    ++m_revision;
     m_save.start();
 }
 
@@ -155,64 +141,84 @@ std::optional<QString> StepsGuideModel::status() const
 {
     if (m_job)
         return m_jobStatus;
-    if (isImproving()) {
+    if (m_writer.isAtWork())
         return StepsTexts::tr("Claude is writing step %1 of %2…")
-            .arg(m_nextToImprove + 1)
-            .arg(m_improved.steps.size());
-    }
-    if (isLookingForSecrets())
+            .arg(m_writer.number())
+            .arg(m_writer.total());
+    if (m_search.isUnderWay())
         return StepsTexts::tr("Looking for emails, numbers and keys to hide…");
+    return std::nullopt;
+}
+
+std::optional<double> StepsGuideModel::progress() const
+{
+    if (m_job)
+        return m_jobProgress;
+    if (m_writer.isAtWork())
+        return double(m_writer.number() - 1) / double(m_writer.total());
     return std::nullopt;
 }
 
 // Whether or not it is to be hidden, so that switching it on shows it at once.
 void StepsGuideModel::findRedactions()
 {
-    for (const GuideStep &step : m_guide.steps)
-        m_toSearch.append(step.id);
-    Q_EMIT statusChanged();
-    QMetaObject::invokeMethod(this, &StepsGuideModel::searchNext, Qt::QueuedConnection);
-}
-
-void StepsGuideModel::searchNext()
-{
-    while (isLookingForSecrets() && !find(m_toSearch[m_nextToSearch]))
-        ++m_nextToSearch;
-    if (!isLookingForSecrets()) {
-        if (m_failedSearches > 0)
-            Log::error(QStringLiteral("Steps: %1 step(s) could not be searched for private text")
-                           .arg(m_failedSearches));
+    connect(&m_search, &SecretSearch::found, this, [this](const QUuid &id, const QList<QRectF> &boxes) {
+        if (GuideStep *step = find(id)) {
+            step->redactions = boxes;
+            m_previews.refresh(m_guide);
+            m_save.start();
+            Q_EMIT stepChanged(id);
+        }
+    });
+    const auto editsAtLast = [this](const QUuid &id) {
+        if (m_editWhenSearched.remove(id))
+            edit(id);
+    };
+    connect(&m_search, &SecretSearch::found, this, editsAtLast);
+    connect(&m_search, &SecretSearch::failed, this, editsAtLast);
+    connect(&m_search, &SecretSearch::ended, this, [this] {
         Q_EMIT statusChanged();
-        for (const auto &then : std::exchange(m_whenSafe, {}))
-            then();
-        return;
-    }
-    const GuideStep step = *find(m_toSearch[m_nextToSearch]);
-    auto &recognizer = m_parts.recognizer;
-    whenDone(runInBackground([picture = step.image] { return picture.image(); }), this,
-             [this, &recognizer, id = step.id](const QImage &image) {
-                 whenDone(recognizer.boxes(image, TextRecognizer::Boxes::Sensitive), this,
-                          [this, id](const Result<QList<QRectF>> &boxes) { searched(id, boxes); });
-             });
+        const auto waiting = std::exchange(m_whenSafe, {});
+        if (!waiting.isEmpty() && isRefused())
+            return;
+        for (const auto &then : waiting)
+            whenSafeToShow(then);
+    });
+    for (const GuideStep &step : m_guide.steps)
+        m_search.add(step.id, step.image);
+    Q_EMIT statusChanged();
 }
 
-void StepsGuideModel::searched(const QUuid &id, const Result<QList<QRectF>> &boxes)
+QList<QUuid> StepsGuideModel::unsearched() const
 {
-    if (!boxes)
-        ++m_failedSearches;
-    ++m_nextToSearch;
-    if (GuideStep *step = find(id)) {
-        step->redactions = boxes.value_or(QList<QRectF>());
-        changed(id);
+    QList<QUuid> ids;
+    for (const GuideStep &step : m_guide.steps) {
+        if (!step.edited && m_search.hasFailed(step.id))
+            ids.append(step.id);
     }
-    searchNext();
+    return ids;
+}
+
+void StepsGuideModel::searchAgain()
+{
+    m_search.retry();
+    Q_EMIT statusChanged();
+}
+
+// What nobody could look through stays here while private text is to be hidden.
+bool StepsGuideModel::isRefused()
+{
+    const qsizetype count = m_guide.redact ? unsearched().size() : 0;
+    if (count > 0)
+        Q_EMIT refused(int(count));
+    return count > 0;
 }
 
 void StepsGuideModel::whenSafeToShow(const std::function<void()> &then)
 {
-    if (m_guide.redact && isLookingForSecrets())
+    if (m_guide.redact && m_search.isUnderWay())
         m_whenSafe.append(then);
-    else
+    else if (!isRefused())
         then();
 }
 
@@ -276,6 +282,12 @@ void StepsGuideModel::edit(const QUuid &id)
     if (index < 0 || !openStepEditor)
         return;
     const GuideStep step = m_guide.steps[index];
+    // What is to be hidden in it belongs to what is edited.
+    if (m_guide.redact && !step.edited && !m_search.isSettled(id)) {
+        m_editWhenSearched.insert(id);
+        m_search.hurry(id);
+        return;
+    }
     StepEdit edit = editOf(step, int(index) + 1);
     std::optional<QUuid> badge = step.edited ? step.edited->badgeID : std::nullopt;
     if (!step.edited) {
@@ -352,6 +364,8 @@ void StepsGuideModel::remove(const QList<QUuid> &ids)
     }
     if (removed.isEmpty())
         return;
+    for (const Removed &each : removed)
+        m_search.drop(each.step.id);
     m_removed.append(removed);
     reordered();
 }
@@ -362,16 +376,14 @@ void StepsGuideModel::undo()
         return;
     for (const Removed &each : m_removed.takeLast()) {
         m_guide.steps.insert(std::min(each.index, m_guide.steps.size()), each.step);
-        // One that was removed before its turn has not been searched.
-        if (isLookingForSecrets() || !m_toSearch.contains(each.step.id))
-            m_toSearch.append(each.step.id);
+        m_search.add(each.step.id, each.step.image);
     }
     reordered();
 }
 
 void StepsGuideModel::improveCaptions()
 {
-    if (isImproving())
+    if (m_writer.isAtWork())
         return;
     whenDone(m_parts.settings.apiKey(SecretsAccess::MayAsk), this, [this](const Result<QString> &key) {
         if (!key)
@@ -380,42 +392,8 @@ void StepsGuideModel::improveCaptions()
             m_parts.notices.post(StepsTexts::tr("Add an Anthropic API key in Settings › AI & Sharing first"),
                                  QStringLiteral("key.fill"));
         else
-            whenSafeToShow([this] { startImproving(); });
+            whenSafeToShow([this] { m_writer.write(m_guide, captions()); });
     });
-}
-
-void StepsGuideModel::startImproving()
-{
-    if (isImproving())
-        return;
-    m_improved = m_guide;
-    m_improvedCaptions = captions();
-    m_nextToImprove = 0;
-    improveNext();
-}
-
-// One after the other. What the user does meanwhile changes neither the pictures that are sent nor whose
-// caption a reply becomes.
-void StepsGuideModel::improveNext()
-{
-    Q_EMIT statusChanged();
-    if (!isImproving())
-        return;
-    const GuideStep step = m_improved.steps[m_nextToImprove];
-    const qsizetype number = m_nextToImprove + 1;
-    const QString prompt = improvePrompt(number, step.click.has_value(), m_improvedCaptions[m_nextToImprove]);
-    whenDone(runInBackground([step, number, marks = m_improved.markClicks, redact = m_improved.redact] {
-                 return StepsExport::annotated(step, int(number), marks, redact);
-             }),
-             this, [this, id = step.id, prompt](const QImage &image) {
-                 whenDone(m_parts.claude.ask(prompt, image, QStringLiteral("low")), this,
-                          [this, id](const Result<QString> &reply) {
-                              if (reply && !reply->isEmpty())
-                                  setCaption(id, stripped(*reply));
-                              ++m_nextToImprove;
-                              improveNext();
-                          });
-             });
 }
 
 QString StepsGuideModel::safeTitle() const
@@ -441,12 +419,15 @@ void StepsGuideModel::follow(GuideExportJob *job, const QString &status)
 {
     m_job = job;
     m_jobStatus = status;
+    m_jobProgress = 0;
     connect(job, &GuideExportJob::progressed, this, [this, status](int done, int total) {
+        m_jobProgress = double(done) / std::max(total, 1);
         m_jobStatus = StepsTexts::tr("%1 · %2 of %3").arg(status).arg(std::min(done + 1, total)).arg(total);
         Q_EMIT statusChanged();
     });
-    connect(job, &GuideExportJob::ended, this, [this](GuideExportJob::End end) {
-        m_wasExported = m_wasExported || end == GuideExportJob::End::Done;
+    connect(job, &GuideExportJob::ended, this, [this, revision = m_revision](GuideExportJob::End end) {
+        if (end == GuideExportJob::End::Done)
+            m_exported = revision;
         m_job = nullptr;
         Q_EMIT statusChanged();
     });

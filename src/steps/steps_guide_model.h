@@ -1,12 +1,15 @@
 #pragma once
 
 #include "base/result.h"
+#include "steps/caption_writer.h"
 #include "steps/guide_exports.h"
 #include "steps/guide_previews.h"
 #include "steps/guide_step.h"
+#include "steps/secret_search.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -61,6 +64,9 @@ public:
     GuidePreviews &previews() { return m_previews; }
     // The busy line; none when idle.
     std::optional<QString> status() const;
+    // Of what has a length: 0 to 1.
+    std::optional<double> progress() const;
+    bool isImproving() const { return m_writer.isAtWork(); }
     bool canCancel() const { return m_job != nullptr; }
 
     // Asks the program to open a file in the editor, to show a step there, to show the Library.
@@ -98,9 +104,13 @@ public:
     void exportGuideImage();
     void saveToLibrary();
     void cancelExport();
-    bool wasExported() const { return m_wasExported; }
+    // As it is now.
+    bool wasExported() const { return m_exported == m_revision; }
 
-    bool isLookingForSecrets() const { return m_nextToSearch < m_toSearch.size(); }
+    bool isLookingForSecrets() const { return m_search.isUnderWay(); }
+    // Steps whose private text is not known because the search failed, and that nobody has edited since.
+    QList<QUuid> unsearched() const;
+    void searchAgain();
 
 Q_SIGNALS:
     void titleChanged();
@@ -108,6 +118,8 @@ Q_SIGNALS:
     void stepsChanged();               // how many there are, or their order
     void stepChanged(const QUuid &id); // anything of one step but its preview
     void statusChanged();
+    // Nothing left the program: so many steps could show private text that is to be hidden.
+    void refused(int steps);
 
 private:
     struct Removed {
@@ -122,13 +134,9 @@ private:
     void reordered();
     void save();
     void findRedactions();
-    void searchNext();
-    void searched(const QUuid &id, const Result<QList<QRectF>> &boxes);
+    bool isRefused();
     // Now, or once it is known what is to be hidden.
     void whenSafeToShow(const std::function<void()> &then);
-    bool isImproving() const { return m_nextToImprove < m_improved.steps.size(); }
-    void startImproving();
-    void improveNext();
     GuideExports::Source source() const;
     void follow(GuideExportJob *job, const QString &status);
     StepEdit editOf(const GuideStep &step, int number) const;
@@ -140,16 +148,14 @@ private:
     QTimer m_save;
     QList<QList<Removed>> m_removed;
 
-    QList<QUuid> m_toSearch;
-    qsizetype m_nextToSearch = 0;
-    int m_failedSearches = 0;
+    SecretSearch m_search;
     QList<std::function<void()>> m_whenSafe;
-
-    Guide m_improved; // as it stood when captions began to be written
-    QStringList m_improvedCaptions;
-    qsizetype m_nextToImprove = 0;
+    QSet<QUuid> m_editWhenSearched;
+    CaptionWriter m_writer;
 
     QPointer<GuideExportJob> m_job;
     QString m_jobStatus;
-    bool m_wasExported = false;
+    double m_jobProgress = 0;
+    quint64 m_revision = 0; // of what the user made
+    std::optional<quint64> m_exported;
 };

@@ -218,12 +218,109 @@ TEST_F(GuideModel, HidesPrivateTextInWhateverLeaves)
     EXPECT_EQ(model->safeTitle(), "How-To Guide");
 }
 
+TEST_F(GuideModel, LetsNothingOutThatCouldNotBeSearchedForPrivateText)
+{
+    machine.text.answer = fail("The recogniser is missing.");
+    open({step("a"), step("b")});
+    QDir().mkpath(folder.path("out"));
+    QList<int> refusals;
+    QObject::connect(model.get(), &StepsGuideModel::refused, model.get(),
+                     [&](int steps) { refusals.append(steps); });
+    settings.setApiKey("key");
+    const std::function<void()> waysOut[] = {
+        [this] { model->exportWebFolder(folder.path("out")); },
+        [this] { model->exportPDF(folder.path("out/a.pdf")); }, [this] { model->exportGuideImage(); },
+        [this] { model->saveToLibrary(); }, [this] { model->improveCaptions(); }};
+    for (const auto &leave : waysOut) {
+        const qsizetype before = refusals.size();
+        leave();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return refusals.size() > before; }));
+        settle();
+    }
+    EXPECT_EQ(refusals, (QList<int>{2, 2, 2, 2, 2}));
+    EXPECT_TRUE(QDir(folder.path("out")).isEmpty());
+    EXPECT_TRUE(library.items().isEmpty());
+    EXPECT_TRUE(machine.http.requests.isEmpty());
+
+    // The ways on: looking again, the editor, and not hiding anything.
+    model->applyEdit(id(0), filled(QSize(9, 9)), {}, {}, {});
+    EXPECT_EQ(model->unsearched(), (QList<QUuid>{id(1)}));
+    model->setRedact(false);
+    model->exportPDF(folder.path("out/a.pdf"));
+    settle();
+    EXPECT_TRUE(QFile::exists(folder.path("out/a.pdf")));
+    EXPECT_TRUE(model->wasExported());
+    model->setRedact(true);
+    EXPECT_FALSE(model->wasExported()) << "it is another guide now";
+    machine.text.answer = QList<RecognizedLine>();
+    model->searchAgain();
+    model->saveToLibrary(); // waits for the search
+    settle();
+    EXPECT_EQ(library.items().size(), 2);
+    EXPECT_EQ(refusals.size(), 5);
+}
+
+TEST_F(GuideModel, EditsAStepOnlyOnceItIsKnownWhatIsToBeHiddenInIt)
+{
+    QPromise<Result<QList<RecognizedLine>>> reading;
+    reading.start();
+    machine.text.pending = reading.future();
+    const QList<GuideStep> steps{step("a"), step("b"), step("c")};
+    model = std::make_unique<StepsGuideModel>(
+        steps, "Guide", capture, nullptr,
+        StepsGuideModel::Parts{recognizer, claude, settings, notices, exports});
+    QList<QString> opened;
+    model->openStepEditor = [&](const StepsGuideModel::StepEdit &edit) {
+        opened.append(edit.displayName);
+        EXPECT_EQ(edit.annotations.size(), 3) << "what is hidden, the ring and the number";
+    };
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !machine.text.sizes.isEmpty(); }));
+    model->edit(id(2));
+    QTest::qWait(50);
+    EXPECT_TRUE(opened.isEmpty());
+    RecognizedLine line;
+    line.text = "ann@example.org";
+    line.box = QRectF(0.1, 0.5, 0.3, 0.05);
+    line.characters = QList<QRectF>(line.text.size(), line.box);
+    machine.text.pending.reset();
+    machine.text.answer = QList<RecognizedLine>{line};
+    reading.addResult(machine.text.answer);
+    reading.finish();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !opened.isEmpty(); }));
+    EXPECT_TRUE(model->isLookingForSecrets()) << "the third came before the second";
+    EXPECT_EQ(opened, (QList<QString>{"Step 3 · Guide"}));
+    settle();
+}
+
+TEST_F(GuideModel, KeepsFewPreviewsUnpackedAndBringsBackThoseThatAreLookedAt)
+{
+    QList<GuideStep> many;
+    for (int i = 0; i < 40; ++i)
+        many.append(step("a"));
+    open(many); // 900 × 450 points of 4 bytes each
+    GuidePreviews &previews = model->previews();
+    EXPECT_LE(previews.unpackedBytes(), GuidePreviews::kMostBytes);
+    QList<QUuid> packed;
+    for (const GuideStep &each : model->steps()) {
+        if (previews.preview(each.id).isNull())
+            packed.append(each.id);
+    }
+    ASSERT_FALSE(packed.isEmpty());
+    const qsizetype before = rendered.size();
+    previews.wantFirst(packed);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !previews.preview(packed.last()).isNull(); }));
+    EXPECT_EQ(previews.preview(packed.last()).size(), QSize(900, 450));
+    EXPECT_LE(previews.unpackedBytes(), GuidePreviews::kMostBytes);
+    EXPECT_GT(rendered.size(), before) << "whoever shows them is told";
+}
+
 TEST_F(GuideModel, SavesEachStepAsACaptureInOneCollection)
 {
     GuideStep nobodys = step("b");
     nobodys.app.reset();
     GuideStep lost = step("c");
     lost.image = StepPicture(folder.path("gone.png"), QSize(9, 9));
+    capture.setOn(CaptureSettings::Switch::StepsAutoRedact, false);
     open({step("a"), nobodys, lost});
     model->saveToLibrary();
     settle();

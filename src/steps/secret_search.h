@@ -1,0 +1,57 @@
+#pragma once
+
+#include "base/result.h"
+#include "steps/step_picture.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QRectF>
+#include <QUuid>
+
+class TextRecognizer;
+
+// Looks for private text in the pictures of a guide, one after the other. A picture that couldn't be read
+// counts as one that may show anything. Main thread only.
+class SecretSearch : public QObject {
+    Q_OBJECT
+public:
+    explicit SecretSearch(TextRecognizer &recognizer, QObject *parent = nullptr);
+
+    // To be searched, unless it has been.
+    void add(const QUuid &step, const StepPicture &picture);
+    // Not worth searching any more, unless it comes back.
+    void drop(const QUuid &step);
+    // Before all others.
+    void hurry(const QUuid &step);
+    // Those that failed, once more.
+    void retry();
+
+    bool isUnderWay() const { return !m_current.isNull() || !m_waiting.isEmpty(); }
+    // Whether its search has ended, in whatever way.
+    bool isSettled(const QUuid &step) const;
+    bool hasFailed(const QUuid &step) const { return m_places.value(step).state == State::Failed; }
+
+Q_SIGNALS:
+    // Fractions of the picture, origin at the lower left.
+    void found(const QUuid &step, const QList<QRectF> &boxes);
+    void failed(const QUuid &step);
+    // Nothing is left to be searched.
+    void ended();
+
+private:
+    enum class State { Unknown, Waiting, Searched, Failed };
+    struct Place {
+        State state = State::Unknown;
+        StepPicture picture;
+    };
+
+    void wake();
+    void searchNext();
+    void searched(const Result<QList<QRectF>> &boxes);
+
+    TextRecognizer &m_recognizer;
+    QHash<QUuid, Place> m_places;
+    QList<QUuid> m_waiting;
+    QUuid m_current;
+};
