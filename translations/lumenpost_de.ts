@@ -202,6 +202,18 @@
         <source>Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels</source>
         <translation>Als PNG gesichert: %1 fasst kein Bild von %2 × %3 Pixeln</translation>
     </message>
+    <message>
+        <source>How to … in %1</source>
+        <translation>So geht … in %1</translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation>Anleitung</translation>
+    </message>
+    <message>
+        <source>The guide wasn&apos;t exported; it is offered when Lumenpost starts again</source>
+        <translation>Die Anleitung wurde nicht exportiert; sie wird beim nächsten Start von Lumenpost angeboten</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -4418,6 +4430,332 @@
     <message>
         <source>The folder %1 can&apos;t be written.</source>
         <translation>In den Ordner %1 kann nicht geschrieben werden.</translation>
+    </message>
+</context>
+<context>
+    <name>StepsUiTexts</name>
+    <message>
+        <source>Describe this step</source>
+        <translation>Diesen Schritt beschreiben</translation>
+    </message>
+    <message>
+        <source>Unfinished Guides</source>
+        <translation>Angefangene Anleitungen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n guide(s) were not finished</source>
+        <translation>
+            <numerusform>%n Anleitung wurde nicht fertiggestellt</numerusform>
+            <numerusform>%n Anleitungen wurden nicht fertiggestellt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You can go on where you left off.</source>
+        <translation>Es kann da weitergehen, wo Sie aufgehört haben.</translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation>Anleitung</translation>
+    </message>
+    <message>
+        <source>%1, %2, %3</source>
+        <translation>%1, %2, %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n step(s)</source>
+        <translation>
+            <numerusform>%n Schritt</numerusform>
+            <numerusform>%n Schritte</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Guide title</source>
+        <translation>Titel der Anleitung</translation>
+    </message>
+    <message>
+        <source>Mark clicks</source>
+        <translation>Klicks markieren</translation>
+    </message>
+    <message>
+        <source>Mark Clicks</source>
+        <translation>Klicks markieren</translation>
+    </message>
+    <message>
+        <source>Circle where you clicked and number each step. Edited steps keep their own markers.</source>
+        <translation>Umkreisen, wo geklickt wurde, und die Schritte nummerieren. Bearbeitete Schritte behalten ihre eigenen Marken.</translation>
+    </message>
+    <message>
+        <source>Hide emails, numbers &amp; keys</source>
+        <translation>E-Mails, Nummern &amp; Schlüssel verbergen</translation>
+    </message>
+    <message>
+        <source>Auto-Redact</source>
+        <translation>Selbst schwärzen</translation>
+    </message>
+    <message>
+        <source>Pixelates sensitive text found in each step, on your Mac. Edited steps keep their own blurs.</source>
+        <translation>Verpixelt vertraulichen Text, der in den Schritten gefunden wird, auf diesem Rechner. Bearbeitete Schritte behalten ihre eigene Verpixelung.</translation>
+    </message>
+    <message>
+        <source>Improve Captions</source>
+        <translation>Texte verbessern</translation>
+    </message>
+    <message>
+        <source>Claude rewrites each step as a clear instruction (uses your API key).</source>
+        <translation>Claude schreibt jeden Schritt als klare Anweisung neu (mit Ihrem API-Schlüssel).</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Save as a PDF, a web page you can host, Markdown, or individual Library captures.</source>
+        <translation>Als PDF, als Webseite, als Markdown oder als einzelne Aufnahmen in der Bibliothek sichern.</translation>
+    </message>
+    <message>
+        <source>PDF…</source>
+        <translation>PDF …</translation>
+    </message>
+    <message>
+        <source>Web Page &amp;&amp; Markdown Folder…</source>
+        <translation>Ordner mit Webseite &amp;&amp; Markdown …</translation>
+    </message>
+    <message>
+        <source>Save Steps to Library</source>
+        <translation>Schritte in der Bibliothek sichern</translation>
+    </message>
+    <message>
+        <source>Create Guide</source>
+        <translation>Anleitung erstellen</translation>
+    </message>
+    <message>
+        <source>Builds one tall guide image and opens it in the editor for final touches.</source>
+        <translation>Erstellt ein hohes Bild der ganzen Anleitung und öffnet es im Editor für den letzten Schliff.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n step(s) deleted</source>
+        <translation>
+            <numerusform>%n Schritt gelöscht</numerusform>
+            <numerusform>%n Schritte gelöscht</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>Edit Step</source>
+        <translation>Schritt bearbeiten</translation>
+    </message>
+    <message>
+        <source>Change Caption</source>
+        <translation>Text ändern</translation>
+    </message>
+    <message>
+        <source>Revert Edits</source>
+        <translation>Bearbeitung verwerfen</translation>
+    </message>
+    <message>
+        <source>Reset position</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Move Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message numerus="yes">
+        <source>Delete %n Step(s)</source>
+        <translation>
+            <numerusform>%n Schritt löschen</numerusform>
+            <numerusform>%n Schritte löschen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Picture of the step</source>
+        <translation>Bild des Schrittes</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Open this step in the full editor — arrows, text, blur, crop and more. Save or close to bring it back.</source>
+        <translation>Diesen Schritt im Editor öffnen — Pfeile, Text, Verpixelung, Zuschnitt und mehr. Sichern oder Schließen bringt ihn zurück.</translation>
+    </message>
+    <message>
+        <source>Move this step earlier in the guide.</source>
+        <translation>Diesen Schritt in der Anleitung nach vorn rücken.</translation>
+    </message>
+    <message>
+        <source>Move this step later in the guide.</source>
+        <translation>Diesen Schritt in der Anleitung nach hinten rücken.</translation>
+    </message>
+    <message>
+        <source>Delete Step</source>
+        <translation>Schritt löschen</translation>
+    </message>
+    <message>
+        <source>Remove this step from the guide.</source>
+        <translation>Diesen Schritt aus der Anleitung entfernen.</translation>
+    </message>
+    <message>
+        <source>Caption of step %1</source>
+        <translation>Text von Schritt %1</translation>
+    </message>
+    <message>
+        <source>Step %1</source>
+        <translation>Schritt %1</translation>
+    </message>
+    <message>
+        <source>Edited · Double-click to keep editing</source>
+        <translation>Bearbeitet · Doppelklick, um weiter zu bearbeiten</translation>
+    </message>
+    <message>
+        <source>Revert</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Go back to the original screenshot with the automatic marker.</source>
+        <translation>Zurück zum ursprünglichen Bild mit der selbst gesetzten Marke.</translation>
+    </message>
+    <message>
+        <source>Drag the marker to move it · double-click to edit</source>
+        <translation>Marke ziehen, um sie zu versetzen · Doppelklick bearbeitet</translation>
+    </message>
+    <message>
+        <source>Click the image to add a marker · double-click to edit</source>
+        <translation>Ins Bild klicken, um eine Marke zu setzen · Doppelklick bearbeitet</translation>
+    </message>
+    <message>
+        <source>Put the marker back where you actually clicked.</source>
+        <translation>Die Marke dahin zurücksetzen, wo wirklich geklickt wurde.</translation>
+    </message>
+    <message>
+        <source>Add Step</source>
+        <translation>Schritt hinzufügen</translation>
+    </message>
+    <message>
+        <source>Capture the screen now without clicking — for hover menus and tooltips.</source>
+        <translation>Den Bildschirm jetzt ohne Klick aufnehmen — für Menüs und Hinweise unter dem Zeiger.</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Clicks aren&apos;t captured while paused.</source>
+        <translation>In der Pause werden keine Klicks aufgenommen.</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Stop and review your guide.</source>
+        <translation>Beenden und die Anleitung durchsehen.</translation>
+    </message>
+    <message>
+        <source>Stop and discard these steps.</source>
+        <translation>Beenden und diese Schritte verwerfen.</translation>
+    </message>
+    <message>
+        <source>Paused</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Recording steps · %1</source>
+        <translation>Schritte werden aufgezeichnet · %1</translation>
+    </message>
+    <message>
+        <source>Saving step…</source>
+        <translation>Schritt wird gesichert …</translation>
+    </message>
+    <message>
+        <source>No Steps Left</source>
+        <translation>Keine Schritte mehr</translation>
+    </message>
+    <message>
+        <source>Ctrl+Z brings the last ones back.</source>
+        <translation>Strg+Z bringt die letzten zurück.</translation>
+    </message>
+    <message>
+        <source>Web Page &amp; Markdown Folder</source>
+        <translation>Ordner mit Webseite &amp; Markdown</translation>
+    </message>
+    <message>
+        <source>Export Here</source>
+        <translation>Hierhin exportieren</translation>
+    </message>
+    <message>
+        <source>Save as PDF</source>
+        <translation>Als PDF sichern</translation>
+    </message>
+    <message>
+        <source>PDF document (*.pdf)</source>
+        <translation>PDF-Dokument (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Private text may be visible</source>
+        <translation>Vertrauliches könnte sichtbar sein</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n step(s) couldn’t be searched for emails, numbers and keys, so nothing was exported.</source>
+        <translation>
+            <numerusform>%n Schritt konnte nicht nach E-Mails, Nummern und Schlüsseln durchsucht werden; darum wurde nichts exportiert.</numerusform>
+            <numerusform>%n Schritte konnten nicht nach E-Mails, Nummern und Schlüsseln durchsucht werden; darum wurde nichts exportiert.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Search again, hide by hand what is private in them (Edit), or delete them. They are selected in the list.</source>
+        <translation>Noch einmal suchen, Vertrauliches darin von Hand verbergen (Bearbeiten) oder sie löschen. Sie sind in der Liste ausgewählt.</translation>
+    </message>
+    <message>
+        <source>Search Again</source>
+        <translation>Noch einmal suchen</translation>
+    </message>
+    <message>
+        <source>Keep this guide?</source>
+        <translation>Diese Anleitung behalten?</translation>
+    </message>
+    <message>
+        <source>It has changes that were not exported. Lumenpost can keep it and offer it when it is started again.</source>
+        <translation>Sie hat Änderungen, die nicht exportiert wurden. Lumenpost kann sie behalten und beim nächsten Start anbieten.</translation>
+    </message>
+    <message>
+        <source>Keep for Later</source>
+        <translation>Für später behalten</translation>
     </message>
 </context>
 <context>

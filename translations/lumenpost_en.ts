@@ -202,6 +202,18 @@
         <source>Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>How to … in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The guide wasn&apos;t exported; it is offered when Lumenpost starts again</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -4417,6 +4429,332 @@
     </message>
     <message>
         <source>The folder %1 can&apos;t be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>StepsUiTexts</name>
+    <message>
+        <source>Describe this step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unfinished Guides</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n guide(s) were not finished</source>
+        <translation>
+            <numerusform>%n guide was not finished</numerusform>
+            <numerusform>%n guides were not finished</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You can go on where you left off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n step(s)</source>
+        <translation>
+            <numerusform>%n step</numerusform>
+            <numerusform>%n steps</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Guide title</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mark clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mark Clicks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Circle where you clicked and number each step. Edited steps keep their own markers.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide emails, numbers &amp; keys</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Auto-Redact</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pixelates sensitive text found in each step, on your Mac. Edited steps keep their own blurs.</source>
+        <translation>Pixelates sensitive text found in each step, on your computer. Edited steps keep their own blurs.</translation>
+    </message>
+    <message>
+        <source>Improve Captions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claude rewrites each step as a clear instruction (uses your API key).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save as a PDF, a web page you can host, Markdown, or individual Library captures.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PDF…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Web Page &amp;&amp; Markdown Folder…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save Steps to Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Builds one tall guide image and opens it in the editor for final touches.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n step(s) deleted</source>
+        <translation>
+            <numerusform>%n step deleted</numerusform>
+            <numerusform>%n steps deleted</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Caption</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Revert Edits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset position</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move Up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Delete %n Step(s)</source>
+        <translation>
+            <numerusform>Delete %n Step</numerusform>
+            <numerusform>Delete %n Steps</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Picture of the step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open this step in the full editor — arrows, text, blur, crop and more. Save or close to bring it back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move this step earlier in the guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move this step later in the guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove this step from the guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Caption of step %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edited · Double-click to keep editing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Revert</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go back to the original screenshot with the automatic marker.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag the marker to move it · double-click to edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click the image to add a marker · double-click to edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Put the marker back where you actually clicked.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Step</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture the screen now without clicking — for hover menus and tooltips.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clicks aren&apos;t captured while paused.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop and review your guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop and discard these steps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paused</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording steps · %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saving step…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No Steps Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Z brings the last ones back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Web Page &amp; Markdown Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export Here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save as PDF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PDF document (*.pdf)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Private text may be visible</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n step(s) couldn’t be searched for emails, numbers and keys, so nothing was exported.</source>
+        <translation>
+            <numerusform>%n step couldn’t be searched for emails, numbers and keys, so nothing was exported.</numerusform>
+            <numerusform>%n steps couldn’t be searched for emails, numbers and keys, so nothing was exported.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Search again, hide by hand what is private in them (Edit), or delete them. They are selected in the list.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep this guide?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It has changes that were not exported. Lumenpost can keep it and offer it when it is started again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep for Later</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -40,6 +40,14 @@ void Alerts::showCaptureError(const Error &error, const std::function<void()> &r
     bringForward();
 }
 
+void Alerts::showError(const Error &error)
+{
+    QMessageBox *box = make(error.message, {});
+    box->addButton(AppTexts::tr("OK"), QMessageBox::AcceptRole);
+    box->open();
+    bringForward();
+}
+
 bool Alerts::bringForward()
 {
     if (!m_open)

@@ -4,6 +4,7 @@
 #include "app/film_windows.h"
 #include "app/pasteboard_opening.h"
 #include "app/recording_flow.h"
+#include "app/steps_flow.h"
 #include "app/texts.h"
 #include "base/crash_report.h"
 #include "base/log.h"
@@ -109,6 +110,7 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     buildCaptures();
     buildRecordings();
     buildRequests();
+    buildSteps();
     buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
@@ -195,8 +197,45 @@ void AppDelegate::buildRecordings()
         m_recordings->start(run, screen, rect, order);
     };
     connect(m_recordings.get(), &RecordingFlow::failed, m_captures.get(), &CaptureFlow::failed);
-    m_quitting.firstWork = [this] { m_recordings->stop(); };
+    m_quitting.firstWork = [this] {
+        m_recordings->stop();
+        m_steps->leave();
+    };
     QTimer::singleShot(kIdleAfterStart, m_recordings.get(), &RecordingFlow::recover);
+}
+
+void AppDelegate::buildSteps()
+{
+    m_steps = std::make_unique<StepsFlow>(StepsFlow::Parts{
+        .activity = m_activity,
+        .settings = *m_settings,
+        .prefs = *m_prefs,
+        .library = *m_library,
+        .recognizer = *m_recognizer,
+        .claude = *m_claude,
+        .notices = m_notices,
+        .pending = m_pending,
+        .presses = *m_platform.presses,
+        .elements = *m_platform.elements,
+        .screens = *m_platform.screens,
+        .pictures = *m_platform.pictures,
+        .pointer = *m_platform.pointer,
+        .permissions = *m_platform.permissions,
+        .workspace = *m_platform.workspace,
+        .sounds = *m_platform.sounds,
+        .folder = m_platform.paths->state() + QStringLiteral("/steps"),
+    });
+    m_steps->setActions({
+        .openFile = [this](const QString &path) { m_documents->openFile(path); },
+        .openEditor =
+            [this](std::unique_ptr<EditorDocument> document) {
+                return &m_documents->openEditor(std::move(document));
+            },
+        .showLibrary = [this] { showLibrary(); },
+        .showError = [this](const Error &error) { m_alerts.showError(error); },
+    });
+    connect(m_steps.get(), &StepsFlow::failed, m_captures.get(), &CaptureFlow::failed);
+    m_requests->toggleSteps = [this](int delay) { m_steps->toggle(delay); };
 }
 
 // The first shortcut should be answered as quickly as every other.
@@ -205,6 +244,7 @@ void AppDelegate::warmUp()
     if (!m_activity.isIdle())
         return;
     m_documents->offerDrafts();
+    m_steps->offerUnfinished();
     CaptureOverlayController::warmUp();
     m_shell->warmUp();
     // Where pictures need the user's consent nothing may be asked now.
@@ -254,6 +294,8 @@ void AppDelegate::buildStatusItem()
     m_statusItem = std::make_unique<StatusItem>(std::move(actions), m_activity, *m_prefs, *m_settings);
     connect(&m_countdown, &Countdown::ticked, m_statusItem.get(), &StatusItem::setCountdown);
     connect(m_recordings.get(), &RecordingFlow::titleChanged, m_statusItem.get(), &StatusItem::setTitle);
+    connect(m_steps.get(), &StepsFlow::countedDown, m_statusItem.get(), &StatusItem::setCountdown);
+    connect(m_steps.get(), &StepsFlow::titleChanged, m_statusItem.get(), &StatusItem::setTitle);
     m_statusItem->show();
 }
 

@@ -37,6 +37,7 @@ class PresetStore;
 class QApplication;
 class RecordingFlow;
 class ScreenCapturer;
+class StepsFlow;
 class TextIndexing;
 class TextRecognizer;
 class TipCenter;
@@ -68,6 +69,7 @@ private:
     void buildCaptures();
     void buildRecordings();
     void buildRequests();
+    void buildSteps();
     void buildLinks();
     void buildEditors();
     void buildShell();
@@ -112,6 +114,7 @@ private:
     std::unique_ptr<CaptureFlow> m_captures;
     std::unique_ptr<RecordingFlow> m_recordings;
     std::unique_ptr<Requests> m_requests;
+    std::unique_ptr<StepsFlow> m_steps;
     std::unique_ptr<CommandLinks> m_links;
     std::unique_ptr<Shortcuts> m_shortcuts;
     std::unique_ptr<StatusItem> m_statusItem;

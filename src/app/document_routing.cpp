@@ -187,7 +187,7 @@ void DocumentRouting::openEditor(const DeliveredPicture &picture)
     openEditor(std::move(document));
 }
 
-void DocumentRouting::openEditor(std::unique_ptr<EditorDocument> document)
+EditorWindowController &DocumentRouting::openEditor(std::unique_ptr<EditorDocument> document)
 {
     auto &editor =
         *m_editors.emplace_back(std::make_unique<EditorWindowController>(std::move(document), m_ports));
@@ -195,6 +195,7 @@ void DocumentRouting::openEditor(std::unique_ptr<EditorDocument> document)
     editor.show();
     editor.bringToFront();
     Q_EMIT editorsChanged();
+    return editor;
 }
 
 void DocumentRouting::remove(EditorWindowController *editor)

@@ -32,7 +32,7 @@ public:
     void openLibraryItem(const QString &path);
     // Asks for a picture.
     void openImage();
-    void openEditor(std::unique_ptr<EditorDocument> document);
+    EditorWindowController &openEditor(std::unique_ptr<EditorDocument> document);
     void openEditor(const DeliveredPicture &picture);
     // Shows what earlier sessions left unsaved, if there is any. Once, at the start.
     void offerDrafts();

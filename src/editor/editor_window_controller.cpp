@@ -103,6 +103,9 @@ bool EditorWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_view.get() && event->type() == QEvent::Close && !std::exchange(m_isClosed, true)) {
         m_desk.commitText();
+        // What belongs to a guide goes back to it.
+        if (m_session.saveHandler && m_document->hasUnsavedChanges())
+            m_saving.save();
         m_drafts.keepNow();
         m_saving.setDraft(m_drafts.place());
         // When the event has been dealt with: the receiver may delete this.

@@ -38,6 +38,23 @@ void drawPushButton(const QStyleOptionButton &button, QPainter *painter)
         fillRounded(painter, button.rect, Theme::Radius::control, down ? t.pressed : t.hover);
 }
 
+void drawIconAndLabel(const QStyleOptionButton &button, QPainter *painter)
+{
+    constexpr int gap = 6;
+    const QSize icon = button.iconSize;
+    const int words = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
+    QRect rect = button.rect;
+    const int left = rect.left() + (rect.width() - icon.width() - gap - words) / 2;
+    const QRect place(QPoint(left, rect.top() + (rect.height() - icon.height()) / 2), icon);
+    const bool enabled = isOn(&button, QStyle::State_Enabled);
+    button.icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+    rect.setLeft(place.right() + 1 + gap);
+    painter->setPen(
+        button.palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    painter->drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic | Qt::TextSingleLine,
+                      button.text);
+}
+
 void drawField(const QStyleOption &field, QPainter *painter)
 {
     const auto &t = Theme::tokens(field.palette);

@@ -17,6 +17,8 @@ constexpr int checkBoxSize = 16;
 constexpr int sliderKnob = 16;
 
 void drawPushButton(const QStyleOptionButton &button, QPainter *painter);
+// The symbol and the words of a push button, in its middle.
+void drawIconAndLabel(const QStyleOptionButton &button, QPainter *painter);
 void drawField(const QStyleOption &field, QPainter *painter);
 void drawMark(const QStyleOption *option, QPainter *painter, Mark mark);
 void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect &groove, const QRect &knob);

@@ -127,6 +127,8 @@ void ThemeStyle::drawControl(ControlElement element, const QStyleOption *option,
             const bool primary = button->features & QStyleOptionButton::DefaultButton;
             if (primary && isOn(option, State_Enabled))
                 copy.palette.setColor(QPalette::ButtonText, t.onAccent);
+            if (!copy.icon.isNull() && !copy.text.isEmpty())
+                return ControlLook::drawIconAndLabel(copy, painter);
             return QProxyStyle::drawControl(element, &copy, painter, widget);
         }
         break;

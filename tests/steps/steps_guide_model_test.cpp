@@ -1,17 +1,5 @@
-#include "base/notice.h"
-#include "base/pending_work.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_platform.h"
-#include "library/library.h"
-#include "services/claude_client.h"
-#include "services/text_recognizer.h"
-#include "settings/app_settings.h"
-#include "settings/capture_settings.h"
-#include "settings/defaults.h"
-#include "steps/steps_guide_model.h"
-#include "support/pictures.h"
+#include "guide_stage.h"
 #include "support/printers.h"
-#include "support/temporary_folder.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,64 +8,16 @@
 
 namespace {
 
-class GuideModel : public testing::Test {
+class GuideModel : public testing::Test, protected GuideStage {
 protected:
-    GuideModel()
-    {
-        settings.setSaveFolder(folder.path("Shots"));
-        library.ensureDirectory();
-        capture.setOn(CaptureSettings::Switch::StepsAutoRedact, true);
-        QObject::connect(&notices, &NoticeBoard::posted, &notices,
-                         [this](const Notice &notice) { posted.append(notice); });
-    }
-
-    static GuideStep step(const QString &caption, std::optional<QPointF> click = QPointF(100, 100))
-    {
-        GuideStep step;
-        step.id = QUuid::createUuid();
-        step.image = StepPicture(filled(QSize(1200, 600), Qt::white));
-        step.caption = caption;
-        step.click = click;
-        step.app = "Mail";
-        return step;
-    }
     void open(const QList<GuideStep> &steps, const QString &title = "Guide")
     {
-        model = std::make_unique<StepsGuideModel>(
-            steps, title, capture, nullptr,
-            StepsGuideModel::Parts{recognizer, claude, settings, notices, exports});
+        begin(steps, title);
         QObject::connect(&model->previews(), &GuidePreviews::changed, model.get(),
                          [this](const QUuid &id) { rendered.append(id); });
         settle();
     }
-    void settle()
-    {
-        ASSERT_TRUE(
-            QTest::qWaitFor([this] { return !model->status() && model->previews().isIdle(); }, 20000));
-    }
-    QStringList captions() const
-    {
-        QStringList captions;
-        for (const GuideStep &each : model->steps())
-            captions.append(each.caption);
-        return captions;
-    }
-    QUuid id(int index) const { return model->steps()[index].id; }
 
-    TemporaryFolder folder;
-    FakePlatform machine{folder.path()};
-    FakeClock clock;
-    NoticeBoard notices;
-    QList<Notice> posted;
-    Defaults defaults{QString()};
-    AppSettings settings{defaults, machine.secrets, machine.loginItem, machine.paths, notices};
-    CaptureSettings capture{defaults};
-    Library library{settings, machine.trash, clock};
-    PendingWork pending;
-    TextRecognizer recognizer{machine.text, machine.faces, {}};
-    ClaudeClient claude{machine.http, settings};
-    GuideExports exports{{library, machine.workspace, notices, pending}};
-    std::unique_ptr<StepsGuideModel> model;
     QList<QUuid> rendered;
 };
 
@@ -175,7 +115,7 @@ TEST_F(GuideModel, RewritesCaptionsWithoutTellingWhatIsHidden)
     model->improveCaptions();
     EXPECT_TRUE(QTest::qWaitFor([this] { return !posted.isEmpty(); }));
     EXPECT_EQ(posted.value(0).text, "Add an Anthropic API key in Settings › AI & Sharing first");
-    settings.setApiKey("key");
+    prefs.setApiKey("key");
     const auto reply = [](const QByteArray &text) {
         return HttpResponse{200, R"({"content":[{"type":"text","text":")" + text + R"("}]})"};
     };
@@ -203,8 +143,8 @@ TEST_F(GuideModel, HidesPrivateTextInWhateverLeaves)
     ASSERT_EQ(model->steps()[0].redactions.size(), 1);
     EXPECT_EQ(model->safeTitle(), "How to … with •••");
     EXPECT_EQ(model->captions(), (QStringList{"Click “•••”"}));
-    QDir().mkpath(folder.path("out"));
-    model->exportWebFolder(folder.path("out"));
+    QDir().mkpath(home.path("out"));
+    model->exportWebFolder(home.path("out"));
     settle();
     ASSERT_EQ(machine.workspace.revealed.size(), 1);
     QFile page(machine.workspace.revealed[0]);
@@ -222,14 +162,14 @@ TEST_F(GuideModel, LetsNothingOutThatCouldNotBeSearchedForPrivateText)
 {
     machine.text.answer = fail("The recogniser is missing.");
     open({step("a"), step("b")});
-    QDir().mkpath(folder.path("out"));
+    QDir().mkpath(home.path("out"));
     QList<int> refusals;
     QObject::connect(model.get(), &StepsGuideModel::refused, model.get(),
                      [&](int steps) { refusals.append(steps); });
-    settings.setApiKey("key");
+    prefs.setApiKey("key");
     const std::function<void()> waysOut[] = {
-        [this] { model->exportWebFolder(folder.path("out")); },
-        [this] { model->exportPDF(folder.path("out/a.pdf")); }, [this] { model->exportGuideImage(); },
+        [this] { model->exportWebFolder(home.path("out")); },
+        [this] { model->exportPDF(home.path("out/a.pdf")); }, [this] { model->exportGuideImage(); },
         [this] { model->saveToLibrary(); }, [this] { model->improveCaptions(); }};
     for (const auto &leave : waysOut) {
         const qsizetype before = refusals.size();
@@ -238,7 +178,7 @@ TEST_F(GuideModel, LetsNothingOutThatCouldNotBeSearchedForPrivateText)
         settle();
     }
     EXPECT_EQ(refusals, (QList<int>{2, 2, 2, 2, 2}));
-    EXPECT_TRUE(QDir(folder.path("out")).isEmpty());
+    EXPECT_TRUE(QDir(home.path("out")).isEmpty());
     EXPECT_TRUE(library.items().isEmpty());
     EXPECT_TRUE(machine.http.requests.isEmpty());
 
@@ -246,9 +186,9 @@ TEST_F(GuideModel, LetsNothingOutThatCouldNotBeSearchedForPrivateText)
     model->applyEdit(id(0), filled(QSize(9, 9)), {}, {}, {});
     EXPECT_EQ(model->unsearched(), (QList<QUuid>{id(1)}));
     model->setRedact(false);
-    model->exportPDF(folder.path("out/a.pdf"));
+    model->exportPDF(home.path("out/a.pdf"));
     settle();
-    EXPECT_TRUE(QFile::exists(folder.path("out/a.pdf")));
+    EXPECT_TRUE(QFile::exists(home.path("out/a.pdf")));
     EXPECT_TRUE(model->wasExported());
     model->setRedact(true);
     EXPECT_FALSE(model->wasExported()) << "it is another guide now";
@@ -266,9 +206,7 @@ TEST_F(GuideModel, EditsAStepOnlyOnceItIsKnownWhatIsToBeHiddenInIt)
     reading.start();
     machine.text.pending = reading.future();
     const QList<GuideStep> steps{step("a"), step("b"), step("c")};
-    model = std::make_unique<StepsGuideModel>(
-        steps, "Guide", capture, nullptr,
-        StepsGuideModel::Parts{recognizer, claude, settings, notices, exports});
+    begin(steps);
     QList<QString> opened;
     model->openStepEditor = [&](const StepsGuideModel::StepEdit &edit) {
         opened.append(edit.displayName);
@@ -319,7 +257,7 @@ TEST_F(GuideModel, SavesEachStepAsACaptureInOneCollection)
     GuideStep nobodys = step("b");
     nobodys.app.reset();
     GuideStep lost = step("c");
-    lost.image = StepPicture(folder.path("gone.png"), QSize(9, 9));
+    lost.image = StepPicture(home.path("gone.png"), QSize(9, 9));
     capture.setOn(CaptureSettings::Switch::StepsAutoRedact, false);
     open({step("a"), nobodys, lost});
     model->saveToLibrary();
