@@ -332,6 +332,7 @@ void AppDelegate::buildEditors()
         *m_platform.pasteboard, *m_platform.workspace, m_notices, m_pending});
     m_documents->openVideoEditor = [this](const QString &path) { m_films->open(path); };
     m_delivery->openVideoEditor = m_documents->openVideoEditor;
+    m_delivery->pin = [this](const QImage &image) { m_pins->pin(image); };
     buildLibraryWindow();
 }
 

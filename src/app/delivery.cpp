@@ -2,7 +2,6 @@
 
 #include "app/texts.h"
 #include "base/log.h"
-#include "base/notice.h"
 #include "base/pending_work.h"
 #include "document/effects.h"
 #include "document/image_files.h"
@@ -16,8 +15,34 @@
 #include "settings/app_settings.h"
 
 #include <QFileInfo>
+#include <QPointer>
 
-Delivery::Delivery(Parts parts, QObject *parent) : QObject(parent), m_parts(parts) {}
+namespace {
+
+const QString kSaved = QStringLiteral("checkmark.circle.fill");
+const QString kWarning = QStringLiteral("exclamationmark.triangle.fill");
+
+// Makes the picture as it is handed on; for a worker.
+std::function<QImage()> finishing(const DeliveredPicture &picture)
+{
+    return [image = picture.image, backdrop = picture.backdrop] {
+        Effects effects;
+        effects.backdrop = backdrop;
+        return effects.applied(image);
+    };
+}
+
+} // namespace
+
+Delivery::Delivery(Parts parts, QObject *parent) : QObject(parent), m_parts(parts)
+{
+    connect(&m_parts.library, &Library::renamed, this, [this](const QString &oldPath, const QString &newPath) {
+        for (const std::weak_ptr<QString> &followed : m_followed) {
+            if (const auto path = followed.lock(); path && *path == oldPath)
+                *path = newPath;
+        }
+    });
+}
 
 Delivery::Hold Delivery::hold(const QString &what)
 {
@@ -44,7 +69,9 @@ void Delivery::deliverFilm(const QString &path, const Order &order)
     if (order.options.editor && openVideoEditor)
         openVideoEditor(path);
     else
-        m_parts.notices.post(AppTexts::tr("Recording saved to Library"), QStringLiteral("record.circle"));
+        m_parts.notices.post(Notice{.text = AppTexts::tr("Recording saved to Library"),
+                                    .symbol = QStringLiteral("record.circle"),
+                                    .actions = filmOffers(path)});
     Q_EMIT delivered(path);
 }
 
@@ -60,7 +87,7 @@ Task<> Delivery::keepPicture(QImage image, Order order, std::optional<Activity::
     if (!saved) {
         m_parts.notices.post(
             AppTexts::tr("Couldn't save to %1").arg(QFileInfo(m_parts.prefs.saveFolder()).fileName()),
-            QStringLiteral("exclamationmark.triangle.fill"));
+            kWarning);
         co_return;
     }
     Log::info(QStringLiteral("Captured ") + *saved);
@@ -69,7 +96,7 @@ Task<> Delivery::keepPicture(QImage image, Order order, std::optional<Activity::
         m_parts.notices.post(AppTexts::tr("Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels")
                                  .arg(rawValue(m_parts.prefs.imageFormat()).toUpper(),
                                       QString::number(image.width()), QString::number(image.height())),
-                             QStringLiteral("exclamationmark.triangle.fill"));
+                             kWarning);
     const DeliveredPicture picture{
         image, *saved, (order.isWindow && m_parts.prefs.backdropForWindows()) || order.options.backdrop};
     const bool opensEditor = order.options.editor && openEditor;
@@ -78,31 +105,36 @@ Task<> Delivery::keepPicture(QImage image, Order order, std::optional<Activity::
     if (opensEditor)
         openEditor(picture);
     else if (!order.options.clipboard)
-        tellSaved(false);
+        tellSaved(picture, false);
     Q_EMIT delivered(*saved);
     nameByContent(picture);
 }
 
 Task<> Delivery::copy(DeliveredPicture picture, bool tells, Hold hold)
 {
-    const auto finished = [image = picture.image, backdrop = picture.backdrop] {
-        Effects effects;
-        effects.backdrop = backdrop;
-        return effects.applied(image);
-    };
     const auto copied =
-        co_await guarded(Clipboard::copy(m_parts.pasteboard, finished, &m_parts.library), this);
+        co_await guarded(Clipboard::copy(m_parts.pasteboard, finishing(picture), &m_parts.library), this);
     if (copied) {
         if (tells)
-            tellSaved(true);
+            tellSaved(picture, true);
     } else if (!copied.error().isCancelled()) {
         Log::error(QStringLiteral("A capture could not be copied"), copied.error());
-        m_parts.notices.post(copied.error().message, QStringLiteral("exclamationmark.triangle.fill"));
+        m_parts.notices.post(copied.error().message, kWarning);
     } else {
         Log::info(QStringLiteral("Something newer was copied; a capture is left out of the clipboard"));
         if (tells)
-            tellSaved(false);
+            tellSaved(picture, false);
     }
+}
+
+Task<> Delivery::copyOnRequest(DeliveredPicture picture, Hold hold)
+{
+    const auto copied =
+        co_await guarded(Clipboard::copy(m_parts.pasteboard, finishing(picture), &m_parts.library), this);
+    if (copied)
+        m_parts.notices.post(AppTexts::tr("Image copied to clipboard"), kSaved);
+    else if (!copied.error().isCancelled())
+        m_parts.notices.post(copied.error().message, kWarning);
 }
 
 Task<> Delivery::copyText(QImage image, Hold hold)
@@ -142,9 +174,74 @@ void Delivery::credit(const QString &path, const Order &order)
         m_parts.library.catalog().setSource(path, *order.source);
 }
 
-void Delivery::tellSaved(bool isCopied)
+void Delivery::tellSaved(const DeliveredPicture &picture, bool isCopied)
 {
-    m_parts.notices.post(isCopied ? AppTexts::tr("Captured & copied to clipboard")
-                                  : AppTexts::tr("Saved to Library"),
-                         QStringLiteral("checkmark.circle.fill"));
+    m_parts.notices.post(Notice{.text = isCopied ? AppTexts::tr("Captured & copied to clipboard")
+                                                 : AppTexts::tr("Saved to Library"),
+                                .symbol = kSaved,
+                                .picture = picture.image,
+                                .file = picture.path,
+                                .actions = offers(picture, isCopied)});
+}
+
+QList<NoticeAction> Delivery::offers(const DeliveredPicture &picture, bool isCopied)
+{
+    const auto path = follow(picture.path);
+    const auto current = [picture, path] {
+        DeliveredPicture now = picture;
+        now.path = *path;
+        return now;
+    };
+    const QPointer<Delivery> self(this);
+    QList<NoticeAction> offers;
+    if (openEditor)
+        offers.append({AppTexts::tr("Edit"), QStringLiteral("pencil"), [self, current] {
+                           if (self)
+                               self->openEditor(current());
+                       }});
+    if (!isCopied)
+        offers.append({AppTexts::tr("Copy"), QStringLiteral("doc.on.doc"), [self, current] {
+                           if (self)
+                               self->copyOnRequest(current(), self->hold(QStringLiteral("copying a capture")));
+                       }});
+    if (pin)
+        offers.append({AppTexts::tr("Pin"), QStringLiteral("pin"), [self, image = picture.image] {
+                           if (self)
+                               self->pin(image);
+                       }});
+    offers.append(trashing(path));
+    return offers;
+}
+
+QList<NoticeAction> Delivery::filmOffers(const QString &film)
+{
+    const auto path = follow(film);
+    QList<NoticeAction> offers;
+    if (openVideoEditor)
+        offers.append({AppTexts::tr("Edit"), QStringLiteral("pencil"), [self = QPointer(this), path] {
+                           if (self)
+                               self->openVideoEditor(*path);
+                       }});
+    offers.append(trashing(path));
+    return offers;
+}
+
+NoticeAction Delivery::trashing(const std::shared_ptr<QString> &path)
+{
+    return {AppTexts::tr("Trash"), QStringLiteral("trash"), [self = QPointer(this), path] {
+                if (!self)
+                    return;
+                if (const auto removed = self->m_parts.library.remove(*path); !removed)
+                    self->m_parts.notices.post(removed.error().message, kWarning);
+                else
+                    self->m_parts.notices.post(AppTexts::tr("Moved to the Trash"), QStringLiteral("trash"));
+            }};
+}
+
+std::shared_ptr<QString> Delivery::follow(const QString &path)
+{
+    m_followed.removeIf([](const std::weak_ptr<QString> &followed) { return followed.expired(); });
+    auto followed = std::make_shared<QString>(path);
+    m_followed.append(followed);
+    return followed;
 }

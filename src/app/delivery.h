@@ -2,18 +2,19 @@
 
 #include "app/activity.h"
 #include "base/async.h"
+#include "base/notice.h"
 #include "settings/capture_options.h"
 
 #include <QImage>
 #include <QObject>
 #include <QString>
 #include <functional>
+#include <memory>
 #include <optional>
 
 class AppSettings;
 class ClaudeClient;
 class Library;
-class NoticeBoard;
 class Pasteboard;
 class PendingWork;
 class Sounds;
@@ -54,6 +55,8 @@ public:
     // Opens what was captured for editing. Without them a notice tells of it instead.
     std::function<void(const DeliveredPicture &)> openEditor;
     std::function<void(const QString &path)> openVideoEditor;
+    // Lets a capture float above all windows. Offered only with it.
+    std::function<void(const QImage &)> pin;
 
     // `run` ends when the picture is safe, or is known to be lost.
     void deliverPicture(const QImage &image, const Order &order, std::optional<Activity::Run> run = {});
@@ -75,7 +78,14 @@ private:
     Task<> copyText(QImage image, Hold hold);
     Task<> nameByContent(DeliveredPicture picture);
     void credit(const QString &path, const Order &order);
-    void tellSaved(bool isCopied);
+    Task<> copyOnRequest(DeliveredPicture picture, Hold hold);
+    void tellSaved(const DeliveredPicture &picture, bool isCopied);
+    QList<NoticeAction> offers(const DeliveredPicture &picture, bool isCopied);
+    QList<NoticeAction> filmOffers(const QString &film);
+    NoticeAction trashing(const std::shared_ptr<QString> &path);
+    // Where a file that a notice tells of is by now: it may get another name while the notice is shown.
+    std::shared_ptr<QString> follow(const QString &path);
 
     Parts m_parts;
+    QList<std::weak_ptr<QString>> m_followed;
 };

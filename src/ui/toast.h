@@ -9,14 +9,15 @@
 #include <memory>
 #include <vector>
 
-class Toast;
+class ToastPanel;
 
 // Where a toast of `size` goes on a screen whose usable part is `visible` (global points, y down): in the
 // middle, its lower edge 80 above the usable part's bottom.
 QPointF toastPosition(const QRectF &visible, const QSizeF &size);
 
-// Shows what is posted on a notice board as toasts: on the screen under the pointer, for 2.2 seconds, then
-// fading for 0.3. They never take the keyboard; several at once lie over each other.
+// Shows what is posted on a notice board as toasts: on the screen under the pointer, for 2.2 seconds, or 5 for
+// one that offers something to do, then fading for 0.3. They never take the keyboard. Several at once lie over
+// each other, but none over one that can still be used.
 class ToastPresenter : public QObject {
     Q_OBJECT
 public:
@@ -28,7 +29,8 @@ public:
     int count() const { return static_cast<int>(m_toasts.size()); }
 
 private:
-    void remove(Toast *toast);
+    void makeRoom(const QRect &visible, QPoint &topLeft, const QSize &size) const;
+    void remove(ToastPanel *toast);
 
-    std::vector<std::unique_ptr<Toast>> m_toasts;
+    std::vector<std::unique_ptr<ToastPanel>> m_toasts;
 };

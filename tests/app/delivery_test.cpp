@@ -13,6 +13,7 @@ protected:
     {
         QObject::connect(&notices, &NoticeBoard::posted, &notices, [this](const Notice &notice) {
             shown.append(notice.text);
+            told = notice;
             copiedWhenShown.append(machine.pasteboard.hasImage());
         });
         order.options.editor = false;
@@ -24,6 +25,17 @@ protected:
     }
 
     Delivery::Order order;
+    // Presses the button of the last notice.
+    void choose(const QString &text)
+    {
+        for (const NoticeAction &action : told.actions) {
+            if (action.text == text)
+                return action.call();
+        }
+        ADD_FAILURE() << "not offered: " << text.toStdString();
+    }
+
+    Notice told;
     QStringList shown;
     QList<bool> copiedWhenShown;
 };
@@ -61,6 +73,35 @@ TEST_F(DeliveryTest, IsPendingUntilTheClipboardHasThePictureAlsoWhenTheEditorIsO
     EXPECT_TRUE(wasPending);
     EXPECT_TRUE(machine.pasteboard.hasImage());
     EXPECT_TRUE(shown.isEmpty());
+}
+
+TEST_F(DeliveryTest, OffersWhatCanFollowForTheFileAsItIsCalledByThen)
+{
+    DeliveredPicture opened;
+    QSize pinned;
+    delivery.openEditor = [&](const DeliveredPicture &picture) { opened = picture; };
+    delivery.pin = [&](const QImage &image) { pinned = image.size(); };
+    order.options.clipboard = false;
+    delivery.deliverPicture(filled({400, 300}, Qt::red), order);
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(told.picture.size(), QSize(400, 300));
+    EXPECT_TRUE(QFile::exists(told.file));
+
+    const auto renamed = library.rename(told.file, "Invoice");
+    ASSERT_TRUE(renamed);
+    choose("Edit");
+    EXPECT_EQ(opened.path, *renamed);
+    choose("Pin");
+    EXPECT_EQ(pinned, QSize(400, 300));
+    const Notice offer = told;
+    choose("Copy");
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_TRUE(machine.pasteboard.hasImage());
+    EXPECT_EQ(shown.last(), "Image copied to clipboard");
+    told = offer;
+    choose("Trash");
+    EXPECT_FALSE(QFile::exists(*renamed));
+    EXPECT_EQ(shown.last(), "Moved to the Trash");
 }
 
 TEST_F(DeliveryTest, DropsTextThatCameTooLate)

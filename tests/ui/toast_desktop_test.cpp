@@ -1,6 +1,7 @@
 #include "ui/hud_panel.h"
 #include "ui/toast.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
 #include <QLabel>
@@ -53,6 +54,40 @@ TEST(Toast, ShowsOnTheScreenUnderThePointerAndLeavesTheKeyboardAlone)
         EXPECT_EQ(shownToast()->geometry().bottom() + 1, visible.bottom() + 1 - 80);
         EXPECT_TRUE(typing.keepsTheKeyboard());
     }
+}
+
+TEST(Toast, StaysUnderThePointerAndDoesWhatItOffersWithoutTakingTheKeyboard)
+{
+    Typing typing;
+    NoticeBoard board;
+    ToastPresenter presenter(board);
+    QImage picture(600, 400, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    int edited = 0;
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().topLeft() + QPoint(2, 2));
+    board.post({.text = "Saved to Library",
+                .symbol = "checkmark.circle.fill",
+                .picture = picture,
+                .file = "/none.png",
+                .actions = {{"Edit", "pencil", [&] { ++edited; }}, {"Trash", "trash", [] {}}}});
+    QWidget *toast = shownToast();
+    ASSERT_NE(toast, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(toast));
+    auto *button = toast->findChildren<QAbstractButton *>().value(0);
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->accessibleName(), "Edit");
+
+    QCursor::setPos(button->mapToGlobal(button->rect().center()));
+    EXPECT_FALSE(QTest::qWaitFor([&] { return shownToast() != toast; }, 6500)) << "it left under the pointer";
+    board.post("Another", "sparkles");
+    for (const QWidget *other : QApplication::topLevelWidgets()) {
+        if (other != toast && other->objectName() == "toast" && other->isVisible())
+            EXPECT_LE(other->geometry().bottom(), toast->y()) << "it covers what can still be used";
+    }
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(edited, 1);
+    EXPECT_FALSE(toast->isVisible());
+    EXPECT_TRUE(typing.keepsTheKeyboard());
 }
 
 TEST(HudPanel, IsShownAndDraggedWithoutTakingTheKeyboard)
