@@ -20,6 +20,7 @@
 #include "library/model/library_model.h"
 #include "library/model/text_indexing.h"
 #include "library/ui/library_window.h"
+#include "platform/desktop_activation.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
 #include "platform/http.h"
@@ -126,7 +127,8 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     Log::info(QStringLiteral("Ready for shortcuts"));
 
     m_appearance = std::make_unique<Appearance>(m_application, m_platform.appearance.get());
-    QApplication::setWindowIcon(StatusItem::icon());
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QGuiApplication::desktopFileName(), StatusItem::icon()));
     m_toasts = std::make_unique<ToastPresenter>(m_notices);
     m_tips = std::make_unique<TipCenter>(m_prefs.get());
     buildEditors();
@@ -136,6 +138,7 @@ Result<bool> AppDelegate::launch(const QStringList &words)
         openArguments(arguments);
     else if (!m_defaults->boolean(QStringLiteral("didShowWelcome"), false))
         m_windows->show(SingletonWindows::Kind::Welcome);
+    answerTheDesktop();
     // A tray may come later than this program.
     QTimer::singleShot(kTrayPatience, m_shell.get(), [this] { m_shell->tellOfTheTray(); });
     QTimer::singleShot(kIdleAfterStart, this, &AppDelegate::warmUp);
@@ -402,6 +405,20 @@ void AppDelegate::buildLinks()
     m_links = std::make_unique<CommandLinks>(std::move(actions), m_notices);
 }
 
+void AppDelegate::answerTheDesktop()
+{
+    m_platform.activation->serve({
+        .activate = [this] { openArguments({}); },
+        .open = [this](const QStringList &addresses) { openArguments(addresses); },
+        .perform =
+            [this](const QString &action) {
+                const auto link = launcherAction(action);
+                if (link)
+                    m_links->open(*link);
+            },
+    });
+}
+
 void AppDelegate::tellOfTheLastSession(bool hasCrashed, bool hasMigrated)
 {
     if (hasMigrated) {
@@ -427,8 +444,15 @@ void AppDelegate::showLibrary()
 
 void AppDelegate::openArguments(const QStringList &arguments)
 {
-    if (arguments.isEmpty())
-        return m_shell->isPanelTheWayIn() ? m_shell->openPanel() : showLibrary();
+    if (arguments.isEmpty()) {
+        // The guide is what a first start is about.
+        if (QWidget *guide = m_windows->window(SingletonWindows::Kind::Welcome); guide && guide->isVisible())
+            m_windows->show(SingletonWindows::Kind::Welcome);
+        else if (m_shell->isPanelTheWayIn())
+            m_shell->openPanel();
+        else
+            showLibrary();
+    }
     for (const QString &argument : arguments) {
         if (argument == QLatin1String(kOpenClipboard))
             openInLumenpost();

@@ -75,6 +75,7 @@ private:
     void buildShell();
     void buildLibraryWindow();
     void buildStatusItem();
+    void answerTheDesktop();
     void tellOfTheLastSession(bool hasCrashed, bool hasMigrated);
     void warmUp();
     void tidyLibrary();

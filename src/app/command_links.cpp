@@ -6,6 +6,7 @@
 #include "settings/url_command.h"
 
 #include <QFileInfo>
+#include <QHash>
 
 namespace {
 
@@ -15,6 +16,18 @@ struct Overloaded : Visitors... {
 };
 
 } // namespace
+
+std::optional<QString> launcherAction(const QString &action)
+{
+    static const QHash<QString, QString> links{
+        {QStringLiteral("capture"), QStringLiteral("lumenpost://capture/region")},
+        {QStringLiteral("screen"), QStringLiteral("lumenpost://capture/screen")},
+        {QStringLiteral("record"), QStringLiteral("lumenpost://record")},
+        {QStringLiteral("library"), QStringLiteral("lumenpost://library")},
+    };
+    const auto found = links.constFind(action);
+    return found == links.cend() ? std::nullopt : std::optional(*found);
+}
 
 void CommandLinks::open(const QString &word)
 {

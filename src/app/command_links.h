@@ -5,8 +5,12 @@
 #include <QString>
 #include <QUrl>
 #include <functional>
+#include <optional>
 
 class NoticeBoard;
+
+// The link that does what an action of the launcher does ("capture", "screen", "record", "library").
+std::optional<QString> launcherAction(const QString &action);
 
 // Carries out command links and opens what a later start hands over.
 class CommandLinks {

@@ -20,6 +20,18 @@ QString programFolder()
     return program.left(program.lastIndexOf(QLatin1Char('/')));
 }
 
+// The parts that are packages of their own.
+QString packageOf(const QString &module)
+{
+    if (module == QLatin1String("platform_recognition"))
+        return QStringLiteral("lumenpost-recognition");
+    if (module == QLatin1String("platform_media"))
+        return QStringLiteral("lumenpost-films");
+    if (module == QLatin1String("platform_speech"))
+        return QStringLiteral("lumenpost-speech");
+    return {};
+}
+
 } // namespace
 
 Result<QFunctionPointer> Loadable::symbol(const QString &name, const char *symbol)
@@ -38,6 +50,11 @@ Result<QFunctionPointer> Loadable::symbol(const QString &name, const char *symbo
             return function;
         reason = library.errorString();
     }
+    const QString package = packageOf(name);
     return fail(Error::Kind::Unavailable,
-                BaseTexts::tr("A part of Lumenpost is missing (%1): install it again.").arg(file), reason);
+                package.isEmpty()
+                    ? BaseTexts::tr("A part of Lumenpost is missing (%1): install it again.").arg(file)
+                    : BaseTexts::tr("This needs a part of Lumenpost that isn’t installed: the package “%1”.")
+                          .arg(package),
+                reason);
 }

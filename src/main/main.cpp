@@ -43,7 +43,7 @@ int runDesktopProgram(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMENPOST_VERSION));
     // No display name: it would be added to the title of every window.
-    QGuiApplication::setDesktopFileName(QStringLiteral("lumenpost"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.oakfenrow.lumenpost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
     installTranslations();

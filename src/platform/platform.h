@@ -3,6 +3,7 @@
 #include <memory>
 
 class AccessibleElements;
+class DesktopActivation;
 class DesktopAppearance;
 class DesktopParts;
 class FaceEngine;
@@ -59,6 +60,7 @@ struct Platform {
     std::unique_ptr<TextEngine> text;
     std::unique_ptr<FaceEngine> faces;
     std::unique_ptr<Http> http;
+    std::unique_ptr<DesktopActivation> activation;
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<DesktopParts> parts;
     std::unique_ptr<ShortcutHolders> shortcutHolders;

@@ -56,7 +56,7 @@ Result<void> DesktopLoginItem::setEnabled(bool enabled)
     QDir().mkpath(QFileInfo(path).absolutePath());
     const QString program = m_program.isEmpty() ? QCoreApplication::applicationFilePath() : m_program;
     return AtomicFile::write(path, QStringLiteral("[Desktop Entry]\nType=Application\nName=Lumenpost\n"
-                                                  "Exec=%1\nIcon=lumenpost\nTerminal=false\n"
+                                                  "Exec=%1\nIcon=com.oakfenrow.lumenpost\nTerminal=false\n"
                                                   "X-GNOME-Autostart-enabled=true\n")
                                        .arg(quoted(program))
                                        .toUtf8());

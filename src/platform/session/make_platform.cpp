@@ -1,6 +1,7 @@
 #include "platform/session/make_platform.h"
 
 #include "platform/desktop/atspi_elements.h"
+#include "platform/desktop/bus_activation.h"
 #include "platform/desktop/desktop_login_item.h"
 #include "platform/desktop/desktop_opener.h"
 #include "platform/desktop/desktop_parts_probe.h"
@@ -89,6 +90,7 @@ void addDesktop(Platform &platform, bool hasScreen)
     platform.loginItem = std::make_unique<DesktopLoginItem>();
     platform.sounds = std::make_unique<DesktopSounds>();
     platform.permissions = std::make_unique<DesktopPermissions>(hasScreen);
+    platform.activation = std::make_unique<BusActivation>();
     platform.appearance = std::make_unique<PortalAppearance>();
     platform.parts = std::make_unique<DesktopPartsProbe>();
     platform.shortcutHolders = std::make_unique<DesktopShortcutHolders>();
