@@ -214,6 +214,30 @@
         <source>The guide wasn&apos;t exported; it is offered when Lumenpost starts again</source>
         <translation>Die Anleitung wurde nicht exportiert; sie wird beim nächsten Start von Lumenpost angeboten</translation>
     </message>
+    <message>
+        <source>Image copied to clipboard</source>
+        <translation>Bild in die Zwischenablage kopiert</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation>Anheften</translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation>Papierkorb</translation>
+    </message>
+    <message>
+        <source>Moved to the Trash</source>
+        <translation>In den Papierkorb gelegt</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -308,6 +332,10 @@
     <message>
         <source>There is no place for temporary files: %1.</source>
         <translation>Es gibt keinen Platz für temporäre Dateien: %1.</translation>
+    </message>
+    <message>
+        <source>This needs a part of Lumenpost that isn’t installed: the package “%1”.</source>
+        <translation>Dafür fehlt ein Teil von Lumenpost: das Paket „%1“.</translation>
     </message>
 </context>
 <context>

@@ -214,6 +214,30 @@
         <source>The guide wasn&apos;t exported; it is offered when Lumenpost starts again</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Image copied to clipboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Moved to the Trash</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -307,6 +331,10 @@
     </message>
     <message>
         <source>There is no place for temporary files: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This needs a part of Lumenpost that isn’t installed: the package “%1”.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
