@@ -22,11 +22,8 @@ struct Notice {
     QString file = {};   // that can be dragged out of the picture
     QList<NoticeAction> actions = {};
 
-    // Whether they say the same; what they offer to do can't be compared.
-    bool operator==(const Notice &other) const
-    {
-        return text == other.text && symbol == other.symbol && file == other.file;
-    }
+    // Whether they say the same, whatever they show and offer.
+    bool operator==(const Notice &other) const { return text == other.text && symbol == other.symbol; }
 };
 
 // Where anyone may post a notice: the windows show it as a toast, tests read what was posted. Main thread

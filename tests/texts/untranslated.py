@@ -11,7 +11,7 @@ import sys
 from pathlib import Path
 
 TRANSLATED = re.compile(r'(^|::)(tr|translate|QT_TRANSLATE_NOOP|QT_TRANSLATE_N_NOOP)$')
-UNSEEN = re.compile(r'(^|::)(info|error|warning|debug|qWarning|qInfo|qDebug|qFatal|static_assert|Q_ASSERT_X|setObjectName|'
+UNSEEN = re.compile(r'(^|::)(info|error|warning|debug|qWarning|qInfo|qDebug|qFatal|static_assert|Q_ASSERT_X|Q_CLASSINFO|setObjectName|'
                     r'setProperty|environmentVariable|qgetenv)$')
 SENTENCE = re.compile(r"^[A-Z“][\w’'“”\-]*(…|[.!?]$| +[\w“”&(%].*)")
 RAW = re.compile(r'R"(\w*)\(.*?\)\1"', re.S)  # style sheets, prompts
