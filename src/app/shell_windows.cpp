@@ -152,7 +152,7 @@ QString ShellWindows::panelState() const
 
 void ShellWindows::warmUp()
 {
-    panel();
+    panel().warmUp();
 }
 
 bool ShellWindows::isPanelTheWayIn() const

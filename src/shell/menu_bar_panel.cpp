@@ -93,6 +93,15 @@ void MenuBarPanel::showAt(const QRect &anchor)
     Q_EMIT opened();
 }
 
+void MenuBarPanel::warmUp()
+{
+    ensurePolished();
+    layout()->activate();
+    resize(sizeHint());
+    winId();
+    grab();
+}
+
 void MenuBarPanel::place()
 {
     const QScreen *screen = QGuiApplication::screenAt(m_anchor.center());

@@ -30,6 +30,8 @@ public:
 
     // Beside the icon; an empty rectangle stands for the pointer.
     void showAt(const QRect &anchor);
+    // Does what the first opening would do, so that it is as quick as every other: windows, fonts and pictures.
+    void warmUp();
     // The reason goes to the log.
     void dismiss(const QString &reason);
     // Closed less than 0.3 seconds ago: a click on the icon was the one that closed it.

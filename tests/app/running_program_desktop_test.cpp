@@ -265,7 +265,7 @@ TEST_F(RunningProgram, QuitsInOrderWhileItReadsTexts)
 {
     set(kNoEditor);
     QDir().mkpath(home.path("Pictures/Lumenpost"));
-    QImage page(2400, 1600, QImage::Format_RGB32);
+    QImage page(1200, 900, QImage::Format_RGB32);
     page.fill(Qt::white);
     QPainter painter(&page);
     for (int row = 40; row < page.height(); row += 30)
