@@ -238,6 +238,10 @@
         <source>Moved to the Trash</source>
         <translation>In den Papierkorb gelegt</translation>
     </message>
+    <message>
+        <source>Open Panel</source>
+        <translation>Aufnahmefeld öffnen</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

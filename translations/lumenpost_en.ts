@@ -238,6 +238,10 @@
         <source>Moved to the Trash</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Open Panel</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

@@ -36,12 +36,13 @@ std::function<QImage()> finishing(const DeliveredPicture &picture)
 
 Delivery::Delivery(Parts parts, QObject *parent) : QObject(parent), m_parts(parts)
 {
-    connect(&m_parts.library, &Library::renamed, this, [this](const QString &oldPath, const QString &newPath) {
-        for (const std::weak_ptr<QString> &followed : m_followed) {
-            if (const auto path = followed.lock(); path && *path == oldPath)
-                *path = newPath;
-        }
-    });
+    connect(&m_parts.library, &Library::renamed, this,
+            [this](const QString &oldPath, const QString &newPath) {
+                for (const std::weak_ptr<QString> &followed : m_followed) {
+                    if (const auto path = followed.lock(); path && *path == oldPath)
+                        *path = newPath;
+                }
+            });
 }
 
 Delivery::Hold Delivery::hold(const QString &what)
@@ -202,7 +203,8 @@ QList<NoticeAction> Delivery::offers(const DeliveredPicture &picture, bool isCop
     if (!isCopied)
         offers.append({AppTexts::tr("Copy"), QStringLiteral("doc.on.doc"), [self, current] {
                            if (self)
-                               self->copyOnRequest(current(), self->hold(QStringLiteral("copying a capture")));
+                               self->copyOnRequest(current(),
+                                                   self->hold(QStringLiteral("copying a capture")));
                        }});
     if (pin)
         offers.append({AppTexts::tr("Pin"), QStringLiteral("pin"), [self, image = picture.image] {

@@ -21,6 +21,7 @@
 #include "shell/shortcut_words.h"
 #include "shell/welcome_view.h"
 
+#include <QPointer>
 #include <QSystemTrayIcon>
 
 namespace {
@@ -109,12 +110,13 @@ MenuBarPanel &ShellWindows::panel()
     actions.savePreset = [this] { m_parts.presets.addFromCurrent(); };
     actions.openPermissions = [this] { showSettings(QStringLiteral("help")); };
     actions.quit = m_actions.quit;
-    auto content = std::make_unique<CapturePanel>(
-        CapturePanel::Parts{m_parts.settings, m_parts.presets, m_parts.library, *platform.pasteboard,
-                            *platform.workspace, m_parts.notices},
-        std::move(actions));
+    auto content = std::make_unique<CapturePanel>(CapturePanel::Parts{m_parts.settings, m_parts.presets,
+                                                                      m_parts.library, *platform.pasteboard,
+                                                                      *platform.workspace, m_parts.notices},
+                                                  std::move(actions));
     m_content = content.get();
-    m_panel = std::make_unique<MenuBarPanel>(std::move(content), *platform.inputMonitors, *platform.workspace);
+    m_panel =
+        std::make_unique<MenuBarPanel>(std::move(content), *platform.inputMonitors, *platform.workspace);
     connect(m_content, &CapturePanel::leaving, this, [this] { m_panel->dismiss(QStringLiteral("action")); });
     const auto showState = [this] {
         m_content->setRecording(m_parts.activity.isRecording());
@@ -165,10 +167,17 @@ void ShellWindows::tellOfTheTray()
     if (!isPanelTheWayIn() || m_parts.defaults.boolean(QLatin1String(kDidTellOfTray), false))
         return;
     m_parts.defaults.set(QLatin1String(kDidTellOfTray), true);
-    m_parts.notices.post(
-        AppTexts::tr("This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel")
-            .arg(shortcutWords(m_parts.prefs.panelHotkey())),
-        QStringLiteral("camera.viewfinder"));
+    m_parts.notices.post(Notice{
+        .text = AppTexts::tr(
+                    "This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel")
+                    .arg(shortcutWords(m_parts.prefs.panelHotkey())),
+        .symbol = QStringLiteral("camera.viewfinder"),
+        .actions = {{AppTexts::tr("Open Panel"), QStringLiteral("slider.horizontal.3"),
+                     [self = QPointer(this)] {
+                         if (self)
+                             self->openPanel();
+                     }}},
+    });
 }
 
 void ShellWindows::pin(const QString &path)

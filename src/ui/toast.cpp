@@ -10,8 +10,16 @@ namespace {
 
 constexpr int kShownFor = 2200;   // milliseconds
 constexpr int kOfferedFor = 5000; // long enough to read, decide and get there with the pointer
+constexpr int kReadAtOnce = 40;   // characters that need no longer than that
+constexpr int kPerCharacter = 50; // milliseconds; some 240 words a minute, as people read to themselves
 constexpr int kAboveBottom = 80;
 constexpr int kBetween = 8;
+
+int timeToRead(const Notice &notice)
+{
+    const int least = notice.actions.isEmpty() ? kShownFor : kOfferedFor;
+    return least + kPerCharacter * std::max(0, int(notice.text.size()) - kReadAtOnce);
+}
 
 } // namespace
 
@@ -41,7 +49,7 @@ void ToastPresenter::show(const Notice &notice)
     makeRoom(visible, topLeft, toast->size());
     m_toasts.push_back(std::move(made));
     connect(toast, &ToastPanel::finished, this, [this, toast] { remove(toast); });
-    toast->showAt(topLeft, toast->isInteractive() ? kOfferedFor : kShownFor);
+    toast->showAt(topLeft, timeToRead(notice));
 }
 
 // What can still be used stays uncovered: a new toast goes above it.

@@ -7,9 +7,9 @@
 
 class QPropertyAnimation;
 
-// The panel of one notice: its words, or a small picture that can be dragged out as a file, and buttons for what
-// the notice offers. One that offers nothing lets the pointer through; the others stay for as long as the
-// pointer is over them, or one of their buttons is used. None ever takes the keyboard.
+// The panel of one notice: its words, or a small picture that can be dragged out as a file, and buttons for
+// what the notice offers. One that offers nothing lets the pointer through; the others stay for as long as
+// the pointer is over them, or one of their buttons is used. None ever takes the keyboard.
 class ToastPanel : public QWidget {
     Q_OBJECT
 public:
