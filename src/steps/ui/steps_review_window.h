@@ -21,6 +21,7 @@ public:
 
     // The program ends: it closes without a question, and the guide stays on disk.
     void keepAndClose();
+    StepsGuideModel &model() { return m_model; }
     StepList &list() { return *m_list; }
     ReviewHeader &header() { return *m_header; }
 
