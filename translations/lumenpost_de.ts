@@ -2380,6 +2380,10 @@
         <source>There is nothing to copy in %1.</source>
         <translation>In %1 gibt es nichts zu kopieren.</translation>
     </message>
+    <message>
+        <source>%1 is too large for a picture: %2.</source>
+        <translation>%1 ist zu groß für ein Bild: %2.</translation>
+    </message>
 </context>
 <context>
     <name>LibraryUiTexts</name>

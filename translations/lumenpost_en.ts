@@ -2380,6 +2380,10 @@
         <source>There is nothing to copy in %1.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 is too large for a picture: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryUiTexts</name>

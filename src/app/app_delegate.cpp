@@ -68,6 +68,8 @@ AppDelegate::AppDelegate(QApplication &application)
 
 AppDelegate::~AppDelegate()
 {
+    if (m_library)
+        m_library->stopCopying();
     // What workers still do, such as reading the text of a capture, refers to parts that go now.
     QThreadPool::globalInstance()->waitForDone(int(PendingWork::kLimit.count()));
 }
@@ -104,6 +106,8 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     m_settings = std::make_unique<CaptureSettings>(*m_defaults);
     m_presets = std::make_unique<CapturePresetStore>(*m_defaults, *m_settings);
     m_library = std::make_unique<Library>(*m_prefs, *m_platform.trash, m_clock);
+    connect(m_library.get(), &Library::working, &m_pending,
+            [this](const QString &what, const QFuture<void> &work) { m_pending.keep(what, work); });
     m_library->watch();
     m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
     m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
@@ -259,10 +263,17 @@ void AppDelegate::warmUp()
 void AppDelegate::tidyLibrary()
 {
     LibraryBackup::autoBackup(*m_library, m_clock.now());
-    const int moved = autoDelete(*m_library, m_prefs->autoDeleteDays(), m_clock.now());
-    if (moved > 0)
-        m_notices.post(AppTexts::tr("Moved %n old capture(s) to the Trash", nullptr, moved),
-                       QStringLiteral("trash"));
+    const QStringList outdated = outdatedCaptures(*m_library, m_prefs->autoDeleteDays(), m_clock.now());
+    if (outdated.isEmpty())
+        return;
+    whenDone(m_library->removeInBackground(outdated), this, [this](const QList<Library::Outcome> &outcomes) {
+        const auto moved =
+            std::count_if(outcomes.begin(), outcomes.end(),
+                          [](const Library::Outcome &outcome) { return outcome.result.has_value(); });
+        if (moved > 0)
+            m_notices.post(AppTexts::tr("Moved %n old capture(s) to the Trash", nullptr, int(moved)),
+                           QStringLiteral("trash"));
+    });
 }
 
 // What was copied here can be pasted after the program has gone.

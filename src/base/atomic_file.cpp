@@ -14,22 +14,35 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <mutex>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 namespace {
 
 // Longer chains are circles.
 constexpr int kMostLinks = 16;
 
+// Where a link leads, as the system sees it: the toolkit finds none whose name is no text.
 QString followed(QString path)
 {
-    for (int i = 0; i < kMostLinks && QFileInfo(path).isSymLink(); ++i)
-        path = QFileInfo(path).symLinkTarget();
+    for (int i = 0; i < kMostLinks; ++i) {
+        QByteArray goal(PATH_MAX, Qt::Uninitialized);
+        const ssize_t length =
+            readlink(FileName::toBytes(path).constData(), goal.data(), std::size_t(goal.size()));
+        if (length < 0)
+            break;
+        const QString next = FileName::fromBytes(goal.first(length));
+        path = next.startsWith(QLatin1Char('/')) ? next
+                                                 : QFileInfo(path).absolutePath() + QLatin1Char('/') + next;
+    }
     return path;
 }
 
@@ -163,7 +176,7 @@ public:
             if (!linkTo(FileName::toBytes(path)))
                 return errno == EEXIST ? Result<bool>(false) : FileErrors::cannotWrite(path, errno);
         } else {
-            const auto moved = AtomicFile::moveWithoutReplacing(QFile::decodeName(m_name), path);
+            const auto moved = AtomicFile::moveWithoutReplacing(FileName::fromBytes(m_name), path);
             if (!moved || !*moved)
                 return moved;
             m_name.clear();
@@ -281,18 +294,37 @@ bool isPrivate(const struct stat &state)
     return (state.st_mode & (S_IRWXG | S_IRWXO)) == 0;
 }
 
-Result<void> copyBytes(const QString &from, const FileHandle &source, const struct stat &state, Draft &draft)
+// What the disk has room for, as far as it tells. Others would notice if that were found out by filling it.
+bool hasRoom(int file, qint64 bytes)
+{
+    struct statvfs disk;
+    if (fstatvfs(file, &disk) != 0 || disk.f_blocks == 0)
+        return true;
+    const auto blocks = getuid() == 0 ? disk.f_bfree : disk.f_bavail;
+    return quint64(bytes) / disk.f_frsize <= blocks;
+}
+
+Result<void> copyBytes(const QString &from, const FileHandle &source, const struct stat &state, Draft &draft,
+                       const std::stop_token &stop)
 {
     // Shares the blocks where the file system can.
-    ssize_t copied = 0;
-    do {
-        copied = copy_file_range(source.number(), nullptr, draft.file(), nullptr, 1 << 30, 0);
-    } while (copied > 0 || (copied < 0 && errno == EINTR));
+    const bool isShared = ioctl(draft.file(), FICLONE, source.number()) == 0;
+    if (!isShared && !hasRoom(draft.file(), state.st_size))
+        return FileErrors::cannotWrite(from, ENOSPC);
+    constexpr std::size_t kPiece = 16 << 20; // a stop is heeded after each
+    ssize_t copied = isShared ? 0 : 1;
+    while (copied > 0 || (copied < 0 && errno == EINTR)) {
+        if (stop.stop_requested())
+            return cancelled();
+        copied = copy_file_range(source.number(), nullptr, draft.file(), nullptr, kPiece, 0);
+    }
     if (copied < 0 && errno != EXDEV && errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP)
         return FileErrors::cannotWrite(from, errno);
     // The rest, where that isn't possible; also of files that tell a size of 0 and hold more.
     QByteArray buffer(1 << 20, Qt::Uninitialized);
-    while (true) {
+    while (!isShared) {
+        if (stop.stop_requested())
+            return cancelled();
         const ssize_t count = ::read(source.number(), buffer.data(), std::size_t(buffer.size()));
         if (count < 0 && errno != EINTR)
             return FileErrors::cannotRead(from, errno);
@@ -369,14 +401,14 @@ Result<void> AtomicFile::moveOver(const QString &source, const QString &path)
     return copied;
 }
 
-Result<void> AtomicFile::copy(const QString &source, const QString &target)
+Result<void> AtomicFile::copy(const QString &source, const QString &target, const std::stop_token &stop)
 {
     struct stat state;
     const auto opened = openedSource(source, state);
     if (!opened)
         return std::unexpected(opened.error());
     return replaceBy(target, Keep::Lasting,
-                     [&](Draft &draft) { return copyBytes(source, *opened, state, draft); });
+                     [&](Draft &draft) { return copyBytes(source, *opened, state, draft, stop); });
 }
 
 Result<QString> AtomicFile::writeNew(const QString &folder, const QString &stem, const QString &extension,
@@ -394,7 +426,8 @@ Result<QString> AtomicFile::writeNew(const QString &folder, const QString &stem,
 }
 
 Result<QString> AtomicFile::copyNew(const QString &source, const QString &folder, const QString &stem,
-                                    const QString &extension, const QSet<QString> &reserved)
+                                    const QString &extension, const QSet<QString> &reserved,
+                                    const std::stop_token &stop)
 {
     struct stat state;
     const auto opened = openedSource(source, state);
@@ -403,7 +436,7 @@ Result<QString> AtomicFile::copyNew(const QString &source, const QString &folder
     auto draft = Draft::open(freeFilePath(folder, stem, extension, reserved), isPrivate(state));
     if (!draft)
         return std::unexpected(draft.error());
-    if (auto copied = copyBytes(source, *opened, state, *draft); !copied)
+    if (auto copied = copyBytes(source, *opened, state, *draft, stop); !copied)
         return std::unexpected(copied.error());
     if (auto settled = draft->settle(Keep::Lasting); !settled)
         return std::unexpected(settled.error());

@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QString>
 #include <functional>
+#include <stop_token>
 
 class QIODevice;
 
@@ -24,8 +25,9 @@ Result<void> write(const QString &path, const std::function<bool(QIODevice &)> &
 // Gives `fill` the path for a new file of the same extension, and moves what it wrote over the target when it
 // succeeded. For encoders that want a path.
 Result<void> replace(const QString &path, const std::function<Result<void>(const QString &temporary)> &fill);
-// Puts a copy of a file, with its dates, in the place of another.
-Result<void> copy(const QString &source, const QString &target);
+// Puts a copy of a file, with its dates, in the place of another. Cancelled when stopped; begins nothing that
+// the disk has no room for.
+Result<void> copy(const QString &source, const QString &target, const std::stop_token &stop = {});
 // Puts the file itself there; across volumes a copy of it, whose original goes.
 Result<void> moveOver(const QString &source, const QString &target);
 
@@ -34,7 +36,8 @@ Result<void> moveOver(const QString &source, const QString &target);
 Result<QString> writeNew(const QString &folder, const QString &stem, const QString &extension,
                          const QByteArray &bytes, const QSet<QString> &reserved = {});
 Result<QString> copyNew(const QString &source, const QString &folder, const QString &stem,
-                        const QString &extension, const QSet<QString> &reserved = {});
+                        const QString &extension, const QSet<QString> &reserved = {},
+                        const std::stop_token &stop = {});
 // Moves a file within its volume to the first free name.
 Result<QString> moveNew(const QString &source, const QString &folder, const QString &stem,
                         const QString &extension, const QSet<QString> &reserved = {});

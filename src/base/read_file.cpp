@@ -43,7 +43,7 @@ std::unexpected<Error> tooLarge(const QString &path, qint64 bytes)
 // What follows the bytes that there is room for.
 enum class Rest { Unread, Refused };
 
-Result<QByteArray> read(const QString &path, qint64 most, Rest rest)
+Result<QByteArray> read(const QString &path, qint64 offset, qint64 most, Rest rest)
 {
     const QByteArray name = FileName::toBytes(path);
     struct stat status{};
@@ -57,11 +57,14 @@ Result<QByteArray> read(const QString &path, qint64 most, Rest rest)
         return couldNotRead(path);
     if (auto known = checkKind(path, status); !known)
         return std::unexpected(known.error());
-    if (rest == Rest::Refused && status.st_size > most)
+    if (rest == Rest::Refused && status.st_size - offset > most)
         return tooLarge(path, status.st_size);
+    if (offset != 0 && ::lseek(file.number(), offset, SEEK_SET) < 0)
+        return couldNotRead(path);
     const qint64 wanted = rest == Rest::Refused ? most + 1 : most;
     constexpr qint64 kPiece = 65536;
-    QByteArray bytes(std::min(wanted, std::max<qint64>(status.st_size + 1, kPiece)), Qt::Uninitialized);
+    QByteArray bytes(std::min(wanted, std::max<qint64>(status.st_size - offset + 1, kPiece)),
+                     Qt::Uninitialized);
     qint64 filled = 0;
     while (filled < wanted) {
         if (filled == bytes.size()) // it has grown meanwhile, or doesn't tell its size
@@ -77,7 +80,7 @@ Result<QByteArray> read(const QString &path, qint64 most, Rest rest)
         filled += count;
     }
     if (rest == Rest::Refused && filled > most)
-        return tooLarge(path, filled);
+        return tooLarge(path, offset + filled);
     bytes.truncate(filled);
     return bytes;
 }
@@ -86,10 +89,15 @@ Result<QByteArray> read(const QString &path, qint64 most, Rest rest)
 
 Result<QByteArray> ReadFile::whole(const QString &path, qint64 mostBytes)
 {
-    return read(path, mostBytes, Rest::Refused);
+    return read(path, 0, mostBytes, Rest::Refused);
+}
+
+Result<QByteArray> ReadFile::rest(const QString &path, qint64 offset, qint64 mostBytes)
+{
+    return read(path, offset, mostBytes, Rest::Refused);
 }
 
 Result<QByteArray> ReadFile::head(const QString &path, qint64 bytes)
 {
-    return read(path, bytes, Rest::Unread);
+    return read(path, 0, bytes, Rest::Unread);
 }

@@ -13,6 +13,8 @@
 namespace ReadFile {
 
 Result<QByteArray> whole(const QString &path, qint64 mostBytes);
+// What follows the first `offset` bytes.
+Result<QByteArray> rest(const QString &path, qint64 offset, qint64 mostBytes);
 // The first bytes of it, fewer where it is shorter.
 Result<QByteArray> head(const QString &path, qint64 bytes);
 

@@ -47,6 +47,13 @@ void print(Library &library, const QList<LibraryItem> &items, bool json)
         CommandContext::print(QJsonDocument(array));
 }
 
+// What was printed may not be all.
+void tellProblem(CommandContext &context)
+{
+    if (const auto problem = context.library().catalog().problem())
+        context.fail(*problem);
+}
+
 void list(CommandContext &context, LibraryFilter filter, LibrarySort sort, bool json)
 {
     Library &library = context.library();
@@ -59,6 +66,7 @@ void list(CommandContext &context, LibraryFilter filter, LibrarySort sort, bool 
     }
     sortItems(items, sort);
     print(library, items, json);
+    tellProblem(context);
 }
 
 // The window's search, for one query alone.
@@ -78,6 +86,7 @@ void search(CommandContext &context, const QString &query, bool json)
     print(library, items, json);
     if (items.isEmpty())
         context.status = ExitStatus::NothingFound;
+    tellProblem(context);
 }
 
 void addSearch(CLI::App *group, CommandContext &context)

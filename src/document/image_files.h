@@ -30,6 +30,8 @@ Result<void> write(const QImage &image, const QString &path);
 // The encoded bytes; empty when the encoder fails, or the type can't hold the picture. Quality is 0 to 1, for JPEG and HEIC.
 QByteArray encode(const QImage &image, Type type, double quality = 0.9);
 
+// The largest file of a picture; one of as many pixels as are decoded is smaller in every usual format.
+constexpr qint64 kMostBytes = 1'000'000'000;
 // The largest picture that is decoded: 250 million pixels, fewer where the machine has less than 8 GB of
 // memory. Decided by the header, before anything of that size is made.
 qint64 mostPixels();

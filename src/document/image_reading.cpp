@@ -21,8 +21,6 @@ namespace {
 
 using ImageHeader::Format;
 
-// The largest file of a picture; one of as many pixels as are decoded is smaller in every usual format.
-constexpr qint64 kMostBytes = 1'000'000'000;
 constexpr qint64 kHeadBytes = 65536;
 
 std::unexpected<Error> unreadable(const QString &name, const QString &sentence, const QString &detail = {})
@@ -201,7 +199,7 @@ Result<QImage> readNamed(const QString &path, int longestEdge)
         return std::unexpected(head.error());
     if (!ImageHeader::formatOf(*head))
         return foreign(name, *head);
-    const auto bytes = ReadFile::whole(path, kMostBytes);
+    const auto bytes = ReadFile::whole(path, ImageFiles::kMostBytes);
     if (!bytes)
         return std::unexpected(bytes.error());
     return decodeNamed(*bytes, name, longestEdge);
@@ -247,7 +245,7 @@ std::optional<QSize> ImageFiles::pixelSize(const QString &path)
     // Mostly the start tells; a large profile or a directory at the end can stand before it.
     if (const auto size = pixelSizeOf(*head); size || head->size() < kHeadBytes)
         return size;
-    const auto bytes = ReadFile::whole(path, kMostBytes);
+    const auto bytes = ReadFile::whole(path, ImageFiles::kMostBytes);
     return bytes ? pixelSizeOf(*bytes) : std::nullopt;
 }
 

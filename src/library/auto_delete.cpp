@@ -2,21 +2,30 @@
 
 #include "library/library.h"
 
-int autoDelete(Library &library, int days, const QDateTime &now)
+#include <algorithm>
+
+QStringList outdatedCaptures(Library &library, int days, const QDateTime &now)
 {
     if (days < 1)
-        return 0;
+        return {};
     const QDateTime cutoff = now.addSecs(-86400ll * days);
-    int count = 0;
+    QStringList paths;
     for (const QString &path : library.items()) {
         const QDateTime date = library.item(path).date;
         if (!date.isValid() || date >= cutoff)
             continue;
         if (library.catalog().isFavorite(path) || library.catalog().isInAnyCollection(path))
             continue;
-        // One that the Trash doesn't take stays, and isn't told of as gone.
-        if (library.remove(path))
-            ++count;
+        paths.append(path);
     }
-    return count;
+    return paths;
+}
+
+int autoDelete(Library &library, int days, const QDateTime &now)
+{
+    const QStringList paths = outdatedCaptures(library, days, now);
+    // One that the Trash doesn't take stays, and isn't told of as gone.
+    return static_cast<int>(std::count_if(paths.begin(), paths.end(), [&library](const QString &path) {
+        return library.remove(path).has_value();
+    }));
 }

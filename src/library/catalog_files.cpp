@@ -4,6 +4,7 @@
 #include "base/file_errors.h"
 #include "base/file_handle.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/scratch_folder.h"
 
 #include <QDir>
@@ -40,21 +41,28 @@ Mark markAt(const QString &path)
     return stat(QFile::encodeName(path).constData(), &state) == 0 ? markOf(state) : Mark{};
 }
 
-// The journal's whole lines from an offset; what a crash cut off is left out.
-QList<QByteArray> linesOf(const QString &path, qint64 from)
+// The bytes of a file from an offset; null when there is none.
+Result<QByteArray> bytesOf(const QString &path, qint64 from = 0)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(from))
-        return {};
-    const QByteArray bytes = file.readAll();
-    return bytes.left(bytes.lastIndexOf('\n') + 1).split('\n');
+    // The texts of a million captures; a journal is far smaller.
+    constexpr qint64 kMostBytes = 1'000'000'000;
+    auto bytes = ReadFile::rest(path, from, kMostBytes);
+    if (!bytes && bytes.error().kind == Error::Kind::NotFound)
+        return QByteArray();
+    if (bytes && bytes->isNull())
+        return QByteArray("");
+    return bytes;
 }
 
-// Applies the patches of a journal. A line that can't be understood is passed over.
-CatalogPatch applyLines(const QList<QByteArray> &lines, CatalogData &data)
+// Applies the patches of a journal from an offset. A line that can't be understood is passed over; one that a
+// crash cut off is left out.
+Result<CatalogPatch> applyLines(const QString &journal, qint64 from, CatalogData &data)
 {
+    const auto bytes = bytesOf(journal, from);
+    if (!bytes)
+        return std::unexpected(bytes.error());
     CatalogPatch touched;
-    for (const QByteArray &line : lines) {
+    for (const QByteArray &line : bytes->left(bytes->lastIndexOf('\n') + 1).split('\n')) {
         const auto document = QJsonDocument::fromJson(line);
         if (!document.isObject())
             continue;
@@ -145,19 +153,6 @@ bool touches(const CatalogPatch &patch, const QString &name)
                           : (name == kFavorites ? !patch.favorites.isEmpty() : patch.touchesMeta());
 }
 
-Result<QByteArray> bytesOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.exists())
-        return QByteArray();
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(file.errorString(), path);
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return fail(file.errorString(), path);
-    return bytes.isNull() ? QByteArray("") : bytes;
-}
-
 } // namespace
 
 CatalogFiles::CatalogFiles(QString directory) : m_directory(std::move(directory)) {}
@@ -187,13 +182,20 @@ CatalogFiles::Snapshot CatalogFiles::load() const
 
 CatalogFiles::Snapshot CatalogFiles::loadLocked() const
 {
-    Snapshot snapshot{{}, marks()};
+    Snapshot snapshot{{}, marks(), {}};
+    const auto heed = [&snapshot](const auto &read) {
+        if (!read)
+            snapshot.problem = read.error();
+        return read;
+    };
     std::array<QByteArray, 3> bytes;
     for (size_t i = 0; i < kJson.size(); ++i)
-        bytes[i] = bytesOf(path(kJson[i])).value_or(QByteArray());
+        bytes[i] = heed(bytesOf(path(kJson[i]))).value_or(QByteArray());
     snapshot.data = toData(bytes);
-    applyLines(linesOf(path(kFolding), 0), snapshot.data);
-    applyLines(linesOf(path(kJournal), 0), snapshot.data);
+    std::ignore = heed(applyLines(path(kFolding), 0, snapshot.data));
+    std::ignore = heed(applyLines(path(kJournal), 0, snapshot.data));
+    if (snapshot.problem)
+        Log::error(QStringLiteral("What is known of the captures could not be read"), *snapshot.problem);
     return snapshot;
 }
 
@@ -222,14 +224,18 @@ bool CatalogFiles::refresh(Snapshot &snapshot) const
         snapshot = loadLocked();
         return true;
     }
-    CatalogPatch news;
+    Result<CatalogPatch> news;
     if (isRotated) {
-        news = applyLines(linesOf(path(kFolding), known.journal.size), snapshot.data);
+        news = applyLines(path(kFolding), known.journal.size, snapshot.data);
         known.journal = {};
     }
-    const CatalogPatch later = applyLines(linesOf(path(kJournal), known.journal.size), snapshot.data);
+    const auto later = applyLines(path(kJournal), known.journal.size, snapshot.data);
+    if (!news || !later) {
+        snapshot = loadLocked(); // which tells the problem
+        return true;
+    }
     known = now;
-    return !news.isEmpty() || !later.isEmpty();
+    return !news->isEmpty() || !later->isEmpty();
 }
 
 Result<void> CatalogFiles::append(Snapshot &snapshot, const CatalogPatch &patch) const
@@ -240,6 +246,8 @@ Result<void> CatalogFiles::append(Snapshot &snapshot, const CatalogPatch &patch)
     struct stat state;
     if (!file.isOpen() || fstat(file.number(), &state) != 0)
         return FileErrors::cannotWrite(journal, errno);
+    if (!S_ISREG(state.st_mode))
+        return FileErrors::cannotWrite(journal, EINVAL);
     QByteArray line = QJsonDocument(patch.toJson()).toJson(QJsonDocument::Compact) + '\n';
     // A line that a crash cut off ends here.
     char last = '\n';
@@ -303,14 +311,16 @@ Result<void> CatalogFiles::foldOnce(bool &isOutdated)
     }
     QStringList broken;
     CatalogData data = toData(bytes, &broken);
-    const CatalogPatch touched = applyLines(linesOf(path(kFolding), 0), data);
+    const auto touched = applyLines(path(kFolding), 0, data);
+    if (!touched)
+        return std::unexpected(touched.error());
 
     const auto scratch = ScratchFolder::make(m_directory);
     if (!scratch)
         return std::unexpected(scratch.error());
     QStringList names;
     for (const QString &name : kJson) {
-        if (!touches(touched, name))
+        if (!touches(*touched, name))
             continue;
         names.append(name);
         // A copy first, for its mode.

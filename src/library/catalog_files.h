@@ -42,7 +42,8 @@ public:
     };
     struct Snapshot {
         CatalogData data;
-        Marks marks; // what `data` was read from
+        Marks marks;                  // what `data` was read from
+        std::optional<Error> problem; // why it may be less than what was stored
     };
 
     Result<FileLock> lock() const;

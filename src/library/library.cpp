@@ -1,6 +1,5 @@
 #include "library/library.h"
 
-#include "base/async.h"
 #include "base/atomic_file.h"
 #include "base/file_name.h"
 #include "base/free_name.h"
@@ -12,7 +11,6 @@
 #include "library/intent.h"
 #include "library/library_names.h"
 #include "library/texts.h"
-#include "platform/trash.h"
 #include "settings/app_settings.h"
 
 #include <QDir>
@@ -21,7 +19,7 @@
 #include <QLocale>
 #include <algorithm>
 #include <mutex>
-#include <unistd.h>
+#include <sys/stat.h>
 
 using LibraryNames::baseOf;
 using LibraryNames::nameOf;
@@ -33,6 +31,11 @@ const QString kCapture = QStringLiteral("Capture");
 QString lowerExtension(const QString &path)
 {
     return QFileInfo(path).suffix().toLower();
+}
+
+std::unexpected<Error> notOfLibrary(const QString &path)
+{
+    return fail(Error::Kind::Invalid, LibraryTexts::tr("%1 is not in the Library.").arg(nameOf(path)));
 }
 
 bool isOfLibrary(const QString &name)
@@ -76,7 +79,15 @@ Library::Library(AppSettings &settings, Trash &trash, const Clock &clock, QObjec
     recover();
 }
 
-Library::~Library() = default;
+Library::~Library()
+{
+    stopCopying();
+}
+
+void Library::stopCopying()
+{
+    m_stop.request_stop();
+}
 
 void Library::followFolder()
 {
@@ -199,53 +210,85 @@ QFuture<Result<QString>> Library::saveInBackground(const QImage &image)
     return promise->future();
 }
 
+// The copy of a file into the Library, for any thread.
+std::function<Result<QString>()> Library::copyOf(const QString &path)
+{
+    return [path, folder = folder(), reserved = m_reservations->all(),
+            stop = m_stop.get_token()]() -> Result<QString> {
+        const QFileInfo info(path);
+        struct stat state;
+        // The toolkit finds no file whose name is no text.
+        if (::stat(FileName::toBytes(path).constData(), &state) != 0 || S_ISDIR(state.st_mode))
+            return fail(Error::Kind::NotFound, LibraryTexts::tr("There is no file %1.").arg(path));
+        if (!isImage(path) && !isVideo(path))
+            return fail(
+                Error::Kind::Invalid,
+                LibraryTexts::tr("%1 is neither an image nor a film of the Library.").arg(info.fileName()));
+        if (isImage(path) && state.st_size > ImageFiles::kMostBytes)
+            return fail(Error::Kind::Invalid,
+                        LibraryTexts::tr("%1 is too large for a picture: %2.")
+                            .arg(info.fileName(), QLocale().formattedDataSize(state.st_size, 0)));
+        const QString clean = LibraryNames::cleaned(baseOf(path));
+        // A name that would be hidden here, or is too long, gives way; any other is kept as it is.
+        const bool isText = info.fileName().isValidUtf16();
+        const bool isKept =
+            isText && LibraryNames::isProper(info.fileName()) && clean.size() >= baseOf(path).size() - 8;
+        auto target =
+            AtomicFile::copyNew(path, folder, isKept ? baseOf(path) : (clean.isEmpty() ? kCapture : clean),
+                                info.suffix(), reserved, stop);
+        if (!target && !target.error().isCancelled())
+            return fail(LibraryTexts::tr("Couldn't copy %1 into the Library: %2")
+                            .arg(info.fileName(), target.error().message),
+                        target.error().detail);
+        return target;
+    };
+}
+
 Result<QString> Library::importFile(const QString &path)
 {
-    const QFileInfo info(path);
-    // The toolkit finds no file whose name is no text.
-    if (::access(FileName::toBytes(path).constData(), F_OK) != 0 || info.isDir())
-        return fail(Error::Kind::NotFound, LibraryTexts::tr("There is no file %1.").arg(path));
-    if (!isImage(path) && !isVideo(path))
-        return fail(
-            Error::Kind::Invalid,
-            LibraryTexts::tr("%1 is neither an image nor a film of the Library.").arg(info.fileName()));
-    if (contains(path))
-        return info.absoluteFilePath();
+    if (contains(path) && QFileInfo(path).isFile())
+        return QFileInfo(path).absoluteFilePath();
     ensureDirectory();
-    const QString clean = LibraryNames::cleaned(baseOf(path));
-    // A name that would be hidden here, or is too long, gives way; any other is kept as it is.
-    const bool isText = info.fileName().isValidUtf16();
-    const bool isKept =
-        isText && LibraryNames::isProper(info.fileName()) && clean.size() >= baseOf(path).size() - 8;
-    auto target =
-        AtomicFile::copyNew(path, folder(), isKept ? baseOf(path) : (clean.isEmpty() ? kCapture : clean),
-                            info.suffix(), m_reservations->all());
-    if (!target)
-        return fail(LibraryTexts::tr("Couldn't copy %1 into the Library: %2")
-                        .arg(info.fileName(), target.error().message),
-                    target.error().detail);
-    know({nameOf(*target)});
+    auto target = copyOf(path)();
+    if (target)
+        know({nameOf(*target)});
     return target;
 }
 
-int Library::importFiles(const QStringList &paths)
+QFuture<QList<Library::Outcome>> Library::importInBackground(const QStringList &paths)
+{
+    const auto outcomes = std::make_shared<Outcomes>();
+    outcomes->start();
+    Q_EMIT working(QStringLiteral("importing files"), QFuture<void>(outcomes->future()));
+    importEach(paths, outcomes);
+    return outcomes->future();
+}
+
+Task<> Library::importEach(QStringList paths, std::shared_ptr<Outcomes> outcomes)
 {
     ensureDirectory();
+    QList<Outcome> done;
     QStringList imports;
     for (const QString &path : paths) {
         if (contains(path))
             continue;
-        if (const auto target = importFile(path))
+        auto target = co_await guarded(runInBackground(copyOf(path)), this);
+        if (!target && target.error().isCancelled())
+            co_return;
+        if (target) {
+            know({nameOf(*target)});
             imports.append(*target);
-        else
+            Q_EMIT added({*target});
+            Q_EMIT changed();
+        } else {
             Log::error(QStringLiteral("A file could not be imported"), target.error());
+        }
+        done.append({path, std::move(target)});
     }
-    if (!imports.isEmpty()) {
-        Q_EMIT added(imports);
-        Q_EMIT changed();
+    if (!imports.isEmpty())
         Q_EMIT imported(imports);
-    }
-    return static_cast<int>(imports.size());
+    outcomes->addResult(done);
+    outcomes->finish();
 }
 
 Result<QString> Library::rename(const QString &path, const QString &name)
@@ -254,7 +297,7 @@ Result<QString> Library::rename(const QString &path, const QString &name)
     if (clean.isEmpty())
         return fail(Error::Kind::Invalid, LibraryTexts::tr("“%1” is no name for a file.").arg(name));
     if (!contains(path))
-        return fail(Error::Kind::Invalid, LibraryTexts::tr("%1 is not in the Library.").arg(nameOf(path)));
+        return notOfLibrary(path);
     recover();
     const auto lock = m_catalog.begin();
     if (!lock)
@@ -289,31 +332,66 @@ void Library::finishRename(const Result<FileLock> &lock, const QString &oldName,
     m_catalog.store(lock, CatalogPatch::renaming(m_catalog.data(), oldName, newName));
 }
 
-Result<void> Library::remove(const QString &path)
+Result<QString> Library::remove(const QString &path)
 {
     if (!contains(path))
-        return fail(Error::Kind::Invalid, LibraryTexts::tr("%1 is not in the Library.").arg(nameOf(path)));
+        return notOfLibrary(path);
+    return finishTrashing(path, m_trash.prepare(path, m_stop.get_token()));
+}
+
+QFuture<QList<Library::Outcome>> Library::removeInBackground(const QStringList &paths)
+{
+    const auto outcomes = std::make_shared<Outcomes>();
+    outcomes->start();
+    Q_EMIT working(QStringLiteral("moving files to the Trash"), QFuture<void>(outcomes->future()));
+    removeEach(paths, outcomes);
+    return outcomes->future();
+}
+
+Task<> Library::removeEach(QStringList paths, std::shared_ptr<Outcomes> outcomes)
+{
+    QList<Outcome> done;
+    for (const QString &path : paths) {
+        if (!contains(path)) {
+            done.append({path, notOfLibrary(path)});
+            continue;
+        }
+        const auto prepare = [trash = &m_trash, path, stop = m_stop.get_token()] {
+            return trash->prepare(path, stop);
+        };
+        auto move = co_await guarded(runInBackground(prepare), this);
+        if (!move && move.error().isCancelled())
+            co_return;
+        done.append({path, finishTrashing(path, std::move(move))});
+    }
+    outcomes->addResult(done);
+    outcomes->finish();
+}
+
+// The quick rest of a removal, as one with what is known of the file.
+Result<QString> Library::finishTrashing(const QString &path, Result<std::unique_ptr<Trash::Move>> move)
+{
     recover();
     const auto lock = m_catalog.begin();
     if (!lock)
         return std::unexpected(lock.error());
     const QString name = nameOf(path);
     if (auto written = Intent::write(Companions::hiddenIn(folder()), {name, {}, inodeOf(path)}); !written)
-        return written;
-    const auto trashed = m_trash.moveToTrash(path);
+        return std::unexpected(written.error());
+    const auto trashed = move ? (*move)->finish() : Result<QString>(std::unexpected(move.error()));
     const bool isGone = !Companions(folder()).isThere(name);
     if (isGone)
         finishRemove(lock, name);
     Intent::clear(Companions::hiddenIn(folder()));
     if (!trashed && !isGone) {
         Log::error(QStringLiteral("Couldn't move %1 to the Trash").arg(name), trashed.error());
-        return std::unexpected(trashed.error());
+        return trashed;
     }
     know({name});
     Q_EMIT removed({path});
     Q_EMIT changed();
     // What was gone before has been forgotten, but did not go to the Trash.
-    return trashed ? Result<void>{} : Result<void>(std::unexpected(trashed.error()));
+    return trashed;
 }
 
 void Library::finishRemove(const Result<FileLock> &lock, const QString &name)

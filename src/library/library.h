@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/async.h"
 #include "base/clock.h"
 #include "base/result.h"
 #include "library/library_catalog.h"
+#include "platform/trash.h"
 
 #include <QDateTime>
 #include <QFileSystemWatcher>
@@ -12,11 +14,12 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
+#include <stop_token>
 
 class AppSettings;
 class FolderWatch;
-class Trash;
 
 // A file of the Library, as lists show it.
 struct LibraryItem {
@@ -58,14 +61,25 @@ public:
     // writing run on a worker, which ends the future: it can be waited for without an event loop. The capture
     // has the name of its moment; one that another process takes meanwhile is passed over.
     QFuture<Result<QString>> saveInBackground(const QImage &image);
-    // The number of files copied in.
-    int importFiles(const QStringList &paths);
-    // The same for one file: its new path, or its own when it lies in the Library already. It keeps its dates.
+    // What became of one of several files.
+    struct Outcome {
+        QString path;           // as it was given
+        Result<QString> result; // where it is now
+    };
+    // Copies files in, one after the other on workers, and tells of each when it is there. What lies in the
+    // Library already is passed over.
+    QFuture<QList<Outcome>> importInBackground(const QStringList &paths);
+    // Copies one file in: its new path, or its own when it lies in the Library already. It keeps its dates.
     Result<QString> importFile(const QString &path);
     // The new path. The name is cleaned, and numbered when it is taken; the extension stays.
     Result<QString> rename(const QString &path, const QString &name);
-    // Moves a file to the Trash and forgets it. One that can't go there stays, with all that belongs to it.
-    Result<void> remove(const QString &path);
+    // Moves a file to the Trash and forgets it: its path there. One that can't go there stays, with all that
+    // belongs to it.
+    Result<QString> remove(const QString &path);
+    // The same for many, one after the other. What may take long runs on workers, while nothing is locked.
+    QFuture<QList<Outcome>> removeInBackground(const QStringList &paths);
+    // Cuts short what workers copy, for the end of the program.
+    void stopCopying();
     // Whether a path is that of a file that can be of the Library. It need not be there.
     bool contains(const QString &path) const;
 
@@ -93,17 +107,25 @@ Q_SIGNALS:
     void indexing(int done, int total);
     // Files came in whose text nobody has read yet.
     void imported(const QStringList &paths);
+    // Something began that quitting should wait for. Cut off, it loses nothing.
+    void working(const QString &what, const QFuture<void> &work);
 
 private:
     struct Reservations;
+    using Outcomes = QPromise<QList<Outcome>>;
 
     QString inFolder(const QString &name) const;
     void know(const QStringList &names);
     void followFolder();
     void watchCatalog();
 
+    std::function<Result<QString>()> copyOf(const QString &path);
+    Task<> importEach(QStringList paths, std::shared_ptr<Outcomes> outcomes);
+    Task<> removeEach(QStringList paths, std::shared_ptr<Outcomes> outcomes);
+
     // Renaming and removing in steps: what is done to the files, then what follows for the rest.
     void recover();
+    Result<QString> finishTrashing(const QString &path, Result<std::unique_ptr<Trash::Move>> move);
     void finishRename(const Result<FileLock> &lock, const QString &oldName, const QString &newName);
     void finishRemove(const Result<FileLock> &lock, const QString &name);
 
@@ -112,6 +134,7 @@ private:
     const Clock &m_clock;
     LibraryCatalog m_catalog;
     std::shared_ptr<Reservations> m_reservations; // names that workers fill
+    std::stop_source m_stop;                      // of what workers copy
     std::unique_ptr<FolderWatch> m_watch;
     std::unique_ptr<QFileSystemWatcher> m_catalogWatch;
 };

@@ -34,6 +34,8 @@ public:
     // Goes on with another Library.
     void setDirectory(const QString &directory);
 
+    // Why less may be known than was stored, if that is so.
+    std::optional<Error> problem() const { return snapshot().problem; }
     const LibraryMeta &meta() const { return snapshot().data.meta; }
     bool isFavorite(const QString &name) const;
     // The text that search uses: what was recognised, and the description.

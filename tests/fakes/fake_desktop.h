@@ -35,12 +35,30 @@ private:
 class FakeTrash : public Trash {
 public:
     explicit FakeTrash(QString folder) : m_folder(std::move(folder)) {}
-    Result<QString> moveToTrash(const QString &path) override
+    Result<std::unique_ptr<Move>> prepare(const QString &path, const std::stop_token &) override
     {
         if (!QFileInfo::exists(path))
             return fail(Error::Kind::NotFound, QStringLiteral("No such file."));
         if (refuses)
             return fail(QStringLiteral("The Trash refuses."));
+        if (preparing)
+            preparing();
+        return std::make_unique<FakeMove>(*this, path);
+    }
+
+    bool refuses = false;
+    std::function<void()> preparing; // on the thread that prepares
+    QStringList trashed;             // where the files were
+
+private:
+    struct FakeMove : Move {
+        FakeMove(FakeTrash &trash, QString path) : m_trash(trash), m_path(std::move(path)) {}
+        Result<QString> finish() override { return m_trash.move(m_path); }
+        FakeTrash &m_trash;
+        QString m_path;
+    };
+    Result<QString> move(const QString &path)
+    {
         QDir().mkpath(m_folder);
         const QString target =
             QStringLiteral("%1/%2 %3").arg(m_folder).arg(++m_count).arg(QFileInfo(path).fileName());
@@ -50,10 +68,6 @@ public:
         return target;
     }
 
-    bool refuses = false;
-    QStringList trashed; // where the files were
-
-private:
     QString m_folder;
     int m_count = 0;
 };

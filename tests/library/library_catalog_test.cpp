@@ -6,6 +6,8 @@
 #include <QtConcurrentMap>
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -160,4 +162,31 @@ TEST_F(LibraryCatalogTest, KeepsAFileThatItCannotUnderstandBeside)
     catalog().setSource("b.png", "Y");
     ASSERT_TRUE(catalog().flush());
     EXPECT_TRUE(contents(".lumenpost/library.json.broken").contains("a.png"));
+}
+
+TEST_F(LibraryCatalogTest, TellsOfAFileThatItCannotReadAndLeavesItAsItIs)
+{
+    const QString texts = inFolder(".lumenpost/text-index.json");
+    for (const bool isPipe : {true, false}) {
+        put(".lumenpost/favorites.json", "[\"a.png\"]");
+        QFile::remove(texts);
+        if (isPipe)
+            ASSERT_EQ(mkfifo(QFile::encodeName(texts).constData(), 0600), 0);
+        else
+            ASSERT_EQ(
+                truncate(QFile::encodeName(put(".lumenpost/text-index.json")).constData(), 4'000'000'000), 0);
+        restart();
+        const QString sentence =
+            isPipe ? "text-index.json is no regular file." : "text-index.json is too large to be read: 4 GB.";
+        ASSERT_TRUE(catalog().problem());
+        EXPECT_EQ(catalog().problem()->message, sentence);
+        EXPECT_TRUE(catalog().isFavorite("a.png"));
+        catalog().setIndexedText("a.png", "later");
+        EXPECT_EQ(catalog().flush().error().message, sentence);
+        EXPECT_EQ(QFileInfo(texts).size(), isPipe ? 0 : 4'000'000'000);
+        QFile::remove(texts);
+        put(".lumenpost/text-index.json", "{\"b.png\":\"before\"}");
+        ASSERT_TRUE(catalog().flush());
+        EXPECT_EQ(json("text-index.json").object().size(), 2);
+    }
 }

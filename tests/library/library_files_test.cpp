@@ -8,6 +8,8 @@
 #include "library_stage.h"
 #include "support/pictures.h"
 
+#include <QSemaphore>
+#include <QThread>
 #include <sys/stat.h>
 
 namespace {
@@ -65,6 +67,34 @@ TEST_F(LibraryFilesTest, KeepsEverythingOfAFileThatCannotGoToTheTrash)
     EXPECT_TRUE(exists(".lumenpost/projects/Shot/project.json"));
     EXPECT_TRUE(m_library->catalog().isFavorite(path));
     EXPECT_EQ(removed.count(), 0);
+}
+
+TEST_F(LibraryFilesTest, MovesManyToTheTrashWithoutHoldingUpAnybody)
+{
+    const QString first = put("First.png"), second = put("Second.png");
+    QSemaphore allowed;
+    machine.trash.preparing = [&, mainThread = QThread::currentThread()] {
+        EXPECT_NE(QThread::currentThread(), mainThread);
+        allowed.acquire();
+        EXPECT_TRUE(FileLock::take(inFolder(".lumenpost/.lock"))) << "others may change what they like";
+    };
+    m_library->catalog().setFavorite(first, true);
+    QSignalSpy working(m_library.get(), &Library::working);
+    const auto removed = m_library->removeInBackground({first, inFolder("gone.png"), "/etc/x.png", second});
+    EXPECT_EQ(working.count(), 1);
+    EXPECT_TRUE(exists("First.png")) << "it has only begun";
+    allowed.release(2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return removed.isFinished(); }));
+    EXPECT_EQ(machine.trash.trashed, (QStringList{first, second}));
+    EXPECT_EQ(removed.result().size(), 4);
+    EXPECT_FALSE(m_library->catalog().isFavorite(first));
+    // The end of the program cuts off what has only begun.
+    const QString third = put("Third.png");
+    const auto cut = m_library->removeInBackground({third});
+    m_library.reset();
+    allowed.release();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cut.isFinished(); }));
+    EXPECT_TRUE(cut.isCanceled() && exists("Third.png"));
 }
 
 TEST_F(LibraryFilesTest, SparesWhatAnotherFileOfTheSameBaseNameUses)

@@ -233,19 +233,10 @@ TEST_F(LibraryModelTest, SelectsByClicksAndKeys)
     EXPECT_EQ(model().selection().size(), 1);
     model().setQuery({});
     model().selectAll();
-    EXPECT_TRUE(model().trash(model().selectedPaths()).isEmpty());
+    const auto removed = m_library->removeInBackground(model().selectedPaths());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return removed.isFinished(); }));
     EXPECT_TRUE(model().selection().isEmpty());
     EXPECT_EQ(machine.trash.trashed.size(), 5);
-}
-
-TEST_F(LibraryModelTest, KeepsWhatCantGoToTheTrash)
-{
-    const QString path = put("a.png", ago(1));
-    model().click(path, Qt::NoModifier);
-    machine.trash.refuses = true;
-    EXPECT_EQ(model().trash({path}).size(), 1);
-    EXPECT_EQ(selected(), QStringList{"a"});
-    EXPECT_EQ(shown(), QStringList{"a"});
 }
 
 TEST_F(LibraryModelTest, FollowsTheLibraryWithoutReadingAnew)

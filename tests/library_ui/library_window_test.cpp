@@ -116,9 +116,9 @@ TEST_F(LibraryWindowTest, DeleteMovesToTheTrashTellsAndGoesOnThere)
     QTest::keyClick(&grid(), Qt::Key_Home);
     QTest::keyClick(&grid(), Qt::Key_Right, Qt::ShiftModifier);
     QTest::keyClick(&grid(), Qt::Key_Delete);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_told.size() == 1; }));
     EXPECT_FALSE(QFile::exists(inFolder("A")));
     EXPECT_FALSE(QFile::exists(inFolder("B")));
-    EXPECT_EQ(m_told.size(), 1);
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_model->visibleCount() == 8; }));
     QTest::keyClick(&grid(), Qt::Key_Left);
     EXPECT_EQ(m_model->selectedPaths().size(), 1);

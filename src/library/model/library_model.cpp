@@ -483,17 +483,3 @@ void LibraryModel::setAiProgress(const std::optional<QString> &text)
     m_aiProgress = text;
     Q_EMIT progressChanged();
 }
-
-QList<Error> LibraryModel::trash(const QStringList &paths)
-{
-    QList<Error> failures;
-    QSet<QString> selection = m_selection;
-    for (const QString &path : paths) {
-        if (const auto removed = m_library.remove(path); removed)
-            selection.remove(path);
-        else
-            failures.append(removed.error());
-    }
-    setSelection(selection);
-    return failures;
-}

@@ -105,9 +105,6 @@ public:
     std::optional<QString> aiProgress() const { return m_aiProgress; }
     void setAiProgress(const std::optional<QString> &text);
 
-    // Moves them to the Trash. What can't go there, with the reason.
-    QList<Error> trash(const QStringList &paths);
-
     Library &library() { return m_library; }
 
 Q_SIGNALS:

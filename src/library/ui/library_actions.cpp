@@ -19,6 +19,24 @@
 
 namespace {
 
+const QString kWarning = QStringLiteral("exclamationmark.triangle.fill");
+
+int countOf(const QList<Library::Outcome> &outcomes)
+{
+    return static_cast<int>(
+        std::count_if(outcomes.begin(), outcomes.end(),
+                      [](const Library::Outcome &outcome) { return outcome.result.has_value(); }));
+}
+
+std::optional<Error> firstFailure(const QList<Library::Outcome> &outcomes)
+{
+    for (const Library::Outcome &outcome : outcomes) {
+        if (!outcome.result)
+            return outcome.result.error();
+    }
+    return std::nullopt;
+}
+
 bool isFilm(const QString &path)
 {
     const QString extension = QFileInfo(path).suffix().toLower();
@@ -34,7 +52,7 @@ LibraryActions::LibraryActions(LibraryPorts ports, QWidget *over)
 
 void LibraryActions::complain(const QString &text)
 {
-    m_ports.notices.post(text, QStringLiteral("exclamationmark.triangle.fill"));
+    m_ports.notices.post(text, kWarning);
 }
 
 void LibraryActions::open(const QStringList &paths)
@@ -57,7 +75,7 @@ void LibraryActions::pin(const QString &path)
                  if (image)
                      pins->pin(*image);
                  else
-                     notices->post(image.error().message, QStringLiteral("exclamationmark.triangle.fill"));
+                     notices->post(image.error().message, kWarning);
              });
 }
 
@@ -72,7 +90,7 @@ void LibraryActions::copy(const QString &path)
         if (done)
             notices->post(LibraryUiTexts::tr("Copied"), QStringLiteral("doc.on.doc"));
         else if (done.error().kind != Error::Kind::Cancelled)
-            notices->post(done.error().message, QStringLiteral("exclamationmark.triangle.fill"));
+            notices->post(done.error().message, kWarning);
     });
 }
 
@@ -171,23 +189,33 @@ void LibraryActions::trash(const QStringList &paths)
 {
     if (paths.isEmpty())
         return;
-    const QList<Error> failures = m_ports.model.trash(paths);
-    if (!failures.isEmpty())
-        complain(failures.first().message);
-    const auto moved = paths.size() - failures.size();
-    if (moved > 0)
-        m_ports.notices.post(LibraryUiTexts::tr("Moved %n item(s) to the Trash", nullptr, static_cast<int>(moved)),
-                             QStringLiteral("trash"));
+    // What is told outlives this window.
+    NoticeBoard *notices = &m_ports.notices;
+    whenDone(m_ports.model.library().removeInBackground(paths), notices,
+             [notices](const QList<Library::Outcome> &outcomes) {
+                 if (const auto failure = firstFailure(outcomes))
+                     notices->post(failure->message, kWarning);
+                 if (const int moved = countOf(outcomes); moved > 0)
+                     notices->post(LibraryUiTexts::tr("Moved %n item(s) to the Trash", nullptr, moved),
+                                   QStringLiteral("trash"));
+             });
 }
 
 void LibraryActions::importFiles(const QStringList &paths)
 {
-    const int count = m_ports.model.library().importFiles(paths);
-    if (count > 0)
-        m_ports.notices.post(LibraryUiTexts::tr("Imported %n item(s)", nullptr, count),
-                             QStringLiteral("tray.and.arrow.down.fill"));
-    else
-        complain(LibraryUiTexts::tr("None of these is a picture or a video"));
+    NoticeBoard *notices = &m_ports.notices;
+    whenDone(m_ports.model.library().importInBackground(paths), notices,
+             [notices](const QList<Library::Outcome> &outcomes) {
+                 const int count = countOf(outcomes);
+                 const auto failure = firstFailure(outcomes);
+                 if (failure && failure->kind != Error::Kind::Invalid)
+                     notices->post(failure->message, kWarning);
+                 else if (count == 0)
+                     notices->post(LibraryUiTexts::tr("None of these is a picture or a video"), kWarning);
+                 if (count > 0)
+                     notices->post(LibraryUiTexts::tr("Imported %n item(s)", nullptr, count),
+                                   QStringLiteral("tray.and.arrow.down.fill"));
+             });
 }
 
 void LibraryActions::chooseFilesToImport()

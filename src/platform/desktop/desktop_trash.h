@@ -6,5 +6,5 @@
 // user's.
 class DesktopTrash : public Trash {
 public:
-    Result<QString> moveToTrash(const QString &path) override;
+    Result<std::unique_ptr<Move>> prepare(const QString &path, const std::stop_token &stop) override;
 };

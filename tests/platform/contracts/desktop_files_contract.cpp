@@ -33,16 +33,21 @@ TEST_P(TrashContract, MovesFilesAsTheyAreAlsoThoseOfOneName)
     const TemporaryFolder folder;
     const QString path = folder.path("Capture 1 % é.png");
     writeFile(path, "one");
-    const auto first = trash->moveToTrash(path);
+    const auto move = [&] {
+        const auto prepared = trash->prepare(path, {});
+        EXPECT_TRUE(!prepared || QFile::exists(path)) << "nothing is moved yet";
+        return prepared ? (*prepared)->finish() : Result<QString>(std::unexpected(prepared.error()));
+    };
+    const auto first = move();
     ASSERT_TRUE(first) << first.error().message.toStdString();
     EXPECT_FALSE(QFile::exists(path));
     writeFile(path, "two");
-    const auto second = trash->moveToTrash(path);
+    const auto second = move();
     ASSERT_TRUE(second);
     EXPECT_NE(*first, *second);
     EXPECT_EQ(contents(*first), "one");
     EXPECT_EQ(contents(*second), "two");
-    EXPECT_EQ(trash->moveToTrash(path).error().kind, Error::Kind::NotFound);
+    EXPECT_EQ(move().error().kind, Error::Kind::NotFound);
 }
 
 TEST_P(SecretsContract, KeepsReplacesAndRemovesOneValueForEachAccount)

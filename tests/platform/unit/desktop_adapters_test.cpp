@@ -1,3 +1,4 @@
+#include "base/atomic_file.h"
 #include "base/log.h"
 #include "platform/desktop/desktop_login_item.h"
 #include "platform/desktop/desktop_paths.h"
@@ -19,6 +20,10 @@
 #include <QSet>
 #include <QUrl>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -95,27 +100,76 @@ TEST(DesktopSecrets, SurviveABrokenFileAndTellAFolderThatCanNotBeWritten)
     EXPECT_FALSE(nowhere.set("sk", "key", "service").result());
 }
 
-TEST(DesktopTrash, TakesFilesFromAnotherFileSystemWithARecordOfTheirPlace)
+Result<QString> trash(const QString &path)
 {
-    const TemporaryFolder home;
-    const Variable data("XDG_DATA_HOME", QFile::encodeName(home.path()));
-    const QTemporaryDir elsewhere("/dev/shm/lumenpost-trash-XXXXXX");
-    if (!elsewhere.isValid())
-        GTEST_SKIP() << "there is no second file system to write to";
-    const QString path = elsewhere.filePath("Ä 1.png");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("picture");
-    file.close();
-    const auto trashed = DesktopTrash().moveToTrash(path);
-    ASSERT_TRUE(trashed) << trashed.error().message.toStdString();
-    EXPECT_FALSE(QFile::exists(path));
-    EXPECT_EQ(contents(*trashed), "picture");
-    const QString record =
-        QFileInfo(*trashed).absolutePath() + "/../info/" + QFileInfo(*trashed).fileName() + ".trashinfo";
-    EXPECT_TRUE(QUrl::fromPercentEncoding(contents(record)).contains("Path=" + path))
-        << contents(record).toStdString();
-    QDir(QFileInfo(*trashed).absolutePath() + "/..").removeRecursively();
+    const auto move = DesktopTrash().prepare(path, {});
+    return move ? (*move)->finish() : Result<QString>(std::unexpected(move.error()));
+}
+
+// A volume of its own at `folder`, for the rest of this process. False where that isn't allowed.
+bool mountVolume(const QString &folder)
+{
+    return unshare(CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER)) == 0 &&
+           mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount("none", QFile::encodeName(folder).constData(), "tmpfs", 0, "size=2m") == 0;
+}
+
+// Files of another volume, which has a trash at first, and then can't have one.
+void trashFromVolume(const QString &volume, const QString &data)
+{
+    const QString path = volume + "/Ä 1.png", own = volume + QString("/.Trash-%1").arg(getuid());
+    const auto write = [&path](const QByteArray &bytes) {
+        return AtomicFile::write(path, bytes).has_value();
+    };
+    ASSERT_TRUE(write("one"));
+    const auto kept = trash(path);
+    ASSERT_EQ(kept, own + "/files/Ä 1.png") << kept.error().detail.toStdString();
+    EXPECT_TRUE(contents(own + "/info/Ä 1.png.trashinfo").contains("\nPath=%C3%84%201.png\n"));
+
+    QDir(own).removeRecursively();
+    ASSERT_TRUE(QFile::link("/tmp", own)) << "planted";
+    for (const bool isChanged : {true, false}) {
+        ASSERT_TRUE(write("two"));
+        auto move = DesktopTrash().prepare(path, {});
+        ASSERT_TRUE(move) << move.error().detail.toStdString();
+        EXPECT_EQ(contents(path), "two") << "nothing is moved yet";
+        if (isChanged)
+            ASSERT_TRUE(write("three"));
+        const auto copied = (*move)->finish();
+        move->reset();
+        EXPECT_EQ(copied.has_value(), !isChanged);
+        EXPECT_EQ(contents(path), isChanged ? "three" : "unreadable");
+        EXPECT_EQ(contents(data + "/Trash/files/Ä 1.png"), isChanged ? "unreadable" : "two");
+        EXPECT_EQ(contents(data + "/Trash/info/Ä 1.png.trashinfo").contains("\nPath=/"), !isChanged);
+    }
+    std::stop_source stop;
+    stop.request_stop();
+    ASSERT_TRUE(write("four"));
+    EXPECT_TRUE(DesktopTrash().prepare(path, stop.get_token()).error().isCancelled());
+    ASSERT_TRUE(AtomicFile::write(volume + "/filler", QByteArray(1'500'000, 'x')));
+    EXPECT_FALSE(AtomicFile::copy(volume + "/filler", volume + "/second"));
+    EXPECT_EQ(QDir(volume).entryList(QDir::Files).size(), 2);
+}
+
+TEST(DesktopTrash, TakesFilesOfAnotherVolumeThatHasATrashOrHasNone)
+{
+    const TemporaryFolder folder;
+    const Variable data("XDG_DATA_HOME", QFile::encodeName(folder.path("data")));
+    QDir().mkpath(folder.path("volume"));
+    constexpr int kNotAllowed = 77;
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool isMounted = mountVolume(folder.path("volume"));
+        if (isMounted)
+            trashFromVolume(folder.path("volume"), folder.path("data"));
+        fflush(nullptr);
+        _exit(!isMounted ? kNotAllowed : testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kNotAllowed)
+        GTEST_SKIP() << "mounting is not allowed here";
+    EXPECT_EQ(status, 0);
 }
 
 TEST(DesktopTrash, MakesTheFirstTrashAndLeavesFilesWhereItCannot)
@@ -133,7 +187,7 @@ TEST(DesktopTrash, MakesTheFirstTrashAndLeavesFilesWhereItCannot)
         SCOPED_TRACE(data.toStdString());
         const Variable variable("XDG_DATA_HOME", QFile::encodeName(data));
         ASSERT_TRUE(write());
-        const auto trashed = DesktopTrash().moveToTrash(path);
+        const auto trashed = trash(path);
         EXPECT_EQ(trashed.has_value(), !QFile::exists(path));
         if (trashed)
             EXPECT_EQ(*trashed, data + "/Trash/files/Shot.png");
