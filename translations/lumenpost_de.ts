@@ -2384,6 +2384,14 @@
         <source>%1 is too large for a picture: %2.</source>
         <translation>%1 ist zu groß für ein Bild: %2.</translation>
     </message>
+    <message>
+        <source>The picture would be too large or too small to be made.</source>
+        <translation>Das Bild würde zu groß oder zu klein.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t create the guide.</source>
+        <translation>Die Anleitung konnte nicht erstellt werden.</translation>
+    </message>
 </context>
 <context>
     <name>LibraryUiTexts</name>
@@ -2652,6 +2660,569 @@
         <translation>
             <numerusform>%n ausgewählt</numerusform>
             <numerusform>%n ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Clean Up Storage</source>
+        <translation>Speicher aufräumen</translation>
+    </message>
+    <message>
+        <source>Duplicates</source>
+        <translation>Duplikate</translation>
+    </message>
+    <message>
+        <source>Large Files</source>
+        <translation>Große Dateien</translation>
+    </message>
+    <message>
+        <source>Auto-Delete</source>
+        <translation>Automatisch löschen</translation>
+    </message>
+    <message>
+        <source>Removed items go to the Trash.</source>
+        <translation>Entfernte Objekte kommen in den Papierkorb.</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Looking for duplicates…</source>
+        <translation>Duplikate werden gesucht …</translation>
+    </message>
+    <message>
+        <source>No Duplicates</source>
+        <translation>Keine Duplikate</translation>
+    </message>
+    <message>
+        <source>Every capture looks unique.</source>
+        <translation>Jede Aufnahme ist einzigartig.</translation>
+    </message>
+    <message>
+        <source>Trash All Extras</source>
+        <translation>Alle überzähligen löschen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n group(s) of look-alike captures. The newest in each group is kept.</source>
+        <translation>
+            <numerusform>%n Gruppe ähnlicher Aufnahmen. Die neueste jeder Gruppe bleibt.</numerusform>
+            <numerusform>%n Gruppen ähnlicher Aufnahmen. Die neueste jeder Gruppe bleibt.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>…and %1 more</source>
+        <translation>… und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Trash Extras</source>
+        <translation>Überzählige löschen</translation>
+    </message>
+    <message>
+        <source>Delete captures older than</source>
+        <translation>Aufnahmen löschen, die älter sind als</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>30 days</source>
+        <translation>30 Tage</translation>
+    </message>
+    <message>
+        <source>90 days</source>
+        <translation>90 Tage</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1 Jahr</translation>
+    </message>
+    <message>
+        <source>Runs each time Lumenpost starts. Favorites and anything in a collection are always kept.</source>
+        <translation>Geschieht bei jedem Start von Lumenpost. Favoriten und alles in Sammlungen bleibt immer erhalten.</translation>
+    </message>
+    <message>
+        <source>Run Now</source>
+        <translation>Jetzt ausführen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Combine %n Capture(s)</source>
+        <translation>
+            <numerusform>%n Aufnahme zusammenfügen</numerusform>
+            <numerusform>%n Aufnahmen zusammenfügen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Spacing</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Layout</source>
+        <translation>Anordnung</translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation>Weiß</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Transparent</source>
+        <translation>Durchsichtig</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Create &amp; Open</source>
+        <translation>Erstellen und öffnen</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Max %1 px</source>
+        <translation>Höchstens %1 px</translation>
+    </message>
+    <message numerus="yes">
+        <source>Export %n Item(s)</source>
+        <translation>
+            <numerusform>%n Objekt exportieren</numerusform>
+            <numerusform>%n Objekte exportieren</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Recordings are copied as-is.</source>
+        <translation>Filme werden unverändert kopiert.</translation>
+    </message>
+    <message>
+        <source>Choose Folder…</source>
+        <translation>Ordner wählen …</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Export Here</source>
+        <translation>Hierhin exportieren</translation>
+    </message>
+    <message numerus="yes">
+        <source>Step Guide from %n Capture(s)</source>
+        <translation>
+            <numerusform>Anleitung aus %n Aufnahme</numerusform>
+            <numerusform>Anleitung aus %n Aufnahmen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>How To</source>
+        <translation>So geht’s</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>File names</source>
+        <translation>Dateinamen</translation>
+    </message>
+    <message>
+        <source>AI-written (Claude)</source>
+        <translation>Von der KI (Claude)</translation>
+    </message>
+    <message>
+        <source>Add an Anthropic API key in Settings to use AI captions.</source>
+        <translation>Für Bildtexte der KI wird ein Anthropic-API-Schlüssel gebraucht (Einstellungen).</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Step captions</source>
+        <translation>Bildtexte</translation>
+    </message>
+    <message>
+        <source>Steps follow the order shown in the Library. The guide opens in the editor so you can add arrows and callouts.</source>
+        <translation>Die Schritte folgen der Reihenfolge in der Bibliothek. Die Anleitung öffnet sich im Editor, wo Pfeile und Hinweise hinzukommen können.</translation>
+    </message>
+    <message>
+        <source>AI Description</source>
+        <translation>Beschreibung der KI</translation>
+    </message>
+    <message>
+        <source>Copy it to paste anywhere.</source>
+        <translation>Kopiert es, um es anderswo einzufügen.</translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation>Anheften</translation>
+    </message>
+    <message>
+        <source>Finder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Show the file in Finder.</source>
+        <translation>Zeigt die Datei in der Dateiverwaltung.</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>Move it to the Trash.</source>
+        <translation>Verschiebt es in den Papierkorb.</translation>
+    </message>
+    <message>
+        <source>Text in Image</source>
+        <translation>Text im Bild</translation>
+    </message>
+    <message>
+        <source>No text found (or not indexed yet).</source>
+        <translation>Kein Text gefunden (oder noch nicht gelesen).</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Geändert</translation>
+    </message>
+    <message>
+        <source>Dimensions</source>
+        <translation>Maße</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Aus</translation>
+    </message>
+    <message>
+        <source>Layers</source>
+        <translation>Ebenen</translation>
+    </message>
+    <message>
+        <source>Editable</source>
+        <translation>Bearbeitbar</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>Send by Email…</source>
+        <translation>Per E-Mail senden …</translation>
+    </message>
+    <message>
+        <source>Open in Another Program</source>
+        <translation>In anderem Programm öffnen</translation>
+    </message>
+    <message>
+        <source>There is no picture among these.</source>
+        <translation>Darunter ist kein Bild.</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>Exportieren …</translation>
+    </message>
+    <message numerus="yes">
+        <source>Rename %n Items…</source>
+        <translation>
+            <numerusform>%n Objekt umbenennen …</numerusform>
+            <numerusform>%n Objekte umbenennen …</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Combine into One Image…</source>
+        <translation>Zu einem Bild zusammenfügen …</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>Informationen</translation>
+    </message>
+    <message>
+        <source>No Selection</source>
+        <translation>Nichts ausgewählt</translation>
+    </message>
+    <message>
+        <source>Select a capture to see its details.
+Space previews, Return opens.</source>
+        <translation>Eine Aufnahme auswählen, um mehr über sie zu sehen.
+Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n items selected</source>
+        <translation>
+            <numerusform>%n Objekt ausgewählt</numerusform>
+            <numerusform>%n Objekte ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Use the bar at the bottom to export, combine, rename or file them.</source>
+        <translation>Die Leiste unten exportiert, fügt zusammen, benennt um und sortiert ein.</translation>
+    </message>
+    <message>
+        <source>Sidebar</source>
+        <translation>Seitenleiste</translation>
+    </message>
+    <message>
+        <source>Show or hide what can be chosen from.</source>
+        <translation>Zeigt oder verbirgt, woraus gewählt werden kann.</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
+    <message>
+        <source>Clean up storage, describe captures with AI, or open the folder.</source>
+        <translation>Speicher aufräumen, Aufnahmen von der KI beschreiben lassen oder den Ordner öffnen.</translation>
+    </message>
+    <message>
+        <source>Clean Up</source>
+        <translation>Aufräumen</translation>
+    </message>
+    <message>
+        <source>Describe Captures with AI</source>
+        <translation>Aufnahmen von der KI beschreiben lassen</translation>
+    </message>
+    <message>
+        <source>Open Captures Folder</source>
+        <translation>Ordner der Aufnahmen öffnen</translation>
+    </message>
+    <message>
+        <source>Show or hide details for the selected capture.</source>
+        <translation>Zeigt oder verbirgt Näheres über die ausgewählte Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Find duplicates and large files, and set up auto-delete.</source>
+        <translation>Findet Duplikate und große Dateien und löscht auf Wunsch von selbst.</translation>
+    </message>
+    <message>
+        <source>File Names</source>
+        <translation>Dateinamen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Exported %n item(s)</source>
+        <translation>
+            <numerusform>%n Objekt exportiert</numerusform>
+            <numerusform>%n Objekte exportiert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n files could not be exported. %1</source>
+        <translation>
+            <numerusform>%n Datei konnte nicht exportiert werden. %1</numerusform>
+            <numerusform>%n Dateien konnten nicht exportiert werden. %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Writing caption %1 of %2…</source>
+        <translation>Bildtext %1 von %2 wird geschrieben …</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write the PDF.</source>
+        <translation>Das PDF konnte nicht geschrieben werden.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Combined %n Capture(s)</source>
+        <translation>
+            <numerusform>%n Aufnahme zusammengefügt</numerusform>
+            <numerusform>%n Aufnahmen zusammengefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Writing step %1 of %2…</source>
+        <translation>Schritt %1 von %2 wird geschrieben …</translation>
+    </message>
+    <message>
+        <source>Step Guide</source>
+        <translation>Anleitung</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t create the guide.</source>
+        <translation>Die Anleitung konnte nicht erstellt werden.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Renamed %n item(s)</source>
+        <translation>
+            <numerusform>%n Objekt umbenannt</numerusform>
+            <numerusform>%n Objekte umbenannt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Moved %n old capture(s) to the Trash</source>
+        <translation>
+            <numerusform>%n alte Aufnahme in den Papierkorb verschoben</numerusform>
+            <numerusform>%n alte Aufnahmen in den Papierkorb verschoben</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing old enough to remove</source>
+        <translation>Nichts ist alt genug</translation>
+    </message>
+    <message>
+        <source>This version can&apos;t be restored.</source>
+        <translation>Diese Version lässt sich nicht wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Add an Anthropic API key in Settings first</source>
+        <translation>Zuerst in den Einstellungen einen Anthropic-API-Schlüssel eintragen</translation>
+    </message>
+    <message>
+        <source>Starting…</source>
+        <translation>Beginnt …</translation>
+    </message>
+    <message>
+        <source>Describing %1 of %2…</source>
+        <translation>%1 von %2 wird beschrieben …</translation>
+    </message>
+    <message numerus="yes">
+        <source>Added AI descriptions to %n capture(s)</source>
+        <translation>
+            <numerusform>%n Aufnahme von der KI beschrieben</numerusform>
+            <numerusform>%n Aufnahmen von der KI beschrieben</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Everything is already described</source>
+        <translation>Alles ist schon beschrieben</translation>
+    </message>
+    <message numerus="yes">
+        <source>Export %n Page PDF</source>
+        <translation>
+            <numerusform>PDF mit %n Seite exportieren</numerusform>
+            <numerusform>PDF mit %n Seiten exportieren</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation>Anleitung</translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation>Bildtexte</translation>
+    </message>
+    <message>
+        <source>Page Size</source>
+        <translation>Seitengröße</translation>
+    </message>
+    <message>
+        <source>Pages follow the order shown in the Library.</source>
+        <translation>Die Seiten folgen der Reihenfolge in der Bibliothek.</translation>
+    </message>
+    <message>
+        <source>Create PDF…</source>
+        <translation>PDF erstellen …</translation>
+    </message>
+    <message>
+        <source>Create PDF</source>
+        <translation>PDF erstellen</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>PDF</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be shown.</source>
+        <translation>%1 kann nicht gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>←  →  to browse  ·  Space or Esc to close</source>
+        <translation>←  →  blättern  ·  Leertaste oder Esc schließt</translation>
+    </message>
+    <message numerus="yes">
+        <source>Rename %n Item(s)</source>
+        <translation>
+            <numerusform>%n Objekt umbenennen</numerusform>
+            <numerusform>%n Objekte umbenennen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Pattern</source>
+        <translation>Muster</translation>
+    </message>
+    <message>
+        <source>Start numbering at</source>
+        <translation>Zählen ab</translation>
+    </message>
+    <message>
+        <source>Use {n} for a number, {date} for the capture date, {name} for the current name.</source>
+        <translation>{n} steht für eine Nummer, {date} für das Datum der Aufnahme, {name} für den jetzigen Namen.</translation>
+    </message>
+    <message>
+        <source>Save copies as PNG, JPG or HEIC, optionally resized.</source>
+        <translation>Sichert Kopien als PNG, JPG oder HEIC, auf Wunsch verkleinert.</translation>
+    </message>
+    <message>
+        <source>Make a PDF with one page per capture, with a title and captions.</source>
+        <translation>Macht ein PDF mit einer Seite je Aufnahme, mit Titel und Bildtexten.</translation>
+    </message>
+    <message>
+        <source>Combine</source>
+        <translation>Zusammenfügen</translation>
+    </message>
+    <message>
+        <source>Join captures side by side, stacked or in a grid.</source>
+        <translation>Fügt Aufnahmen nebeneinander, untereinander oder im Raster zusammen.</translation>
+    </message>
+    <message>
+        <source>Guide</source>
+        <translation>Anleitung</translation>
+    </message>
+    <message>
+        <source>Make one tall step-by-step guide image with a title, numbers and captions.</source>
+        <translation>Macht ein hohes Bild Schritt für Schritt, mit Titel, Nummern und Bildtexten.</translation>
+    </message>
+    <message>
+        <source>Rename them all with a pattern like “Bug {n}”.</source>
+        <translation>Benennt alle nach einem Muster wie „Fehler {n}“ um.</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Bleibt</translation>
+    </message>
+    <message>
+        <source>Extra</source>
+        <translation>Überzählig</translation>
+    </message>
+    <message>
+        <source>Less</source>
+        <translation>Weniger</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Go back to an earlier save. The current version is kept too, so you can switch back.</source>
+        <translation>Geht zu einem früheren Stand zurück. Der jetzige bleibt auch erhalten, sodass man zurückwechseln kann.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n earlier version(s)</source>
+        <translation>
+            <numerusform>%n frühere Version</numerusform>
+            <numerusform>%n frühere Versionen</numerusform>
         </translation>
     </message>
 </context>

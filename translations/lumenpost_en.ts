@@ -2384,6 +2384,14 @@
         <source>%1 is too large for a picture: %2.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The picture would be too large or too small to be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t create the guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryUiTexts</name>
@@ -2653,6 +2661,568 @@
     <message>
         <source>Esc</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clean Up Storage</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Duplicates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Large Files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Auto-Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Removed items go to the Trash.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking for duplicates…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No Duplicates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Every capture looks unique.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trash All Extras</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n group(s) of look-alike captures. The newest in each group is kept.</source>
+        <translation>
+            <numerusform>%n group of look-alike captures. The newest in each group is kept.</numerusform>
+            <numerusform>%n groups of look-alike captures. The newest in each group is kept.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>…and %1 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trash Extras</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete captures older than</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>30 days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>90 days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Runs each time Lumenpost starts. Favorites and anything in a collection are always kept.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run Now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Combine %n Capture(s)</source>
+        <translation>
+            <numerusform>Combine %n Capture</numerusform>
+            <numerusform>Combine %n Captures</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Spacing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Layout</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Transparent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create &amp; Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Max %1 px</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Export %n Item(s)</source>
+        <translation>
+            <numerusform>Export %n Item</numerusform>
+            <numerusform>Export %n Items</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recordings are copied as-is.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose Folder…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export Here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Step Guide from %n Capture(s)</source>
+        <translation>
+            <numerusform>Step Guide from %n Capture</numerusform>
+            <numerusform>Step Guide from %n Captures</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>How To</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI-written (Claude)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add an Anthropic API key in Settings to use AI captions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step captions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Steps follow the order shown in the Library. The guide opens in the editor so you can add arrows and callouts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AI Description</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy it to paste anywhere.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finder</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>Show the file in Finder.</source>
+        <translation>Show the file in the file manager.</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move it to the Trash.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text in Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No text found (or not indexed yet).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dimensions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Layers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Editable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send by Email…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open in Another Program</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no picture among these.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Rename %n Items…</source>
+        <translation>
+            <numerusform>Rename %n Item…</numerusform>
+            <numerusform>Rename %n Items…</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Combine into One Image…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No Selection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select a capture to see its details.
+Space previews, Return opens.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n items selected</source>
+        <translation>
+            <numerusform>%n item selected</numerusform>
+            <numerusform>%n items selected</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Use the bar at the bottom to export, combine, rename or file them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sidebar</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show or hide what can be chosen from.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clean up storage, describe captures with AI, or open the folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clean Up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Describe Captures with AI</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Captures Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show or hide details for the selected capture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find duplicates and large files, and set up auto-delete.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File Names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Exported %n item(s)</source>
+        <translation>
+            <numerusform>Exported %n item</numerusform>
+            <numerusform>Exported %n items</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n files could not be exported. %1</source>
+        <translation>
+            <numerusform>%n file could not be exported. %1</numerusform>
+            <numerusform>%n files could not be exported. %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Writing caption %1 of %2…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write the PDF.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Combined %n Capture(s)</source>
+        <translation>
+            <numerusform>Combined %n Capture</numerusform>
+            <numerusform>Combined %n Captures</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Writing step %1 of %2…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t create the guide.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Renamed %n item(s)</source>
+        <translation>
+            <numerusform>Renamed %n item</numerusform>
+            <numerusform>Renamed %n items</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Moved %n old capture(s) to the Trash</source>
+        <translation>
+            <numerusform>Moved %n old capture to the Trash</numerusform>
+            <numerusform>Moved %n old captures to the Trash</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing old enough to remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This version can&apos;t be restored.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add an Anthropic API key in Settings first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Starting…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Describing %1 of %2…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Added AI descriptions to %n capture(s)</source>
+        <translation>
+            <numerusform>Added AI descriptions to %n capture</numerusform>
+            <numerusform>Added AI descriptions to %n captures</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Everything is already described</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Export %n Page PDF</source>
+        <translation>
+            <numerusform>Export %n Page PDF</numerusform>
+            <numerusform>Export %n Page PDF</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>How-To Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Page Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pages follow the order shown in the Library.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create PDF…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create PDF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be shown.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>←  →  to browse  ·  Space or Esc to close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Rename %n Item(s)</source>
+        <translation>
+            <numerusform>Rename %n Item</numerusform>
+            <numerusform>Rename %n Items</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Pattern</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start numbering at</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use {n} for a number, {date} for the capture date, {name} for the current name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save copies as PNG, JPG or HEIC, optionally resized.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a PDF with one page per capture, with a title and captions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Combine</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Join captures side by side, stacked or in a grid.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Guide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make one tall step-by-step guide image with a title, numbers and captions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename them all with a pattern like “Bug {n}”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Extra</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Less</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go back to an earlier save. The current version is kept too, so you can switch back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n earlier version(s)</source>
+        <translation>
+            <numerusform>%n earlier version</numerusform>
+            <numerusform>%n earlier versions</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -14,12 +14,14 @@
 #include "diagnostics/diagnostics.h"
 #include "editor/style_presets.h"
 #include "library/auto_delete.h"
+#include "library/batch/duplicates.h"
 #include "library/clipboard_owner.h"
 #include "library/library.h"
 #include "library/library_backup.h"
 #include "library/model/library_model.h"
 #include "library/model/text_indexing.h"
 #include "library/ui/library_window.h"
+#include "library/ui/library_work.h"
 #include "platform/desktop_activation.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
@@ -355,6 +357,17 @@ void AppDelegate::buildLibraryWindow()
     m_libraryModel = std::make_unique<LibraryModel>(*m_library, *m_defaults, m_clock);
     m_indexing = std::make_unique<TextIndexing>(*m_library, *m_recognizer);
     connect(m_library.get(), &Library::imported, m_indexing.get(), &TextIndexing::indexMissingText);
+    m_libraryWork = std::make_unique<LibraryWork>(LibraryWork::Parts{
+        .library = *m_library,
+        .workspace = *m_platform.workspace,
+        .notices = m_notices,
+        .claude = *m_claude,
+        .prefs = *m_prefs,
+        .pending = m_pending,
+        .clock = m_clock,
+        .indexing = *m_indexing,
+        .openItem = [this](const QString &path) { m_documents->openLibraryItem(path); },
+    });
     m_windows->provide(SingletonWindows::Kind::Library, [this] {
         m_indexing->indexMissingText();
         return std::make_unique<LibraryWindow>(LibraryPorts{
@@ -363,6 +376,10 @@ void AppDelegate::buildLibraryWindow()
             .workspace = *m_platform.workspace,
             .notices = m_notices,
             .pins = *m_pins,
+            .movies = *m_platform.movies,
+            .settings = *m_prefs,
+            .work = *m_libraryWork,
+            .hashFile = Duplicates::cacheFile(*m_platform.paths),
             .openItem = [this](const QString &path) { m_documents->openLibraryItem(path); },
         });
     });

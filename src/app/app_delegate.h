@@ -32,6 +32,7 @@ class DocumentRouting;
 class FilmWindows;
 class Library;
 class LibraryModel;
+class LibraryWork;
 class Pins;
 class PresetStore;
 class QApplication;
@@ -106,6 +107,7 @@ private:
     std::unique_ptr<Pins> m_pins;
     std::unique_ptr<LibraryModel> m_libraryModel;
     std::unique_ptr<TextIndexing> m_indexing;
+    std::unique_ptr<LibraryWork> m_libraryWork;
     std::unique_ptr<SingletonWindows> m_windows;
     std::unique_ptr<ShellWindows> m_shell;
     std::unique_ptr<DocumentRouting> m_documents;

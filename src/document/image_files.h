@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QSize>
 #include <QString>
+#include <functional>
 #include <optional>
 
 // Image files: encoding by extension, reading, a JPEG of bounded size, the pixel size, thumbnails and their
@@ -57,5 +58,8 @@ std::optional<QImage> thumbnail(const QString &path, int maxPixels);
 QString cachePath(const QString &path, int maxPixels);
 // From the cache, or made and stored there; sizes share buckets of 256 pixels.
 std::optional<QImage> cachedThumbnail(const QString &path, int maxPixels);
+// The same for what isn't an image: `make` gets the longest edge of the bucket.
+std::optional<QImage> cachedThumbnail(const QString &path, int maxPixels,
+                                      const std::function<std::optional<QImage>(int)> &make);
 
 } // namespace ImageFiles

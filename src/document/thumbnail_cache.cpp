@@ -22,11 +22,17 @@ QString ImageFiles::cachePath(const QString &path, int maxPixels)
 
 std::optional<QImage> ImageFiles::cachedThumbnail(const QString &path, int maxPixels)
 {
+    return cachedThumbnail(path, maxPixels, [&path](int bucket) { return thumbnail(path, bucket); });
+}
+
+std::optional<QImage> ImageFiles::cachedThumbnail(const QString &path, int maxPixels,
+                                                  const std::function<std::optional<QImage>(int)> &make)
+{
     const int bucket = std::max(static_cast<int>(std::ceil(maxPixels / 256.0)) * 256, 128);
     const QString cached = cachePath(path, bucket);
     if (auto image = read(cached))
         return *image;
-    auto image = thumbnail(path, bucket);
+    auto image = make(bucket);
     if (!image)
         return std::nullopt;
     QDir().mkpath(QFileInfo(cached).path());

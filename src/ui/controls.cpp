@@ -50,6 +50,13 @@ void BarButton::setSymbol(const QString &symbol)
     update();
 }
 
+void BarButton::setLabel(Label label)
+{
+    m_label = label;
+    updateGeometry();
+    update();
+}
+
 void BarButton::setMenu(QMenu *menu)
 {
     m_menu = menu;

@@ -23,6 +23,7 @@ public:
 
     void setSymbol(const QString &symbol);
     const QString &symbol() const { return m_symbol; }
+    void setLabel(Label label);
     // A small arrow tells that the button opens a menu; a click, Return, Space or Down open it under the
     // button. The button takes the menu over.
     void setMenu(QMenu *menu);

@@ -110,14 +110,22 @@ QPushButton *Sheet::addCancelButton(const QString &title)
     return m_cancel;
 }
 
+void Sheet::fit()
+{
+    m_card->layout()->activate();
+    const int wanted =
+        m_card->hasHeightForWidth() ? m_card->heightForWidth(m_card->width()) : m_card->sizeHint().height();
+    m_card->resize(m_card->width(), qMax(m_card->minimumSizeHint().height(),
+                                         qMin(wanted, height() - 2 * Theme::Space::margin)));
+    m_card->move((width() - m_card->width()) / 2, qMax(0, (height() - m_card->height()) / 2));
+    update();
+}
+
 void Sheet::open()
 {
     m_before = window()->focusWidget();
     setGeometry(parentWidget()->rect());
-    m_card->adjustSize();
-    if (m_card->hasHeightForWidth())
-        m_card->resize(m_card->width(), m_card->heightForWidth(m_card->width()));
-    m_card->move((width() - m_card->width()) / 2, qMax(0, (height() - m_card->height()) / 2));
+    fit();
     raise();
     show();
     // The content's own field first, otherwise the primary button.
@@ -200,7 +208,7 @@ bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize && watched == window()) {
         setGeometry(parentWidget()->rect());
-        m_card->move((width() - m_card->width()) / 2, qMax(0, (height() - m_card->height()) / 2));
+        fit();
     }
     return QWidget::eventFilter(watched, event);
 }

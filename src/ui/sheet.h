@@ -33,6 +33,8 @@ public:
     // Pressed by Esc. Without one, Esc closes.
     QPushButton *addCancelButton(const QString &title);
     void setCardWidth(int width);
+    // Makes the card as high as its content is now, as far as the window allows.
+    void fit();
 
     void open();
     void close();

@@ -1,79 +1,8 @@
-#include "library/ui/library_window.h"
-
-#include "library/library.h"
-#include "library/ui/library_grid.h"
-#include "pins/pins.h"
-#include "support/pictures.h"
-#include "support/printers.h"
-#include "support/stage.h"
+#include "library_window_stage.h"
 
 #include <QAccessible>
 #include <QLineEdit>
 #include <QScrollBar>
-#include <QTest>
-#include <gtest/gtest.h>
-
-namespace {
-
-// A window with ten captures, A to J from newest to oldest, in two sections: A to E of today, the rest of the
-// day before.
-class LibraryWindowTest : public testing::Test, protected Stage {
-protected:
-    LibraryWindowTest()
-    {
-        clock.time = QDateTime(QDate(2026, 3, 14), QTime(15, 0));
-        prefs.setSaveFolder(home.path("Shots"));
-        QDir().mkpath(home.path("Shots"));
-        for (int i = 0; i < 10; ++i) {
-            const QString path = inFolder(QChar('A' + i));
-            EXPECT_TRUE(filled({160, 100}, QColor::fromHsv(i * 30, 200, 200)).save(path));
-            QFile file(path);
-            EXPECT_TRUE(file.open(QIODevice::ReadWrite));
-            const QDateTime date = clock.time.addDays(i < 5 ? 0 : -1).addSecs(-60 * i);
-            EXPECT_TRUE(file.setFileTime(date, QFile::FileModificationTime));
-        }
-        m_library = std::make_unique<Library>(prefs, machine.trash, clock);
-        m_model = std::make_unique<LibraryModel>(*m_library, defaults, clock);
-        m_model->setCardSize(180);
-        m_model->reload();
-        m_window = std::make_unique<LibraryWindow>(LibraryPorts{
-            .model = *m_model,
-            .pasteboard = machine.pasteboard,
-            .workspace = machine.workspace,
-            .notices = notices,
-            .pins = m_pins,
-            .openItem = [this](const QString &path) { m_opened.append(QFileInfo(path).completeBaseName()); },
-        });
-        // Four cards in a row.
-        m_window->resize(1180, 740);
-        m_window->show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
-        m_window->activateWindow();
-        grid().setFocus();
-        QObject::connect(&notices, &NoticeBoard::posted, &notices,
-                         [this](const Notice &notice) { m_told.append(notice.text); });
-    }
-
-    QString inFolder(const QString &name) const { return home.path("Shots/" + name + ".png"); }
-    LibraryGrid &grid() { return *m_window->grid(); }
-    QString selected()
-    {
-        QString names;
-        for (const QString &path : m_model->selectedPaths())
-            names.append(QFileInfo(path).completeBaseName());
-        return names;
-    }
-    QPoint middle(int index) { return grid().cardRect(index).center().toPoint(); }
-
-    Pins m_pins{machine.pasteboard, notices};
-    std::unique_ptr<Library> m_library;
-    std::unique_ptr<LibraryModel> m_model;
-    std::unique_ptr<LibraryWindow> m_window;
-    QStringList m_opened;
-    QStringList m_told;
-};
-
-} // namespace
 
 TEST_F(LibraryWindowTest, KeysMoveThroughRowsAndSections)
 {

@@ -1,5 +1,6 @@
 #include "library/batch/combiner.h"
 
+#include "document/image_files.h"
 #include "document/soft_shadow.h"
 #include "library/texts.h"
 
@@ -155,6 +156,40 @@ std::optional<Combiner::Arrangement> Combiner::arrange(const QList<QSize> &sizes
     return arrangement;
 }
 
+namespace {
+
+// A picture made of others, one after the other.
+class Canvas {
+public:
+    Canvas(const QSize &size, const std::optional<QColor> &background)
+        : m_image(size, background ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied)
+    {
+        m_image.fill(background.value_or(QColor(Qt::transparent)));
+    }
+    void draw(const QRectF &frame, const QImage &image)
+    {
+        QPainter painter(&m_image);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        const SoftShadow shadow{kShadowBlur, QColor::fromRgbF(0, 0, 0, kShadowOpacity), {}};
+        if (image.hasAlphaChannel())
+            shadow.paint(painter, frame, [&](QPainter &mask) { mask.drawImage(frame, image); });
+        else
+            shadow.paintFrame(painter, frame, 0, SoftShadow::Inside::LeftOut);
+        drawScaled(painter, frame, image);
+    }
+    const QImage &image() const { return m_image; }
+
+private:
+    QImage m_image;
+};
+
+std::unexpected<Error> impossible()
+{
+    return fail(LibraryTexts::tr("The picture would be too large or too small to be made."));
+}
+
+} // namespace
+
 std::optional<QImage> Combiner::combine(const QList<QImage> &images, Layout layout, double spacing,
                                         const std::optional<QColor> &background)
 {
@@ -164,21 +199,58 @@ std::optional<QImage> Combiner::combine(const QList<QImage> &images, Layout layo
     const auto arrangement = arrange(sizes, layout, spacing);
     if (!arrangement)
         return std::nullopt;
-    QImage canvas(arrangement->canvas,
-                  background ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
-    if (canvas.isNull())
-        return std::nullopt;
-    canvas.fill(background.value_or(QColor(Qt::transparent)));
-    QPainter painter(&canvas);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const SoftShadow shadow{kShadowBlur, QColor::fromRgbF(0, 0, 0, kShadowOpacity), {}};
-    for (qsizetype i = 0; i < images.size(); ++i) {
-        const QRectF &frame = arrangement->frames[i];
-        if (images[i].hasAlphaChannel())
-            shadow.paint(painter, frame, [&](QPainter &mask) { mask.drawImage(frame, images[i]); });
-        else
-            shadow.paintFrame(painter, frame, 0, SoftShadow::Inside::LeftOut);
-        drawScaled(painter, frame, images[i]);
+    Canvas canvas(arrangement->canvas, background);
+    for (qsizetype i = 0; i < images.size(); ++i)
+        canvas.draw(arrangement->frames[i], images[i]);
+    return canvas.image().isNull() ? std::nullopt : std::optional(canvas.image());
+}
+
+namespace {
+
+struct Source {
+    QString path;
+    QSize size; // as its header tells it
+};
+
+Result<QImage> combined(QList<Source> sources, Combiner::Layout layout, double spacing,
+                        const std::optional<QColor> &background, const Progress &progress)
+{
+    QList<QSize> sizes;
+    for (const Source &source : sources)
+        sizes.append(source.size);
+    const auto arrangement = Combiner::arrange(sizes, layout, spacing);
+    if (!arrangement)
+        return impossible();
+    Canvas canvas(arrangement->canvas, background);
+    if (canvas.image().isNull())
+        return impossible();
+    const auto count = static_cast<int>(sources.size());
+    for (int i = 0; i < count; ++i) {
+        const auto image = ImageFiles::read(sources[i].path);
+        // The header may promise too much, or not tell that the picture is turned.
+        if (!image || image->size() != sources[i].size) {
+            if (image)
+                sources[i].size = image->size();
+            else
+                sources.removeAt(i);
+            return combined(std::move(sources), layout, spacing, background, progress);
+        }
+        canvas.draw(arrangement->frames[i], *image);
+        if (!goesOn(progress, i + 1, count))
+            return cancelled();
     }
-    return canvas;
+    return canvas.image();
+}
+
+} // namespace
+
+Result<QImage> Combiner::combineFiles(const QStringList &paths, Layout layout, double spacing,
+                                      const std::optional<QColor> &background, const Progress &progress)
+{
+    QList<Source> sources;
+    for (const QString &path : paths) {
+        if (const auto size = ImageFiles::pixelSize(path))
+            sources.append({path, *size});
+    }
+    return combined(std::move(sources), layout, spacing, background, progress);
 }

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "base/result.h"
+#include "library/batch/progress.h"
+
 #include <QColor>
 #include <QImage>
 #include <QList>
 #include <QRectF>
 #include <QSize>
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <optional>
 
@@ -35,5 +39,8 @@ QColor dark();
 // Without a background colour what lies between the pictures is transparent.
 std::optional<QImage> combine(const QList<QImage> &images, Layout layout, double spacing,
                               const std::optional<QColor> &background);
+// The same for files, of which one at a time is in memory. What is no picture is left out.
+Result<QImage> combineFiles(const QStringList &paths, Layout layout, double spacing,
+                            const std::optional<QColor> &background, const Progress &progress = {});
 
 } // namespace Combiner

@@ -2,7 +2,9 @@
 
 #include "artwork/fonts.h"
 #include "document/effects.h"
+#include "document/image_files.h"
 #include "document/soft_shadow.h"
+#include "library/texts.h"
 
 #include <QFontMetricsF>
 #include <QLinearGradient>
@@ -25,6 +27,12 @@ constexpr double kTallestCaption = 10000;
 constexpr double kCardRadius = 12;
 constexpr int kWrapped = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
 
+// What the places of a step follow from.
+struct Measure {
+    QSize image;
+    QString caption;
+};
+
 struct Row {
     QRectF badge;
     QRectF caption; // empty without one
@@ -45,16 +53,16 @@ double captionHeight(const QString &caption, double width)
 }
 
 // The rows from `top` on; the second value is where the next would begin.
-std::pair<QList<Row>, double> rowsOf(const QList<GuideRenderer::Step> &steps, double top, double width)
+std::pair<QList<Row>, double> rowsOf(const QList<Measure> &steps, double top, double width)
 {
     const double contentWidth = width - 2 * kMargin;
     const double captionWidth = contentWidth - kBadge - kBadgeGap;
     QList<Row> rows;
-    for (const GuideRenderer::Step &step : steps) {
+    for (const Measure &step : steps) {
         const double textHeight = captionHeight(step.caption, captionWidth);
         const double rowHeight = std::max(textHeight, kBadge);
         const double scale = std::min(contentWidth / step.image.width(), 1.0);
-        const QSizeF shown = QSizeF(step.image.size()) * scale;
+        const QSizeF shown = QSizeF(step.image) * scale;
         Row row;
         row.badge = {kMargin, top + (rowHeight - kBadge) / 2, kBadge, kBadge};
         if (textHeight > 0)
@@ -110,34 +118,111 @@ void drawBadge(QPainter &painter, const QRectF &frame, int number)
     painter.drawText(frame, Qt::AlignCenter | Qt::TextDontClip, QString::number(number));
 }
 
+// A guide whose steps are drawn one after the other.
+class Guide {
+public:
+    // Nothing for no steps, and where the result would not fit in memory.
+    static std::optional<Guide> of(const QString &title, const QList<Measure> &steps, int width)
+    {
+        if (steps.isEmpty() || width <= 2 * kMargin + kBadge + kBadgeGap ||
+            std::any_of(steps.begin(), steps.end(), [](const Measure &step) { return step.image.isEmpty(); }))
+            return std::nullopt;
+        const double header = title.isEmpty() ? 0 : kHeader;
+        auto [rows, end] = rowsOf(steps, header + kMargin, width);
+        const double height = end - kStepGap + kMargin;
+        constexpr double Tallest = 1 << 24;
+        if (height > Tallest)
+            return std::nullopt;
+        Guide guide{QImage(width, static_cast<int>(std::ceil(height)), QImage::Format_RGB32),
+                    std::move(rows)};
+        if (guide.m_image.isNull())
+            return std::nullopt;
+        guide.m_image.fill(QColor::fromRgbF(0.97f, 0.97f, 0.97f));
+        if (!title.isEmpty()) {
+            QPainter painter(&guide.m_image);
+            painter.setRenderHint(QPainter::TextAntialiasing);
+            drawHeader(painter, title, width);
+        }
+        return guide;
+    }
+    void draw(qsizetype index, const QImage &image, const QString &caption)
+    {
+        QPainter painter(&m_image);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform |
+                               QPainter::TextAntialiasing);
+        const Row &row = m_rows[index];
+        drawCard(painter, row.image, image);
+        drawBadge(painter, row.badge, static_cast<int>(index) + 1);
+        painter.setPen(QColor::fromRgbF(0.12f, 0.12f, 0.12f));
+        painter.setFont(captionFont());
+        painter.drawText(row.caption, kWrapped | Qt::TextDontClip, caption);
+    }
+    const QImage &image() const { return m_image; }
+
+private:
+    Guide(QImage image, QList<Row> rows) : m_image(std::move(image)), m_rows(std::move(rows)) {}
+
+    QImage m_image;
+    QList<Row> m_rows;
+};
+
 } // namespace
 
 std::optional<QImage> GuideRenderer::render(const QString &title, const QList<Step> &steps, int width)
 {
-    if (steps.isEmpty() || width <= 2 * kMargin + kBadge + kBadgeGap ||
-        std::any_of(steps.begin(), steps.end(), [](const Step &step) { return step.image.isNull(); }))
+    QList<Measure> measures;
+    for (const Step &step : steps)
+        measures.append({step.image.size(), step.caption});
+    auto guide = Guide::of(title, measures, width);
+    if (!guide)
         return std::nullopt;
-    const double header = title.isEmpty() ? 0 : kHeader;
-    const auto [rows, end] = rowsOf(steps, header + kMargin, width);
-    const double height = end - kStepGap + kMargin;
-    constexpr double Tallest = 1 << 24;
-    if (height > Tallest)
-        return std::nullopt;
-    QImage guide(width, static_cast<int>(std::ceil(height)), QImage::Format_RGB32);
-    if (guide.isNull())
-        return std::nullopt;
-    guide.fill(QColor::fromRgbF(0.97f, 0.97f, 0.97f));
-    QPainter painter(&guide);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform |
-                           QPainter::TextAntialiasing);
-    if (!title.isEmpty())
-        drawHeader(painter, title, width);
-    for (qsizetype i = 0; i < steps.size(); ++i) {
-        drawCard(painter, rows[i].image, steps[i].image);
-        drawBadge(painter, rows[i].badge, static_cast<int>(i) + 1);
-        painter.setPen(QColor::fromRgbF(0.12f, 0.12f, 0.12f));
-        painter.setFont(captionFont());
-        painter.drawText(rows[i].caption, kWrapped | Qt::TextDontClip, steps[i].caption);
+    for (qsizetype i = 0; i < steps.size(); ++i)
+        guide->draw(i, steps[i].image, steps[i].caption);
+    return guide->image();
+}
+
+namespace {
+
+struct Source {
+    GuideRenderer::FileStep step;
+    QSize size; // as the file's header tells it
+};
+
+Result<QImage> rendered(const QString &title, QList<Source> sources, int width, const Progress &progress)
+{
+    QList<Measure> measures;
+    for (const Source &source : sources)
+        measures.append({source.size, source.step.caption});
+    auto guide = Guide::of(title, measures, width);
+    if (!guide)
+        return fail(LibraryTexts::tr("Couldn't create the guide."));
+    const auto count = static_cast<int>(sources.size());
+    for (int i = 0; i < count; ++i) {
+        const auto image = ImageFiles::read(sources[i].step.path);
+        // The header may promise too much, or not tell that the picture is turned.
+        if (!image || image->size() != sources[i].size) {
+            if (image)
+                sources[i].size = image->size();
+            else
+                sources.removeAt(i);
+            return rendered(title, std::move(sources), width, progress);
+        }
+        guide->draw(i, *image, sources[i].step.caption);
+        if (!goesOn(progress, i + 1, count))
+            return cancelled();
     }
-    return guide;
+    return guide->image();
+}
+
+} // namespace
+
+Result<QImage> GuideRenderer::renderFiles(const QString &title, const QList<FileStep> &steps, int width,
+                                          const Progress &progress)
+{
+    QList<Source> sources;
+    for (const FileStep &step : steps) {
+        if (const auto size = ImageFiles::pixelSize(step.path))
+            sources.append({step, *size});
+    }
+    return rendered(title, std::move(sources), width, progress);
 }

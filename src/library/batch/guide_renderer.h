@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/result.h"
+#include "library/batch/progress.h"
+
 #include <QImage>
 #include <QList>
 #include <QString>
@@ -17,5 +20,13 @@ constexpr int standardWidth = 1400;
 
 // `width` in pixels. Nothing for no steps, and where the result would not fit in memory.
 std::optional<QImage> render(const QString &title, const QList<Step> &steps, int width = standardWidth);
+
+struct FileStep {
+    QString path;
+    QString caption;
+};
+// The same for files, of which one at a time is in memory. What is no picture is left out.
+Result<QImage> renderFiles(const QString &title, const QList<FileStep> &steps, int width = standardWidth,
+                           const Progress &progress = {});
 
 } // namespace GuideRenderer

@@ -216,7 +216,8 @@ QStringList LibraryContents::takeIn(const QStringList &paths)
     std::vector<CaptureTable::File> files;
     QStringList known;
     for (const QString &path : QSet<QString>(paths.begin(), paths.end())) {
-        if (!isMine(path))
+        // One that is told of late may have another name by now.
+        if (!isMine(path) || !QFileInfo::exists(path))
             continue;
         CaptureTable::File file = fileAt(path);
         if (const auto row = m_table.find(file.name)) {

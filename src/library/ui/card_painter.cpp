@@ -1,5 +1,6 @@
 #include "library/ui/card_painter.h"
 
+#include "library/film_thumbnails.h"
 #include "library/library_names.h"
 #include "library/ui/card_actions.h"
 #include "ui/symbol.h"
@@ -76,7 +77,9 @@ void CardPainter::paintPicture(const Card &card)
     const QRectF &rect = card.picture;
     const bool isVideo = Library::isVideo(card.item.path);
     m_painter.fillPath(cardShape(rect), m_theme.surface);
-    if (card.content && !card.content->picture.isNull()) {
+    if (!card.film.isNull()) {
+        paintContent(rect, card.film);
+    } else if (card.content && !card.content->picture.isNull()) {
         paintContent(rect, card.content->picture);
     } else if (card.content || isVideo) {
         QRectF place(0, 0, 36, 36);
@@ -84,16 +87,32 @@ void CardPainter::paintPicture(const Card &card)
         drawSymbol(m_painter, place, isVideo ? QStringLiteral("film") : QStringLiteral("photo"),
                    m_theme.disabled);
     }
-    if (isVideo) {
-        const QRectF badge(rect.left() + 8, rect.bottom() - 30, 22, 22);
-        m_painter.setPen(Qt::NoPen);
-        m_painter.setBrush(Theme::material(true));
-        m_painter.drawEllipse(badge);
-        drawSymbol(m_painter, grown(badge, -6), QStringLiteral("play.fill"), Theme::onMaterial());
-    }
+    // On a small card the buttons need its place.
+    if (isVideo && !(card.isHovered && rect.width() < 190))
+        paintBadge(card);
     m_painter.setBrush(Qt::NoBrush);
     m_painter.setPen(QPen(m_theme.hairline, 1));
     m_painter.drawRoundedRect(grown(rect, -0.5), Theme::Radius::card, Theme::Radius::card);
+}
+
+// That it is a film, and how long.
+void CardPainter::paintBadge(const Card &card)
+{
+    const double seconds = card.content ? card.content->seconds : 0;
+    const QString words = seconds > 0 ? FilmThumbnails::durationText(seconds) : QString();
+    const QFont font = Theme::font(Theme::Type::Caption, QFont::Medium);
+    const qreal wide = words.isEmpty() ? 22 : 30 + Theme::tabularWidth(font, words);
+    const QRectF badge(card.picture.left() + 8, card.picture.bottom() - 30, wide, 22);
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(Theme::material(true));
+    m_painter.drawRoundedRect(badge, 11, 11);
+    drawSymbol(m_painter, QRectF(badge.left() + 6, badge.top() + 6, 10, 10), QStringLiteral("play.fill"),
+               Theme::onMaterial());
+    if (words.isEmpty())
+        return;
+    m_painter.setFont(font);
+    m_painter.setPen(Theme::onMaterial());
+    Theme::drawTabular(m_painter, badge.adjusted(20, 0, -8, 0), Qt::AlignLeft | Qt::AlignVCenter, words);
 }
 
 void CardPainter::paintRing(const Card &card)

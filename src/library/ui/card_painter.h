@@ -21,6 +21,7 @@ public:
         bool isSelected = false;
         bool isCurrent = false; // where the keyboard is
         bool isHovered = false;
+        QImage film; // what a playing film shows now
         QPointF pointer;
     };
 
@@ -37,6 +38,7 @@ public:
 private:
     void paintPicture(const Card &card);
     void paintContent(const QRectF &rect, const QImage &picture);
+    void paintBadge(const Card &card);
     void paintRing(const Card &card);
     void paintActions(const Card &card);
     void paintText(const Card &card);

@@ -2,7 +2,9 @@
 
 #include "base/async.h"
 #include "document/image_files.h"
+#include "library/film_thumbnails.h"
 #include "library/library.h"
+#include "platform/movies.h"
 
 namespace {
 constexpr int kBucket = 256; // pixels; sizes within one share a thumbnail on disk
@@ -12,7 +14,8 @@ const CardPictures::Card *CardPictures::find(const LibraryItem &item, int edge)
 {
     const int bucket = (edge + kBucket - 1) / kBucket * kBucket;
     const QString key = item.path + QLatin1Char('\n') + QString::number(item.date.toMSecsSinceEpoch()) +
-                        QLatin1Char(' ') + QString::number(item.bytes) + QLatin1Char(' ') + QString::number(bucket);
+                        QLatin1Char(' ') + QString::number(item.bytes) + QLatin1Char(' ') +
+                        QString::number(bucket);
     if (const Card *card = m_cards.object(key))
         return card;
     if (!m_ordered.contains(key)) {
@@ -21,6 +24,22 @@ const CardPictures::Card *CardPictures::find(const LibraryItem &item, int edge)
         start();
     }
     return nullptr;
+}
+
+CardPictures::Card CardPictures::make(Movies &movies, const QString &path, int edge)
+{
+    Card card;
+    if (!Library::isVideo(path)) {
+        card.picture = ImageFiles::cachedThumbnail(path, edge).value_or(QImage());
+        card.pixelSize = ImageFiles::pixelSize(path).value_or(QSize());
+        return card;
+    }
+    card.picture = FilmThumbnails::cached(movies, path, edge).value_or(QImage());
+    if (const auto info = movies.info(path)) {
+        card.pixelSize = info->size;
+        card.seconds = info->duration;
+    }
+    return card;
 }
 
 void CardPictures::start()
@@ -33,15 +52,10 @@ void CardPictures::start()
             continue;
         }
         ++m_running;
-        const auto make = [path = order.path, edge = order.edge] {
-            Card card;
-            if (Library::isVideo(path) && !path.endsWith(QLatin1String(".gif"), Qt::CaseInsensitive))
-                return card;
-            card.picture = ImageFiles::cachedThumbnail(path, edge).value_or(QImage());
-            card.pixelSize = ImageFiles::pixelSize(path).value_or(QSize());
-            return card;
+        const auto work = [movies = &m_movies, path = order.path, edge = order.edge] {
+            return make(*movies, path, edge);
         };
-        whenDone(runInBackground(make), this, [this, order](Card card) {
+        whenDone(runInBackground(work), this, [this, order](Card card) {
             --m_running;
             m_ordered.remove(order.key);
             const auto cost = std::max<qsizetype>(1, card.picture.sizeInBytes() / 1024);

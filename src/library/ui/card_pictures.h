@@ -10,6 +10,7 @@
 #include <functional>
 #include <vector>
 
+class Movies;
 struct LibraryItem;
 
 // The pictures of cards, made on workers from the thumbnails that the Library keeps: what was asked for last
@@ -17,11 +18,13 @@ struct LibraryItem;
 class CardPictures : public QObject {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    // They outlive it.
+    explicit CardPictures(Movies &movies, QObject *parent = nullptr) : QObject(parent), m_movies(movies) {}
 
     struct Card {
-        QImage picture;  // null when the file can't be shown
-        QSize pixelSize; // of the file; empty when it isn't known
+        QImage picture;     // null when the file can't be shown
+        QSize pixelSize;    // of the file; empty when it isn't known
+        double seconds = 0; // that a film takes; 0 when it isn't known
     };
     // Whether the card of a path is on the screen.
     std::function<bool(const QString &)> isWanted;
@@ -39,10 +42,12 @@ private:
         int edge;
     };
     void start();
+    static Card make(Movies &movies, const QString &path, int edge);
 
     static constexpr int kWorkers = 2;
     static constexpr int kKilobytes = 160 * 1024; // about 700 cards of 256 × 256 … at twice that size
 
+    Movies &m_movies;
     QCache<QString, Card> m_cards{kKilobytes};
     QSet<QString> m_ordered;
     std::vector<Order> m_orders;

@@ -15,6 +15,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QUrl>
+#include <QUrlQuery>
 #include <QVBoxLayout>
 
 namespace {
@@ -37,17 +39,16 @@ std::optional<Error> firstFailure(const QList<Library::Outcome> &outcomes)
     return std::nullopt;
 }
 
-bool isFilm(const QString &path)
-{
-    const QString extension = QFileInfo(path).suffix().toLower();
-    return extension == QLatin1String("mov") || extension == QLatin1String("mp4");
-}
-
 } // namespace
 
 LibraryActions::LibraryActions(LibraryPorts ports, QWidget *over)
     : QObject(over), m_ports(std::move(ports)), m_over(over)
+{}
+
+bool LibraryActions::isFilm(const QString &path)
 {
+    const QString extension = QFileInfo(path).suffix().toLower();
+    return extension == QLatin1String("mov") || extension == QLatin1String("mp4");
 }
 
 void LibraryActions::complain(const QString &text)
@@ -94,10 +95,15 @@ void LibraryActions::copy(const QString &path)
     });
 }
 
-void LibraryActions::copyText(const QString &path)
+void LibraryActions::copyTextSilently(const QString &path)
 {
     m_ports.pasteboard.setText(
-        m_ports.model.library().catalog().textIndex().value(QFileInfo(path).fileName()));
+        m_ports.model.library().catalog().data().texts.value(QFileInfo(path).fileName()));
+}
+
+void LibraryActions::copyText(const QString &path)
+{
+    copyTextSilently(path);
     m_ports.notices.post(LibraryUiTexts::tr("Copied"), QStringLiteral("doc.on.doc"));
 }
 
@@ -131,12 +137,13 @@ void LibraryActions::askName(const QString &title, const QString &button, const 
 void LibraryActions::rename(const QString &path)
 {
     const QString name = QFileInfo(path).completeBaseName();
-    askName(LibraryUiTexts::tr("Rename"), LibraryUiTexts::tr("Rename"), name, [this, path, name](const QString &wanted) {
-        if (wanted == name)
-            return;
-        if (const auto renamed = m_ports.model.library().rename(path, wanted); !renamed)
-            complain(renamed.error().message);
-    });
+    askName(LibraryUiTexts::tr("Rename"), LibraryUiTexts::tr("Rename"), name,
+            [this, path, name](const QString &wanted) {
+                if (wanted == name)
+                    return;
+                if (const auto renamed = m_ports.model.library().rename(path, wanted); !renamed)
+                    complain(renamed.error().message);
+            });
 }
 
 void LibraryActions::addToCollection(const QStringList &paths, const QUuid &id)
@@ -154,11 +161,12 @@ void LibraryActions::addToCollection(const QStringList &paths, const QUuid &id)
 
 void LibraryActions::newCollection(const QStringList &paths)
 {
-    askName(LibraryUiTexts::tr("New Collection"), LibraryUiTexts::tr("Create"), {}, [this, paths](const QString &name) {
-        const QUuid id = m_ports.model.library().catalog().createCollection(name);
-        if (!paths.isEmpty())
-            addToCollection(paths, id);
-    });
+    askName(LibraryUiTexts::tr("New Collection"), LibraryUiTexts::tr("Create"), {},
+            [this, paths](const QString &name) {
+                const QUuid id = m_ports.model.library().catalog().createCollection(name);
+                if (!paths.isEmpty())
+                    addToCollection(paths, id);
+            });
 }
 
 void LibraryActions::renameCollection(const QUuid &id)
@@ -167,14 +175,51 @@ void LibraryActions::renameCollection(const QUuid &id)
     const LibraryCollection *collection = meta.collection(id);
     if (!collection)
         return;
-    askName(LibraryUiTexts::tr("Rename Collection"), LibraryUiTexts::tr("Rename"), collection->name,
-            [this, id](const QString &name) { m_ports.model.library().catalog().renameCollection(id, name); });
+    askName(
+        LibraryUiTexts::tr("Rename Collection"), LibraryUiTexts::tr("Rename"), collection->name,
+        [this, id](const QString &name) { m_ports.model.library().catalog().renameCollection(id, name); });
 }
 
 void LibraryActions::reveal(const QString &path)
 {
     if (const auto shown = m_ports.workspace.reveal(path); !shown)
         complain(shown.error().message);
+}
+
+void LibraryActions::share(const QString &path, const QPoint &at)
+{
+    auto *menu = new QMenu(m_over);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto open = [this](const QUrl &url) {
+        if (const auto opened = m_ports.workspace.open(url); !opened)
+            complain(opened.error().message);
+    };
+    menu->addAction(symbolIcon(QStringLiteral("doc.on.doc")), LibraryUiTexts::tr("Copy File"), this,
+                    [this, path] { copyFile(path); });
+    menu->addAction(symbolIcon(QStringLiteral("paperplane")), LibraryUiTexts::tr("Send by Email…"), this,
+                    [open, path] {
+                        QUrlQuery query;
+                        query.addQueryItem(QStringLiteral("subject"), QFileInfo(path).completeBaseName());
+                        query.addQueryItem(QStringLiteral("attach"), path);
+                        QUrl mail(QStringLiteral("mailto:"));
+                        mail.setQuery(query);
+                        open(mail);
+                    });
+    menu->addAction(symbolIcon(QStringLiteral("photo")), LibraryUiTexts::tr("Open in Another Program"), this,
+                    [open, path] { open(QUrl::fromLocalFile(path)); });
+    menu->popup(at);
+}
+
+void LibraryActions::openSheet(LibrarySheet::Kind kind, const QStringList &paths)
+{
+    using Kind = LibrarySheet::Kind;
+    QStringList concerned = paths;
+    if (kind == Kind::Pdf || kind == Kind::Combine || kind == Kind::Guide) {
+        concerned.removeIf([](const QString &path) { return !Library::isImage(path); });
+        if (concerned.isEmpty())
+            return complain(LibraryUiTexts::tr("There is no picture among these."));
+    }
+    m_ports.model.setSheet(LibrarySheet{kind, concerned, {}});
 }
 
 void LibraryActions::openFolder()
@@ -187,18 +232,28 @@ void LibraryActions::openFolder()
 
 void LibraryActions::trash(const QStringList &paths)
 {
+    std::ignore = trashTelling(paths);
+}
+
+QFuture<QList<Library::Outcome>> LibraryActions::trashTelling(const QStringList &paths)
+{
     if (paths.isEmpty())
-        return;
+        return readyFuture(QList<Library::Outcome>());
     // What is told outlives this window.
     NoticeBoard *notices = &m_ports.notices;
-    whenDone(m_ports.model.library().removeInBackground(paths), notices,
-             [notices](const QList<Library::Outcome> &outcomes) {
-                 if (const auto failure = firstFailure(outcomes))
-                     notices->post(failure->message, kWarning);
-                 if (const int moved = countOf(outcomes); moved > 0)
-                     notices->post(LibraryUiTexts::tr("Moved %n item(s) to the Trash", nullptr, moved),
-                                   QStringLiteral("trash"));
-             });
+    const auto removing = m_ports.model.library().removeInBackground(paths);
+    auto *watcher = new QFutureWatcher<QList<Library::Outcome>>(notices);
+    connect(watcher, &QFutureWatcherBase::finished, notices, [notices, watcher] {
+        watcher->deleteLater();
+        const QList<Library::Outcome> outcomes = watcher->result();
+        if (const auto failure = firstFailure(outcomes))
+            notices->post(failure->message, kWarning);
+        if (const int moved = countOf(outcomes); moved > 0)
+            notices->post(LibraryUiTexts::tr("Moved %n item(s) to the Trash", nullptr, moved),
+                          QStringLiteral("trash"));
+    });
+    watcher->setFuture(removing);
+    return removing;
 }
 
 void LibraryActions::importFiles(const QStringList &paths)
@@ -227,7 +282,8 @@ void LibraryActions::chooseFilesToImport()
     auto *dialog = new QFileDialog(m_over, LibraryUiTexts::tr("Import"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFiles);
-    dialog->setNameFilter(LibraryUiTexts::tr("Images and videos") + QStringLiteral(" (%1)").arg(patterns.join(QLatin1Char(' '))));
+    dialog->setNameFilter(LibraryUiTexts::tr("Images and videos") +
+                          QStringLiteral(" (%1)").arg(patterns.join(QLatin1Char(' '))));
     connect(dialog, &QFileDialog::filesSelected, this, &LibraryActions::importFiles);
     dialog->open();
 }
@@ -237,17 +293,18 @@ void LibraryActions::fillCollectionMenu(QMenu *menu, const QStringList &paths)
     LibraryCatalog &catalog = m_ports.model.library().catalog();
     for (const LibraryCollection &collection : catalog.meta().collections) {
         QString title = collection.name;
-        menu->addAction(symbolIcon(QStringLiteral("folder")), title.replace(QLatin1Char('&'), QLatin1String("&&")), this,
+        menu->addAction(symbolIcon(QStringLiteral("folder")),
+                        title.replace(QLatin1Char('&'), QLatin1String("&&")), this,
                         [this, paths, id = collection.id] { addToCollection(paths, id); });
     }
     if (!menu->isEmpty())
         menu->addSeparator();
-    menu->addAction(symbolIcon(QStringLiteral("folder.badge.plus")), LibraryUiTexts::tr("New Collection…"), this,
-                    [this, paths] { newCollection(paths); });
+    menu->addAction(symbolIcon(QStringLiteral("folder.badge.plus")), LibraryUiTexts::tr("New Collection…"),
+                    this, [this, paths] { newCollection(paths); });
     const SidebarItem sidebar = m_ports.model.sidebar();
     if (const auto *row = std::get_if<CollectionRow>(&sidebar)) {
-        menu->addAction(symbolIcon(QStringLiteral("xmark.circle")), LibraryUiTexts::tr("Remove from This Collection"), this,
-                        [this, paths, id = row->id] {
+        menu->addAction(symbolIcon(QStringLiteral("xmark.circle")),
+                        LibraryUiTexts::tr("Remove from This Collection"), this, [this, paths, id = row->id] {
                             QStringList names;
                             for (const QString &path : paths)
                                 names.append(QFileInfo(path).fileName());
@@ -284,13 +341,25 @@ QMenu *LibraryActions::makeMenu(const QStringList &paths)
             add("pin", LibraryUiTexts::tr("Pin to Screen"), [this, path] { pin(path); });
             add("doc.on.doc", LibraryUiTexts::tr("Copy"), [this, path] { copy(path); });
         }
-        if (!catalog.textIndex().value(QFileInfo(path).fileName()).isEmpty())
+        if (!catalog.data().texts.value(QFileInfo(path).fileName()).isEmpty())
             add("text.viewfinder", LibraryUiTexts::tr("Copy Text"), [this, path] { copyText(path); });
         add("doc", LibraryUiTexts::tr("Copy File"), [this, path] { copyFile(path); });
-        menu->addSeparator();
-        add("rectangle.and.pencil.and.ellipsis", LibraryUiTexts::tr("Rename…"), [this, path] { rename(path); });
     }
-    QMenu *collections = menu->addMenu(symbolIcon(QStringLiteral("folder.badge.plus")), LibraryUiTexts::tr("Add to Collection"));
+    menu->addSeparator();
+    add("square.and.arrow.up.on.square", LibraryUiTexts::tr("Export…"),
+        [this, paths] { openSheet(LibrarySheet::Kind::Export, paths); });
+    if (isOne) {
+        add("rectangle.and.pencil.and.ellipsis", LibraryUiTexts::tr("Rename…"),
+            [this, path] { rename(path); });
+    } else {
+        add("character.cursor.ibeam",
+            LibraryUiTexts::tr("Rename %n Items…", nullptr, static_cast<int>(paths.size())),
+            [this, paths] { openSheet(LibrarySheet::Kind::Rename, paths); });
+        add("rectangle.split.2x1", LibraryUiTexts::tr("Combine into One Image…"),
+            [this, paths] { openSheet(LibrarySheet::Kind::Combine, paths); });
+    }
+    QMenu *collections = menu->addMenu(symbolIcon(QStringLiteral("folder.badge.plus")),
+                                       LibraryUiTexts::tr("Add to Collection"));
     fillCollectionMenu(collections, paths);
     if (isOne)
         add("folder", LibraryUiTexts::tr("Show in Finder"), [this, path] { reveal(path); });

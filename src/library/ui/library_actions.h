@@ -1,12 +1,18 @@
 #pragma once
 
+#include "library/library.h"
+#include "library/model/library_choices.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QUuid>
 #include <functional>
 
+class AppSettings;
 class LibraryModel;
+class LibraryWork;
+class Movies;
 class NoticeBoard;
 class Pasteboard;
 class Pins;
@@ -21,6 +27,10 @@ struct LibraryPorts {
     Workspace &workspace;
     NoticeBoard &notices;
     Pins &pins;
+    Movies &movies;
+    AppSettings &settings;
+    LibraryWork &work;
+    QString hashFile; // where the hashes of pictures are kept
     std::function<void(const QString &path)> openItem;
 };
 
@@ -31,12 +41,17 @@ public:
     // Sheets stand over `over`.
     LibraryActions(LibraryPorts ports, QWidget *over);
 
+    // Whether the video editor opens it.
+    static bool isFilm(const QString &path);
+
     void open(const QStringList &paths);
     void setFavorite(const QStringList &paths, bool on);
     void pin(const QString &path);
     // A picture as a picture, a film as its file.
     void copy(const QString &path);
     void copyText(const QString &path);
+    // For who says so itself.
+    void copyTextSilently(const QString &path);
     void copyFile(const QString &path);
     void rename(const QString &path);
     void addToCollection(const QStringList &paths, const QUuid &id);
@@ -44,8 +59,14 @@ public:
     void newCollection(const QStringList &paths);
     void renameCollection(const QUuid &id);
     void reveal(const QString &path);
+    // Offers the ways in which a file can go to other programs, at this point of the screen.
+    void share(const QString &path, const QPoint &at);
+    // Opens a sheet about these captures.
+    void openSheet(LibrarySheet::Kind kind, const QStringList &paths);
     void openFolder();
     void trash(const QStringList &paths);
+    // The same for who wants to know when it has been done.
+    QFuture<QList<Library::Outcome>> trashTelling(const QStringList &paths);
     void importFiles(const QStringList &paths);
     void chooseFilesToImport();
 

@@ -13,8 +13,8 @@
 
 constexpr qreal kReach = CardPainter::kReach;
 
-LibraryGrid::LibraryGrid(LibraryModel &model, LibraryActions &actions, QWidget *parent)
-    : QAbstractScrollArea(parent), m_model(model), m_actions(actions)
+LibraryGrid::LibraryGrid(LibraryModel &model, LibraryActions &actions, Movies &movies, QWidget *parent)
+    : QAbstractScrollArea(parent), m_model(model), m_actions(actions), m_pictures(movies), m_player(movies)
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
@@ -29,9 +29,18 @@ LibraryGrid::LibraryGrid(LibraryModel &model, LibraryActions &actions, QWidget *
         return index >= 0 && cardRect(index).intersects(QRectF(viewport()->rect()));
     };
     connect(&m_pictures, &CardPictures::ready, this, &LibraryGrid::updateCard);
+    connect(&m_player, &FilmPlayer::changed, this, [this] { updateCard(m_player.path()); });
     connect(&model, &LibraryModel::visibleChanged, this, &LibraryGrid::layOut);
     connect(&model, &LibraryModel::cardSizeChanged, this, &LibraryGrid::layOut);
     connect(&model, &LibraryModel::selectionChanged, this, [this] { viewport()->update(); });
+    // The keyboard goes along with the preview.
+    connect(&model, &LibraryModel::previewingChanged, this, [this] {
+        if (!m_model.previewing())
+            return;
+        m_current = *m_model.previewing();
+        if (current() >= 0)
+            makeVisible(current());
+    });
     connect(&model, &LibraryModel::cardsChanged, this, [this](const QStringList &paths) {
         for (const QString &path : paths)
             updateCard(path);
@@ -111,6 +120,7 @@ CardPainter::Card LibraryGrid::cardAt(int index)
             .isSelected = m_model.isSelected(item.path),
             .isCurrent = hasFocus() && item.path == m_current,
             .isHovered = item.path == m_hovered,
+            .film = item.path == m_player.path() ? m_player.picture() : QImage(),
             .pointer = m_pointer};
 }
 
@@ -178,8 +188,7 @@ bool LibraryGrid::viewportEvent(QEvent *event)
         return true;
     }
     if (event->type() == QEvent::Leave) {
-        const QString before = std::exchange(m_hovered, QString());
-        updateCard(before);
+        hover(-1);
     }
     return QAbstractScrollArea::viewportEvent(event);
 }

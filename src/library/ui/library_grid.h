@@ -3,6 +3,7 @@
 #include "library/ui/card_actions.h"
 #include "library/ui/card_layout.h"
 #include "library/ui/card_painter.h"
+#include "library/ui/film_player.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -14,8 +15,8 @@ class LibraryActions;
 class LibraryGrid : public QAbstractScrollArea {
     Q_OBJECT
 public:
-    // Both outlive it.
-    LibraryGrid(LibraryModel &model, LibraryActions &actions, QWidget *parent = nullptr);
+    // All outlive it.
+    LibraryGrid(LibraryModel &model, LibraryActions &actions, Movies &movies, QWidget *parent = nullptr);
 
     const CardLayout &cards() const { return m_layout; }
     // The card that the keyboard is at, or -1.
@@ -29,6 +30,8 @@ public:
 Q_SIGNALS:
     // The keyboard is at another card.
     void currentChanged();
+    // Words were typed that are no command.
+    void typed(const QString &text);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -58,6 +61,7 @@ private:
     void updateCard(const QString &path);
     void moveTo(int index, Qt::KeyboardModifiers modifiers);
     void makeVisible(int index);
+    void hover(int index);
     void stretchBand();
     void startDrag();
     std::optional<CardAction> actionAt(int index, const QPointF &position) const;
@@ -70,6 +74,7 @@ private:
     LibraryModel &m_model;
     LibraryActions &m_actions;
     CardPictures m_pictures;
+    FilmPlayer m_player; // of the film under the pointer
     CardLayout m_layout;
     QString m_current;
     QString m_hovered;

@@ -1,6 +1,7 @@
 #include "library/ui/dragged_files.h"
 #include "library/ui/library_actions.h"
 #include "library/ui/library_grid.h"
+#include "ui/theme_style.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -105,7 +106,14 @@ void LibraryGrid::keyPressEvent(QKeyEvent *event)
         if (!m_model.selection().isEmpty())
             return m_model.setSelection({});
         break;
+    case Qt::Key_Space:
+        if (const QStringList selected = m_model.selectedPaths(); !selected.isEmpty())
+            m_model.setPreviewing(selected.contains(m_current) ? m_current : selected.first());
+        return;
     }
+    const QString text = event->text();
+    if (!text.isEmpty() && text.at(0).isPrint() && !(modifiers & (Qt::ControlModifier | Qt::MetaModifier)))
+        return Q_EMIT typed(text);
     QAbstractScrollArea::keyPressEvent(event);
 }
 
@@ -145,12 +153,9 @@ void LibraryGrid::mouseMoveEvent(QMouseEvent *event)
     m_pointer = event->position();
     const int index = m_layout.cardAt(inContent(m_pointer));
     switch (m_press) {
-    case Press::Nothing: {
-        const QString before = std::exchange(m_hovered, index < 0 ? QString() : m_model.visiblePath(index));
-        updateCard(before);
-        updateCard(m_hovered);
+    case Press::Nothing:
+        hover(index);
         break;
-    }
     case Press::Card:
     case Press::SelectedCard:
         if ((inContent(m_pointer) - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
@@ -165,6 +170,22 @@ void LibraryGrid::mouseMoveEvent(QMouseEvent *event)
         else if (!m_scrolling.isActive())
             m_scrolling.start(kScrollInterval, this);
         break;
+    }
+}
+
+void LibraryGrid::hover(int index)
+{
+    const QString path = index < 0 ? QString() : m_model.visiblePath(index);
+    const QString before = std::exchange(m_hovered, path);
+    updateCard(before);
+    updateCard(path);
+    if (path == before)
+        return;
+    m_player.stop();
+    // Where motion is unwanted the picture stands for the film.
+    if (LibraryActions::isFilm(path) && motionDuration(this, 1) > 0) {
+        const int edge = pictureEdge();
+        m_player.play(path, {edge, edge});
     }
 }
 

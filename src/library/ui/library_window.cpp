@@ -3,23 +3,25 @@
 #include "library/model/library_model.h"
 #include "library/ui/dragged_files.h"
 #include "library/ui/library_grid.h"
+#include "library/ui/library_inspector.h"
+#include "library/ui/library_sheets.h"
 #include "library/ui/library_sidebar.h"
+#include "library/ui/library_toolbar.h"
+#include "library/ui/preview_overlay.h"
+#include "library/ui/selection_bar.h"
 #include "library/ui/texts.h"
+#include "library/ui/window_parts.h"
 #include "ui/controls.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
 #include "ui/tips.h"
 
-#include <QActionGroup>
 #include <QDropEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
-#include <QMenu>
 #include <QMimeData>
-#include <QPainter>
 #include <QShortcut>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -27,92 +29,55 @@
 namespace {
 
 constexpr int kSidebarWidth = 220;
-constexpr int kSmallestCard = 140;
-constexpr int kLargestCard = 420;
+constexpr int kInspectorWidth = 280;
+constexpr int kNarrow = 860; // below this the sidebar would leave the cards no room
 
 enum Stage { Cards, NoCaptures, NoResults, Busy };
 
-// A part of the window with the colour of bars.
-class Surface : public QWidget {
-public:
-    enum class Edge { Right, Bottom, Top };
-    Surface(Edge edge, QWidget *parent = nullptr) : QWidget(parent), m_edge(edge) {}
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        const Theme::Tokens &theme = Theme::tokens(this);
-        QPainter painter(this);
-        painter.fillRect(rect(), theme.surface);
-        switch (m_edge) {
-        case Edge::Right:
-            painter.fillRect(width() - 1, 0, 1, height(), theme.hairline);
-            break;
-        case Edge::Bottom:
-            painter.fillRect(0, height() - 1, width(), 1, theme.hairline);
-            break;
-        case Edge::Top:
-            painter.fillRect(0, 0, width(), 1, theme.hairline);
-            break;
-        }
-    }
-
-private:
-    Edge m_edge;
-};
-
-QLabel *label(Theme::Type type, QFont::Weight weight = QFont::Normal, bool isSecondary = false)
-{
-    auto *made = new QLabel;
-    made->setTextFormat(Qt::PlainText);
-    made->setFont(Theme::font(type, weight));
-    if (isSecondary)
-        made->setForegroundRole(QPalette::PlaceholderText);
-    return made;
-}
-
-BarButton *button(const QString &symbol, const QString &text, const QString &tip, BarButton::Label where)
-{
-    auto *made = new BarButton(symbol, text, where);
-    made->setAccessibleName(text);
-    TipCenter::describe(made, {text, tip, {}});
-    return made;
-}
-
-QString bytesText(qint64 bytes)
-{
-    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
-}
-
 } // namespace
+
+using WindowParts::button;
+using WindowParts::bytesText;
+using WindowParts::label;
+using WindowParts::Surface;
 
 LibraryWindow::LibraryWindow(const LibraryPorts &ports)
     : m_model(ports.model), m_ports(ports), m_actions(new LibraryActions(ports, this))
 {
     installGridAccessibility();
     setWindowTitle(LibraryUiTexts::tr("Library"));
-    setMinimumSize(760, 480);
+    setMinimumSize(640, 480);
     auto *columns = new QHBoxLayout(this);
     columns->setContentsMargins({});
     columns->setSpacing(0);
-    columns->addWidget(makeSidebar());
+    m_sidebar = makeSidebar();
+    columns->addWidget(m_sidebar);
     auto *main = new QVBoxLayout;
     main->setSpacing(0);
     columns->addLayout(main, 1);
-    main->addWidget(makeToolbar());
+    m_toolbar = new LibraryToolbar(m_model, *m_actions, m_ports.work);
+    m_toolbar->searchField()->installEventFilter(this);
+    connect(m_toolbar, &LibraryToolbar::sidebarWanted, this,
+            [this] { m_sidebar->setVisible(!m_sidebar->isVisible()); });
+    main->addWidget(m_toolbar);
     main->addWidget(makeGrid(), 1);
-    main->addWidget(makeSelectionBar());
+    main->addWidget(new SelectionBar(m_model, *m_actions));
+    columns->addWidget(makeInspector());
+    new PreviewOverlay(m_ports, *m_actions, this);
 
     connect(&m_model, &LibraryModel::visibleChanged, this, &LibraryWindow::updateStage);
     connect(&m_model, &LibraryModel::readingChanged, this, &LibraryWindow::updateStage);
     connect(&m_model, &LibraryModel::sidebarChanged, this, &LibraryWindow::updateStage);
-    connect(&m_model, &LibraryModel::progressChanged, this, &LibraryWindow::updateHeader);
-    connect(&m_model, &LibraryModel::selectionChanged, this, &LibraryWindow::updateSelection);
+    connect(&m_model, &LibraryModel::progressChanged, this, &LibraryWindow::updateProgress);
+    connect(&m_model, &LibraryModel::sheetChanged, this, [this] {
+        if (m_model.sheet())
+            LibrarySheets::open(m_ports, *m_actions, this, *m_model.sheet());
+    });
 
     auto *find = new QShortcut(QKeySequence::Find, this);
-    connect(find, &QShortcut::activated, m_search, [this] {
-        m_search->setFocus(Qt::ShortcutFocusReason);
-        m_search->selectAll();
+    connect(find, &QShortcut::activated, this, [this] {
+        searchField()->setFocus(Qt::ShortcutFocusReason);
+        searchField()->selectAll();
     });
     auto *close = new QShortcut(QKeySequence::Close, this);
     connect(close, &QShortcut::activated, this, &QWidget::close);
@@ -120,16 +85,25 @@ LibraryWindow::LibraryWindow(const LibraryPorts &ports)
     if (m_model.reading() == LibraryModel::Reading::Nothing)
         m_model.load();
     updateStage();
-    updateSelection();
+    updateProgress();
     m_grid->setFocus();
+}
+
+QLineEdit *LibraryWindow::searchField() const
+{
+    return m_toolbar->searchField();
 }
 
 LibraryWindow::~LibraryWindow()
 {
     // The next window begins afresh.
     m_model.disconnect(this);
+    m_model.setPreviewing(std::nullopt);
+    m_model.setSheet(std::nullopt);
     m_model.setSelection({});
     m_model.setQuery({});
+    m_model.setSidebar(LibraryFilter::All);
+    m_model.setDateRange(DateRange::Any);
 }
 
 QWidget *LibraryWindow::makeSidebar()
@@ -144,106 +118,51 @@ QWidget *LibraryWindow::makeSidebar()
     rows->addWidget(list, 1);
     auto *foot = new QVBoxLayout;
     foot->setContentsMargins(Theme::Space::inside, 0, Theme::Space::inside, 0);
+    foot->setSpacing(0);
+    auto *cleanUp = button(QStringLiteral("wand.and.stars"), LibraryUiTexts::tr("Clean Up"),
+                           LibraryUiTexts::tr("Find duplicates and large files, and set up auto-delete."),
+                           BarButton::Label::Beside);
+    connect(cleanUp, &QAbstractButton::clicked, this,
+            [this] { m_actions->openSheet(LibrarySheet::Kind::CleanUp, {}); });
+    foot->addWidget(cleanUp, 0, Qt::AlignLeft);
     auto *folder =
         button(QStringLiteral("folder"), LibraryUiTexts::tr("Open Folder"),
                LibraryUiTexts::tr("Show your captures folder in Finder."), BarButton::Label::Beside);
     connect(folder, &QAbstractButton::clicked, m_actions, &LibraryActions::openFolder);
     foot->addWidget(folder, 0, Qt::AlignLeft);
     m_total = label(Theme::Type::Caption, QFont::Normal, true);
-    m_total->setContentsMargins(Theme::Space::inside, 0, 0, 0);
+    m_total->setContentsMargins(Theme::Space::inside, Theme::Space::unit, 0, 0);
     foot->addWidget(m_total);
     rows->addLayout(foot);
     return side;
 }
 
-BarButton *LibraryWindow::dateButton()
+QWidget *LibraryWindow::makeInspector()
 {
-    auto *made = button(QStringLiteral("calendar.badge.clock"), LibraryUiTexts::tr("Date"),
-                        LibraryUiTexts::tr("Show only captures from a time range."), BarButton::Label::None);
-    auto *menu = new QMenu(made);
-    auto *group = new QActionGroup(menu);
-    for (const DateRange range : dateRanges) {
-        QAction *action = menu->addAction(::title(range));
-        action->setCheckable(true);
-        action->setChecked(range == m_model.dateRange());
-        group->addAction(action);
-        connect(action, &QAction::triggered, this, [this, made, range] {
-            m_model.setDateRange(range);
-            made->setSymbol(range == DateRange::Any ? QStringLiteral("calendar.badge.clock")
-                                                    : QStringLiteral("calendar.badge.checkmark"));
-        });
-    }
-    if (m_model.dateRange() != DateRange::Any)
-        made->setSymbol(QStringLiteral("calendar.badge.checkmark"));
-    made->setMenu(menu);
-    return made;
+    auto *side = new Surface(Surface::Edge::Left);
+    side->setFixedWidth(kInspectorWidth);
+    auto *rows = new QVBoxLayout(side);
+    rows->setContentsMargins({});
+    rows->addWidget(new LibraryInspector(m_ports, *m_actions));
+    side->setVisible(m_model.showsInspector());
+    connect(&m_model, &LibraryModel::inspectorChanged, side, [this, side] {
+        side->setVisible(m_model.showsInspector());
+        fitSidebar();
+    });
+    return side;
 }
 
-BarButton *LibraryWindow::sortButton()
+void LibraryWindow::fitSidebar()
 {
-    auto *made = button(QStringLiteral("arrow.up.arrow.down"), LibraryUiTexts::tr("Sort"),
-                        LibraryUiTexts::tr("Order by date, name or file size."), BarButton::Label::None);
-    auto *menu = new QMenu(made);
-    auto *group = new QActionGroup(menu);
-    for (const LibrarySort sort :
-         {LibrarySort::Newest, LibrarySort::Oldest, LibrarySort::Name, LibrarySort::Size}) {
-        QAction *action = menu->addAction(::title(sort));
-        action->setCheckable(true);
-        action->setChecked(sort == m_model.sort());
-        group->addAction(action);
-        connect(action, &QAction::triggered, this, [this, sort] { m_model.setSort(sort); });
-    }
-    made->setMenu(menu);
-    return made;
+    const int room = width() - (m_model.showsInspector() ? kInspectorWidth : 0);
+    m_toolbar->setNarrow(room < kNarrow);
+    m_sidebar->setVisible(room >= kNarrow);
 }
 
-QWidget *LibraryWindow::makeToolbar()
+void LibraryWindow::resizeEvent(QResizeEvent *event)
 {
-    auto *bar = new Surface(Surface::Edge::Bottom);
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(20, 10, Theme::Space::group, 11);
-    row->setSpacing(Theme::Space::unit);
-    auto *names = new QVBoxLayout;
-    names->setSpacing(0);
-    m_title = label(Theme::Type::Title, QFont::DemiBold);
-    m_count = label(Theme::Type::Caption, QFont::Normal, true);
-    names->addWidget(m_title);
-    names->addWidget(m_count);
-    row->addLayout(names, 1);
-
-    m_search = new QLineEdit(m_model.query());
-    m_search->setPlaceholderText(LibraryUiTexts::tr("Search names, apps and text in images"));
-    m_search->setAccessibleName(m_search->placeholderText());
-    m_search->setClearButtonEnabled(true);
-    m_search->setMinimumWidth(180);
-    m_search->setMaximumWidth(340);
-    m_search->setFixedHeight(Theme::Size::field);
-    m_search->addAction(symbolIcon(QStringLiteral("magnifyingglass")), QLineEdit::LeadingPosition);
-    m_search->installEventFilter(this);
-    connect(m_search, &QLineEdit::textChanged, &m_model, &LibraryModel::setQuery);
-    row->addWidget(m_search, 2);
-    row->addStretch(1);
-
-    auto *size = new QSlider(Qt::Horizontal);
-    size->setRange(kSmallestCard, kLargestCard);
-    size->setValue(qRound(m_model.cardSize()));
-    size->setFixedWidth(96);
-    size->setAccessibleName(LibraryUiTexts::tr("Thumbnail Size"));
-    TipCenter::describe(
-        size,
-        {LibraryUiTexts::tr("Thumbnail Size"), LibraryUiTexts::tr("Make the cards bigger or smaller."), {}});
-    connect(size, &QSlider::valueChanged, &m_model, [this](int value) { m_model.setCardSize(value); });
-    row->addWidget(size);
-    row->addSpacing(Theme::Space::inside);
-    row->addWidget(dateButton());
-    row->addWidget(sortButton());
-    auto *import = button(
-        QStringLiteral("square.and.arrow.down"), LibraryUiTexts::tr("Import"),
-        LibraryUiTexts::tr("Add images or videos from elsewhere. You can also drop files onto the grid."),
-        BarButton::Label::None);
-    connect(import, &QAbstractButton::clicked, m_actions, &LibraryActions::chooseFilesToImport);
-    row->addWidget(import);
-    return bar;
+    QWidget::resizeEvent(event);
+    fitSidebar();
 }
 
 QWidget *LibraryWindow::makeGrid()
@@ -258,7 +177,11 @@ QWidget *LibraryWindow::makeGrid()
     auto *pages = new QWidget;
     rows->addWidget(pages, 1);
     m_stages = new QStackedLayout(pages);
-    m_grid = new LibraryGrid(m_model, *m_actions);
+    m_grid = new LibraryGrid(m_model, *m_actions, m_ports.movies);
+    connect(m_grid, &LibraryGrid::typed, this, [this](const QString &text) {
+        searchField()->setFocus(Qt::ShortcutFocusReason);
+        searchField()->setText(searchField()->text() + text);
+    });
     m_stages->insertWidget(Cards, m_grid);
     m_stages->insertWidget(
         NoCaptures,
@@ -279,37 +202,6 @@ QWidget *LibraryWindow::makeGrid()
     return stage;
 }
 
-QWidget *LibraryWindow::makeSelectionBar()
-{
-    m_selectionBar = new Surface(Surface::Edge::Top);
-    auto *row = new QHBoxLayout(m_selectionBar);
-    row->setContentsMargins(20, 7, Theme::Space::group, 6);
-    row->setSpacing(Theme::Space::unit);
-    m_selected = label(Theme::Type::Body, QFont::Medium);
-    row->addWidget(m_selected);
-    row->addStretch(1);
-    auto *collection =
-        button(QStringLiteral("folder.badge.plus"), LibraryUiTexts::tr("Collection"),
-               LibraryUiTexts::tr("Add them to a collection, or start a new one."), BarButton::Label::Beside);
-    auto *menu = new QMenu(collection);
-    collection->setMenu(menu);
-    connect(collection, &BarButton::menuAboutToOpen, this, [this, menu] {
-        menu->clear();
-        m_actions->fillCollectionMenu(menu, m_model.selectedPaths());
-    });
-    row->addWidget(collection);
-    auto *trash = button(QStringLiteral("trash"), LibraryUiTexts::tr("Trash"),
-                         LibraryUiTexts::tr("Move them to the Trash."), BarButton::Label::Beside);
-    connect(trash, &QAbstractButton::clicked, this, [this] { m_actions->trash(m_model.selectedPaths()); });
-    row->addWidget(trash);
-    auto *deselect =
-        button(QStringLiteral("xmark.circle"), LibraryUiTexts::tr("Deselect"), {}, BarButton::Label::Beside);
-    TipCenter::describe(deselect, {LibraryUiTexts::tr("Deselect"), {}, LibraryUiTexts::tr("Esc")});
-    connect(deselect, &QAbstractButton::clicked, this, [this] { m_model.setSelection({}); });
-    row->addWidget(deselect);
-    return m_selectionBar;
-}
-
 void LibraryWindow::updateStage()
 {
     Stage stage = Cards;
@@ -323,32 +215,22 @@ void LibraryWindow::updateStage()
     // While the files were read there was nothing for the keyboard to be at.
     const bool comesToLife = m_stages->currentIndex() == Busy && stage == Cards;
     m_stages->setCurrentIndex(stage);
-    if (comesToLife && !m_search->hasFocus())
+    if (comesToLife && !searchField()->hasFocus())
         m_grid->setFocus();
-    updateHeader();
-}
-
-void LibraryWindow::updateHeader()
-{
-    m_title->setText(m_model.title());
-    m_count->setText(LibraryUiTexts::tr("%n items", nullptr, m_model.visibleCount()));
     m_total->setText(LibraryUiTexts::tr("%n items", nullptr, m_model.itemCount()) + QStringLiteral(" · ") +
                      bytesText(m_model.totalBytes()));
+}
+
+void LibraryWindow::updateProgress()
+{
     const auto progress = m_model.indexProgress() ? m_model.indexProgress() : m_model.aiProgress();
     m_progress->setText(progress.value_or(QString()));
     m_progress->setVisible(progress.has_value());
 }
 
-void LibraryWindow::updateSelection()
-{
-    const auto count = m_model.selection().size();
-    m_selected->setText(LibraryUiTexts::tr("%n selected", nullptr, static_cast<int>(count)));
-    m_selectionBar->setVisible(count > 0);
-}
-
 bool LibraryWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_search && event->type() == QEvent::KeyPress) {
+    if (watched == searchField() && event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         // From the words to what they found.
         if (key->key() == Qt::Key_Down || key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
@@ -359,12 +241,12 @@ bool LibraryWindow::eventFilter(QObject *watched, QEvent *event)
             }
             return true;
         }
-        if (key->key() == Qt::Key_Escape && !m_search->text().isEmpty()) {
-            m_search->clear();
+        if (key->key() == Qt::Key_Escape && !searchField()->text().isEmpty()) {
+            searchField()->clear();
             return true;
         }
     }
-    if (watched != m_search && (event->type() == QEvent::DragEnter || event->type() == QEvent::Drop)) {
+    if (watched != searchField() && (event->type() == QEvent::DragEnter || event->type() == QEvent::Drop)) {
         auto *drop = static_cast<QDropEvent *>(event);
         const QStringList paths = localFiles(drop->mimeData());
         if (paths.isEmpty())

@@ -2,19 +2,17 @@
 
 #include "library/ui/library_actions.h"
 
-#include <QPointer>
 #include <QWidget>
 
-class BarButton;
-class EmptyState;
 class LibraryGrid;
 class LibraryModel;
+class LibraryToolbar;
 class QLabel;
 class QLineEdit;
 class QStackedLayout;
 
-// The window of the Library: the sidebar, the search, and the captures as a grid of cards. What it shows is the
-// model's, which outlives it.
+// The window of the Library: the sidebar, the search, and the captures as a grid of cards. What it shows is
+// the model's, which outlives it.
 class LibraryWindow : public QWidget {
     Q_OBJECT
 public:
@@ -22,30 +20,27 @@ public:
     ~LibraryWindow() override;
 
     LibraryGrid *grid() const { return m_grid; }
-    QLineEdit *searchField() const { return m_search; }
+    QLineEdit *searchField() const;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *makeSidebar();
-    QWidget *makeToolbar();
     QWidget *makeGrid();
-    QWidget *makeSelectionBar();
-    BarButton *dateButton();
-    BarButton *sortButton();
+    QWidget *makeInspector();
+    void fitSidebar();
     void updateStage();
-    void updateHeader();
-    void updateSelection();
+    void updateProgress();
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     LibraryModel &m_model;
     LibraryPorts m_ports;
     LibraryActions *m_actions;
+    QWidget *m_sidebar = nullptr;
+    LibraryToolbar *m_toolbar = nullptr;
     LibraryGrid *m_grid = nullptr;
-    QLineEdit *m_search = nullptr;
     QStackedLayout *m_stages = nullptr;
-    QLabel *m_title = nullptr;
-    QLabel *m_count = nullptr;
     QLabel *m_total = nullptr;
     QLabel *m_progress = nullptr;
-    QLabel *m_selected = nullptr;
-    QWidget *m_selectionBar = nullptr;
 };
