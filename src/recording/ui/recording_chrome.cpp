@@ -6,6 +6,7 @@
 #include "ui/controls.h"
 #include "ui/region_frame_window.h"
 #include "ui/theme.h"
+#include "ui/tips.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -46,8 +47,7 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
     m_pause->setMinimumWidth(m_pause->sizeHint().width()); // of the longer word: "Stop" doesn't move
     QPushButton *stop =
         addButton(row, RecordingUiTexts::tr("Stop Recording"), QStringLiteral("stop.fill"), kRed);
-    const QString help = RecordingUiTexts::tr("Finish and open the recording.");
-    stop->setToolTip(stopShortcut.isEmpty() ? help : help + QStringLiteral(" ") + stopShortcut);
+    TipCenter::describe(stop, {stop->text(), RecordingUiTexts::tr("Finish and open the recording."), stopShortcut});
     connect(stop, &QPushButton::clicked, this, &RecordingHUDView::stopClicked);
     connect(m_pause, &QPushButton::clicked, this, [this] {
         if (m_look == Look::Running)

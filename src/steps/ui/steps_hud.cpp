@@ -8,6 +8,7 @@
 #include "ui/symbol.h"
 #include "ui/theme.h"
 #include "ui/tips.h"
+#include "ui/tips.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -17,6 +18,12 @@ namespace {
 
 constexpr int kTextWidth = 250; // a caption of usual length; the panel doesn't change its size
 constexpr double kFromBottom = 70;
+
+void explain(QPushButton *button, const QString &help)
+{
+    TipCenter::describe(button, {button->text(), help, {}});
+    button->setAccessibleName({}); // its text is, which changes
+}
 
 } // namespace
 
@@ -60,8 +67,7 @@ QPushButton *StepsHUDView::addButton(const QString &text, const QString &symbol,
     if (!symbol.isEmpty())
         button->setIcon(Symbols::icon(symbol, Theme::onMaterial()));
     button->setFocusPolicy(Qt::NoFocus); // the keyboard stays with the program that is shown
-    button->setToolTip(help);
-    button->setAccessibleDescription(help);
+    explain(button, help);
     layout()->addWidget(button);
     return button;
 }
@@ -71,6 +77,7 @@ void StepsHUDView::follow()
     const bool isPaused = m_recorder.isPaused();
     m_symbol->setSymbol(isPaused ? QStringLiteral("pause.circle.fill") : QStringLiteral("list.number"));
     m_pause->setText(isPaused ? StepsUiTexts::tr("Resume") : StepsUiTexts::tr("Pause"));
+    explain(m_pause, m_pause->accessibleDescription());
     m_pause->setIcon(Symbols::icon(isPaused ? QStringLiteral("play.fill") : QStringLiteral("pause.fill"),
                                    Theme::onMaterial()));
     m_done->setEnabled(!m_recorder.steps().isEmpty() &&
