@@ -3571,6 +3571,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>This display doesn&apos;t tell its keyboard layout.</source>
         <translation>Dieser Bildschirm meldet seine Tastaturbelegung nicht.</translation>
     </message>
+    <message>
+        <source>There is no camera that can be used.</source>
+        <translation>Es gibt keine Kamera, die benutzt werden kann.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>
@@ -3859,6 +3863,38 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Copied the film</source>
         <translation>Film kopiert</translation>
+    </message>
+    <message>
+        <source>Showing keystrokes needs Accessibility permission (Settings › Permissions &amp; Help)</source>
+        <translation>Zum Zeigen der Tasten fehlt der Zugriff auf Eingaben (Einstellungen › Zugriff &amp; Hilfe)</translation>
+    </message>
+    <message>
+        <source>Drawing</source>
+        <translation>Zeichnet</translation>
+    </message>
+    <message>
+        <source>Draw on Screen</source>
+        <translation>Auf dem Bildschirm zeichnen</translation>
+    </message>
+    <message>
+        <source>Sketch on the screen while recording — it&apos;s part of the video. Esc or click again to stop drawing.</source>
+        <translation>Während der Aufnahme auf den Bildschirm zeichnen – es ist Teil des Films. Esc oder ein weiterer Klick beendet das Zeichnen.</translation>
+    </message>
+    <message>
+        <source>Clear Drawing</source>
+        <translation>Zeichnung löschen</translation>
+    </message>
+    <message>
+        <source>Erase everything you&apos;ve drawn.</source>
+        <translation>Alles Gezeichnete entfernen.</translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>Webcam unavailable — check Camera permission in Settings</source>
+        <translation>Kamera nicht verfügbar – Kamerazugriff in den Einstellungen prüfen</translation>
     </message>
 </context>
 <context>

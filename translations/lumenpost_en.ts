@@ -3570,6 +3570,10 @@ Space previews, Return opens.</source>
         <source>This display doesn&apos;t tell its keyboard layout.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>There is no camera that can be used.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>
@@ -3857,6 +3861,38 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Copied the film</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Showing keystrokes needs Accessibility permission (Settings › Permissions &amp; Help)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drawing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw on Screen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sketch on the screen while recording — it&apos;s part of the video. Esc or click again to stop drawing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear Drawing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Erase everything you&apos;ve drawn.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Draw</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Webcam unavailable — check Camera permission in Settings</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

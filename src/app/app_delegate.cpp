@@ -199,6 +199,9 @@ void AppDelegate::buildRecordings()
         .sounds = *m_platform.soundSources,
         .movies = *m_platform.movies,
         .permissions = *m_platform.permissions,
+        .inputs = *m_platform.inputMonitors,
+        .cameras = *m_platform.cameras,
+        .workspace = *m_platform.workspace,
         .notes = RecordingPlace::notesIn(m_platform.paths->state()),
     });
     m_captures->startRecording = [this](Activity::Run run, const Screen &screen, const QRectF &rect,

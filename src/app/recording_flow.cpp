@@ -6,6 +6,7 @@
 #include "library/library.h"
 #include "recording/recording_extras.h"
 #include "recording/recording_recovery.h"
+#include "recording/ui/live_extras.h"
 #include "recording/ui/recording_chrome.h"
 #include "settings/app_settings.h"
 
@@ -14,6 +15,7 @@ struct RecordingFlow::Film {
     Delivery::Order order;
     std::shared_ptr<QPromise<void>> hold; // quitting waits while it lives
     std::unique_ptr<RecordingChrome> chrome;
+    std::unique_ptr<LiveExtras> extras;
 };
 
 RecordingFlow::RecordingFlow(const Parts &parts, QObject *parent)
@@ -27,6 +29,11 @@ RecordingFlow::RecordingFlow(const Parts &parts, QObject *parent)
 
 RecordingFlow::~RecordingFlow() = default;
 
+LiveExtras *RecordingFlow::extras() const
+{
+    return m_film ? m_film->extras.get() : nullptr;
+}
+
 RecordingChrome *RecordingFlow::chrome() const
 {
     return m_film ? m_film->chrome.get() : nullptr;
@@ -38,12 +45,14 @@ void RecordingFlow::start(Activity::Run run, const Screen &screen, const QRectF 
     const auto shortcut = m_parts.prefs.hotkey(HotKeyAction::Record);
     m_film =
         std::make_unique<Film>(Film{run, order, hold(QStringLiteral("finishing a recording")),
-                                    std::make_unique<RecordingChrome>(screen, rect, shortcut.display())});
+                                    std::make_unique<RecordingChrome>(screen, rect, shortcut.display()),
+                                    nullptr});
     RecordingHUDView &view = m_film->chrome->view();
     connect(&view, &RecordingHUDView::pauseClicked, &m_recorder, &ScreenRecorder::pause);
     connect(&view, &RecordingHUDView::resumeClicked, &m_recorder, &ScreenRecorder::resume);
     connect(&view, &RecordingHUDView::stopClicked, this, &RecordingFlow::stop);
     m_film->chrome->show();
+    addExtras(rect.translated(screen.frame().topLeft()), order.options);
     m_recorder.setKeptOut(m_film->chrome->windows());
     m_recorder.start(screen, rect, order.options,
                      [this](const std::optional<QString> &path, const std::optional<Error> &error) {
@@ -51,10 +60,29 @@ void RecordingFlow::start(Activity::Run run, const Screen &screen, const QRectF 
                      });
 }
 
+void RecordingFlow::addExtras(const QRectF &region, const CaptureOptions &options)
+{
+    m_film->extras = std::make_unique<LiveExtras>(
+        LiveExtras::Ports{m_parts.inputs, m_parts.cameras, m_parts.workspace, m_parts.notices}, region,
+        LiveExtras::Wish{options.showClicks, options.showKeys, options.webcam});
+    RecordingHUDView &view = m_film->chrome->view();
+    connect(&view, &RecordingHUDView::drawToggled, this, &RecordingFlow::setDrawing);
+    connect(&view, &RecordingHUDView::clearClicked, m_film->extras.get(), &LiveExtras::clearDrawing);
+    connect(m_film->extras.get(), &LiveExtras::drawingEnded, &view, [&view] { view.setDrawing(false); });
+}
+
+void RecordingFlow::setDrawing(bool isDrawing)
+{
+    m_film->chrome->view().setDrawing(isDrawing);
+    m_film->extras->setDrawing(isDrawing);
+}
+
 void RecordingFlow::stop()
 {
-    if (m_film)
+    if (m_film) {
         m_film->chrome->hide();
+        m_film->extras.reset();
+    }
     m_recorder.stop();
 }
 
@@ -78,6 +106,7 @@ void RecordingFlow::follow(ScreenRecorder::State state)
         break;
     case State::Stopping:
         m_film->chrome->hide();
+        m_film->extras.reset();
         break;
     }
 }

@@ -8,9 +8,13 @@
 #include <memory>
 
 class AppSettings;
+class Cameras;
+class InputMonitors;
 class NoticeBoard;
+class LiveExtras;
 class PendingWork;
 class RecordingChrome;
+class Workspace;
 
 // One recording from the part of the screen that was selected for it to its delivery, with the panel that
 // stands beside it. Quitting waits until the film is whole.
@@ -28,6 +32,9 @@ public:
         SoundSources &sounds;
         Movies &movies;
         const Permissions &permissions;
+        InputMonitors &inputs;
+        Cameras &cameras;
+        Workspace &workspace;
         QString notes; // RecordingPlace::notesIn the state folder
     };
 
@@ -43,6 +50,7 @@ public:
 
     // What stands on the screen while it records; null otherwise.
     RecordingChrome *chrome() const;
+    LiveExtras *extras() const;
 
 Q_SIGNALS:
     // What is to stand beside the program's name: " ● 1:05", or nothing.
@@ -53,6 +61,8 @@ Q_SIGNALS:
 private:
     struct Film;
 
+    void addExtras(const QRectF &region, const CaptureOptions &options);
+    void setDrawing(bool isDrawing);
     void follow(ScreenRecorder::State state);
     void ticked(double elapsed);
     void finished(const std::optional<QString> &path, const std::optional<Error> &error);

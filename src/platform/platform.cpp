@@ -1,6 +1,7 @@
 #include "platform/platform.h"
 
 #include "platform/accessible_elements.h"
+#include "platform/cameras.h"
 #include "platform/desktop_activation.h"
 #include "platform/desktop_appearance.h"
 #include "platform/desktop_parts.h"

@@ -3,6 +3,7 @@
 #include <memory>
 
 class AccessibleElements;
+class Cameras;
 class DesktopActivation;
 class DesktopAppearance;
 class DesktopParts;
@@ -54,6 +55,7 @@ struct Platform {
     std::unique_ptr<Sounds> sounds;
     std::unique_ptr<SoundSources> soundSources;
     std::unique_ptr<SoundOutput> soundOutput;
+    std::unique_ptr<Cameras> cameras;
     std::unique_ptr<Movies> movies;
     std::unique_ptr<Permissions> permissions;
     std::unique_ptr<SpeechEngine> speech;

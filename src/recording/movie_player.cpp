@@ -110,7 +110,8 @@ public:
                 if (!m_show && !m_run)
                     m_show = Show{m_place, 0};
             } else if (m_show) {
-                const Show wish = *std::exchange(m_show, std::nullopt);
+                const Show wish = *m_show;
+                m_show.reset();
                 lock.unlock();
                 showOne(wish);
                 lock.lock();

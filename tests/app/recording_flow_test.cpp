@@ -1,8 +1,14 @@
 #include "app/delivery_stage.h"
 #include "app/recording_flow.h"
+#include "recording/ui/draw_overlay_window.h"
+#include "recording/ui/key_badge_panel.h"
+#include "recording/ui/live_extras.h"
 #include "recording/ui/recording_chrome.h"
+#include "recording/ui/ripple_window.h"
+#include "recording/ui/webcam_bubble_window.h"
 #include "support/printers.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -37,6 +43,16 @@ protected:
     {
         return QTest::qWaitFor([&] { return activity.isIdle() && pending.isIdle(); });
     }
+    template <typename Window>
+    static QList<Window *> shownWindows()
+    {
+        QList<Window *> found;
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *window = qobject_cast<Window *>(widget); window && window->isVisible())
+                found.append(window);
+        }
+        return found;
+    }
     QPushButton *button(const QString &text)
     {
         for (auto *button : flow.chrome()->hud().findChildren<QPushButton *>()) {
@@ -47,7 +63,8 @@ protected:
     }
 
     RecordingFlow flow{{activity, delivery, library, prefs, notices, pending, machine.films,
-                        machine.soundSources, machine.movies, machine.permissions, home.path("notes")}};
+                        machine.soundSources, machine.movies, machine.permissions,
+                        machine.inputMonitors, machine.cameras, machine.workspace, home.path("notes")}};
     const Screen screen{1, "A", QRect(0, 0, 800, 600), 1, true};
     Delivery::Order order;
     QStringList shown;
@@ -115,4 +132,60 @@ TEST_F(RecordingFlowTest, EndsAFilmThatIsStoppedBeforeItsFirstFrame)
     ASSERT_TRUE(isOver());
     EXPECT_TRUE(failures.isEmpty());
     EXPECT_EQ(library.items().size(), 1);
+}
+
+TEST_F(RecordingFlowTest, ShowsWhatExplainsAFilmUntilItEnds)
+{
+    order.options.showClicks = order.options.showKeys = order.options.webcam = true;
+    machine.cameras.color = Qt::green;
+    start({100, 100, 400, 300});
+    ASSERT_TRUE(isFilming());
+    EXPECT_TRUE(QTest::qWaitFor([] { return shownWindows<WebcamBubbleWindow>().size() == 1; }));
+    EXPECT_EQ(shownWindows<WebcamBubbleWindow>().first()->geometry(), QRect(296, 196, 180, 180));
+    machine.inputMonitors.press({PointerPress::Button::Left, {150, 160}, {}, false, {}});
+    ASSERT_EQ(shownWindows<RippleWindow>().size(), 1);
+    EXPECT_EQ(shownWindows<RippleWindow>().first()->geometry(), QRect(118, 128, 64, 64));
+    machine.inputMonitors.type({-1, "s", Qt::ControlModifier, false});
+    machine.inputMonitors.type({-1, "x", {}, false});
+    ASSERT_EQ(shownWindows<KeyBadgePanel>().size(), 1);
+    EXPECT_EQ(shownWindows<KeyBadgePanel>().first()->label(), "⌘ S") << "what is typed is nobody's business";
+    EXPECT_TRUE(QTest::qWaitFor([] { return shownWindows<RippleWindow>().isEmpty(); }));
+
+    machine.workspace.front = Workspace::Application{7, "Terminal"};
+    QTest::mouseClick(button("Draw"), Qt::LeftButton);
+    ASSERT_EQ(shownWindows<DrawOverlayWindow>().size(), 1);
+    DrawOverlayWindow *pane = shownWindows<DrawOverlayWindow>().first();
+    EXPECT_EQ(pane->geometry(), QRect(100, 100, 400, 300));
+    const auto draw = [&] {
+        QTest::mousePress(pane, Qt::LeftButton, {}, {10, 10});
+        QTest::mouseMove(pane, {50, 50});
+        QMouseEvent drag(QEvent::MouseMove, QPointF(60, 40), pane->mapToGlobal(QPointF(60, 40)), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QCoreApplication::sendEvent(pane, &drag);
+        QTest::mouseRelease(pane, Qt::LeftButton, {}, {60, 40});
+    };
+    draw();
+    EXPECT_EQ(pane->strokes().all().size(), 1);
+    flow.chrome()->view().clearClicked();
+    EXPECT_TRUE(pane->strokes().isEmpty());
+    draw();
+    QTest::keyClick(pane, Qt::Key_Escape);
+    EXPECT_TRUE(shownWindows<DrawOverlayWindow>().isEmpty());
+    EXPECT_EQ(machine.workspace.restored, 1) << "the keyboard goes back";
+    EXPECT_FALSE(button("Draw")->isChecked());
+
+    flow.stop();
+    EXPECT_TRUE(shownWindows<WebcamBubbleWindow>().isEmpty());
+    EXPECT_EQ(machine.inputMonitors.listeners(), 0);
+    ASSERT_TRUE(isOver());
+
+    machine.cameras.color = QColor();
+    machine.inputMonitors.refusal = "Not here.";
+    shown.clear();
+    start({100, 100, 400, 300});
+    ASSERT_TRUE(isFilming());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.size() == 2; }));
+    EXPECT_TRUE(shown.contains("Webcam unavailable — check Camera permission in Settings"));
+    flow.stop();
+    ASSERT_TRUE(isOver());
 }

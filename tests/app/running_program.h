@@ -28,6 +28,8 @@ protected:
         environment.insert("XDG_STATE_HOME", home.path("state"));
         environment.insert("XDG_CACHE_HOME", home.path("cache"));
         environment.insert("XDG_DATA_HOME", home.path("data"));
+        for (const QString &name : more.keys())
+            environment.insert(name, more.value(name));
         return environment;
     }
     static QString binary() { return QStringLiteral(LUMENPOST_BINARY_DIR "/bin/lumenpost"); }
@@ -80,4 +82,5 @@ protected:
 
     TemporaryFolder home;
     QProcess program;
+    QProcessEnvironment more; // for the program alone
 };

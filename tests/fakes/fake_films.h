@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/cameras.h"
 #include "platform/movies.h"
 #include "platform/screen_films.h"
 #include "platform/sound_output.h"
@@ -171,6 +172,22 @@ public:
     QString refusal;
     bool hasPictures = false;
     std::function<void(const Error &)> failed;
+};
+
+// A camera that sees one colour, or none that can be used.
+class FakeCameras : public Cameras {
+public:
+    Result<std::unique_ptr<CameraStream>> open(int side, std::function<void(const QImage &)> picture,
+                                               std::function<void()> lost) override
+    {
+        if (!color.isValid())
+            return fail(Error::Kind::Unavailable, QStringLiteral("No camera."));
+        QImage seen(side, side, QImage::Format_RGB32);
+        seen.fill(color);
+        picture(seen);
+        return std::make_unique<CameraStream>();
+    }
+    QColor color;
 };
 
 // There is no device.

@@ -29,6 +29,7 @@ public:
           films(make<FakeScreenFilms>(platform.films)),
           soundSources(make<FakeSoundSources>(platform.soundSources)),
           soundOutput(make<FakeSoundOutput>(platform.soundOutput)),
+          cameras(make<FakeCameras>(platform.cameras)),
           movies(make<FakeMovies>(platform.movies)),
           speech(make<FakeSpeechEngine>(platform.speech)),
           pointer(make<FakePointerControl>(platform.pointer)),
@@ -55,6 +56,7 @@ public:
     FakeScreenFilms &films;
     FakeSoundSources &soundSources;
     FakeSoundOutput &soundOutput;
+    FakeCameras &cameras;
     FakeMovies &movies;
     FakeSpeechEngine &speech;
     FakePointerControl &pointer;

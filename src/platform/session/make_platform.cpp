@@ -13,6 +13,7 @@
 #include "platform/desktop/desktop_trash.h"
 #include "platform/desktop/portal_appearance.h"
 #include "platform/desktop/qt_pasteboard.h"
+#include "platform/cameras.h"
 #include "platform/face_engine.h"
 #include "platform/movies.h"
 #include "platform/network/network_http.h"
@@ -116,6 +117,7 @@ Platform makePlatform()
     }
     platform.soundSources = makeSoundSources();
     platform.soundOutput = makeSoundOutput();
+    platform.cameras = makeCameras();
     platform.movies = makeMovies();
     platform.speech = makeSpeechEngine();
     platform.text = makeTextEngine();

@@ -1,5 +1,6 @@
 #include "platform/session/media_loader.h"
 
+#include "platform/cameras.h"
 #include "platform/movies.h"
 #include "platform/session/lazy_part.h"
 #include "platform/sound_output.h"
@@ -89,6 +90,21 @@ private:
     LazyPart<SoundOutput> m_lazy{"platform_media", "lumenpost_sound_output"};
 };
 
+class LazyCameras : public Cameras {
+public:
+    Result<std::unique_ptr<CameraStream>> open(int side, std::function<void(const QImage &)> picture,
+                                               std::function<void()> lost) override
+    {
+        const auto cameras = m_lazy.get();
+        if (!cameras)
+            return std::unexpected(cameras.error());
+        return (*cameras)->open(side, std::move(picture), std::move(lost));
+    }
+
+private:
+    LazyPart<Cameras> m_lazy{"platform_camera", "lumenpost_cameras"};
+};
+
 class LazySpeechEngine : public SpeechEngine {
 public:
     QStringList languages() const override
@@ -114,6 +130,11 @@ private:
 std::unique_ptr<SpeechEngine> makeSpeechEngine()
 {
     return std::make_unique<LazySpeechEngine>();
+}
+
+std::unique_ptr<Cameras> makeCameras()
+{
+    return std::make_unique<LazyCameras>();
 }
 
 std::unique_ptr<Movies> makeMovies()

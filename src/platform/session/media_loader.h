@@ -2,6 +2,7 @@
 
 #include <memory>
 
+class Cameras;
 class Movies;
 class SoundOutput;
 class SoundSources;
@@ -12,5 +13,6 @@ class SpeechEngine;
 std::unique_ptr<Movies> makeMovies();
 std::unique_ptr<SoundSources> makeSoundSources();
 std::unique_ptr<SoundOutput> makeSoundOutput();
-// The same for speech, which is a module of its own.
+// The same for cameras and speech, which are modules of their own.
+std::unique_ptr<Cameras> makeCameras();
 std::unique_ptr<SpeechEngine> makeSpeechEngine();

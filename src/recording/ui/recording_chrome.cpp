@@ -17,6 +17,7 @@ namespace {
 
 constexpr double kFromBottom = 90; // of a screen that is filmed as a whole
 constexpr int kDot = 10;
+constexpr int kIconButton = 36;
 const QColor kRed(0xff, 0x3b, 0x30);
 
 QPushButton *addButton(QBoxLayout *row, const QString &text, const QString &symbol, const QColor &color)
@@ -42,6 +43,7 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
     row->setContentsMargins(kDot + Theme::Space::inside, 0, 0, 0); // the dot; the panel has its own margins
     row->setSpacing(Theme::Space::group);
     row->addWidget(m_time);
+    addDrawing(row);
     m_pause =
         addButton(row, RecordingUiTexts::tr("Resume"), QStringLiteral("pause.fill"), Theme::onMaterial());
     m_pause->setMinimumWidth(m_pause->sizeHint().width()); // of the longer word: "Stop" doesn't move
@@ -59,11 +61,36 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
     setLook(Look::Waiting);
 }
 
+void RecordingHUDView::addDrawing(QBoxLayout *row)
+{
+    m_draw = addButton(row, RecordingUiTexts::tr("Drawing"), QStringLiteral("pencil.tip"), Theme::onMaterial());
+    m_draw->setCheckable(true);
+    m_draw->setMinimumWidth(m_draw->sizeHint().width()); // of the longer word
+    m_draw->setAccessibleName(RecordingUiTexts::tr("Draw on Screen"));
+    m_draw->setToolTip(RecordingUiTexts::tr("Sketch on the screen while recording — it's part of the video. "
+                                            "Esc or click again to stop drawing."));
+    m_clear = addButton(row, {}, QStringLiteral("trash"), Theme::onMaterial());
+    m_clear->setFixedWidth(kIconButton);
+    m_clear->setAccessibleName(RecordingUiTexts::tr("Clear Drawing"));
+    m_clear->setToolTip(RecordingUiTexts::tr("Erase everything you've drawn."));
+    connect(m_draw, &QPushButton::clicked, this, &RecordingHUDView::drawToggled);
+    connect(m_clear, &QPushButton::clicked, this, &RecordingHUDView::clearClicked);
+    setDrawing(false);
+}
+
+void RecordingHUDView::setDrawing(bool isDrawing)
+{
+    m_draw->setChecked(isDrawing);
+    m_draw->setText(isDrawing ? RecordingUiTexts::tr("Drawing") : RecordingUiTexts::tr("Draw"));
+    m_clear->setVisible(isDrawing);
+}
+
 void RecordingHUDView::setLook(Look look)
 {
     m_look = look;
     const bool isPaused = look == Look::Paused;
     m_pause->setEnabled(look != Look::Waiting);
+    m_draw->setEnabled(look != Look::Waiting);
     m_pause->setText(isPaused ? RecordingUiTexts::tr("Resume") : RecordingUiTexts::tr("Pause"));
     m_pause->setIcon(Symbols::icon(isPaused ? QStringLiteral("play.fill") : QStringLiteral("pause.fill"),
                                    Theme::onMaterial()));

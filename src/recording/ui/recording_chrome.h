@@ -9,10 +9,11 @@
 #include <memory>
 
 class NumberLabel;
+class QBoxLayout;
 class QPushButton;
 class RegionFrameWindow;
 
-// The row in the floating panel of a recording: the time, "Pause" or "Resume", and "Stop Recording".
+// The row in the floating panel of a recording: the time, "Draw", "Pause" or "Resume", and "Stop Recording".
 class RecordingHUDView : public QWidget {
     Q_OBJECT
 public:
@@ -24,8 +25,12 @@ public:
     void setLook(Look look);
     // Seconds of film.
     void setElapsed(double seconds);
+    // Drawing brings a button along that erases.
+    void setDrawing(bool isDrawing);
 
 Q_SIGNALS:
+    void drawToggled(bool isDrawing);
+    void clearClicked();
     void pauseClicked();
     void resumeClicked();
     void stopClicked();
@@ -34,8 +39,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void addDrawing(QBoxLayout *row);
+
     Look m_look = Look::Waiting;
     NumberLabel *m_time;
+    QPushButton *m_draw;
+    QPushButton *m_clear;
     QPushButton *m_pause;
 };
 

@@ -76,17 +76,18 @@ void VideoEditorWindowController::joinPlayer()
 
 void VideoEditorWindowController::opened()
 {
-    if (!m_model.isReady())
-        m_model.setDuration(m_player.info()->duration);
+    if (const auto &info = m_player.info(); info && !m_model.isReady())
+        m_model.setDuration(info->duration);
     makeStrip();
 }
 
 void VideoEditorWindowController::makeStrip()
 {
-    if (!m_model.isReady())
+    const auto &info = m_player.info();
+    if (!info || !m_model.isReady())
         return;
     const FilmTimeline &timeline = m_view->timeline();
-    m_strip.make(m_path, timeline.pictureCount(m_player.info()->size), timeline.pictureSize());
+    m_strip.make(m_path, timeline.pictureCount(info->size), timeline.pictureSize());
 }
 
 void VideoEditorWindowController::joinTimeline()
