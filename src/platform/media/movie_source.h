@@ -17,6 +17,8 @@ public:
     AVStream &pictures() const { return *m_input->streams[m_pictures]; } // with pictures only
     bool hasPictures() const { return m_pictures >= 0; }
     const std::vector<int> &soundTracks() const { return m_soundTracks; } // indices of streams
+    // Of the film within the times that its packets tell, in seconds.
+    double start() const { return m_start; }
     // Quarter turns clockwise that a picture is to be shown with, 0 to 3.
     int turns() const { return m_turns; }
 

@@ -1,6 +1,7 @@
 #include "platform/media/mp4_export.h"
 
 #include "platform/media/movie_source.h"
+#include "platform/media/picture_copy.h"
 #include "platform/media/picture_maker.h"
 #include "platform/media/sound_mixer.h"
 #include "platform/texts.h"
@@ -29,10 +30,13 @@ std::unexpected<Error> cannotExport(int error)
 
 class Export {
 public:
-    Export(MovieSource &source, double from, double to, WorkProgress &progress)
+    // `copy` has the pictures that needn't be encoded anew; null when all must be.
+    Export(MovieSource &source, PictureCopy *copy, double from, double to, WorkProgress &progress)
         : m_source(source),
+          m_copy(copy),
           m_from(from),
           m_to(to),
+          m_headEnd(copy ? copy->begin() : to),
           m_progress(progress),
           m_held(av_frame_alloc()),
           m_packet(av_packet_alloc())
@@ -49,19 +53,28 @@ public:
     {
         if (const auto opened = open(target); !opened)
             return opened;
+        m_picturesDone = !hasHead();
+        if (m_picturesDone)
+            m_source.pictures().discard = AVDISCARD_ALL;
         m_source.seek(m_from);
         while (true) {
             if (m_progress.isCancelled)
                 return cancelled();
+            if (m_picturesDone && !copyPictures(m_reached))
+                return cannotExport(m_error);
+            if (m_picturesDone && !m_mixer)
+                break;
             const MovieSource::Decoded decoded = m_source.next();
             if (m_error < 0)
                 return cannotExport(m_error);
             if (decoded.stream < 0)
                 break;
+            m_reached = std::max(m_reached, decoded.time);
             if (decoded.stream == m_pictureStream)
                 takePicture(*decoded.frame, decoded.time);
             else if (m_mixer)
                 m_mixer->add(decoded.stream, *decoded.frame, decoded.time - m_from, m_to - m_from);
+            m_progress.done = std::clamp((decoded.time - m_from) / (m_to - m_from), 0.0, 0.99);
             if (decoded.time > m_to + 1 && m_picturesDone)
                 break;
         }
@@ -69,6 +82,9 @@ public:
     }
 
 private:
+    // Whether something comes before the pictures that are taken over.
+    bool hasHead() const { return m_headEnd > m_from + kSame; }
+
     Result<void> open(const QString &target)
     {
         AVFormatContext *allocated = nullptr;
@@ -82,7 +98,9 @@ private:
         m_size = QSize(pictures.width & ~1, pictures.height & ~1);
         if (m_size.isEmpty())
             return fail(PlatformTexts::tr("The film is too small."));
-        int error = openPictures(pictures);
+        int error = hasHead() ? openEncoder(pictures) : 0;
+        if (error >= 0)
+            error = openPictures(pictures);
         if (error >= 0 && !m_source.soundTracks().empty())
             error = openSound();
         if (error >= 0)
@@ -97,7 +115,7 @@ private:
         return {};
     }
 
-    int openPictures(const AVCodecParameters &pictures)
+    int openEncoder(const AVCodecParameters &pictures)
     {
         const AVCodec *codec = avcodec_find_encoder_by_name("libx264");
         if (!codec)
@@ -118,16 +136,28 @@ private:
         AVDictionary *options = nullptr;
         av_dict_set(&options, "preset", "veryfast", 0);
         av_dict_set(&options, "crf", kQuality, 0);
-        int error = avcodec_open2(m_encoder.get(), codec, &options);
+        if (m_copy) {
+            m_encoder->max_b_frames = 0; // as in the film
+            av_dict_set(&options, "x264-params",
+                        QByteArray("sps-id=" + QByteArray::number(m_copy->freeId())).constData(), 0);
+        }
+        const int error = avcodec_open2(m_encoder.get(), codec, &options);
         av_dict_free(&options);
-        if (error < 0)
-            return error;
+        return error;
+    }
+
+    int openPictures(const AVCodecParameters &pictures)
+    {
         AVStream *stream = avformat_new_stream(m_output.get(), nullptr);
         if (!stream)
             return AVERROR(ENOMEM);
-        error = avcodec_parameters_from_context(stream->codecpar, m_encoder.get());
+        int error = m_copy ? avcodec_parameters_copy(stream->codecpar, &m_copy->parameters())
+                           : avcodec_parameters_from_context(stream->codecpar, m_encoder.get());
+        stream->codecpar->codec_tag = 0;
+        if (error >= 0 && m_copy && m_encoder)
+            error = setParameterSets(*stream->codecpar);
         stream->time_base = kUnit;
-        stream->avg_frame_rate = m_encoder->framerate;
+        stream->avg_frame_rate = m_source.pictures().avg_frame_rate;
         stream->sample_aspect_ratio = pictures.sample_aspect_ratio;
         if (m_source.turns() != 0) {
             auto *matrix = reinterpret_cast<std::int32_t *>(
@@ -136,6 +166,20 @@ private:
                 av_display_rotation_set(matrix, -90.0 * m_source.turns());
         }
         return error;
+    }
+
+    int setParameterSets(AVCodecParameters &parameters) const
+    {
+        const QByteArray sets = m_copy->parameterSetsWith(
+            {reinterpret_cast<const char *>(m_encoder->extradata), m_encoder->extradata_size});
+        auto *room = static_cast<std::uint8_t *>(av_mallocz(std::size_t(sets.size()) + AV_INPUT_BUFFER_PADDING_SIZE));
+        if (!room)
+            return AVERROR(ENOMEM);
+        std::ranges::copy(sets, room);
+        av_freep(static_cast<void *>(&parameters.extradata));
+        parameters.extradata = room;
+        parameters.extradata_size = int(sets.size());
+        return 0;
     }
 
     int openSound()
@@ -177,8 +221,8 @@ private:
     {
         if (m_picturesDone)
             return;
-        if (time >= m_to - kSame && m_hasHeld) {
-            m_picturesDone = true;
+        if (time >= m_headEnd - kSame && m_hasHeld) {
+            endHead();
             return;
         }
         if (time > m_from + kSame && m_hasHeld)
@@ -187,7 +231,47 @@ private:
         av_frame_ref(m_held.get(), &frame);
         m_heldTime = std::max(time, m_from);
         m_hasHeld = true;
-        m_progress.done = std::clamp((time - m_from) / (m_to - m_from), 0.0, 0.99);
+    }
+
+    // All pictures that are encoded are there.
+    void endHead()
+    {
+        m_picturesDone = true;
+        sendPicture(m_held.get(), m_heldTime);
+        m_lastDuration =
+            std::max<std::int64_t>(std::llround((m_headEnd - m_from) * kUnit.den) - m_lastPts, 1);
+        avcodec_send_frame(m_encoder.get(), nullptr);
+        takePackets(*m_encoder, 0);
+        m_source.pictures().discard = AVDISCARD_ALL;
+    }
+
+    // Those that the sound has reached; all of them when there is none. False when the film can't be written.
+    bool copyPictures(double until)
+    {
+        while (m_copy && m_error >= 0 && !m_progress.isCancelled &&
+               (!m_mixer || m_copy->time() <= until || m_isSoundDone)) {
+            AVPacket *packet = m_copy->next();
+            if (m_copy->isBroken())
+                m_error = AVERROR_INVALIDDATA;
+            if (!packet || m_error < 0) {
+                m_copy = nullptr;
+                break;
+            }
+            av_packet_unref(m_packet.get());
+            m_error = av_packet_ref(m_packet.get(), packet);
+            const double time = m_copy->time() - m_from;
+            m_packet->stream_index = 0;
+            m_packet->pts = m_packet->dts = std::max<std::int64_t>(std::llround(time * kUnit.den), m_lastPts + 1);
+            m_packet->duration = std::llround((m_to - m_from) * kUnit.den) - m_packet->pts; // if it is the last
+            m_packet->pos = -1;
+            m_lastPts = m_packet->pts;
+            av_packet_rescale_ts(m_packet.get(), kUnit, m_output->streams[0]->time_base);
+            if (m_error >= 0)
+                m_error = av_interleaved_write_frame(m_output.get(), m_packet.get());
+            if (!m_mixer)
+                m_progress.done = std::clamp(time / (m_to - m_from), 0.0, 0.99);
+        }
+        return m_error >= 0;
     }
 
     void sendPicture(AVFrame *frame, double time)
@@ -264,6 +348,8 @@ private:
         while (m_error >= 0 && avcodec_receive_packet(&encoder, m_packet.get()) >= 0) {
             if (stream == 0 && m_packet->pts == m_lastPts && m_lastDuration > 0)
                 m_packet->duration = m_lastDuration;
+            if (stream == 0 && m_copy && !useLengths())
+                return;
             m_packet->stream_index = stream;
             av_packet_rescale_ts(m_packet.get(), encoder.time_base, m_output->streams[stream]->time_base);
             const int error = av_interleaved_write_frame(m_output.get(), m_packet.get());
@@ -271,14 +357,31 @@ private:
         }
     }
 
+    // The packets that are taken over have no start codes, so that the others mustn't either.
+    bool useLengths()
+    {
+        const QByteArray units =
+            PictureCopy::withLengths({reinterpret_cast<const char *>(m_packet->data), m_packet->size});
+        AvPacket converted(av_packet_alloc());
+        m_error = av_new_packet(converted.get(), int(units.size()));
+        if (m_error < 0)
+            return false;
+        std::ranges::copy(units, converted->data);
+        av_packet_copy_props(converted.get(), m_packet.get());
+        m_packet = std::move(converted);
+        return true;
+    }
+
     Result<void> finish()
     {
-        if (!m_hasHeld)
+        if (hasHead() && !m_hasHeld)
             return fail(PlatformTexts::tr("There are no pictures in that part of the film."));
-        sendPicture(m_held.get(), m_heldTime);
-        m_lastDuration = std::max<std::int64_t>(std::llround((m_to - m_from) * kUnit.den) - m_lastPts, 1);
-        avcodec_send_frame(m_encoder.get(), nullptr);
-        takePackets(*m_encoder, 0);
+        if (!m_picturesDone)
+            endHead();
+        m_isSoundDone = true;
+        copyPictures(m_to);
+        if (m_progress.isCancelled)
+            return cancelled();
         if (m_mixer) {
             m_mixer->end(m_to - m_from);
             encodeSound(true);
@@ -297,8 +400,12 @@ private:
     }
 
     MovieSource &m_source;
+    PictureCopy *m_copy; // null once it has given all
     double m_from;
     double m_to;
+    double m_headEnd; // up to there pictures are encoded
+    double m_reached = 0;
+    bool m_isSoundDone = false;
     WorkProgress &m_progress;
     QSize m_size;
     int m_pictureStream = -1;
@@ -329,5 +436,13 @@ Result<void> exportMp4File(const QString &path, const QString &target, double fr
     auto source = MovieSource::open(path, MovieSource::Parts::Both);
     if (!source)
         return std::unexpected(source.error());
-    return Export(**source, from, to, progress).run(target);
+    if (const auto copy = PictureCopy::of(path, from, to)) {
+        const auto copied = Export(**source, copy.get(), from, to, progress).run(target);
+        if (!copy->isBroken())
+            return copied;
+        source = MovieSource::open(path, MovieSource::Parts::Both);
+        if (!source)
+            return std::unexpected(source.error());
+    }
+    return Export(**source, nullptr, from, to, progress).run(target);
 }

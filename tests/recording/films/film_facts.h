@@ -30,6 +30,18 @@ public:
             .trimmed()
             .toInt();
     }
+    // A sum of each decoded picture, in order.
+    QStringList pictureSums() const
+    {
+        QStringList sums;
+        for (const QByteArray &line :
+             run("ffmpeg", {"-v", "error", "-i", m_path, "-an", "-vsync", "passthrough", "-f", "framemd5", "-"})
+                 .split('\n')) {
+            if (!line.isEmpty() && !line.startsWith('#'))
+                sums.append(QString::fromLatin1(line.mid(line.lastIndexOf(',') + 1).trimmed()));
+        }
+        return sums;
+    }
     bool decodesWithoutErrors() const
     {
         QProcess process;

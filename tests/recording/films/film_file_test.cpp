@@ -210,6 +210,37 @@ TEST_F(FilmFiles, ExportsHoldThePartAloneAndAllSounds)
         EXPECT_EQ(barOf(*(*shown)->at(i / 12.0 + 0.02)), int(20 + i * 10 / 12.0 + 1e-6) % 32) << i;
 }
 
+TEST_F(FilmFiles, TakeOverTheirPicturesFromTheFirstThatStandsByItself)
+{
+    const QString film = finished("t.mov", 60, {SoundSource::System});
+    const QStringList sums = FilmFacts(film).pictureSums();
+    ASSERT_EQ(sums.size(), 60);
+    WorkProgress progress;
+    const QString whole = m_folder.filePath("whole.mp4");
+    ASSERT_TRUE(MovieExport::mp4(*m_movies, film, whole, {}, progress));
+    EXPECT_EQ(FilmFacts(whole).pictureSums(), sums);
+    EXPECT_NEAR(FilmFacts(whole).format("duration").toDouble(), 6.0, 0.03);
+
+    // Pictures that stand by themselves come each two seconds: those before the first are made anew.
+    const QString part = m_folder.filePath("part.mp4");
+    ASSERT_TRUE(MovieExport::mp4(*m_movies, film, part, {1.5, 5}, progress));
+    const FilmFacts facts(part);
+    EXPECT_TRUE(facts.decodesWithoutErrors());
+    const QStringList kept = facts.pictureSums();
+    ASSERT_EQ(kept.size(), 35);
+    EXPECT_EQ(kept.mid(5), sums.mid(20, 30));
+    const auto frames = m_movies->frames(part, {});
+    ASSERT_TRUE(frames);
+    for (int i = 0; i < 35; ++i)
+        EXPECT_EQ(barOf(*(*frames)->at(i / 10.0 + 0.05)), (15 + i) % 32) << i;
+
+    // And again, of a film that has parameter sets of two encoders.
+    const QString again = m_folder.filePath("again.mp4");
+    ASSERT_TRUE(MovieExport::mp4(*m_movies, part, again, {0.2, 3}, progress));
+    EXPECT_TRUE(FilmFacts(again).decodesWithoutErrors());
+    EXPECT_EQ(FilmFacts(again).pictureSums().mid(3), sums.mid(20, 25));
+}
+
 TEST_F(FilmFiles, CancelledExportsLeaveNothing)
 {
     const QString film = finished("e.mov", 30);
