@@ -67,12 +67,16 @@ void RecordingHUDView::addDrawing(QBoxLayout *row)
     m_draw->setCheckable(true);
     m_draw->setMinimumWidth(m_draw->sizeHint().width()); // of the longer word
     m_draw->setAccessibleName(RecordingUiTexts::tr("Draw on Screen"));
-    m_draw->setToolTip(RecordingUiTexts::tr("Sketch on the screen while recording — it's part of the video. "
-                                            "Esc or click again to stop drawing."));
+    TipCenter::describe(m_draw, {RecordingUiTexts::tr("Draw on Screen"),
+                                 RecordingUiTexts::tr("Sketch on the screen while recording — it's part of the "
+                                                      "video. Esc or click again to stop drawing."),
+                                 {}});
     m_clear = addButton(row, {}, QStringLiteral("trash"), Theme::onMaterial());
     m_clear->setFixedWidth(kIconButton);
     m_clear->setAccessibleName(RecordingUiTexts::tr("Clear Drawing"));
-    m_clear->setToolTip(RecordingUiTexts::tr("Erase everything you've drawn."));
+    TipCenter::describe(m_clear, {RecordingUiTexts::tr("Clear Drawing"),
+                                  RecordingUiTexts::tr("Erase everything you've drawn."),
+                                  {}});
     connect(m_draw, &QPushButton::clicked, this, &RecordingHUDView::drawToggled);
     connect(m_clear, &QPushButton::clicked, this, &RecordingHUDView::clearClicked);
     setDrawing(false);
