@@ -233,10 +233,16 @@ NoticeAction Delivery::trashing(const std::shared_ptr<QString> &path)
     return {AppTexts::tr("Trash"), QStringLiteral("trash"), [self = QPointer(this), path] {
                 if (!self)
                     return;
-                if (const auto removed = self->m_parts.library.remove(*path); !removed)
-                    self->m_parts.notices.post(removed.error().message, kWarning);
-                else
-                    self->m_parts.notices.post(AppTexts::tr("Moved to the Trash"), QStringLiteral("trash"));
+                const auto tell = [notices =
+                                       &self->m_parts.notices](const QList<Library::Outcome> &outcomes) {
+                    for (const auto &[file, trashed] : outcomes) {
+                        if (trashed)
+                            notices->post(AppTexts::tr("Moved to the Trash"), QStringLiteral("trash"));
+                        else
+                            notices->post(trashed.error().message, kWarning);
+                    }
+                };
+                whenDone(self->m_parts.library.removeInBackground({*path}), self, tell);
             }};
 }
 

@@ -42,6 +42,13 @@ std::unexpected<Error> FileErrors::cannotWrite(const QString &path, int number)
     return cannotWrite(path, reason(number));
 }
 
+Error FileErrors::about(const QString &path, Error error)
+{
+    if (const QString name = QFileInfo(error.detail).fileName(); !name.isEmpty())
+        error.message.replace(name, QFileInfo(path).fileName());
+    return error;
+}
+
 std::unexpected<Error> FileErrors::cannotRead(const QString &path, int number)
 {
     return fail(number == ENOENT ? Error::Kind::NotFound : Error::Kind::Failed,

@@ -1,9 +1,9 @@
 #include "base/file_lock.h"
 
 #include "base/file_errors.h"
+#include "base/file_name.h"
 #include "base/texts.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QThread>
 #include <cerrno>
@@ -27,7 +27,7 @@ bool isAt(const FileHandle &handle, const QByteArray &path)
 
 Result<FileLock> FileLock::take(const QString &path, std::chrono::milliseconds patience)
 {
-    const QByteArray name = QFile::encodeName(path);
+    const QByteArray name = FileName::toBytes(path);
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (true) {
         FileHandle handle(::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666));

@@ -5,6 +5,8 @@
 #include "base/file_name.h"
 #include "base/texts.h"
 
+#include <QCryptographicHash>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
@@ -43,23 +45,31 @@ std::unexpected<Error> tooLarge(const QString &path, qint64 bytes)
 // What follows the bytes that there is room for.
 enum class Rest { Unread, Refused };
 
-Result<QByteArray> read(const QString &path, qint64 offset, qint64 most, Rest rest)
+Result<FileHandle> opened(const QString &path, struct stat &status)
 {
     const QByteArray name = FileName::toBytes(path);
-    struct stat status{};
     // Looked at before it is opened, as opening alone sets some devices in motion.
     if (::stat(name.constData(), &status) != 0)
         return couldNotRead(path);
     if (auto known = checkKind(path, status); !known)
         return std::unexpected(known.error());
-    const FileHandle file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    FileHandle file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         return couldNotRead(path);
     if (auto known = checkKind(path, status); !known)
         return std::unexpected(known.error());
+    return file;
+}
+
+Result<QByteArray> read(const QString &path, qint64 offset, qint64 most, Rest rest)
+{
+    struct stat status{};
+    const auto file = opened(path, status);
+    if (!file)
+        return std::unexpected(file.error());
     if (rest == Rest::Refused && status.st_size - offset > most)
         return tooLarge(path, status.st_size);
-    if (offset != 0 && ::lseek(file.number(), offset, SEEK_SET) < 0)
+    if (offset != 0 && ::lseek(file->number(), offset, SEEK_SET) < 0)
         return couldNotRead(path);
     const qint64 wanted = rest == Rest::Refused ? most + 1 : most;
     constexpr qint64 kPiece = 65536;
@@ -70,7 +80,7 @@ Result<QByteArray> read(const QString &path, qint64 offset, qint64 most, Rest re
         if (filled == bytes.size()) // it has grown meanwhile, or doesn't tell its size
             bytes.resize(std::min(wanted, bytes.size() * 2));
         const ssize_t count =
-            ::read(file.number(), bytes.data() + filled, static_cast<size_t>(bytes.size() - filled));
+            ::read(file->number(), bytes.data() + filled, static_cast<size_t>(bytes.size() - filled));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -100,4 +110,15 @@ Result<QByteArray> ReadFile::rest(const QString &path, qint64 offset, qint64 mos
 Result<QByteArray> ReadFile::head(const QString &path, qint64 bytes)
 {
     return read(path, 0, bytes, Rest::Unread);
+}
+
+QByteArray ReadFile::digest(const QString &path)
+{
+    struct stat status{};
+    const auto handle = opened(path, status);
+    QFile file;
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!handle || !file.open(handle->number(), QIODevice::ReadOnly) || !hash.addData(&file))
+        return {};
+    return hash.result().toHex();
 }

@@ -15,6 +15,8 @@ namespace ReadFile {
 Result<QByteArray> whole(const QString &path, qint64 mostBytes);
 // What follows the first `offset` bytes.
 Result<QByteArray> rest(const QString &path, qint64 offset, qint64 mostBytes);
+// Its SHA-256 in hexadecimal digits; empty when it can't be read. As large as it likes.
+QByteArray digest(const QString &path);
 // The first bytes of it, fewer where it is shorter.
 Result<QByteArray> head(const QString &path, qint64 bytes);
 

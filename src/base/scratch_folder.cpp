@@ -1,12 +1,13 @@
 #include "base/scratch_folder.h"
 
 #include "base/file_errors.h"
+#include "base/file_name.h"
+#include "base/file_tree.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
 
@@ -19,7 +20,7 @@ const QString &ScratchFolder::prefix()
 Result<ScratchFolder> ScratchFolder::make(const QString &parent)
 {
     while (true) {
-        QByteArray name = QFile::encodeName(QDir(parent).filePath(prefix() + QStringLiteral("XXXXXX")));
+        QByteArray name = FileName::toBytes(QDir(parent).filePath(prefix() + QStringLiteral("XXXXXX")));
         if (!mkdtemp(name.data()))
             return FileErrors::cannotWrite(parent, errno);
         FileHandle handle(::open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -27,31 +28,31 @@ Result<ScratchFolder> ScratchFolder::make(const QString &parent)
         // One who clears leftovers may have come between; then another is made.
         if (handle.isOpen() && (flock(handle.number(), LOCK_EX) == 0 || errno != EINTR) &&
             stat(name.constData(), &there) == 0)
-            return ScratchFolder(QFile::decodeName(name), std::move(handle));
+            return ScratchFolder(FileName::fromBytes(name), std::move(handle));
     }
 }
 
 ScratchFolder::~ScratchFolder()
 {
     if (m_handle.isOpen())
-        QDir(m_path).removeRecursively();
+        FileTree::remove(m_path);
 }
 
 void ScratchFolder::clearLeftovers(const QString &parent)
 {
-    const auto entries = QDir(parent).entryList({prefix() + QLatin1Char('*')},
-                                                QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    for (const QString &entry : entries) {
-        const QString path = QDir(parent).filePath(entry);
+    std::error_code error;
+    std::filesystem::directory_iterator entries(FileName::toBytes(parent).toStdString(), error);
+    for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
+        const QString path = FileName::fromBytes(QByteArray::fromStdString(entries->path().string()));
+        if (!path.mid(path.lastIndexOf(QLatin1Char('/')) + 1).startsWith(prefix()))
+            continue;
         const FileHandle handle(
-            ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+            ::open(FileName::toBytes(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
         struct stat opened;
         if (!handle.isOpen() || fstat(handle.number(), &opened) != 0 ||
             flock(handle.number(), LOCK_EX | LOCK_NB) != 0)
             continue;
-        if (S_ISDIR(opened.st_mode))
-            QDir(path).removeRecursively();
-        else if (S_ISREG(opened.st_mode))
-            QFile::remove(path);
+        if (S_ISDIR(opened.st_mode) || S_ISREG(opened.st_mode))
+            FileTree::remove(path);
     }
 }

@@ -1,6 +1,7 @@
 #include "cli/library_files.h"
 
 #include "base/file_name.h"
+#include "base/file_tree.h"
 #include "cli/command.h"
 #include "cli/texts.h"
 #include "library/library.h"
@@ -13,7 +14,7 @@ QString libraryPath(Library &library, const std::string &word)
     const QString text = FileName::fromBytes(QByteArray::fromStdString(word));
     if (!text.contains(QLatin1Char('/'))) {
         const QString inLibrary = QDir(library.folder()).filePath(text);
-        if (QFileInfo(inLibrary).isFile())
+        if (FileTree::isFile(inLibrary))
             return inLibrary;
     }
     return absolutePath(word);
@@ -22,7 +23,7 @@ QString libraryPath(Library &library, const std::string &word)
 std::optional<QString> existingPath(CommandContext &context, const std::string &word)
 {
     const QString path = libraryPath(context.library(), word);
-    if (!QFileInfo(path).isFile()) {
+    if (!FileTree::isFile(path)) {
         context.fail({Error::Kind::NotFound, CliTexts::tr("There is no file %1.").arg(path), {}});
         return std::nullopt;
     }
@@ -38,7 +39,7 @@ QStringList pathsOf(CommandContext &context, const std::vector<std::string> &wor
     QStringList paths;
     for (const std::string &word : words) {
         const QString path = absolutePath(word);
-        paths.append(QFileInfo::exists(path) ? path : libraryPath(context.library(), word));
+        paths.append(FileTree::exists(path) ? path : libraryPath(context.library(), word));
     }
     return paths;
 }

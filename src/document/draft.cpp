@@ -6,7 +6,6 @@
 #include "document/project_file.h"
 #include "document/texts.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -71,15 +70,6 @@ Result<void> writeInto(const QString &folder, const EditorDocument::Contents &co
 }
 
 } // namespace
-
-QByteArray digestOf(const QString &path)
-{
-    QFile file(path);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
-        return {};
-    return hash.result().toHex();
-}
 
 QString directoryOf(const QString &path, const QString &projectDirectory)
 {

@@ -30,8 +30,6 @@ struct Entry {
     QDateTime date; // of its last change
 };
 
-// SHA-256 of a file's bytes in hexadecimal digits; empty when it can't be read.
-QByteArray digestOf(const QString &path);
 
 // Where the draft of a Library file lies; `projectDirectory` is that file's.
 QString directoryOf(const QString &path, const QString &projectDirectory);

@@ -1,6 +1,7 @@
 #include "document/editor_document.h"
 
 #include "base/colors.h"
+#include "base/read_file.h"
 #include "document/cutout.h"
 #include "document/draft.h"
 #include "document/image_files.h"
@@ -65,7 +66,7 @@ EditorDocument::Source EditorDocument::load(const QString &path, const QString &
 {
     Source source;
     source.fileURL = QUrl::fromLocalFile(path);
-    source.fileDigest = Draft::digestOf(path); // before the pixels: a draft of older ones fits no newer ones
+    source.fileDigest = ReadFile::digest(path); // before the pixels: a draft of older ones fits no newer ones
     const auto opened = ProjectSave::open(path, projectDirectory);
     source.isProjectSetAside = opened.isSetAside;
     if (opened.contents) {

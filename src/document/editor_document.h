@@ -60,7 +60,7 @@ public:
         QUrl fileURL;
         // There were objects, of another state of the picture: they were put aside and don't show.
         bool isProjectSetAside = false;
-        QByteArray fileDigest = {};         // as `Draft::digestOf` tells it
+        QByteArray fileDigest = {};         // as `ReadFile::digest` tells it
         std::optional<Contents> draft = {}; // edits of this very file that were never saved
         QString draftDirectory = {};        // of a picture without a file
         bool hasSetDraftAside = false;      // there was one of another state of the file

@@ -1,6 +1,8 @@
 #include "document/project_file.h"
 
 #include "base/atomic_file.h"
+#include "base/file_errors.h"
+#include "base/file_tree.h"
 #include "base/json.h"
 #include "base/read_file.h"
 #include "document/image_files.h"
@@ -316,7 +318,7 @@ Result<ProjectFile> ProjectFile::readDescription(const QString &path)
 Result<ProjectFile::Contents> ProjectFile::read(const QString &directory)
 {
     const QDir dir(directory);
-    if (directory.isEmpty() || !dir.exists())
+    if (directory.isEmpty() || !FileTree::exists(directory))
         return fail(Error::Kind::NotFound, DocumentTexts::tr("There is no project at %1.").arg(directory));
     auto base = ImageFiles::read(dir.filePath("base.png"));
     if (!base)
@@ -329,8 +331,8 @@ Result<ProjectFile::Contents> ProjectFile::read(const QString &directory)
 
 Result<void> ProjectFile::write(const QString &directory, const QImage &base, const ProjectFile &project)
 {
-    if (!QDir().mkpath(directory))
-        return fail(DocumentTexts::tr("Couldn't make the folder %1.").arg(directory));
+    if (!FileTree::makeFolder(directory))
+        return FileErrors::cannotWrite(directory, errno);
     const QDir dir(directory);
     if (const auto written = ImageFiles::write(base, dir.filePath("base.png")); !written)
         return written;

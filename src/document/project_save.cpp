@@ -3,19 +3,19 @@
 #include "base/atomic_file.h"
 #include "base/file_errors.h"
 #include "base/file_lock.h"
-#include "base/free_name.h"
+#include "base/file_name.h"
+#include "base/file_tree.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/scratch_folder.h"
 #include "document/image_files.h"
 #include "document/renderer.h"
 
-#include <QCryptographicHash>
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <cerrno>
 #include <cstdio>
+#include <unistd.h>
 
 namespace ProjectSave {
 
@@ -33,34 +33,26 @@ struct Stamp {
     QString name;
 };
 
-QByteArray digestOf(const QString &path)
-{
-    QFile file(path);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
-        return {};
-    return hash.result().toHex();
-}
-
 std::optional<Stamp> stampOf(const QString &directory)
 {
-    QFile file(directory + QLatin1Char('/') + kDigest);
-    if (!file.open(QIODevice::ReadOnly))
+    const auto bytes = ReadFile::head(directory + QLatin1Char('/') + kDigest, 8192);
+    if (!bytes)
         return std::nullopt;
-    const QByteArray line = file.readLine(8192).trimmed();
+    const QByteArray line = bytes->left(bytes->indexOf('\n'));
     constexpr qsizetype kDigits = 64;
     if (line.size() < kDigits)
         return std::nullopt;
-    return Stamp{line.left(kDigits), QString::fromUtf8(line.mid(kDigits + 2))};
+    return Stamp{line.left(kDigits), FileName::fromBytes(line.mid(kDigits + 2))};
 }
 
 // `picture` has the bytes, `name` the name that they will have.
 Result<void> writeStamp(const QString &directory, const QString &picture, const QString &name)
 {
-    const QByteArray digest = digestOf(picture);
+    const QByteArray digest = ReadFile::digest(picture);
     if (digest.isEmpty())
         return FileErrors::cannotRead(picture, errno);
-    return AtomicFile::write(directory + QLatin1Char('/') + kDigest, digest + "  " + name.toUtf8() + '\n');
+    return AtomicFile::write(directory + QLatin1Char('/') + kDigest,
+                             digest + "  " + FileName::toBytes(name) + '\n');
 }
 
 QString folderOf(const QString &projectDirectory)
@@ -70,7 +62,7 @@ QString folderOf(const QString &projectDirectory)
 
 Result<void> move(const QString &from, const QString &to)
 {
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+    if (std::rename(FileName::toBytes(from).constData(), FileName::toBytes(to).constData()) != 0)
         return FileErrors::cannotWrite(to, errno);
     return {};
 }
@@ -81,23 +73,23 @@ Result<void> moveIn(const QString &projectDirectory)
     const QString waiting = projectDirectory + QLatin1Char('/') + kWaiting;
     for (const QString &part : kParts) {
         const QString from = waiting + QLatin1Char('/') + part;
-        if (!QFileInfo::exists(from))
+        if (!FileTree::exists(from))
             continue;
         if (auto moved = move(from, projectDirectory + QLatin1Char('/') + part); !moved)
             return moved;
     }
-    QDir(waiting).removeRecursively();
+    FileTree::remove(waiting);
     return {};
 }
 
 void settleLocked(const QString &path, const QString &projectDirectory)
 {
     const QString waiting = projectDirectory + QLatin1Char('/') + kWaiting;
-    if (!QFileInfo::exists(waiting))
+    if (!FileTree::exists(waiting))
         return;
     const auto stamp = stampOf(waiting);
-    if (!stamp || stamp->digest != digestOf(path)) {
-        QDir(waiting).removeRecursively();
+    if (!stamp || stamp->digest != ReadFile::digest(path)) {
+        FileTree::remove(waiting);
         return;
     }
     if (const auto moved = moveIn(projectDirectory); !moved)
@@ -108,7 +100,7 @@ void settleLocked(const QString &path, const QString &projectDirectory)
 
 bool holdsProject(const QString &directory)
 {
-    return QFileInfo::exists(directory + QLatin1Char('/') + kDescription);
+    return FileTree::exists(directory + QLatin1Char('/') + kDescription);
 }
 
 // What is in the way of a new project, and isn't the present one of this picture, is kept.
@@ -117,7 +109,8 @@ void makeRoom(const QString &path, const QString &projectDirectory)
     if (!holdsProject(projectDirectory))
         return;
     const auto stamp = stampOf(projectDirectory);
-    const bool isOwn = stamp && (stamp->name == QFileInfo(path).fileName() || stamp->digest == digestOf(path));
+    const bool isOwn =
+        stamp && (stamp->name == QFileInfo(path).fileName() || stamp->digest == ReadFile::digest(path));
     if (!isOwn)
         setAside(projectDirectory);
 }
@@ -129,15 +122,15 @@ Result<void> commit(const QString &path, const QString &projectDirectory, const 
     settleLocked(path, projectDirectory);
     makeRoom(path, projectDirectory);
     const QString waiting = projectDirectory + QLatin1Char('/') + kWaiting;
-    if (!QDir().mkpath(projectDirectory))
-        return FileErrors::cannotWrite(projectDirectory, errno);
-    QDir(waiting).removeRecursively();
+    if (!FileTree::makeFolder(projectDirectory))
+        return FileErrors::cannotWrite(path, errno);
+    FileTree::remove(waiting);
     auto placed = move(prepared, waiting);
     if (placed)
         placed = placePicture();
     if (!placed) {
-        QDir(waiting).removeRecursively();
-        QDir().rmdir(projectDirectory); // if it was made for this
+        FileTree::remove(waiting);
+        rmdir(FileName::toBytes(projectDirectory).constData()); // if it was made for this
         return placed;
     }
     return moveIn(projectDirectory);
@@ -155,8 +148,8 @@ bool draws(const ProjectFile::Contents &contents, const QString &path)
         return false;
     const auto type = ImageFiles::type(path);
     if (type != ImageFiles::Type::Png) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) && file.readAll() == ImageFiles::encode(finished, type);
+        const auto bytes = ReadFile::whole(path, ImageFiles::kMostBytes);
+        return bytes && *bytes == ImageFiles::encode(finished, type);
     }
     const auto picture = ImageFiles::read(path);
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
@@ -174,21 +167,21 @@ Result<void> write(const QString &path, const QImage &finished, const QString &p
                    const QImage &base, const ProjectFile &project)
 {
     const QString folder = folderOf(projectDirectory);
-    if (!QDir().mkpath(folder))
-        return FileErrors::cannotWrite(folder, errno);
+    if (!FileTree::makeFolder(folder))
+        return FileErrors::cannotWrite(path, errno);
     ScratchFolder::clearLeftovers(folder);
     const auto scratch = ScratchFolder::make(folder);
     if (!scratch)
-        return std::unexpected(scratch.error());
+        return std::unexpected(FileErrors::about(path, scratch.error()));
     const QString name = QFileInfo(path).fileName();
     const QString prepared = scratch->filePath(kWaiting);
     const QString picture = scratch->filePath(name);
     if (auto written = ProjectFile::write(prepared, base, project); !written)
-        return written;
+        return std::unexpected(FileErrors::about(path, written.error()));
     if (auto written = ImageFiles::write(finished, picture); !written)
         return written;
     if (auto written = writeStamp(prepared, picture, name); !written)
-        return written;
+        return std::unexpected(FileErrors::about(path, written.error()));
     const auto lock = FileLock::take(lockFile(folder));
     if (!lock)
         return std::unexpected(lock.error());
@@ -199,19 +192,19 @@ Result<void> writeProject(const QString &path, const QString &projectDirectory, 
                           const ProjectFile &project)
 {
     const QString folder = folderOf(projectDirectory);
-    if (!QDir().mkpath(folder))
-        return FileErrors::cannotWrite(folder, errno);
+    if (!FileTree::makeFolder(folder))
+        return FileErrors::cannotWrite(path, errno);
     const auto scratch = ScratchFolder::make(folder);
     if (!scratch)
-        return std::unexpected(scratch.error());
+        return std::unexpected(FileErrors::about(path, scratch.error()));
     const QString prepared = scratch->filePath(kWaiting);
     if (auto written = ProjectFile::write(prepared, base, project); !written)
-        return written;
+        return std::unexpected(FileErrors::about(path, written.error()));
     const auto lock = FileLock::take(lockFile(folder));
     if (!lock)
         return std::unexpected(lock.error());
     if (auto written = writeStamp(prepared, path, QFileInfo(path).fileName()); !written)
-        return written;
+        return std::unexpected(FileErrors::about(path, written.error()));
     return commit(path, projectDirectory, prepared, [] { return Result<void>{}; });
 }
 
@@ -219,8 +212,8 @@ Result<void> put(const QString &path, const QString &picture, const QString &pro
                  const QString &project)
 {
     const QString folder = folderOf(projectDirectory);
-    if (!QDir().mkpath(folder))
-        return FileErrors::cannotWrite(folder, errno);
+    if (!FileTree::makeFolder(folder))
+        return FileErrors::cannotWrite(path, errno);
     const auto lock = FileLock::take(lockFile(folder));
     if (!lock)
         return std::unexpected(lock.error());
@@ -232,7 +225,7 @@ Result<void> put(const QString &path, const QString &picture, const QString &pro
     if (auto placed = placePicture(); !placed)
         return placed;
     if (isPresent)
-        QDir(projectDirectory).removeRecursively();
+        FileTree::remove(projectDirectory);
     else if (holdsProject(projectDirectory))
         setAside(projectDirectory);
     return project.isEmpty() ? Result<void>{} : move(project, projectDirectory);
@@ -240,12 +233,12 @@ Result<void> put(const QString &path, const QString &picture, const QString &pro
 
 Opened open(const QString &path, const QString &projectDirectory)
 {
-    if (projectDirectory.isEmpty() || !QFileInfo::exists(projectDirectory))
+    if (projectDirectory.isEmpty() || !FileTree::exists(projectDirectory))
         return {};
     // In a folder that can't be written to, nobody changes anything.
     const auto lock = FileLock::take(lockFile(folderOf(projectDirectory)));
     settleLocked(path, projectDirectory);
-    if (!holdsProject(projectDirectory) || !QFileInfo::exists(path))
+    if (!holdsProject(projectDirectory) || !FileTree::exists(path))
         return {};
     const auto isOwn = belongs(path, projectDirectory);
     if (isOwn == false) {
@@ -268,7 +261,7 @@ Opened open(const QString &path, const QString &projectDirectory)
 
 void settle(const QString &path, const QString &projectDirectory)
 {
-    if (projectDirectory.isEmpty() || !QFileInfo::exists(projectDirectory + QLatin1Char('/') + kWaiting))
+    if (projectDirectory.isEmpty() || !FileTree::exists(projectDirectory + QLatin1Char('/') + kWaiting))
         return;
     if (const auto lock = FileLock::take(lockFile(folderOf(projectDirectory))))
         settleLocked(path, projectDirectory);
@@ -277,7 +270,7 @@ void settle(const QString &path, const QString &projectDirectory)
 std::optional<bool> belongs(const QString &path, const QString &projectDirectory)
 {
     const auto stamp = stampOf(projectDirectory);
-    return stamp ? std::optional(stamp->digest == digestOf(path)) : std::nullopt;
+    return stamp ? std::optional(stamp->digest == ReadFile::digest(path)) : std::nullopt;
 }
 
 std::optional<QString> owner(const QString &projectDirectory)
@@ -292,7 +285,7 @@ void setOwner(const QString &projectDirectory, const QString &name)
     if (!stamp)
         return;
     const auto written = AtomicFile::write(projectDirectory + QLatin1Char('/') + kDigest,
-                                           stamp->digest + "  " + name.toUtf8() + '\n',
+                                           stamp->digest + "  " + FileName::toBytes(name) + '\n',
                                            AtomicFile::Keep::Reproducible);
     if (!written)
         Log::error(QStringLiteral("A project could not be told the name of its picture"), written.error());
@@ -303,7 +296,7 @@ void setAside(const QString &projectDirectory)
     const QString aside = folderOf(projectDirectory) + QStringLiteral("/.aside");
     const QString stem = QFileInfo(projectDirectory).fileName() +
                          QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd HH.mm.ss"));
-    QDir().mkpath(aside);
+    FileTree::makeFolder(aside);
     const auto moved = AtomicFile::moveNew(projectDirectory, aside, stem, {});
     if (moved)
         Log::info(QStringLiteral("Set aside a project that belongs to another picture: ") + *moved);

@@ -4,6 +4,7 @@
 #include "base/clock.h"
 #include "base/log.h"
 #include "base/notice.h"
+#include "base/read_file.h"
 #include "document/draft.h"
 #include "document/image_files.h"
 #include "document/project_save.h"
@@ -63,7 +64,7 @@ Result<SavedFile> writeAsPng(const QImage &image, const QString &wanted)
         AtomicFile::writeNew(info.path(), info.completeBaseName(), QStringLiteral("png"), bytes);
     if (!path)
         return std::unexpected(path.error());
-    return SavedFile{*path, Draft::digestOf(*path)};
+    return SavedFile{*path, ReadFile::digest(*path)};
 }
 
 } // namespace
@@ -143,12 +144,12 @@ private:
                                    : ImageFiles::write(image, order.path);
             if (!saved)
                 return std::unexpected(saved.error());
-            if (stray && Draft::digestOf(stray->path) == stray->digest) {
+            if (stray && ReadFile::digest(stray->path) == stray->digest) {
                 QFile::remove(stray->path);
                 if (ProjectSave::owner(stray->project) == QFileInfo(stray->path).fileName())
                     QDir(stray->project).removeRecursively();
             }
-            return SavedFile{order.path, Draft::digestOf(order.path)};
+            return SavedFile{order.path, ReadFile::digest(order.path)};
         });
         m_pending.keep(QStringLiteral("saving ") + QFileInfo(order.path).fileName(), written);
         whenDone(written, this, [this](const Saved &saved) { follow(saved); });

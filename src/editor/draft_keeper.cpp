@@ -3,6 +3,7 @@
 #include "base/log.h"
 #include "base/notice.h"
 #include "base/pending_work.h"
+#include "base/read_file.h"
 #include "document/draft.h"
 #include "document/editor_document.h"
 #include "editor/texts.h"
@@ -41,7 +42,7 @@ DraftKeeper::DraftKeeper(const EditorDesk &desk) : m_desk(desk), m_directory(des
         m_writtenTo = directory();
     const QString file = m_desk.document.fileURL().toLocalFile();
     if (!file.isEmpty() && m_desk.document.fileDigest().isEmpty())
-        whenDone(runInBackground([file] { return Draft::digestOf(file); }), this,
+        whenDone(runInBackground([file] { return ReadFile::digest(file); }), this,
                  [this](const QByteArray &digest) {
                      if (m_desk.document.fileDigest().isEmpty())
                          m_desk.document.setFileDigest(digest);
@@ -134,7 +135,7 @@ void DraftKeeper::keepNow()
                                               file = document.fileURL()] {
         Draft::Origin known = origin;
         if (isOfFile && known.picture.isEmpty())
-            known.picture = Draft::digestOf(file.toLocalFile());
+            known.picture = ReadFile::digest(file.toLocalFile());
         return Draft::write(to, contents, known, keepsBase);
     });
     m_desk.ports.pending.keep(QStringLiteral("keeping the unsaved edits of ") + origin.title, m_writing);

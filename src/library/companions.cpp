@@ -1,6 +1,8 @@
 #include "library/companions.h"
 
 #include "base/file_lock.h"
+#include "base/file_name.h"
+#include "base/file_tree.h"
 #include "document/project_save.h"
 #include "library/library.h"
 #include "library/library_names.h"
@@ -10,6 +12,16 @@
 #include <algorithm>
 
 using LibraryNames::baseOf;
+
+namespace {
+
+// The folders of a file whose name is no text are called as it would be in an address.
+QString asText(const QString &name)
+{
+    return name.isValidUtf16() ? name : QString::fromLatin1(FileName::toBytes(name).toPercentEncoding());
+}
+
+} // namespace
 
 Companions::Companions(const QString &folder) : m_folder(folder), m_hidden(hiddenIn(folder)) {}
 
@@ -25,8 +37,7 @@ QString Companions::projects() const
 
 bool Companions::isThere(const QString &name) const
 {
-    const QFileInfo info(QDir(m_folder).filePath(name));
-    return info.exists() || info.isSymLink();
+    return FileTree::exists(QDir(m_folder).filePath(name));
 }
 
 bool Companions::hasSiblingImage(const QString &name) const
@@ -49,17 +60,17 @@ bool Companions::isProjectOf(const QString &name, const QString &directory) cons
 QString Companions::projectDirectory(const QString &name) const
 {
     // No base name begins with a dot, so this is nobody else's.
-    const QString own = projects() + QStringLiteral("/.") + name;
+    const QString own = projects() + QStringLiteral("/.") + asText(name);
     if (QFileInfo::exists(own))
         return own;
-    const QString shared = projects() + QLatin1Char('/') + baseOf(name);
+    const QString shared = projects() + QLatin1Char('/') + asText(baseOf(name));
     const auto owner = ProjectSave::owner(shared);
     return owner && *owner != name && isThere(*owner) ? own : shared;
 }
 
 QString Companions::versionsDirectory(const QString &name) const
 {
-    return m_hidden + QStringLiteral("/versions/") + baseOf(name);
+    return m_hidden + QStringLiteral("/versions/") + asText(baseOf(name));
 }
 
 void Companions::follow(const QString &oldName, const QString &newName) const

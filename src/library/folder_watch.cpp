@@ -1,7 +1,8 @@
 #include "library/folder_watch.h"
 
+#include "base/file_name.h"
+
 #include <QDateTime>
-#include <QFile>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -39,12 +40,12 @@ FolderWatch::Listing FolderWatch::list(const QString &folder,
 {
     Listing listing;
     const auto close = [](DIR *directory) { closedir(directory); };
-    const std::unique_ptr<DIR, decltype(close)> directory(opendir(QFile::encodeName(folder).constData()),
+    const std::unique_ptr<DIR, decltype(close)> directory(opendir(FileName::toBytes(folder).constData()),
                                                           close);
     if (!directory)
         return listing;
     while (const dirent *entry = readdir(directory.get())) {
-        const QString name = QFile::decodeName(entry->d_name);
+        const QString name = FileName::fromBytes(entry->d_name);
         struct stat state;
         if (concerns(name) && fstatat(dirfd(directory.get()), entry->d_name, &state, 0) == 0 &&
             S_ISREG(state.st_mode))
@@ -88,7 +89,7 @@ void FolderWatch::know(const QStringList &names)
         if (!m_listing)
             continue;
         struct stat state;
-        if (stat(QFile::encodeName(m_folder + QLatin1Char('/') + name).constData(), &state) == 0)
+        if (stat(FileName::toBytes(m_folder + QLatin1Char('/') + name).constData(), &state) == 0)
             m_listing->insert(name, stateOf(state));
         else
             m_listing->remove(name);

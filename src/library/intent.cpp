@@ -1,6 +1,7 @@
 #include "library/intent.h"
 
 #include "base/atomic_file.h"
+#include "base/file_name.h"
 #include "base/json.h"
 
 #include <QFile>
@@ -52,5 +53,5 @@ bool Intent::exists(const QString &directory)
 quint64 inodeOf(const QString &path)
 {
     struct stat state;
-    return lstat(QFile::encodeName(path).constData(), &state) == 0 ? state.st_ino : 0;
+    return lstat(FileName::toBytes(path).constData(), &state) == 0 ? state.st_ino : 0;
 }

@@ -2,6 +2,7 @@
 
 #include "base/atomic_file.h"
 #include "base/file_name.h"
+#include "base/file_tree.h"
 #include "base/free_name.h"
 #include "base/log.h"
 #include "base/scratch_folder.h"
@@ -14,7 +15,6 @@
 #include "settings/app_settings.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
@@ -134,33 +134,24 @@ void Library::ensureDirectory()
 
 QStringList Library::items() const
 {
-    struct Entry {
-        QString path;
-        qint64 modified;
-    };
-    QList<Entry> entries;
-    const auto files = QDir(folder()).entryInfoList(QDir::Files, QDir::Name);
-    for (const QFileInfo &info : files) {
-        if (!isOfLibrary(info.fileName()))
-            continue;
-        const QDateTime modified = info.lastModified();
-        entries.append({info.filePath(), modified.isValid() ? modified.toMSecsSinceEpoch()
-                                                            : std::numeric_limits<qint64>::min()});
-    }
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](const Entry &a, const Entry &b) { return a.modified > b.modified; });
-    QStringList paths;
-    for (const Entry &entry : entries)
-        paths.append(entry.path);
-    return paths;
+    const FolderWatch::Listing files = FolderWatch::list(folder(), isOfLibrary);
+    QStringList names = files.keys();
+    names.sort();
+    std::ranges::stable_sort(names, std::greater(),
+                             [&](const QString &name) { return files[name].modified; });
+    for (QString &name : names)
+        name = inFolder(name);
+    return names;
 }
 
 LibraryItem Library::item(const QString &path) const
 {
-    const QFileInfo info(path);
-    if (!info.exists())
+    struct stat state;
+    if (::stat(FileName::toBytes(path).constData(), &state) != 0)
         return {path, {}, 0};
-    return {path, info.lastModified(), info.size()};
+    return {path,
+            QDateTime::fromMSecsSinceEpoch(state.st_mtim.tv_sec * 1000 + state.st_mtim.tv_nsec / 1'000'000),
+            state.st_size};
 }
 
 QString Library::newPath(const QString &prefix, const QString &extension)
@@ -246,7 +237,7 @@ std::function<Result<QString>()> Library::copyOf(const QString &path)
 
 Result<QString> Library::importFile(const QString &path)
 {
-    if (contains(path) && QFileInfo(path).isFile())
+    if (contains(path) && FileTree::isFile(path))
         return QFileInfo(path).absoluteFilePath();
     ensureDirectory();
     auto target = copyOf(path)();
@@ -414,7 +405,7 @@ void Library::recover()
             inodeOf(inFolder(intent->newName)) == intent->inode) {
             // It may have both names where a rename takes two steps.
             if (inodeOf(inFolder(intent->name)) == intent->inode)
-                QFile::remove(inFolder(intent->name));
+                FileTree::remove(inFolder(intent->name));
             finishRename(lock, intent->name, intent->newName);
             Log::info(QStringLiteral("Finished an interrupted rename to ") + intent->newName);
         } else if (intent->newName.isEmpty() && !Companions(folder()).isThere(intent->name)) {

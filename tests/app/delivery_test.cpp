@@ -2,6 +2,7 @@
 #include "support/pictures.h"
 #include "support/printers.h"
 
+#include <QImageReader>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -100,8 +101,20 @@ TEST_F(DeliveryTest, OffersWhatCanFollowForTheFileAsItIsCalledByThen)
     EXPECT_EQ(shown.last(), "Image copied to clipboard");
     told = offer;
     choose("Trash");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shown.last() == "Moved to the Trash"; }));
     EXPECT_FALSE(QFile::exists(*renamed));
-    EXPECT_EQ(shown.last(), "Moved to the Trash");
+}
+
+TEST_F(DeliveryTest, TellsOfAPictureThatItsFormatCannotHold)
+{
+    prefs.setImageFormat(ImageFormat::Jpg);
+    order.options.clipboard = false;
+    delivery.deliverPicture(filled({2, 70'000}, Qt::red), order);
+    ASSERT_TRUE(waitUntilIdle());
+    EXPECT_EQ(shown.value(0), "Saved as PNG: JPG can’t hold a picture of 2 × 70000 pixels");
+    ASSERT_EQ(library.items().size(), 1);
+    EXPECT_TRUE(library.items().first().endsWith(".png"));
+    EXPECT_EQ(QImageReader(library.items().first()).size(), QSize(2, 70000));
 }
 
 TEST_F(DeliveryTest, DropsTextThatCameTooLate)

@@ -1,6 +1,8 @@
 #include "document/project_save.h"
 
 #include "base/file_lock.h"
+#include "base/file_name.h"
+#include "base/file_tree.h"
 #include "document/editor_document.h"
 #include "document/image_files.h"
 #include "document/project_file.h"
@@ -13,6 +15,8 @@
 #include <QFile>
 #include <QTest>
 #include <QtConcurrentRun>
+#include <filesystem>
+#include <sys/resource.h>
 
 namespace {
 
@@ -169,4 +173,46 @@ TEST_F(ProjectSaveTest, KeepsTheModeOfAPrivatePicture)
     ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
     ASSERT_TRUE(save(blue));
     EXPECT_EQ(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+}
+
+TEST_F(ProjectSaveTest, KeepsTheProjectOfAPictureWhoseNameIsNoText)
+{
+    const QString odd = FileName::fromBytes(QFile::encodeName(home.path("caf")) + "\xE9.png");
+    const QString twin = FileName::fromBytes(QFile::encodeName(home.path("caf")) + "\xE8.png");
+    for (const QString &color : {red, blue}) {
+        ASSERT_TRUE(
+            ProjectSave::write(odd, filled({4, 4}, color), directory, filled({4, 4}, color), project(color)));
+        const auto opened = ProjectSave::open(odd, directory);
+        ASSERT_TRUE(opened.contents);
+        EXPECT_EQ(opened.contents->base.pixelColor(0, 0).name(), color);
+        EXPECT_EQ(ProjectSave::owner(directory), QFileInfo(odd).fileName());
+        EXPECT_EQ(ProjectSave::belongs(odd, directory), true);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.path().toStdString()), {}), 2)
+        << "the picture and the projects, under no other name";
+    ASSERT_TRUE(ImageFiles::write(filled({4, 4}, red), twin));
+    EXPECT_TRUE(ProjectSave::open(twin, directory).isSetAside);
+    // A whole Library under such a name.
+    const QString folder = FileName::fromBytes(QFile::encodeName(home.path("caf")) + "\xE9");
+    const QString inside = folder + "/projects/shot", picture = folder + "/shot.png";
+    ASSERT_TRUE(ProjectSave::write(picture, filled({4, 4}, red), inside, filled({4, 4}, red), project(red)));
+    EXPECT_TRUE(ProjectSave::open(picture, inside).contents);
+    EXPECT_TRUE(FileLock::take(ProjectSave::lockFile(folder + "/projects")));
+    for (const QString &each : {folder, odd, twin}) {
+        FileTree::remove(each);
+        EXPECT_FALSE(FileTree::exists(each));
+    }
+}
+
+TEST_F(ProjectSaveTest, TellsAFullDiskOfThePictureAndOfNoFileBehindIt)
+{
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    const auto refused = save(red);
+    setrlimit(RLIMIT_FSIZE, &before);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().message,
+              "Couldn't write shot.png: the file would be larger than is allowed here.");
 }

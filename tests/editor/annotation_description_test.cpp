@@ -39,6 +39,9 @@ TEST(AnnotationDescription, TellsKindAndColour)
         }
         EXPECT_EQ(words.size(), values.size()) << "no two stamps share their words";
     }
+    stamp.text = "sym:checkmark.circle.fill";
+    EXPECT_EQ(statusWords(stamp), "Stamp: check mark");
+    EXPECT_EQ(statusWords(object(ToolKind::Blur)), "Blur");
     Annotation callout = object(ToolKind::Callout);
     EXPECT_EQ(describe(callout), "Callout: empty");
     callout.text = "Due in March";

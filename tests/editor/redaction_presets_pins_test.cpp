@@ -179,6 +179,23 @@ TEST_F(PinsTest, ZoomsAroundItsCentreWithinLimits)
     EXPECT_EQ(window.width(), 375);
 }
 
+// Run at scale 2 as well.
+TEST_F(PinsTest, ShowsThePixelsAsTheyAre)
+{
+    QImage image(301, 151, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixelColor(x, y, (x + y) % 2 ? QColor(x % 256, y, 90) : QColor(Qt::white));
+    }
+    stage.pins.pin(image);
+    PinWindow &window = *stage.pins.windows().back();
+    const int scale = qRound(window.devicePixelRatioF());
+    EXPECT_EQ(window.size(), QSize((301 + scale - 1) / scale, (151 + scale - 1) / scale));
+    // Without the corners and the frame of what has the keyboard.
+    const QRect inside = image.rect().adjusted(16, 16, -16, -16);
+    EXPECT_EQ(window.grab().toImage().convertToFormat(QImage::Format_RGB32).copy(inside), image.copy(inside));
+}
+
 TEST_F(PinsTest, AltAndTheWheelChangeTheOpacityDownToAFifth)
 {
     PinWindow &window = pin();

@@ -1,8 +1,8 @@
 #include "library/model/capture_table.h"
 
+#include "base/file_name.h"
 #include "library/library.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 #include <cerrno>
@@ -26,7 +26,7 @@ QString baseOf(const QString &name)
 std::vector<CaptureTable::File> CaptureTable::list(const QString &folder)
 {
     std::vector<File> files;
-    const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(QFile::encodeName(folder).constData()),
+    const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(FileName::toBytes(folder).constData()),
                                                          closedir);
     if (!directory)
         return files;
@@ -34,7 +34,7 @@ std::vector<CaptureTable::File> CaptureTable::list(const QString &folder)
     while (const dirent *entry = readdir(directory.get())) {
         if (entry->d_name[0] == '.')
             continue;
-        const QString name = QFile::decodeName(entry->d_name);
+        const QString name = FileName::fromBytes(entry->d_name);
         if (!Library::isImage(name) && !Library::isVideo(name))
             continue;
         struct stat state{};
