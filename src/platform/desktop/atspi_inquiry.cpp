@@ -11,9 +11,13 @@ constexpr int kFarthestNamed = 8; // levels from what was hit up to what has a n
 // Text inside a control without a name of its own: enough for a row of some columns.
 constexpr int kShownObjects = 24;
 constexpr int kMenuObjects = 600;
-constexpr int kGuesses = 4;
+constexpr int kGuesses = 7;
 constexpr int kBetweenGuesses = 30; // milliseconds
 constexpr int kPlacelessChildren = 12;
+constexpr int kChoices = 200; // of one part of a page
+// How far the words of a check box reach, in heights of its mark: measured with type of 12 to 20 points.
+constexpr double kLetterWidth = 0.65;
+constexpr double kBeforeWords = 0.6;
 // How much wider than what it tells a window may be for the shadow around it.
 constexpr int kWidestShadow = 120;
 // Windows of the bus and of the window system differ by a border.
@@ -185,12 +189,15 @@ AtspiObject AtspiInquiry::throughPlaceless(const AtspiObject &object, QPoint poi
         const QRect rect = m_bus.extents(child, coordinates);
         if (rect.contains(point))
             return child;
-        if (!rect.isEmpty())
+        // A tab takes the place of its words, and its page hangs below it all the same.
+        const bool isTab = !rect.isEmpty() && m_bus.role(child) == AtspiRole::PageTab;
+        if (!rect.isEmpty() && !isTab)
             continue;
         for (const AtspiObject &shown : m_bus.children(child).mid(0, kPlacelessChildren)) {
             if (m_bus.isLate())
                 return {};
-            if (m_bus.extents(shown, coordinates).contains(point))
+            if (m_bus.extents(shown, coordinates).contains(point) &&
+                (!isTab || AtspiBus::has(m_bus.states(shown), AtspiState::Showing)))
                 return shown;
         }
     }
@@ -347,6 +354,24 @@ AtspiBus::Card AtspiInquiry::pressed(const AtspiBus::Card &leaf, bool isInPopup)
     return control.isNull() ? leaf : m_bus.card(control);
 }
 
+// Chromium has no object for words that name the check box or radio button left of them.
+AtspiObject AtspiInquiry::choiceBeside(const AtspiObject &container, QPoint at, const Window &window)
+{
+    for (const AtspiBus::Look &look : m_bus.lookAt(m_bus.children(container).mid(0, kChoices))) {
+        if (look.role != AtspiRole::CheckBox && look.role != AtspiRole::RadioButton)
+            continue;
+        const QRect mark = window.toNative(look.extents);
+        const bool isInLine = at.y() >= mark.top() - mark.height() / 2 &&
+                              at.y() <= mark.bottom() + mark.height() / 2 && at.x() > mark.right();
+        if (!isInLine)
+            continue;
+        const double reach = mark.height() * (kBeforeWords + kLetterWidth * m_bus.name(look.object).size());
+        if (at.x() <= mark.right() + reach)
+            return look.object;
+    }
+    return {};
+}
+
 std::optional<AccessibleElement>
 AtspiInquiry::innermostDescribed(const Window &window, const ClickTarget &target, const QString &toolkit)
 {
@@ -370,10 +395,11 @@ std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &targ
         if (!entry.isNull())
             return described(entry, counts, toolkit, true);
     }
+    const bool hasWhole = std::ranges::any_of(candidates, &Window::isWhole);
     std::optional<AccessibleElement> container;
     for (const Window &window : std::as_const(candidates)) {
-        // What lies under a menu wasn't pressed.
-        if (target.isPopup && !window.isWhole)
+        // What lies under a menu, or under the window itself, wasn't pressed.
+        if (!window.isWhole && (target.isPopup || hasWhole))
             continue;
         auto found = innermostDescribed(window, target, toolkit);
         // Chromium answers at once with a guess, and with what it has found meanwhile when asked again.
@@ -382,6 +408,11 @@ std::optional<AccessibleElement> AtspiInquiry::elementAt(const ClickTarget &targ
              ++again) {
             QThread::msleep(kBetweenGuesses);
             found = innermostDescribed(window, target, toolkit);
+        }
+        if (toolkit == QLatin1String("Chromium") && found && !found->element.role) {
+            const AtspiObject choice = choiceBeside(innermost(window, target.at), target.at, window);
+            if (!choice.isNull())
+                return described(choice, window, toolkit, target.isPopup);
         }
         if (found && found->element.role)
             return found;

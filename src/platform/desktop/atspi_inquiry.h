@@ -36,6 +36,7 @@ private:
     AtspiObject inOpenMenus(const AtspiObject &application, const ClickTarget &target, Window &counts);
     std::optional<AccessibleElement> described(const AtspiObject &leaf, const Window &window,
                                                const QString &toolkit, bool isInPopup);
+    AtspiObject choiceBeside(const AtspiObject &container, QPoint at, const Window &window);
     std::optional<AccessibleElement> innermostDescribed(const Window &window, const ClickTarget &target,
                                                         const QString &toolkit);
     AtspiBus::Card pressed(const AtspiBus::Card &leaf, bool isInPopup);
