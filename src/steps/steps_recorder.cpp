@@ -9,8 +9,8 @@
 #include "platform/screen_pictures.h"
 #include "platform/sounds.h"
 #include "platform/workspace.h"
-#include "services/sensitive_text.h"
 #include "services/text_recognizer.h"
+#include "steps/drawn_label.h"
 #include "steps/step_captions.h"
 #include "steps/steps_session.h"
 #include "steps/texts.h"
@@ -25,11 +25,6 @@ constexpr double kNarrowest = 80;
 constexpr double kLowest = 60;
 constexpr double kSmallestWindow = 40; // utility windows are smaller
 
-// A drawn label stands in a control; what is larger in native pixels holds more than one.
-constexpr int kLongestDrawnLabel = 60;
-constexpr QSize kLargestLabelled(480, 160);
-constexpr QSize kSmallestLabelled(8, 8);
-constexpr double kSureReading = 0.6;
 // How long the end of a session waits for labels that are being read.
 constexpr int kLabelPatience = 2000;
 
@@ -69,24 +64,6 @@ std::optional<PressedWindow> windowOf(const QList<ListedWindow> &windows, QPoint
     return under ? std::optional(PressedWindow{under->frame, under->owner}) : std::nullopt;
 }
 
-bool mayHaveDrawnLabel(const AccessibleElement &found, QSize window)
-{
-    const ClickedElement &element = found.element;
-    // What a list shows is what was chosen in it.
-    const bool isValue = element.role == QLatin1String("AXPopUpButton");
-    return element.role && !isValue && !StepCaptions::isTextInput(element) &&
-           StepCaptions::label(element).isEmpty() && found.frame.width() <= kLargestLabelled.width() &&
-           found.frame.height() <= kLargestLabelled.height() &&
-           found.frame.width() >= kSmallestLabelled.width() &&
-           found.frame.height() >= kSmallestLabelled.height() && found.frame.width() < window.width();
-}
-
-bool isWords(const QString &text)
-{
-    const auto letters = std::ranges::count_if(text, [](QChar sign) { return sign.isLetter(); });
-    return letters >= 2 && letters * 2 >= text.size() && text.size() <= kLongestDrawnLabel;
-}
-
 } // namespace
 
 // One step on its way.
@@ -98,8 +75,8 @@ struct StepsRecorder::Capture {
     QRect crop; // native pixels of the screen's picture
     bool hasPicture = false;
     bool hasElement = true;
+    ClickTarget target;
     std::optional<AccessibleElement> element;
-    QImage labelPicture; // what the element shows, where its words must be read from it
     bool isReady() const { return hasPicture && hasElement; }
 };
 
@@ -203,6 +180,7 @@ void StepsRecorder::capture(const Press &press)
     capture->number = ++m_lastNumber;
     capture->marksClick = true;
     capture->hasElement = false;
+    capture->target = press.target;
     frame(*capture, press.windows, press.screen, press.point, press.target);
     const quint64 number = capture->number;
     const QRect rect = capture->crop;
@@ -345,38 +323,34 @@ void StepsRecorder::append(const Capture &capture)
 // Where a program gives a control no name, its words may be drawn on it.
 void StepsRecorder::readLabel(const Capture &capture)
 {
-    if (!capture.element || !mayHaveDrawnLabel(*capture.element, capture.crop.size()))
+    if (!capture.marksClick)
         return;
-    const QRect rect =
-        capture.element->frame.translated(-capture.screen.native.topLeft() - capture.crop.topLeft());
+    const auto place =
+        DrawnLabel::placeOf(capture.element, capture.target, capture.screen.scale, capture.crop.size());
+    if (!place)
+        return;
+    const QRect rect = place->rect.translated(-capture.screen.native.topLeft() - capture.crop.topLeft());
     const QImage picture = capture.step.image.image();
     if (!picture.rect().contains(rect))
         return;
     ++m_labelsBeingRead;
     whenDone(m_parts.recognizer.lines(picture.copy(rect)), this,
-             [this, id = capture.step.id, element = capture.element->element,
+             [this, id = capture.step.id, place = *place,
               app = capture.step.app](const Result<QList<RecognizedLine>> &lines) {
                  --m_labelsBeingRead;
-                 QStringList texts;
-                 for (const RecognizedLine &line : lines.value_or(QList<RecognizedLine>())) {
-                     if (line.confidence >= kSureReading)
-                         texts.append(line.text.trimmed());
-                 }
-                 labelRead(id, element, app, texts);
+                 ClickedElement element = place.element;
+                 element.title = DrawnLabel::wordsOf(lines.value_or(QList<RecognizedLine>()), place);
+                 if (!element.title->isEmpty())
+                     labelRead(id, StepCaptions::caption(element, app));
                  finishIfReady();
              });
 }
 
-void StepsRecorder::labelRead(const QUuid &step, ClickedElement element, const std::optional<QString> &app,
-                              const QList<QString> &lines)
+void StepsRecorder::labelRead(const QUuid &step, const QString &caption)
 {
-    const QString text = lines.join(' ');
-    if (!isWords(text) || !SensitiveText::matchesInReadLine(text).isEmpty())
-        return;
-    element.title = text;
     for (GuideStep &each : m_steps) {
         if (each.id == step)
-            each.caption = StepCaptions::caption(element, app);
+            each.caption = caption;
     }
     store();
     Q_EMIT changed();

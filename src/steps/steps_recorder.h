@@ -89,8 +89,7 @@ private:
     void flush();
     void append(const Capture &capture);
     void readLabel(const Capture &capture);
-    void labelRead(const QUuid &step, ClickedElement element, const std::optional<QString> &app,
-                   const QList<QString> &lines);
+    void labelRead(const QUuid &step, const QString &caption);
     void store();
     void stop();
     void finishIfReady();

@@ -188,6 +188,34 @@ TEST_F(Recorder, ReadsADrawnLabelOnlyWhereNothingIsTypedAndNothingPrivateStands)
     EXPECT_EQ(machine.text.sizes, QList<QSize>(3, button.size())) << "fields and lists are never read";
 }
 
+TEST_F(Recorder, ReadsTheRowOfAMenuThatHasClosedBeforeItWasAsked)
+{
+    // Three rows of a menu, of which the middle one was pressed: a check mark, words and a shortcut.
+    const auto line = [](const QString &text, double top) {
+        RecognizedLine line;
+        line.text = text;
+        line.confidence = 0.9;
+        line.box = QRectF(0.05, 1 - top - 0.3, 0.9, 0.3);
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            const double left = text[i] == 'x' ? 0.05
+                                : i < 10       ? 0.2 + 0.02 * double(i)
+                                               : 0.6 + 0.02 * double(i);
+            line.characters.append(text[i] == ' ' ? QRectF() : QRectF(left, line.box.y(), 0.02, 0.3));
+        }
+        return line;
+    };
+    machine.text.answer =
+        QList<RecognizedLine>{line("Above", -0.2), line("x Save As Ctrl", 0.35), line("Below", 0.9)};
+    Press onMenu = press({150, 150}, 1s);
+    onMenu.target.isPopup = true;
+    onMenu.target.window = onMenu.target.visible = QRect(110, 110, 200, 150);
+    machine.presses.press(onMenu);
+    settle();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return recorder->steps().last().caption == "Choose “Save As”"; }, 2000))
+        << qPrintable(recorder->steps().last().caption);
+    EXPECT_EQ(machine.text.sizes, (QList<QSize>{QSize(200, 32)}));
+}
+
 TEST_F(Recorder, DeliversWhatIsUnderWayAndNothingAfterCancelling)
 {
     machine.elements.isHeld = true;
