@@ -19,7 +19,8 @@ void SecretSearch::add(const QUuid &step, const StepPicture &picture)
     Place &place = m_places[step];
     if (place.state != State::Unknown)
         return;
-    place = {State::Waiting, picture};
+    place.state = State::Waiting;
+    place.picture = picture;
     m_waiting.append(step);
     wake();
 }
@@ -60,28 +61,59 @@ void SecretSearch::searchNext()
     if (!m_current.isNull())
         return;
     if (m_waiting.isEmpty()) {
-        Q_EMIT ended();
+        if (!compareNext())
+            Q_EMIT ended();
         return;
     }
     m_current = m_waiting.takeFirst();
     const StepPicture picture = m_places.value(m_current).picture;
     whenDone(runInBackground([picture] { return picture.image(); }), this, [this](const QImage &image) {
         if (image.isNull())
-            return searched(fail({}, QStringLiteral("the picture can't be read")));
+            return searched(image, fail({}, QStringLiteral("the picture can't be read")));
         whenDone(m_recognizer.boxes(image, TextRecognizer::Boxes::Sensitive), this,
-                 [this](const Result<QList<QRectF>> &boxes) { searched(boxes); });
+                 [this, image](const Result<QList<QRectF>> &boxes) { searched(image, boxes); });
     });
 }
 
-void SecretSearch::searched(const Result<QList<QRectF>> &boxes)
+void SecretSearch::searched(const QImage &image, const Result<QList<QRectF>> &boxes)
 {
     const QUuid step = std::exchange(m_current, {});
-    m_places[step].state = boxes ? State::Searched : State::Failed;
+    Place &place = m_places[step];
+    place.state = boxes ? State::Searched : State::Failed;
     if (boxes) {
+        place.boxes = *boxes;
+        m_secrets.learn(image, *boxes);
+        for (Place &each : m_places)
+            each.isCompared = each.isCompared && boxes->isEmpty();
         Q_EMIT found(step, *boxes);
     } else {
         Log::error(QStringLiteral("Steps: a step could not be searched for private text"), boxes.error());
         Q_EMIT failed(step);
     }
     searchNext();
+}
+
+// False when there is nothing to compare any more.
+bool SecretSearch::compareNext()
+{
+    const auto next = std::ranges::find_if(m_places, [this](const Place &place) {
+        return place.state == State::Searched && !place.isCompared &&
+               m_secrets.concern(place.picture.size(), place.boxes);
+    });
+    if (next == m_places.end())
+        return false;
+    next->isCompared = true;
+    m_current = next.key();
+    whenDone(runInBackground([picture = next->picture, secrets = m_secrets, own = next->boxes] {
+                 return secrets.remains(picture.image(), own);
+             }),
+             this, [this](const QList<QRectF> &more) {
+                 const QUuid step = std::exchange(m_current, {});
+                 QList<QRectF> &boxes = m_places[step].boxes;
+                 boxes += more;
+                 if (!more.isEmpty())
+                     Q_EMIT found(step, boxes);
+                 searchNext();
+             });
+    return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/result.h"
+#include "steps/shared_secrets.h"
 #include "steps/step_picture.h"
 
 #include <QHash>
@@ -11,8 +12,9 @@
 
 class TextRecognizer;
 
-// Looks for private text in the pictures of a guide, one after the other. A picture that couldn't be read
-// counts as one that may show anything. Main thread only.
+// Looks for private text in the pictures of a guide, one after the other, and then for what is left of it in
+// pictures where something covers it. A picture that couldn't be read counts as one that may show anything.
+// Main thread only.
 class SecretSearch : public QObject {
     Q_OBJECT
 public:
@@ -33,7 +35,7 @@ public:
     bool hasFailed(const QUuid &step) const { return m_places.value(step).state == State::Failed; }
 
 Q_SIGNALS:
-    // Fractions of the picture, origin at the lower left.
+    // Fractions of the picture, origin at the lower left. Once more when other pictures told of more.
     void found(const QUuid &step, const QList<QRectF> &boxes);
     void failed(const QUuid &step);
     // Nothing is left to be searched.
@@ -44,14 +46,18 @@ private:
     struct Place {
         State state = State::Unknown;
         StepPicture picture;
+        QList<QRectF> boxes;
+        bool isCompared = false; // with all that is known by now
     };
 
     void wake();
     void searchNext();
-    void searched(const Result<QList<QRectF>> &boxes);
+    void searched(const QImage &image, const Result<QList<QRectF>> &boxes);
+    bool compareNext();
 
     TextRecognizer &m_recognizer;
     QHash<QUuid, Place> m_places;
     QList<QUuid> m_waiting;
+    SharedSecrets m_secrets;
     QUuid m_current;
 };

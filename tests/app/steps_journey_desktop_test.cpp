@@ -57,7 +57,8 @@ protected:
     {
         QFile letter(stage.home.path("letter.txt"));
         EXPECT_TRUE(letter.open(QIODevice::WriteOnly));
-        letter.write(QByteArray("Dear Tom,\n\nis ") + kSecretInLetter + " still right?\n");
+        // A menu leaves its end uncovered.
+        letter.write(QByteArray("Dear Tom,\n\nplease write to ") + kSecretInLetter + " again\n");
         QFile page(stage.home.path("page.html"));
         EXPECT_TRUE(page.open(QIODevice::WriteOnly));
         page.write(kPage);
@@ -114,9 +115,12 @@ protected:
         return at;
     }
     // A press that gives that caption, in the end: what a busy program answered too late is to be deleted.
-    void press(QPoint at, const QString &caption, bool closesMenu = false)
+    void press(QPoint at, const QString &caption, bool closesMenu = false,
+               const std::function<void()> &prepare = {})
     {
         for (int attempt = 0; attempt < 6; ++attempt) {
+            if (prepare)
+                prepare();
             const qsizetype before = flow.recorder()->steps().size();
             QTest::qWait(StepsRecorder::kDoubleClick.count() + 50);
             xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
@@ -141,7 +145,7 @@ protected:
         ASSERT_TRUE(reading.result()) << qPrintable(what);
         const QString text = reading.result()->simplified().remove(' ');
         EXPECT_FALSE(text.isEmpty()) << qPrintable(what);
-        for (const QString &part : {"ann.lee", "tom.fox", "example.org", "example.net"})
+        for (const QString &part : {"ann.lee", "tom.fox", "ample.org", "mple.net", "ple.net"})
             EXPECT_FALSE(text.contains(part)) << qPrintable(what + ": " + text);
     }
     StepsGuideModel &model() { return flow.windows().first()->model(); }
@@ -187,8 +191,14 @@ void StepsJourney::recordTwelveSteps()
 
     const QPoint letter = corner("letter.txt");
     press(letter + QPoint(18, 13), "Open the “File” menu", true);
-    press(letter + QPoint(57, 13), "Open the “Edit” menu", true);
     press(letter + QPoint(300, 300), "Click the text field");
+    press(letter + QPoint(60, 233), "Choose “Save All”", false, [&] {
+        flow.recorder()->setPaused(true);
+        xdotool(
+            {"mousemove", QString::number(letter.x() + 18), QString::number(letter.y() + 13), "click", "1"});
+        QTest::qWait(700);
+        flow.recorder()->setPaused(false);
+    });
 
     const QPoint form = corner("Order form");
     press(form + QPoint(300, 50), "Click the “Full name” field");
