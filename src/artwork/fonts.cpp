@@ -8,22 +8,22 @@ namespace Fonts {
 
 namespace {
 
-const QString emojiFamily = "Noto Color Emoji"; // untranslated: names of fonts
+const QString kEmojiFamily = "Noto Color Emoji"; // untranslated: names of fonts
 
 // The best family first; the system's own stands behind each, as the fall-back the designs promise.
 QStringList families(Design design)
 {
     switch (design) {
     case Design::System:
-        return {"Inter", emojiFamily, "Noto Sans", "DejaVu Sans"}; // untranslated: names of fonts
+        return {"Inter", kEmojiFamily, "Noto Sans", "DejaVu Sans"}; // untranslated: names of fonts
     case Design::Rounded:
-        return {"Quicksand", "Inter", emojiFamily, "Noto Sans"}; // untranslated: names of fonts
+        return {"Quicksand", "Inter", kEmojiFamily, "Noto Sans"}; // untranslated: names of fonts
     case Design::Serif:
-        return {"Noto Serif", "DejaVu Serif", "Inter", emojiFamily}; // untranslated: names of fonts
+        return {"Noto Serif", "DejaVu Serif", "Inter", kEmojiFamily}; // untranslated: names of fonts
     case Design::Mono:
-        return {"JetBrains Mono", "DejaVu Sans Mono", "Inter", emojiFamily}; // untranslated: names of fonts
+        return {"JetBrains Mono", "DejaVu Sans Mono", "Inter", kEmojiFamily}; // untranslated: names of fonts
     case Design::Marker:
-        return {"Yusei Magic", "Comic Neue", "Inter", emojiFamily}; // untranslated: names of fonts
+        return {"Yusei Magic", "Comic Neue", "Inter", kEmojiFamily}; // untranslated: names of fonts
     }
     return {};
 }
@@ -47,7 +47,7 @@ QFont font(Design design, double pixelSize, QFont::Weight weight)
 
 QFont emoji(double pixelSize)
 {
-    return make({emojiFamily, "Inter", "Noto Sans"}, pixelSize, QFont::Bold); // untranslated: names of fonts
+    return make({kEmojiFamily, "Inter", "Noto Sans"}, pixelSize, QFont::Bold); // untranslated: names of fonts
 }
 
 } // namespace Fonts

@@ -25,9 +25,9 @@ namespace {
 
 // The packages leave different margins: one draws to the edge of its box, the other keeps about a fourteenth
 // free. Both are brought to this share of the square.
-constexpr double opticalSize = 48.0 / 56.0;
+constexpr double kOpticalSize = 48.0 / 56.0;
 // Nothing on a screen needs a larger one, and it bounds what a cache entry can hold.
-constexpr int largestSide = 4096;
+constexpr int kLargestSide = 4096;
 
 QString folder()
 {
@@ -49,7 +49,7 @@ QByteArray source(const QString &name)
 // Where the whole viewBox lies when the symbol is drawn into a square of `side`.
 QRectF boxIn(double side, const QRectF &viewBox)
 {
-    const double scale = viewBox.width() < 50 ? opticalSize : 1; // boxes of 16 are filled to their edges
+    const double scale = viewBox.width() < 50 ? kOpticalSize : 1; // boxes of 16 are filled to their edges
     const double box = side * scale;
     return {(side - box) / 2, (side - box) / 2, box, box};
 }
@@ -244,7 +244,7 @@ QImage image(const QString &name, int side, const QColor &color)
 {
     if (side < 1 || !exists(name))
         return {};
-    side = std::min(side, largestSide);
+    side = std::min(side, kLargestSide);
     return cache().image(QString("%1/%2/%3").arg(name).arg(side).arg(colorKey(color)), [&] {
         QImage image = shape(name, {side, side}, QRectF(0, 0, side, side));
         if (!image.isNull())
@@ -260,7 +260,8 @@ void paint(QPainter &painter, const QRectF &square, const QString &name, const Q
         return;
     const QTransform device = painter.deviceTransform();
     const double scale = std::sqrt(std::abs(device.determinant()));
-    const int pixels = static_cast<int>(std::ceil(std::clamp(side * scale, 1.0, double(largestSide)) - 0.01));
+    const int pixels =
+        static_cast<int>(std::ceil(std::clamp(side * scale, 1.0, double(kLargestSide)) - 0.01));
     const QImage picture = image(name, pixels, color);
     if (picture.isNull())
         return;
@@ -289,12 +290,12 @@ QRectF ink(const QString &name)
     if (!exists(name))
         return {};
     return cache().ink(name, [&]() -> QRectF {
-        constexpr int side = 224; // four pixels a unit of the larger boxes
-        const QImage image = shape(name, {side, side}, QRectF(0, 0, side, side));
-        int left = side, top = side, right = -1, bottom = -1;
+        constexpr int kSide = 224; // four pixels a unit of the larger boxes
+        const QImage image = shape(name, {kSide, kSide}, QRectF(0, 0, kSide, kSide));
+        int left = kSide, top = kSide, right = -1, bottom = -1;
         for (int y = 0; y < image.height(); ++y) {
             const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-            for (int x = 0; x < side; ++x) {
+            for (int x = 0; x < kSide; ++x) {
                 if (qAlpha(line[x]) < 16)
                     continue;
                 left = std::min(left, x);
@@ -305,8 +306,8 @@ QRectF ink(const QString &name)
         }
         if (right < left)
             return {};
-        return QRectF(double(left) / side, double(top) / side, double(right - left + 1) / side,
-                      double(bottom - top + 1) / side);
+        return QRectF(double(left) / kSide, double(top) / kSide, double(right - left + 1) / kSide,
+                      double(bottom - top + 1) / kSide);
     });
 }
 
@@ -315,7 +316,7 @@ QImage inkImage(const QString &name, const QSize &pixels, const Palette &palette
     const QRectF covered = ink(name);
     if (covered.isEmpty() || pixels.isEmpty())
         return {};
-    const QSize size = pixels.boundedTo({largestSide, largestSide});
+    const QSize size = pixels.boundedTo({kLargestSide, kLargestSide});
     const QString key = QString("%1/%2x%3/%4/%5")
                             .arg(name)
                             .arg(size.width())

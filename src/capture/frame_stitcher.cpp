@@ -4,11 +4,11 @@
 
 namespace {
 
-constexpr int leastMovingRows = 17;
-constexpr int leastOverlap = 12;
-constexpr int leastComparedRows = 6;
-constexpr double goodScore = 0.85; // animation or a caret may spoil some rows
-constexpr double nearPerfectScore = 0.999;
+constexpr int kLeastMovingRows = 17;
+constexpr int kLeastOverlap = 12;
+constexpr int kLeastComparedRows = 6;
+constexpr double kGoodScore = 0.85; // animation or a caret may spoil some rows
+constexpr double kNearPerfectScore = 0.999;
 
 // Rows [top, bottom) of a frame, and where they go in the tall picture.
 struct Piece {
@@ -100,7 +100,7 @@ std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &pre
     while (footer < n - header && a[n - 1 - footer] == b[n - 1 - footer])
         ++footer;
     const int moving = n - footer - header;
-    if (moving < leastMovingRows)
+    if (moving < kLeastMovingRows)
         return {};
 
     // Blank rows between paragraphs fit anywhere, so they are no evidence.
@@ -114,15 +114,15 @@ std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &pre
     double bestScore = 0;
     int bestShift = 0;
     auto tellingEnd = telling.cend();
-    for (int shift = 1; shift < moving && moving - shift >= leastOverlap; ++shift) {
+    for (int shift = 1; shift < moving && moving - shift >= kLeastOverlap; ++shift) {
         while (tellingEnd != telling.cbegin() && *(tellingEnd - 1) >= header + moving - shift)
             --tellingEnd;
         const auto compared = tellingEnd - telling.cbegin();
-        if (compared < leastComparedRows)
+        if (compared < kLeastComparedRows)
             break; // a larger shift compares fewer rows still
         // A shift that can no longer beat the best one, or that can't be good enough, needn't be looked at
         // further.
-        const auto allowed = std::ptrdiff_t((1 - std::max(bestScore, goodScore)) * double(compared)) + 1;
+        const auto allowed = std::ptrdiff_t((1 - std::max(bestScore, kGoodScore)) * double(compared)) + 1;
         std::ptrdiff_t missed = 0;
         for (auto row = telling.cbegin(); row != tellingEnd && missed <= allowed; ++row)
             missed += b[*row] != a[*row + shift];
@@ -133,10 +133,10 @@ std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &pre
             bestScore = score;
             bestShift = shift;
         }
-        if (score >= nearPerfectScore)
+        if (score >= kNearPerfectScore)
             break;
     }
-    if (bestScore <= goodScore)
+    if (bestScore <= kGoodScore)
         return {};
     return Step{.footer = footer, .shift = bestShift, .header = header};
 }

@@ -6,21 +6,21 @@
 
 namespace {
 
-constexpr int scrollBarColumns = 48;
-constexpr int leastColumns = 4;
+constexpr int kScrollBarColumns = 48;
+constexpr int kLeastColumns = 4;
 
 // The hash of a row never leaves the process, so it need not be a published one; it has to tell rows apart.
 // Two pixels are taken at a step of xor, odd multiplication and xor-shift. Each is a bijection of the state
 // and of the pixels, so rows that differ in a single step never collide; others do with a chance of about
 // 2^-64.
-constexpr quint64 seed = 0xcbf29ce484222325;
-constexpr quint64 multiplier = 0x9e3779b97f4a7c15;
-constexpr quint64 colorsOfTwo = 0x00ffffff00ffffff;
-constexpr quint32 colorsOfOne = 0x00ffffff;
+constexpr quint64 kSeed = 0xcbf29ce484222325;
+constexpr quint64 kMultiplier = 0x9e3779b97f4a7c15;
+constexpr quint64 kColorsOfTwo = 0x00ffffff00ffffff;
+constexpr quint32 kColorsOfOne = 0x00ffffff;
 
 quint64 mixed(quint64 state, quint64 pixels)
 {
-    state = (state ^ pixels) * multiplier;
+    state = (state ^ pixels) * kMultiplier;
     return state ^ (state >> 32);
 }
 
@@ -32,20 +32,20 @@ void hashRows(const QImage &image, int firstRow, int columns, quint64 *hashes)
     std::array<quint64, Lanes> state;
     for (int lane = 0; lane < Lanes; ++lane) {
         row[lane] = image.constScanLine(firstRow + lane);
-        state[lane] = seed;
+        state[lane] = kSeed;
     }
     for (int x = 0; x + 1 < columns; x += 2) {
         for (int lane = 0; lane < Lanes; ++lane) {
             quint64 pixels;
             std::memcpy(&pixels, row[lane] + qsizetype(x) * 4, sizeof pixels);
-            state[lane] = mixed(state[lane], pixels & colorsOfTwo);
+            state[lane] = mixed(state[lane], pixels & kColorsOfTwo);
         }
     }
     for (int lane = 0; lane < Lanes; ++lane) {
         if (columns % 2 == 1) {
             quint32 pixel;
             std::memcpy(&pixel, row[lane] + qsizetype(columns - 1) * 4, sizeof pixel);
-            state[lane] = mixed(state[lane], pixel & colorsOfOne);
+            state[lane] = mixed(state[lane], pixel & kColorsOfOne);
         }
         hashes[firstRow + lane] = state[lane];
     }
@@ -53,13 +53,13 @@ void hashRows(const QImage &image, int firstRow, int columns, quint64 *hashes)
 
 bool isUniform(const quint32 *row, int columns)
 {
-    constexpr int block = 64; // long enough to run in vectors, short enough to stop early
-    for (int start = 0; start < columns; start += block) {
-        const int end = std::min(columns, start + block);
+    constexpr int kBlock = 64; // long enough to run in vectors, short enough to stop early
+    for (int start = 0; start < columns; start += kBlock) {
+        const int end = std::min(columns, start + kBlock);
         quint32 differing = 0;
         for (int x = start; x < end; ++x)
             differing |= row[x] ^ row[0];
-        if (differing & colorsOfOne)
+        if (differing & kColorsOfOne)
             return false;
     }
     return true;
@@ -69,7 +69,7 @@ bool isUniform(const quint32 *row, int columns)
 
 int RowSignatures::comparedColumns(int width)
 {
-    return std::min(width, std::max(width, scrollBarColumns + leastColumns) - scrollBarColumns);
+    return std::min(width, std::max(width, kScrollBarColumns + kLeastColumns) - kScrollBarColumns);
 }
 
 QImage RowSignatures::comparable(const QImage &image)
@@ -98,10 +98,10 @@ std::optional<RowSignatures> RowSignatures::of(const QImage &image)
     signatures.hashes.resize(height);
     signatures.uniform.resize(height);
 
-    constexpr int lanes = 4; // a step takes five cycles, the multiplier starts one a cycle
+    constexpr int kLanes = 4; // a step takes five cycles, the multiplier starts one a cycle
     int y = 0;
-    for (; y + lanes <= height; y += lanes)
-        hashRows<lanes>(pixels, y, columns, signatures.hashes.data());
+    for (; y + kLanes <= height; y += kLanes)
+        hashRows<kLanes>(pixels, y, columns, signatures.hashes.data());
     for (; y < height; ++y)
         hashRows<1>(pixels, y, columns, signatures.hashes.data());
     for (y = 0; y < height; ++y)

@@ -11,23 +11,23 @@
 
 namespace {
 
-constexpr int unchangedAtTheEnd = 3;
-constexpr double stepOfHeight = 0.55; // leaves an overlap of about 45 percent
-constexpr double leastStep = 40;      // points
+constexpr int kUnchangedAtTheEnd = 3;
+constexpr double kStepOfHeight = 0.55; // leaves an overlap of about 45 percent
+constexpr double kLeastStep = 40;      // points
 
 // Milliseconds.
-constexpr int aimPause = 60;     // until the window under the pointer knows that it is there
-constexpr int byHandPause = 300; // between two shots
-constexpr int sampleGap = 50;
-constexpr int quietTime = 100;    // without movement counts as standing still
-constexpr int ordinaryWait = 380; // for movement that has not been seen yet
-constexpr int longestWait = 1000; // for a page that never stands still
-constexpr int handCheck = 100;
-constexpr int handRest = 300;
+constexpr int kAimPause = 60;     // until the window under the pointer knows that it is there
+constexpr int kByHandPause = 300; // between two shots
+constexpr int kSampleGap = 50;
+constexpr int kQuietTime = 100;    // without movement counts as standing still
+constexpr int kOrdinaryWait = 380; // for movement that has not been seen yet
+constexpr int kLongestWait = 1000; // for a page that never stands still
+constexpr int kHandCheck = 100;
+constexpr int kHandRest = 300;
 
-constexpr double nearlyAll = 0.9;  // of the expected shift
-constexpr double handDistance = 4; // points; less is rounding
-constexpr int timesToRegain = 2;
+constexpr double kNearlyAll = 0.9;  // of the expected shift
+constexpr double kHandDistance = 4; // points; less is rounding
+constexpr int kTimesToRegain = 2;
 
 } // namespace
 
@@ -109,14 +109,14 @@ void ScrollingCaptureSession::shoot(void (ScrollingCaptureSession::*then)(const 
 void ScrollingCaptureSession::takeFirstShot(const QImage &shot)
 {
     m_plan.emplace(shot.height(),
-                   std::floor(std::max(m_rect.height() * stepOfHeight, leastStep)) * m_screen.scale);
+                   std::floor(std::max(m_rect.height() * kStepOfHeight, kLeastStep)) * m_screen.scale);
     addShot(shot);
 }
 
 void ScrollingCaptureSession::nextStep()
 {
     if (m_stopped || m_frames >= m_maxFrames || m_stitcher->isFull() ||
-        (m_automatic && m_unchanged >= unchangedAtTheEnd)) {
+        (m_automatic && m_unchanged >= kUnchangedAtTheEnd)) {
         compose();
         return;
     }
@@ -125,7 +125,7 @@ void ScrollingCaptureSession::nextStep()
         return;
     }
     m_state = State::ByHand;
-    pauseFor(byHandPause, &ScrollingCaptureSession::shootByHand);
+    pauseFor(kByHandPause, &ScrollingCaptureSession::shootByHand);
 }
 
 void ScrollingCaptureSession::shootByHand()
@@ -164,12 +164,12 @@ void ScrollingCaptureSession::scrollOnce()
         return;
     }
     const QPointF hand = m_ports.pointer.position();
-    const bool movedAway = m_aimedAt && QLineF(hand, *m_aimedAt).length() > handDistance;
-    if (m_held || (movedAway && m_handRested < handRest)) {
-        m_handRested = hand == m_handAt ? m_handRested + handCheck : 0;
+    const bool movedAway = m_aimedAt && QLineF(hand, *m_aimedAt).length() > kHandDistance;
+    if (m_held || (movedAway && m_handRested < kHandRest)) {
+        m_handRested = hand == m_handAt ? m_handRested + kHandCheck : 0;
         m_handAt = hand;
         m_state = State::YieldingToHand;
-        pauseFor(handCheck, &ScrollingCaptureSession::scrollOnce);
+        pauseFor(kHandCheck, &ScrollingCaptureSession::scrollOnce);
         return;
     }
     const bool isThere = m_aimedAt && !movedAway;
@@ -180,7 +180,7 @@ void ScrollingCaptureSession::scrollOnce()
     if (isThere)
         startTurning();
     else
-        pauseFor(aimPause, &ScrollingCaptureSession::startTurning);
+        pauseFor(kAimPause, &ScrollingCaptureSession::startTurning);
 }
 
 void ScrollingCaptureSession::startTurning()
@@ -208,12 +208,12 @@ void ScrollingCaptureSession::turn(int clicks)
 void ScrollingCaptureSession::settle()
 {
     m_state = State::Settling;
-    pauseFor(sampleGap, &ScrollingCaptureSession::takeSample);
+    pauseFor(kSampleGap, &ScrollingCaptureSession::takeSample);
 }
 
 void ScrollingCaptureSession::takeSample()
 {
-    m_settling += sampleGap;
+    m_settling += kSampleGap;
     shoot(&ScrollingCaptureSession::judgeSample);
 }
 
@@ -227,12 +227,12 @@ void ScrollingCaptureSession::judgeSample(const QImage &sample)
     const RowSignatures &before = m_stitcher->frames().last().rows;
     const std::optional<FrameStitcher::Step> step = FrameStitcher::match(before, *rows);
     const bool moved = !Stillness::isSamePlace(before, *rows);
-    m_stillness.addSample(std::move(*rows), sampleGap);
+    m_stillness.addSample(std::move(*rows), kSampleGap);
     if (!hasComeToRest(step))
         settle();
     else if (step)
         useStep(sample, *step);
-    else if (moved && m_clicks > 1 && m_regained < timesToRegain)
+    else if (moved && m_clicks > 1 && m_regained < kTimesToRegain)
         regainOverlap();
     else
         addShot(sample);
@@ -240,15 +240,15 @@ void ScrollingCaptureSession::judgeSample(const QImage &sample)
 
 bool ScrollingCaptureSession::hasComeToRest(const std::optional<FrameStitcher::Step> &step) const
 {
-    if (m_settling >= longestWait)
+    if (m_settling >= kLongestWait)
         return true;
-    if (m_stillness.quietFor() < quietTime)
+    if (m_stillness.quietFor() < kQuietTime)
         return false;
-    if (m_settling >= ordinaryWait)
+    if (m_settling >= kOrdinaryWait)
         return true;
     // Sooner only when all the movement that was asked for has been seen.
     const std::optional<double> expected = m_plan->expectedShift(m_clicks);
-    return step && expected && step->shift >= nearlyAll * *expected;
+    return step && expected && step->shift >= kNearlyAll * *expected;
 }
 
 void ScrollingCaptureSession::useStep(const QImage &sample, const FrameStitcher::Step &step)

@@ -35,13 +35,13 @@ public:
         // How time passes; tests make it pass at once.
         std::function<QFuture<Result<void>>(int milliseconds)> pause = delayed;
     };
-    static constexpr int mostFrames = 80;
+    static constexpr int kMostFrames = 80;
 
     // `rect` in points from the screen's top left.
     ScrollingCaptureSession(Ports ports, const Screen &screen, const QRectF &rect, QObject *parent = nullptr);
 
     // Ends the session after so many kept frames, at most 80. Before run().
-    void setMaxFrames(int frames) { m_maxFrames = std::clamp(frames, 1, mostFrames); }
+    void setMaxFrames(int frames) { m_maxFrames = std::clamp(frames, 1, kMostFrames); }
 
     // Once. The tall picture; nothing when there is nothing to deliver; or why a shot could not be taken, and
     // then what was taken so far is lost. Cancelled when the session is destroyed before its end.
@@ -100,7 +100,7 @@ private:
     Ports m_ports;
     Screen m_screen;
     QRectF m_rect;
-    int m_maxFrames = mostFrames;
+    int m_maxFrames = kMostFrames;
     QPromise<Result<std::optional<QImage>>> m_promise;
     std::shared_ptr<FrameStitcher> m_stitcher;
     State m_state = State::Ready;

@@ -2,7 +2,7 @@
 
 namespace {
 // Scrolled text changes nearly all rows that are not blank, a caret or a spinner a few.
-constexpr double sameShare = 0.9;
+constexpr double kSameShare = 0.9;
 } // namespace
 
 bool Stillness::isSamePlace(const RowSignatures &a, const RowSignatures &b)
@@ -17,7 +17,7 @@ bool Stillness::isSamePlace(const RowSignatures &a, const RowSignatures &b)
         ++telling;
         same += a.hashes[row] == b.hashes[row];
     }
-    return same >= sameShare * telling;
+    return same >= kSameShare * telling;
 }
 
 void Stillness::addSample(RowSignatures rows, int elapsed)

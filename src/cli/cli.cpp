@@ -88,7 +88,7 @@ QString sentenceOf(const CLI::ParseError &wrong, const CLI::App &app)
 
 bool isCommandLineCall(int argc, char **argv)
 {
-    static constexpr std::array words{
+    static constexpr std::array kWords{
         "capture",      "displays", "windows", "scroll",      "stitch",     "render",    "text",
         "boxes",        "faces",    "redact",  "describe",    "upload",     "library",   "clipboard-owner",
         "export",       "pdf",      "combine", "guide-image", "record",     "gif",       "mp4",
@@ -102,7 +102,7 @@ bool isCommandLineCall(int argc, char **argv)
         }
         if (std::strncmp(argv[i], "--library=", 10) == 0)
             continue;
-        return std::any_of(words.begin(), words.end(),
+        return std::any_of(kWords.begin(), kWords.end(),
                            [&](const char *word) { return std::strcmp(word, argv[i]) == 0; });
     }
     return false;

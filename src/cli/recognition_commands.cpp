@@ -42,7 +42,7 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
 {
     TextRecognizer reader = recognizer(context);
     // Pictures share the cores, so a few are kept under way at once; not all, as each holds its pixels.
-    constexpr size_t AtOnce = 4;
+    constexpr size_t kAtOnce = 4;
     struct Reading {
         QString file;
         QSize size;
@@ -53,7 +53,7 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
     QJsonArray all;
     bool found = false;
     while (next < files.size() || !underWay.empty()) {
-        while (next < files.size() && underWay.size() < AtOnce) {
+        while (next < files.size() && underWay.size() < kAtOnce) {
             const std::string &file = files[next++];
             if (const auto image = Pictures::read(context, file))
                 underWay.push_back({FileName::fromBytes(QByteArray::fromStdString(file)), image->size(),

@@ -99,7 +99,7 @@ void addStitch(CLI::App &app, CommandContext &context)
 
 struct ScrollCall {
     std::string region;
-    int maxFrames = ScrollingCaptureSession::mostFrames;
+    int maxFrames = ScrollingCaptureSession::kMostFrames;
     std::string output;
     bool json = false;
 };
@@ -171,7 +171,7 @@ void addScroll(CLI::App &app, CommandContext &context)
         ->check(isRectangle);
     command->add_option("--max-frames", call->maxFrames, help(CliTexts::tr("Stop after so many frames")))
         ->type_name("N")
-        ->check(CLI::Range(1, ScrollingCaptureSession::mostFrames));
+        ->check(CLI::Range(1, ScrollingCaptureSession::kMostFrames));
     Pictures::addOutput(command, call->output,
                         help(CliTexts::tr("Write this file instead of a new one in the Library")));
     command->add_flag("--json", call->json,

@@ -103,7 +103,8 @@ Result<QString> pack(const Work &work)
     const QStringList reports = crashes.entryList({QStringLiteral("Lumenpost*")}, QDir::Files, QDir::Name);
     for (const QString &name : reports.last(std::min(kCrashReports, reports.size())))
         add(crashes.filePath(name));
-    entries.append({work.title + QStringLiteral("/system.txt"), QString(work.summary).replace(kKeyGap, wordForKey(key)).toUtf8()});
+    entries.append({work.title + QStringLiteral("/system.txt"),
+                    QString(work.summary).replace(kKeyGap, wordForKey(key)).toUtf8()});
 
     const auto archive = Zip::pack(entries);
     if (!archive)
@@ -153,8 +154,7 @@ QString Diagnostics::systemSummary() const
     QStringList displays;
     for (const Screen &screen : m_parts.screens.screens()) {
         const QSizeF size = screen.frame().size();
-        displays.append(
-            QStringLiteral("%1×%2@%3x").arg(size.width()).arg(size.height()).arg(screen.scale));
+        displays.append(QStringLiteral("%1×%2@%3x").arg(size.width()).arg(size.height()).arg(screen.scale));
     }
     text += displays.join(QStringLiteral(", "));
 
@@ -165,11 +165,11 @@ QString Diagnostics::systemSummary() const
         bool canBeUnasked;
     };
     // untranslated: a report for those who mend
-    static constexpr Row rows[] = {{"Screen Recording", Permission::ScreenRecording, false},
-                                   {"Accessibility", Permission::Accessibility, false},
-                                   {"Camera", Permission::Camera, true},
-                                   {"Microphone", Permission::Microphone, true}};
-    for (const Row &row : rows)
+    static constexpr Row kRows[] = {{"Screen Recording", Permission::ScreenRecording, false},
+                                    {"Accessibility", Permission::Accessibility, false},
+                                    {"Camera", Permission::Camera, true},
+                                    {"Microphone", Permission::Microphone, true}};
+    for (const Row &row : kRows)
         text += QStringLiteral("  %1: %2\n")
                     .arg(QLatin1String(row.name),
                          word(m_parts.permissions.status(row.permission), row.canBeUnasked));
@@ -178,10 +178,10 @@ QString Diagnostics::systemSummary() const
     text += QStringLiteral("\nSettings (no secrets)\n  Save folder in iCloud: ") +
             word(m_parts.library.isInICloud()) + QStringLiteral("\n  Image format: ") +
             rawValue(settings.imageFormat()) + QStringLiteral("\n  Show in Dock: ") +
-            word(settings.showInDock()) + QStringLiteral("\n  API key set: ") +
-            kKeyGap + QStringLiteral("\n  Imgur set: ") +
-            word(!settings.imgurClientID().isEmpty()) + QStringLiteral("\n  Auto-delete days: ") +
-            QString::number(settings.autoDeleteDays()) + QStringLiteral("\n  Library items: ") +
-            QString::number(m_parts.library.items().size()) + QLatin1Char('\n');
+            word(settings.showInDock()) + QStringLiteral("\n  API key set: ") + kKeyGap +
+            QStringLiteral("\n  Imgur set: ") + word(!settings.imgurClientID().isEmpty()) +
+            QStringLiteral("\n  Auto-delete days: ") + QString::number(settings.autoDeleteDays()) +
+            QStringLiteral("\n  Library items: ") + QString::number(m_parts.library.items().size()) +
+            QLatin1Char('\n');
     return text;
 }

@@ -12,16 +12,16 @@ namespace {
 // A zigzag along the seam at `position`, `length` pixels long.
 QPainterPath tornEdge(int position, int length, bool columns)
 {
-    constexpr int step = 14;
-    constexpr int amplitude = 5;
+    constexpr int kStep = 14;
+    constexpr int kAmplitude = 5;
     const auto at = [&](int along, int across) {
         return columns ? QPointF(position + across, along) : QPointF(along, position + across);
     };
     QPainterPath path(at(0, 0));
     bool before = true;
     for (int t = 0; t <= length;) {
-        t += step;
-        path.lineTo(at(std::min(t, length), before ? -amplitude : amplitude));
+        t += kStep;
+        path.lineTo(at(std::min(t, length), before ? -kAmplitude : kAmplitude));
         before = !before;
     }
     return path;

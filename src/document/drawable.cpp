@@ -8,12 +8,12 @@
 namespace {
 
 // Far beyond any picture; keeps numbers from a broken project out of the rasteriser's reach.
-constexpr double farthest = 2e5;
-constexpr double widestLine = 1000;
+constexpr double kFarthest = 2e5;
+constexpr double kWidestLine = 1000;
 
 double sane(double coordinate)
 {
-    return std::clamp(coordinate, -farthest, farthest);
+    return std::clamp(coordinate, -kFarthest, kFarthest);
 }
 QPointF sane(const QPointF &point)
 {
@@ -34,7 +34,7 @@ std::optional<Annotation> drawable(const Annotation &annotation)
     Annotation result = annotation;
     result.start = sane(annotation.start);
     result.end = sane(annotation.end);
-    result.lineWidth = std::clamp(annotation.lineWidth, 0.0, widestLine);
+    result.lineWidth = std::clamp(annotation.lineWidth, 0.0, kWidestLine);
     if (std::any_of(annotation.points.begin(), annotation.points.end(),
                     [](auto p) { return p != sane(p); })) {
         for (QPointF &point : result.points)

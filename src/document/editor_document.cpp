@@ -13,9 +13,9 @@
 
 namespace {
 
-constexpr qsizetype longestHistory = 60;
+constexpr qsizetype kLongestHistory = 60;
 // How far a copy is moved from its original.
-constexpr double cascade = 24;
+constexpr double kCascade = 24;
 
 bool usesNumber(const Annotation &annotation)
 {
@@ -330,7 +330,7 @@ void EditorDocument::duplicateSelected()
     if (!copy)
         return;
     copy->id = QUuid::createUuid();
-    copy->offset(cascade, cascade);
+    copy->offset(kCascade, kCascade);
     if (usesNumber(*copy))
         copy->number = nextStepNumber();
     add(*copy);
@@ -456,7 +456,7 @@ void EditorDocument::pushUndo()
 {
     Q_EMIT aboutToChange(Field::History);
     m_undoStack.append({m_base, m_annotations});
-    if (m_undoStack.size() > longestHistory)
+    if (m_undoStack.size() > kLongestHistory)
         m_undoStack.removeFirst();
     m_redoStack.clear();
     Q_EMIT changed(Field::History);

@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr double borderWidth = 8;
-constexpr double cornerRadius = 24;
-constexpr int shadowMargin = 60;
-constexpr double shadowOffset = 12;
-constexpr double shadowBlur = 40;
+constexpr double kBorderWidth = 8;
+constexpr double kCornerRadius = 24;
+constexpr int kShadowMargin = 60;
+constexpr double kShadowOffset = 12;
+constexpr double kShadowBlur = 40;
 
 QColor rgb(double r, double g, double b)
 {
@@ -45,16 +45,16 @@ QImage Effects::applied(const QImage &flattened) const
 {
     if (isPlain() || flattened.isNull())
         return flattened;
-    const double b = border ? borderWidth : 0;
+    const double b = border ? kBorderWidth : 0;
     const double w = flattened.width() + 2 * b;
     const double h = flattened.height() + 2 * b;
-    const double m = backdrop ? std::floor(std::max(w, h) * 0.08) : shadow ? shadowMargin : 0;
+    const double m = backdrop ? std::floor(std::max(w, h) * 0.08) : shadow ? kShadowMargin : 0;
     QImage canvas(static_cast<int>(w + 2 * m), static_cast<int>(h + 2 * m),
                   QImage::Format_ARGB32_Premultiplied);
     if (canvas.isNull())
         return flattened;
 
-    const double r = rounded || backdrop ? cornerRadius : 0;
+    const double r = rounded || backdrop ? kCornerRadius : 0;
     const QRectF frame(m, m, w, h);
     const QPainterPath framePath = Shapes::roundedRect(frame, r, r);
     const bool castsShadow = shadow || backdrop;
@@ -79,7 +79,7 @@ QImage Effects::applied(const QImage &flattened) const
     }
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     if (castsShadow) {
-        const SoftShadow cast{shadowBlur, QColor::fromRgbF(0, 0, 0, 0.45f), {0, shadowOffset}};
+        const SoftShadow cast{kShadowBlur, QColor::fromRgbF(0, 0, 0, 0.45f), {0, kShadowOffset}};
         cast.paintFrame(painter, frame, r,
                         opaqueFrame ? SoftShadow::Inside::LeftOut : SoftShadow::Inside::Painted);
     }

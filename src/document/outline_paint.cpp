@@ -14,17 +14,17 @@ namespace {
 // An outline that reaches far beyond what can be seen costs the rasteriser seconds.
 bool reachesFar(const QPainterPath &path, const QPainter &painter)
 {
-    constexpr double far = 2000;
-    return !outset(visibleRect(painter), far).contains(path.controlPointRect());
+    constexpr double kFar = 2000;
+    return !outset(visibleRect(painter), kFar).contains(path.controlPointRect());
 }
 
 // Curves become lines finer than one sees, on a canvas that is zoomed in as well.
 QList<QPolygonF> finePolygons(const QPainterPath &path)
 {
-    constexpr double finer = 8;
-    QList<QPolygonF> polygons = path.toSubpathPolygons(QTransform::fromScale(finer, finer));
+    constexpr double kFiner = 8;
+    QList<QPolygonF> polygons = path.toSubpathPolygons(QTransform::fromScale(kFiner, kFiner));
     for (QPolygonF &polygon : polygons)
-        polygon = QTransform::fromScale(1 / finer, 1 / finer).map(polygon);
+        polygon = QTransform::fromScale(1 / kFiner, 1 / kFiner).map(polygon);
     return polygons;
 }
 
@@ -150,11 +150,11 @@ void strokeDashes(QPainter &painter, const QPointF &start, const QPointF &end, c
 {
     if (width < 0.05) // thinner dashes than this can't be seen, only counted
         return;
-    constexpr double dash = 2.5, gap = 2; // in widths of the pen
+    constexpr double kDash = 2.5, kGap = 2; // in widths of the pen
     QPen pen = roundPen(color, width);
-    pen.setDashPattern({dash, gap});
+    pen.setDashPattern({kDash, kGap});
     const QRectF near = outset(visibleRect(painter), width * 2 + commonShadow.reach());
-    const QPainterPath path = visibleDashes(start, end, width * (dash + gap), near);
+    const QPainterPath path = visibleDashes(start, end, width * (kDash + kGap), near);
     if (!path.isEmpty())
         stroke(painter, path, pen, Shadow::Common);
 }

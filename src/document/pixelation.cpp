@@ -17,25 +17,25 @@ namespace {
 // brightness: from block to block, and of the part that is as smooth as the means are. Chosen so that an
 // attacker who knows the algorithm and the distribution of its noise guesses little better than chance; see
 // the test.
-constexpr double roughNoise = 0.25;
-constexpr double smoothNoise = 0.3;
+constexpr double kRoughNoise = 0.25;
+constexpr double kSmoothNoise = 0.3;
 // The neighbourhood reaches this many pixels at least, some letters of small text.
-constexpr double neighbourhoodPixels = 44;
+constexpr double kNeighbourhoodPixels = 44;
 // Blocks whose grounds differ by more than this in brightness don't mix.
-constexpr double otherGround = 40;
+constexpr double kOtherGround = 40;
 // A contrast below which nothing is legible that was worth hiding.
-constexpr int faint = 40;
+constexpr int kFaint = 40;
 // Blocks are sampled at least this often along a side.
-constexpr int samplesPerSide = 12;
+constexpr int kSamplesPerSide = 12;
 // Of the histogram that tells a block's ground.
-constexpr int bins = 16;
+constexpr int kBins = 16;
 
 // What one block holds: sums over its samples.
 struct Block {
-    std::array<double, 3> mean{};        // b, g, r
-    std::array<double, 3> spread{};      // covariance of each colour with the brightness
-    double variance = 0;                 // of the brightness
-    std::array<float, bins> histogram{}; // shares of brightness
+    std::array<double, 3> mean{};         // b, g, r
+    std::array<double, 3> spread{};       // covariance of each colour with the brightness
+    double variance = 0;                  // of the brightness
+    std::array<float, kBins> histogram{}; // shares of brightness
     int darkest = 255;
     int brightest = 0;
     int faintest = 255; // opacity
@@ -56,7 +56,7 @@ struct Grid {
           rows(std::max(1, static_cast<int>(std::ceil(size.height() / side - 1e-9)))),
           width(size.width()),
           height(size.height()),
-          reach(std::max(2, static_cast<int>(std::ceil(neighbourhoodPixels / side))))
+          reach(std::max(2, static_cast<int>(std::ceil(kNeighbourhoodPixels / side))))
     {}
     // First pixel whose middle lies in a column.
     int left(int column) const { return edge(column, width); }
@@ -137,7 +137,7 @@ Block measure(const QImage &image, const QImage &seen, int x0, int x1, int y0, i
     int64_t squares = 0;
     int64_t lights = 0;
     int64_t count = 0;
-    std::array<int, bins> histogram{};
+    std::array<int, kBins> histogram{};
     Block block;
     for (int y = y0; y < y1; y += stepY) {
         const uchar *line = seen.constScanLine(y);
@@ -158,7 +158,7 @@ Block measure(const QImage &image, const QImage &seen, int x0, int x1, int y0, i
             block.strongest = std::max(block.strongest, opacity);
             sq += light * light;
             li += light;
-            ++histogram[light * bins / 256];
+            ++histogram[light * kBins / 256];
             block.darkest = std::min(block.darkest, light);
             block.brightest = std::max(block.brightest, light);
             ++count;
@@ -179,7 +179,7 @@ Block measure(const QImage &image, const QImage &seen, int x0, int x1, int y0, i
     for (int c = 0; c < 3; ++c)
         block.spread[c] = product[c] / n - block.mean[c] * light;
     block.variance = std::max(0.0, squares / n - light * light);
-    for (int i = 0; i < bins; ++i)
+    for (int i = 0; i < kBins; ++i)
         block.histogram[i] = static_cast<float>(histogram[i] / n);
     return block;
 }
@@ -201,16 +201,16 @@ std::vector<double> groundsOf(const std::vector<Block> &blocks, const Grid &grid
     std::vector<double> grounds(blocks.size());
     for (int row = 0; row < grid.rows; ++row) {
         for (int column = 0; column < grid.columns; ++column) {
-            std::array<float, bins> sum{};
+            std::array<float, kBins> sum{};
             for (int y = std::max(row - 1, 0); y <= std::min(row + 1, grid.rows - 1); ++y) {
                 for (int x = std::max(column - 1, 0); x <= std::min(column + 1, grid.columns - 1); ++x) {
                     const auto &histogram = blocks[static_cast<size_t>(y) * grid.columns + x].histogram;
-                    for (int i = 0; i < bins; ++i)
+                    for (int i = 0; i < kBins; ++i)
                         sum[i] += histogram[i];
                 }
             }
             const auto most = std::max_element(sum.begin(), sum.end()) - sum.begin();
-            grounds[static_cast<size_t>(row) * grid.columns + column] = (most + 0.5) * 256 / bins;
+            grounds[static_cast<size_t>(row) * grid.columns + column] = (most + 0.5) * 256 / kBins;
         }
     }
     return grounds;
@@ -226,7 +226,7 @@ void visitNeighbours(const Grid &grid, const std::vector<double> &grounds, int c
     for (int y = std::max(row - grid.reach, 0); y <= top; ++y) {
         for (int x = std::max(column - grid.reach, 0); x <= right; ++x) {
             const size_t index = static_cast<size_t>(y) * grid.columns + x;
-            if (std::abs(grounds[index] - ground) <= otherGround)
+            if (std::abs(grounds[index] - ground) <= kOtherGround)
                 visit(index,
                       (grid.reach + 1 - std::abs(x - column)) * (grid.reach + 1.0 - std::abs(y - row)));
         }
@@ -271,7 +271,7 @@ std::vector<double> noiseOf(const Noise &noise, const std::vector<double> &groun
                 squares += weight * weight;
             });
             const size_t index = static_cast<size_t>(row) * grid.columns + column;
-            result[index] = roughNoise * raw[index][0] + smoothNoise * sum / std::sqrt(squares);
+            result[index] = kRoughNoise * raw[index][0] + kSmoothNoise * sum / std::sqrt(squares);
         }
     }
     return result;
@@ -287,8 +287,8 @@ bool isKept(const std::vector<Block> &blocks, const Grid &grid, int column, int 
     for (int y = std::max(row - 1, 0); y <= std::min(row + 1, grid.rows - 1); ++y) {
         for (int x = std::max(column - 1, 0); x <= std::min(column + 1, grid.columns - 1); ++x) {
             const Block &block = blocks[static_cast<size_t>(y) * grid.columns + x];
-            if (middle.darkest - block.darkest > faint || block.brightest - middle.darkest > faint ||
-                middle.faintest - block.faintest > faint || block.strongest - middle.faintest > faint)
+            if (middle.darkest - block.darkest > kFaint || block.brightest - middle.darkest > kFaint ||
+                middle.faintest - block.faintest > kFaint || block.strongest - middle.faintest > kFaint)
                 return false;
         }
     }
@@ -331,7 +331,7 @@ QImage pixelated(const QImage &image)
         return image;
 
     const Grid grid(source.size());
-    const int sampling = std::max(1, static_cast<int>(grid.side / samplesPerSide));
+    const int sampling = std::max(1, static_cast<int>(grid.side / kSamplesPerSide));
     std::vector<Block> blocks(static_cast<size_t>(grid.columns) * grid.rows);
     for (int row = 0; row < grid.rows; ++row) {
         for (int column = 0; column < grid.columns; ++column)

@@ -41,16 +41,16 @@ const uchar *bytesOf(const QByteArray &bytes)
 
 std::optional<Header> headerOf(const QByteArray &bytes)
 {
-    constexpr qsizetype First = 8; // past the signature; the first chunk is the header
-    if (!bytes.startsWith("\x89PNG\r\n\x1a\n") || bytes.size() < First + 25 ||
-        std::memcmp(bytes.constData() + First + 4, "IHDR", 4) != 0)
+    constexpr qsizetype kFirst = 8; // past the signature; the first chunk is the header
+    if (!bytes.startsWith("\x89PNG\r\n\x1a\n") || bytes.size() < kFirst + 25 ||
+        std::memcmp(bytes.constData() + kFirst + 4, "IHDR", 4) != 0)
         return std::nullopt;
-    const uchar *at = bytesOf(bytes) + First + 8;
+    const uchar *at = bytesOf(bytes) + kFirst + 8;
     const auto width = qFromBigEndian<quint32>(at);
     const auto height = qFromBigEndian<quint32>(at + 4);
     const bool isPlain = at[8] == 8 && at[10] == 0 && at[11] == 0 && at[12] == 0;
-    constexpr quint32 Longest = 1 << 20;
-    if (!isPlain || width == 0 || height == 0 || width > Longest || height > Longest)
+    constexpr quint32 kLongest = 1 << 20;
+    if (!isPlain || width == 0 || height == 0 || width > kLongest || height > kLongest)
         return std::nullopt;
     Header header{static_cast<int>(width), static_cast<int>(height)};
     switch (at[9]) {

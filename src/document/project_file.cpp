@@ -17,9 +17,9 @@
 namespace {
 
 // All pictures of a project's objects together, in pixels; what would go beyond stays undecoded.
-constexpr qint64 mostObjectPixels = 200'000'000;
+constexpr qint64 kMostObjectPixels = 200'000'000;
 // Those pictures, written out, and more than a hand can draw.
-constexpr qint64 mostDescriptionBytes = 1'000'000'000;
+constexpr qint64 kMostDescriptionBytes = 1'000'000'000;
 
 QJsonArray json(const QPointF &point)
 {
@@ -213,7 +213,7 @@ ProjectFile ProjectFile::describing(const QList<Annotation> &annotations, const 
 QList<Annotation> ProjectFile::objects() const
 {
     QList<Annotation> result;
-    qint64 room = mostObjectPixels;
+    qint64 room = kMostObjectPixels;
     for (const Item &item : annotations) {
         const auto kind = Tools::fromRawValue(item.kind);
         if (!kind)
@@ -306,7 +306,7 @@ Result<ProjectFile> ProjectFile::decoded(const QByteArray &bytes)
 
 Result<ProjectFile> ProjectFile::readDescription(const QString &path)
 {
-    const auto bytes = ReadFile::whole(path, mostDescriptionBytes);
+    const auto bytes = ReadFile::whole(path, kMostDescriptionBytes);
     if (!bytes)
         return std::unexpected(bytes.error());
     auto project = decoded(*bytes);

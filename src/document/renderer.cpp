@@ -13,7 +13,7 @@ namespace Renderer {
 namespace {
 
 // Below this scale a picture is averaged rather than interpolated.
-constexpr double smallestInterpolated = 0.75;
+constexpr double kSmallestInterpolated = 0.75;
 
 } // namespace
 
@@ -31,7 +31,8 @@ void drawBase(const QImage &base, QPainter &painter)
     painter.save();
     const QTransform device = painter.deviceTransform();
     const QRectF whole(QPointF(), QSizeF(base.size()));
-    if (device.type() <= QTransform::TxScale && std::max(device.m11(), device.m22()) < smallestInterpolated) {
+    if (device.type() <= QTransform::TxScale &&
+        std::max(device.m11(), device.m22()) < kSmallestInterpolated) {
         // Interpolation between neighbours alone would skip rows; every pixel has its share in a smaller
         // picture.
         const QRect target = device.mapRect(whole).toAlignedRect();

@@ -13,8 +13,8 @@ namespace {
 
 // Up to here the Gaussian is summed directly, in eight-bit weights; beyond, three box blurs are as good and
 // cheaper.
-constexpr double largestDirectSigma = 4;
-constexpr int tileSide = 64;
+constexpr double kLargestDirectSigma = 4;
+constexpr int kTileSide = 64;
 
 // Weights of distance 0, 1, 2 … from the middle; the whole kernel sums to 256.
 std::vector<uint16_t> gaussianWeights(double sigma)
@@ -81,13 +81,13 @@ struct Tile {
 // beyond the mask counts as empty.
 std::vector<Tile> tilesOf(const QImage &mask)
 {
-    const int columns = (mask.width() + tileSide - 1) / tileSide;
-    const int rows = (mask.height() + tileSide - 1) / tileSide;
+    const int columns = (mask.width() + kTileSide - 1) / kTileSide;
+    const int rows = (mask.height() + kTileSide - 1) / kTileSide;
     std::vector<std::pair<uint8_t, uint8_t>> ranges(static_cast<size_t>(columns) * rows);
     std::vector<Tile> tiles(ranges.size());
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < columns; ++column) {
-            const QRect rect = QRect(column * tileSide, row * tileSide, tileSide, tileSide) & mask.rect();
+            const QRect rect = QRect(column * kTileSide, row * kTileSide, kTileSide, kTileSide) & mask.rect();
             tiles[row * columns + column].rect = rect;
             ranges[row * columns + column] = range(mask, rect);
         }
@@ -218,7 +218,7 @@ void blurMask(QImage &mask, double sigma)
 {
     if (!(sigma > 0.05) || mask.isNull())
         return;
-    if (sigma > largestDirectSigma) {
+    if (sigma > kLargestDirectSigma) {
         boxBlur(mask, sigma);
         return;
     }
@@ -275,12 +275,12 @@ void SoftShadow::paintMask(QPainter &painter, const QRectF &bounds, const MaskFi
 
     painter.save();
     painter.setWorldTransform(device.inverted() * painter.worldTransform()); // device pixels from here on
-    if (sigma > largestDirectSigma) {
+    if (sigma > kLargestDirectSigma) {
         blurMask(mask, sigma);
         painter.drawImage(area.topLeft(), tinted(mask, mask.rect(), color));
     } else {
         const std::vector<uint16_t> weights = gaussianWeights(std::max(sigma, 0.1));
-        QImage out(tileSide, tileSide, QImage::Format_Alpha8);
+        QImage out(kTileSide, kTileSide, QImage::Format_Alpha8);
         for (const Tile &tile : tilesOf(mask)) {
             if (tile.kind == Tile::Empty)
                 continue;

@@ -13,7 +13,7 @@
 
 namespace {
 
-const QColor shadowColor = QColor::fromRgbF(0, 0, 0, 0.35f);
+const QColor kShadowColor = QColor::fromRgbF(0, 0, 0, 0.35f);
 
 void drawSymbol(const QString &name, const QRectF &rect, const QColor &color, QPainter &painter)
 {
@@ -32,7 +32,7 @@ void drawSymbol(const QString &name, const QRectF &rect, const QColor &color, QP
         p.setRenderHint(QPainter::SmoothPixmapTransform);
         p.drawImage(target, picture);
     };
-    SoftShadow{3, shadowColor, {}}.paint(painter, target, paint);
+    SoftShadow{3, kShadowColor, {}}.paint(painter, target, paint);
     paint(painter);
 }
 
@@ -56,8 +56,8 @@ void drawKey(const QString &legend, const QRectF &rect, QPainter &painter)
 {
     const double h = rect.height();
     const QPainterPath cap = Shapes::roundedRect(rect, h * 0.18, h * 0.18);
-    SoftShadow{2, shadowColor, {0, h * 0.05}}.paint(painter, rect,
-                                                    [&](QPainter &p) { p.fillPath(cap, Qt::white); });
+    SoftShadow{2, kShadowColor, {0, h * 0.05}}.paint(painter, rect,
+                                                     [&](QPainter &p) { p.fillPath(cap, Qt::white); });
     painter.fillPath(cap, QColor::fromRgbF(0.98f, 0.98f, 0.98f));
     painter.strokePath(cap, QPen(QColor::fromRgbF(0.7f, 0.7f, 0.7f), std::max(h * 0.03, 1.0)));
     const TextBlock block = legendBlock(legend, rect);

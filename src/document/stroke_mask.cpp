@@ -12,9 +12,9 @@
 namespace {
 
 // Points nearer than this, in pixels, can't be told apart.
-constexpr double smallestStep = 0.125;
+constexpr double kSmallestStep = 0.125;
 // A band's counts stay in the processor's cache.
-constexpr int bandHeight = 64;
+constexpr int kBandHeight = 64;
 
 struct Segment {
     QPointF a;
@@ -91,7 +91,7 @@ std::vector<Segment> segmentsNear(const QRectF &near, const QTransform &toMask, 
         for (qsizetype i = 1; i < line.size(); ++i) {
             const QPointF next = toMask.map(line[i]);
             const bool isEnd = i + 1 == line.size();
-            if (!isEnd && (next - last).manhattanLength() < smallestStep)
+            if (!isEnd && (next - last).manhattanLength() < kSmallestStep)
                 continue;
             add(last, next);
             last = next;
@@ -200,10 +200,10 @@ void strokeMask(QImage &mask, const QTransform &toMask, const QList<QPolygonF> &
     const qsizetype stride = mask.bytesPerLine();
     const int columns = mask.width();
     const int rows = mask.height();
-    const int bands = (rows + bandHeight - 1) / bandHeight;
+    const int bands = (rows + kBandHeight - 1) / kBandHeight;
     const auto drawBand = [&](int band) {
-        const int top = band * bandHeight;
-        Band part(pixels, stride, columns, top, std::min(top + bandHeight, rows) - 1, pen);
+        const int top = band * kBandHeight;
+        Band part(pixels, stride, columns, top, std::min(top + kBandHeight, rows) - 1, pen);
         for (const Segment &segment : segments)
             part.add(segment);
         part.fill();

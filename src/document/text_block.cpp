@@ -9,9 +9,9 @@
 namespace {
 
 // Larger letters are laid out at this size and scaled; their proportions don't change any more.
-constexpr double largestLayout = 256;
+constexpr double kLargestLayout = 256;
 // More letters than one picture can show; bounds the layout of a broken or hostile text.
-constexpr qsizetype longestText = 20000;
+constexpr qsizetype kLongestText = 20000;
 
 } // namespace
 
@@ -34,19 +34,19 @@ Fonts::Design designOf(TextFont font)
 
 TextBlock::TextBlock(const QString &text, Fonts::Design design, double size, QFont::Weight weight)
 {
-    layOut(text, Fonts::font(design, std::min(size, largestLayout), weight), size, {}, Alignment::Left);
+    layOut(text, Fonts::font(design, std::min(size, kLargestLayout), weight), size, {}, Alignment::Left);
 }
 
 TextBlock::TextBlock(const QString &text, Fonts::Design design, double size, double width,
                      Alignment alignment)
 {
-    layOut(text, Fonts::font(design, std::min(size, largestLayout)), size, width, alignment);
+    layOut(text, Fonts::font(design, std::min(size, kLargestLayout)), size, width, alignment);
 }
 
 TextBlock TextBlock::emoji(const QString &text, double size)
 {
     TextBlock block;
-    block.layOut(text, Fonts::emoji(std::min(size, largestLayout)), size, {}, Alignment::Left);
+    block.layOut(text, Fonts::emoji(std::min(size, kLargestLayout)), size, {}, Alignment::Left);
     return block;
 }
 
@@ -54,7 +54,7 @@ void TextBlock::layOut(const QString &text, const QFont &font, double size, std:
                        Alignment alignment)
 {
     m_scale = std::max(size, 0.01) / font.pixelSize();
-    QString lines = text.left(longestText);
+    QString lines = text.left(kLongestText);
     lines.replace("\r\n", "\n");
     lines.replace('\n', QChar::LineSeparator);
 

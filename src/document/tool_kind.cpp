@@ -225,7 +225,7 @@ Facts facts(ToolKind kind)
 
 QList<ToolKind> toolbarTools()
 {
-    QList<ToolKind> tools(all.begin(), all.end());
+    QList<ToolKind> tools(kAll.begin(), kAll.end());
     tools.removeOne(ToolKind::Image);
     return tools;
 }
@@ -237,7 +237,7 @@ QString rawValue(ToolKind kind)
 
 std::optional<ToolKind> fromRawValue(const QString &rawValue)
 {
-    for (const ToolKind kind : all) {
+    for (const ToolKind kind : kAll) {
         if (rawValue == QLatin1String(facts(kind).rawValue))
             return kind;
     }
@@ -283,7 +283,7 @@ QChar shortcutKey(ToolKind kind)
 
 std::optional<ToolKind> ofShortcut(QChar lowerCaseKey)
 {
-    for (const ToolKind kind : all) {
+    for (const ToolKind kind : kAll) {
         if (const QChar key = shortcutKey(kind); !key.isNull() && key.toLower() == lowerCaseKey)
             return kind;
     }

@@ -37,7 +37,7 @@ inline size_t qHash(ToolKind kind, size_t seed = 0)
 
 namespace Tools {
 
-inline constexpr std::array all{
+inline constexpr std::array kAll{
     ToolKind::Select, ToolKind::Arrow,     ToolKind::Rectangle, ToolKind::Ellipse, ToolKind::Line,
     ToolKind::Pen,    ToolKind::Highlight, ToolKind::Text,      ToolKind::Callout, ToolKind::Step,
     ToolKind::Stamp,  ToolKind::Blur,      ToolKind::Spotlight, ToolKind::Magnify, ToolKind::Crop,

@@ -13,7 +13,7 @@ struct Word {
 };
 
 // What the stamps show.
-constexpr std::array stampNames{
+constexpr std::array kStampNames{
     Word{"checkmark.circle.fill", QT_TRANSLATE_NOOP("EditorTexts", "check mark")},
     Word{"xmark.circle.fill", QT_TRANSLATE_NOOP("EditorTexts", "cross")},
     Word{"exclamationmark.triangle.fill", QT_TRANSLATE_NOOP("EditorTexts", "warning")},
@@ -44,9 +44,9 @@ QString stampWords(const QString &value)
     const QString what = value.mid(value.indexOf(':') + 1);
     if (value.startsWith(QLatin1String("key:")))
         return EditorTexts::tr("%1 key").arg(what);
-    const auto *name = std::find_if(stampNames.begin(), stampNames.end(),
+    const auto *name = std::find_if(kStampNames.begin(), kStampNames.end(),
                                     [&what](const Word &word) { return what == QLatin1String(word.value); });
-    return name == stampNames.end() ? what : EditorTexts::tr(name->words);
+    return name == kStampNames.end() ? what : EditorTexts::tr(name->words);
 }
 
 QString spokenColor(const QColor &color)
@@ -64,18 +64,18 @@ QString spokenColor(const QColor &color)
         float until; // degrees of hue
         const char *name;
     };
-    constexpr std::array names{Name{14, QT_TRANSLATE_NOOP("EditorTexts", "red")},
-                               Name{42, QT_TRANSLATE_NOOP("EditorTexts", "orange")},
-                               Name{70, QT_TRANSLATE_NOOP("EditorTexts", "yellow")},
-                               Name{165, QT_TRANSLATE_NOOP("EditorTexts", "green")},
-                               Name{200, QT_TRANSLATE_NOOP("EditorTexts", "cyan")},
-                               Name{245, QT_TRANSLATE_NOOP("EditorTexts", "blue")},
-                               Name{295, QT_TRANSLATE_NOOP("EditorTexts", "purple")},
-                               Name{340, QT_TRANSLATE_NOOP("EditorTexts", "pink")},
-                               Name{361, QT_TRANSLATE_NOOP("EditorTexts", "red")}};
+    constexpr std::array kNames{Name{14, QT_TRANSLATE_NOOP("EditorTexts", "red")},
+                                Name{42, QT_TRANSLATE_NOOP("EditorTexts", "orange")},
+                                Name{70, QT_TRANSLATE_NOOP("EditorTexts", "yellow")},
+                                Name{165, QT_TRANSLATE_NOOP("EditorTexts", "green")},
+                                Name{200, QT_TRANSLATE_NOOP("EditorTexts", "cyan")},
+                                Name{245, QT_TRANSLATE_NOOP("EditorTexts", "blue")},
+                                Name{295, QT_TRANSLATE_NOOP("EditorTexts", "purple")},
+                                Name{340, QT_TRANSLATE_NOOP("EditorTexts", "pink")},
+                                Name{361, QT_TRANSLATE_NOOP("EditorTexts", "red")}};
     const auto *found =
-        std::find_if(names.begin(), names.end(), [hue](const Name &n) { return hue < n.until; });
-    const Name &name = found == names.end() ? names.front() : *found;
+        std::find_if(kNames.begin(), kNames.end(), [hue](const Name &n) { return hue < n.until; });
+    const Name &name = found == kNames.end() ? kNames.front() : *found;
     constexpr float kOrangeEnds = 42;
     if (name.until == kOrangeEnds && value < 0.6f)
         return EditorTexts::tr("brown");

@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr double selectionOutset = 4;
-constexpr double handleSide = 9;
-constexpr double chromeWidth = 1.5;
-const QColor systemBlue(0, 122, 255);
-const QColor systemRed(255, 59, 48);
+constexpr double kSelectionOutset = 4;
+constexpr double kHandleSide = 9;
+constexpr double kChromeWidth = 1.5;
+const QColor kSystemBlue(0, 122, 255);
+const QColor kSystemRed(255, 59, 48);
 
 QPen dashed(const QColor &color, double width, double on, double off)
 {
@@ -60,7 +60,7 @@ void drawBandOutline(const CanvasPainter::Scene &scene, QPainter &painter)
 {
     const QRectF band = scene.imageToView().mapRect(*scene.band);
     const bool crop = scene.bandKind == CanvasInteraction::BandKind::Crop;
-    painter.setPen(crop ? QPen(Qt::white, chromeWidth) : dashed(systemRed, chromeWidth, 6, 4));
+    painter.setPen(crop ? QPen(Qt::white, kChromeWidth) : dashed(kSystemRed, kChromeWidth, 6, 4));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(band);
     drawLabel(painter, scene.viewport.view, {band.left() + 4, band.bottom() + 6}, bandLabel(scene));
@@ -73,7 +73,7 @@ void CanvasChrome::drawBand(const CanvasPainter::Scene &scene, QPainter &painter
     const QRectF band = scene.imageToView().mapRect(*scene.band);
     switch (scene.bandKind) {
     case CanvasInteraction::BandKind::TextArea: {
-        QColor fill = systemBlue;
+        QColor fill = kSystemBlue;
         fill.setAlphaF(0.2f);
         painter.fillRect(band, fill);
         break;
@@ -87,7 +87,7 @@ void CanvasChrome::drawBand(const CanvasPainter::Scene &scene, QPainter &painter
         break;
     }
     case CanvasInteraction::BandKind::Cutout: {
-        QColor fill = systemRed;
+        QColor fill = kSystemRed;
         fill.setAlphaF(0.3f);
         painter.fillRect(band, fill);
         break;
@@ -101,11 +101,11 @@ void CanvasChrome::drawSelection(const CanvasPainter::Scene &scene, QPainter &pa
     const QTransform toView = scene.imageToView();
     const QColor accent = brandColor();
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(dashed(accent, chromeWidth, 4, 3));
-    painter.drawRect(outset(toView.mapRect(scene.selected->bounds()), selectionOutset));
-    painter.setPen(QPen(accent, chromeWidth));
+    painter.setPen(dashed(accent, kChromeWidth, 4, 3));
+    painter.drawRect(outset(toView.mapRect(scene.selected->bounds()), kSelectionOutset));
+    painter.setPen(QPen(accent, kChromeWidth));
     for (const auto &[handle, point] : scene.selected->handles()) {
-        QRectF knob(0, 0, handleSide, handleSide);
+        QRectF knob(0, 0, kHandleSide, kHandleSide);
         knob.moveCenter(toView.map(point));
         painter.setBrush(handle == AnnotationHandle::Tail ? accent : QColor(Qt::white));
         const bool round = handle == AnnotationHandle::Start || handle == AnnotationHandle::End ||

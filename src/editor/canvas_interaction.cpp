@@ -9,14 +9,14 @@
 
 namespace {
 
-constexpr double handleReach = 8;   // points
-constexpr double hitTolerance = 6;  // points
-constexpr double leastCrop = 8;     // image pixels
-constexpr double leastTextArea = 6; // image pixels
-constexpr double panPerNotch = 10;  // points for a line of a wheel
-constexpr double linesPerNotch = 3; // as the toolkit scrolls lists
-constexpr double zoomPerPixel = 1.0 / 200;
-constexpr double zoomPerLine = 1.0 / 20;
+constexpr double kHandleReach = 8;   // points
+constexpr double kHitTolerance = 6;  // points
+constexpr double kLeastCrop = 8;     // image pixels
+constexpr double kLeastTextArea = 6; // image pixels
+constexpr double kPanPerNotch = 10;  // points for a line of a wheel
+constexpr double kLinesPerNotch = 3; // as the toolkit scrolls lists
+constexpr double kZoomPerPixel = 1.0 / 200;
+constexpr double kZoomPerLine = 1.0 / 20;
 
 template <typename... Ts>
 struct Overloaded : Ts... {
@@ -92,9 +92,9 @@ void CanvasInteraction::panBy(const QPointF &delta)
 bool CanvasInteraction::scroll(const Scroll &scroll)
 {
     const bool precise = !scroll.pixels.isNull();
-    QPointF delta = precise ? scroll.pixels : scroll.notches * linesPerNotch;
+    QPointF delta = precise ? scroll.pixels : scroll.notches * kLinesPerNotch;
     if (scroll.modifiers & Qt::ControlModifier) {
-        const double grow = delta.y() * (precise ? zoomPerPixel : zoomPerLine);
+        const double grow = delta.y() * (precise ? kZoomPerPixel : kZoomPerLine);
         // A fast wheel can ask for less than nothing.
         setZoom(std::max(1 + grow, 0.1) * viewport().displayZoom(), scroll.position);
         return true;
@@ -103,7 +103,7 @@ bool CanvasInteraction::scroll(const Scroll &scroll)
         return false;
     if ((scroll.modifiers & Qt::ShiftModifier) && delta.x() == 0)
         delta = {delta.y(), 0};
-    panBy(precise ? delta : delta * panPerNotch);
+    panBy(precise ? delta : delta * kPanPerNotch);
     return true;
 }
 
@@ -114,7 +114,7 @@ void CanvasInteraction::pinch(double magnification, const QPointF &position)
 
 double CanvasInteraction::tolerance() const
 {
-    return hitTolerance / viewport().scale();
+    return kHitTolerance / viewport().scale();
 }
 
 std::optional<AnnotationHandle> CanvasInteraction::handleHit(const QPointF &viewPoint) const
@@ -125,7 +125,7 @@ std::optional<AnnotationHandle> CanvasInteraction::handleHit(const QPointF &view
     const CanvasViewport view = viewport();
     for (const auto &[handle, point] : selected->handles()) {
         const QPointF away = view.toView(point) - viewPoint;
-        if (std::hypot(away.x(), away.y()) <= handleReach)
+        if (std::hypot(away.x(), away.y()) <= kHandleReach)
             return handle;
     }
     return std::nullopt;
@@ -307,7 +307,7 @@ void CanvasInteraction::release(const QPointF &)
                    [](const Resizing &) {},
                    [this](const Drawing &) { finishDrawing(); },
                    [this](const Cropping &) {
-                       if (m_band && m_band->width() > leastCrop && m_band->height() > leastCrop)
+                       if (m_band && m_band->width() > kLeastCrop && m_band->height() > kLeastCrop)
                            m_document.applyCrop(*m_band);
                    },
                    [this](const Cutting &) {
@@ -348,7 +348,7 @@ void CanvasInteraction::finishTextSelection()
     if (m_session.mode() != EditorSession::Mode::SelectingText)
         return;
     m_session.setMode(EditorSession::Mode::Editing);
-    if (m_band && m_band->width() > leastTextArea && m_band->height() > leastTextArea)
+    if (m_band && m_band->width() > kLeastTextArea && m_band->height() > kLeastTextArea)
         m_host.copyText(roundedOutwards(*m_band) & m_document.imageBounds().toRect());
 }
 

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr double arrowStep = 1; // image pixels
-constexpr double largeArrowStep = 10;
-constexpr double leastWidth = 2, mostWidth = 30;
+constexpr double kArrowStep = 1; // image pixels
+constexpr double kLargeArrowStep = 10;
+constexpr double kLeastWidth = 2, kMostWidth = 30;
 
 // What of the modifiers decides between a command and a plain key.
 Qt::KeyboardModifiers commandModifiers(Qt::KeyboardModifiers modifiers)
@@ -83,7 +83,7 @@ bool CanvasInteraction::arrowKey(const Key &key)
     auto selected = m_document.selected();
     if (!selected)
         return false;
-    const double step = key.modifiers & Qt::ShiftModifier ? largeArrowStep : arrowStep;
+    const double step = key.modifiers & Qt::ShiftModifier ? kLargeArrowStep : kArrowStep;
     const double dx = key.key == Qt::Key_Left ? -step : key.key == Qt::Key_Right ? step : 0;
     const double dy = key.key == Qt::Key_Up ? -step : key.key == Qt::Key_Down ? step : 0;
     // A key that is held is one step.
@@ -99,7 +99,7 @@ bool CanvasInteraction::arrowKey(const Key &key)
     } else {
         const double grow = key.key == Qt::Key_Right || key.key == Qt::Key_Up ? 1 : -1;
         // As the bar's slider does, so that it shows the new size.
-        m_document.setLineWidth(std::clamp(selected->lineWidth + grow, leastWidth, mostWidth));
+        m_document.setLineWidth(std::clamp(selected->lineWidth + grow, kLeastWidth, kMostWidth));
         return true;
     }
     m_document.replace(*selected);

@@ -14,13 +14,13 @@
 
 namespace {
 
-constexpr double cornerRadius = 24;    // image pixels, with rounded corners or a backdrop
-constexpr double borderWidth = 16;     // image pixels, half of it over the picture
-constexpr double sharpAbove = 1.5;     // device pixels for an image pixel, from where pixels stay square
-constexpr double backdropShare = 0.08; // of the longer side
-constexpr double spotlightCorner = 16; // image pixels
-constexpr int mostRects = 8;           // rendered one by one; a region of more is rendered as one
-constexpr double chromeReach = 10;     // selection outline and handles around the bounds, with their strokes
+constexpr double kCornerRadius = 24;    // image pixels, with rounded corners or a backdrop
+constexpr double kBorderWidth = 16;     // image pixels, half of it over the picture
+constexpr double kSharpAbove = 1.5;     // device pixels for an image pixel, from where pixels stay square
+constexpr double kBackdropShare = 0.08; // of the longer side
+constexpr double kSpotlightCorner = 16; // image pixels
+constexpr int kMostRects = 8;           // rendered one by one; a region of more is rendered as one
+constexpr double kChromeReach = 10;     // selection outline and handles around the bounds, with their strokes
 
 bool isSpotlight(const Annotation &annotation)
 {
@@ -65,7 +65,7 @@ void drawObjects(QImage &layer, const QImage &stage, const CanvasPainter::Scene 
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.save();
     const QRectF frame = toView.mapRect(image);
-    const double radius = effects.rounded || effects.backdrop ? cornerRadius * s : 0;
+    const double radius = effects.rounded || effects.backdrop ? kCornerRadius * s : 0;
     if (radius > 0) {
         painter.setRenderHint(QPainter::Antialiasing);
         QPainterPath clip;
@@ -82,7 +82,8 @@ void drawObjects(QImage &layer, const QImage &stage, const CanvasPainter::Scene 
 
     if (effects.border) {
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(effects.borderColor, borderWidth * s, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+        painter.setPen(
+            QPen(effects.borderColor, kBorderWidth * s, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
         painter.drawRoundedRect(frame, radius, radius);
     }
 }
@@ -184,7 +185,7 @@ QRegion CanvasPainter::changedHole(const Annotation *before, const Annotation *a
 {
     const auto reach = [this](const Annotation *a) { return a ? painted(*a).toAlignedRect() : QRect(); };
     const QRect old = reach(before), now = reach(after);
-    const int corner = qCeil(spotlightCorner * m_scene.viewport.scale()) + 4;
+    const int corner = qCeil(kSpotlightCorner * m_scene.viewport.scale()) + 4;
     const QRect untouched = (old & now).adjusted(corner, corner, -corner, -corner);
     QRegion region = QRegion(old) | now;
     return untouched.isValid() ? region - untouched : region;
@@ -245,7 +246,7 @@ QRegion CanvasPainter::overlayRegion() const
         QRectF rect = m_scene.selected->bounds();
         for (const auto &[handle, point] : m_scene.selected->handles())
             rect |= QRectF(point, QSizeF(0.01, 0.01));
-        region |= outset(m_scene.imageToView().mapRect(rect), chromeReach).toAlignedRect();
+        region |= outset(m_scene.imageToView().mapRect(rect), kChromeReach).toAlignedRect();
     }
     if (m_scene.band) // the crop band darkens all around it; labels hang below
         region |= QRect(QPoint(), m_scene.viewport.view.toSize());
@@ -272,13 +273,13 @@ void CanvasPainter::drawStage(QPainter &painter)
     painter.fillRect(QRectF(QPointF(), m_scene.viewport.view), Theme::canvasSurround());
 
     const QRectF frame = toView.mapRect(QRectF(m_scene.base.rect()));
-    const double radius = effects.rounded || effects.backdrop ? cornerRadius * s : 0;
+    const double radius = effects.rounded || effects.backdrop ? kCornerRadius * s : 0;
     QPainterPath framePath;
     framePath.addRoundedRect(frame, radius, radius);
 
     if (effects.backdrop) {
         const double grow =
-            std::trunc(std::max(m_scene.base.width(), m_scene.base.height()) * backdropShare) * s;
+            std::trunc(std::max(m_scene.base.width(), m_scene.base.height()) * kBackdropShare) * s;
         const QRectF around = outset(frame, grow);
         const auto &colors = Effects::backdropGradient(effects.backdropStyle);
         QLinearGradient gradient(around.topLeft(), around.bottomRight());
@@ -304,7 +305,7 @@ void CanvasPainter::drawBase(QPainter &painter)
     const double zoom = view.displayZoom();
     const QRectF frame = m_scene.imageToView().mapRect(QRectF(m_scene.base.rect()));
     if (zoom >= 1) {
-        painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom > 1 && zoom <= sharpAbove);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, zoom > 1 && zoom <= kSharpAbove);
         painter.drawImage(frame, m_scene.base);
         return;
     }
@@ -331,7 +332,7 @@ void CanvasPainter::renderObjects(const QRegion &region)
         m_layer = m_stage;
     m_layer.setDevicePixelRatio(m_stage.devicePixelRatio());
     // Rectangle by rectangle, so that nothing is drawn for the room between them.
-    if (region.rectCount() > mostRects)
+    if (region.rectCount() > kMostRects)
         return drawObjects(m_layer, m_stage, m_scene, region.boundingRect());
     for (const QRect &rect : region)
         drawObjects(m_layer, m_stage, m_scene, rect);

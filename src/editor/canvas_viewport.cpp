@@ -5,17 +5,17 @@
 
 namespace {
 
-constexpr double fitMargin = 56;  // points, both sides together
-constexpr double tallPicture = 3; // views
-constexpr double leastFitScale = 0.02;
-constexpr double panMargin = 40;       // points of the view that may show beside a pushed picture
-constexpr double backdropShare = 0.08; // of the longer side, on each side
+constexpr double kFitMargin = 56;  // points, both sides together
+constexpr double kTallPicture = 3; // views
+constexpr double kLeastFitScale = 0.02;
+constexpr double kPanMargin = 40;       // points of the view that may show beside a pushed picture
+constexpr double kBackdropShare = 0.08; // of the longer side, on each side
 
 double clampedAxis(double origin, double length, double view)
 {
-    if (length + 2 * panMargin <= view)
+    if (length + 2 * kPanMargin <= view)
         return (view - length) / 2;
-    return std::clamp(origin, view - length - panMargin, panMargin);
+    return std::clamp(origin, view - length - kPanMargin, kPanMargin);
 }
 
 } // namespace
@@ -23,10 +23,10 @@ double clampedAxis(double origin, double length, double view)
 double CanvasViewport::fitScale() const
 {
     const double grow =
-        backdrop ? 2 * std::trunc(std::max(image.width(), image.height()) * backdropShare) : 0;
-    const double sx = (view.width() - fitMargin) / (image.width() + grow);
-    const double sy = (view.height() - fitMargin) / (image.height() + grow);
-    return std::max(std::min({sx, sy, 1 / backing}), leastFitScale);
+        backdrop ? 2 * std::trunc(std::max(image.width(), image.height()) * kBackdropShare) : 0;
+    const double sx = (view.width() - kFitMargin) / (image.width() + grow);
+    const double sy = (view.height() - kFitMargin) / (image.height() + grow);
+    return std::max(std::min({sx, sy, 1 / backing}), kLeastFitScale);
 }
 
 QPointF CanvasViewport::centeredOrigin(double scale) const
@@ -54,7 +54,7 @@ void CanvasViewport::setZoom(std::optional<double> newZoom, const QPointF &aroun
         return;
     }
     const QPointF under = toImage(around);
-    zoom = std::clamp(*newZoom, leastZoom, mostZoom);
+    zoom = std::clamp(*newZoom, kLeastZoom, kMostZoom);
     const double s = scale();
     pan = around - under * s - centeredOrigin(s);
 }
@@ -65,11 +65,11 @@ void CanvasViewport::showFromStart()
     pan = {};
     if (view.isEmpty() || image.isEmpty())
         return;
-    const double wide = std::min((view.width() - fitMargin) / image.width(), 1 / backing);
-    if (wide * image.height() <= tallPicture * view.height())
+    const double wide = std::min((view.width() - kFitMargin) / image.width(), 1 / backing);
+    if (wide * image.height() <= kTallPicture * view.height())
         return;
-    zoom = std::clamp(wide * backing, leastZoom, mostZoom);
-    panTo({centeredOrigin(scale()).x(), fitMargin / 2});
+    zoom = std::clamp(wide * backing, kLeastZoom, kMostZoom);
+    panTo({centeredOrigin(scale()).x(), kFitMargin / 2});
 }
 
 void CanvasViewport::panTo(const QPointF &origin)

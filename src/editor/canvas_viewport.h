@@ -19,8 +19,8 @@ struct CanvasViewport {
     std::optional<double> zoom;
     QPointF pan; // of the picture's origin, away from the centred one, in points
 
-    static constexpr double leastZoom = 0.05;
-    static constexpr double mostZoom = 8;
+    static constexpr double kLeastZoom = 0.05;
+    static constexpr double kMostZoom = 8;
 
     // Points for an image pixel.
     double fitScale() const;

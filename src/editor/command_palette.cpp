@@ -18,9 +18,9 @@
 
 namespace {
 
-constexpr int rowHeight = 34;
-constexpr int shownRows = 9;
-constexpr int cardWidth = 520;
+constexpr int kRowHeight = 34;
+constexpr int kShownRows = 9;
+constexpr int kCardWidth = 520;
 
 class Model : public QAbstractListModel {
 public:
@@ -54,7 +54,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override
     {
-        return {100, rowHeight};
+        return {100, kRowHeight};
     }
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
@@ -166,7 +166,7 @@ CommandPalette::CommandPalette(QWidget *over, QList<PaletteCommand> commands)
 {
     setObjectName("palette");
     setAccessibleName(EditorTexts::tr("Command palette"));
-    setCardWidth(cardWidth);
+    setCardWidth(kCardWidth);
     m_field->setObjectName("paletteField");
     m_field->setPlaceholderText(EditorTexts::tr("Type a command…"));
     m_field->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition);
@@ -179,7 +179,7 @@ CommandPalette::CommandPalette(QWidget *over, QList<PaletteCommand> commands)
     none->setAlignment(Qt::AlignCenter);
     none->setForegroundRole(QPalette::PlaceholderText);
     auto *lines = new QWidget;
-    lines->setFixedHeight(rowHeight * shownRows);
+    lines->setFixedHeight(kRowHeight * kShownRows);
     auto *stack = new QStackedLayout(lines);
     stack->addWidget(m_rows);
     stack->addWidget(none);

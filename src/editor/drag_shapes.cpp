@@ -38,8 +38,8 @@ QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind)
     case ToolKind::Arrow:
     case ToolKind::Line:
     case ToolKind::Measure: {
-        constexpr double eighth = std::numbers::pi / 4;
-        const double angle = std::round(std::atan2(d.y(), d.x()) / eighth) * eighth;
+        constexpr double kEighth = std::numbers::pi / 4;
+        const double angle = std::round(std::atan2(d.y(), d.x()) / kEighth) * kEighth;
         const double length = std::hypot(d.x(), d.y());
         return a + QPointF(std::cos(angle), std::sin(angle)) * length;
     }

@@ -27,7 +27,7 @@ CanvasInteraction &onCanvas(Editor &editor)
     return interaction(editor);
 }
 
-constexpr std::array table{
+constexpr std::array kTable{
     EditorCommandInfo{
         .command = CopyImage,
         .title = QT_TRANSLATE_NOOP("EditorTexts", "Copy"),
@@ -341,38 +341,38 @@ QString EditorMenuInfo::shownTip() const
 
 std::span<const EditorCommandInfo> editorCommands()
 {
-    return table;
+    return kTable;
 }
 
 const EditorCommandInfo &info(EditorCommand command)
 {
-    return *std::find_if(table.begin(), table.end(),
+    return *std::find_if(kTable.begin(), kTable.end(),
                          [command](const EditorCommandInfo &row) { return row.command == command; });
 }
 
 namespace EditorMenus {
-const EditorMenuInfo effects{
+const EditorMenuInfo kEffects{
     QT_TRANSLATE_NOOP("EditorTexts", "Effects"), "wand.and.stars",
     QT_TRANSLATE_NOOP(
         "EditorTexts",
         "Add a gradient backdrop, border, drop shadow or rounded corners to the finished image.")};
-const EditorMenuInfo redact{
+const EditorMenuInfo kRedact{
     QT_TRANSLATE_NOOP("EditorTexts", "Redact"), "eye.slash",
     QT_TRANSLATE_NOOP(
         "EditorTexts",
         "Automatically blur emails, numbers, API keys, all text or faces. Review each blur afterwards.")};
-const EditorMenuInfo ai{
+const EditorMenuInfo kAi{
     QT_TRANSLATE_NOOP("EditorTexts", "AI"), "sparkles",
     QT_TRANSLATE_NOOP(
         "EditorTexts",
         "Have Claude describe the image, write step-by-step instructions or alt text, or name it.")};
-const EditorMenuInfo share{
+const EditorMenuInfo kShare{
     QT_TRANSLATE_NOOP("EditorTexts", "Share"), "square.and.arrow.up",
     QT_TRANSLATE_NOOP("EditorTexts", "Share, upload and copy a link, or Save As a new file.")};
-const EditorMenuInfo presets{
+const EditorMenuInfo kPresets{
     QT_TRANSLATE_NOOP("EditorTexts", "Presets"), "paintpalette",
     QT_TRANSLATE_NOOP("EditorTexts", "Apply a saved tool, color and style in one click — or save your own.")};
-const EditorMenuInfo zoom{
+const EditorMenuInfo kZoom{
     QT_TRANSLATE_NOOP("EditorTexts", "Zoom"), "magnifyingglass",
     QT_TRANSLATE_NOOP(
         "EditorTexts",

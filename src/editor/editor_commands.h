@@ -91,10 +91,10 @@ struct EditorMenuInfo {
     QString shownTip() const;
 };
 namespace EditorMenus {
-extern const EditorMenuInfo effects;
-extern const EditorMenuInfo redact;
-extern const EditorMenuInfo ai;
-extern const EditorMenuInfo share;
-extern const EditorMenuInfo presets;
-extern const EditorMenuInfo zoom; // the tip of the zoom in the status line
+extern const EditorMenuInfo kEffects;
+extern const EditorMenuInfo kRedact;
+extern const EditorMenuInfo kAi;
+extern const EditorMenuInfo kShare;
+extern const EditorMenuInfo kPresets;
+extern const EditorMenuInfo kZoom; // the tip of the zoom in the status line
 } // namespace EditorMenus

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr auto warningSymbol = "exclamationmark.triangle.fill";
+constexpr auto kWarningSymbol = "exclamationmark.triangle.fill";
 
 } // namespace
 
@@ -77,7 +77,7 @@ void showAlert(QWidget &window, const Error &error)
     window.show();
     window.raise();
     window.activateWindow();
-    auto *sheet = new Sheet(&window, warningSymbol, error.message);
+    auto *sheet = new Sheet(&window, kWarningSymbol, error.message);
     sheet->setObjectName("alert");
     if (!error.detail.isEmpty())
         sheet->addText(error.detail);
@@ -90,7 +90,7 @@ void showError(QWidget &window, const Error &error, const std::function<void()> 
     if (error.isCancelled())
         return;
     Log::error("Editor action failed", error);
-    auto *sheet = new Sheet(&window, warningSymbol, EditorTexts::tr("Something went wrong"));
+    auto *sheet = new Sheet(&window, kWarningSymbol, EditorTexts::tr("Something went wrong"));
     sheet->setObjectName("error");
     sheet->addText(error.message);
     if ((error == CloudError::missingAPIKey() || error == CloudError::missingImgurID()) && openSettings)

@@ -25,8 +25,8 @@
 
 namespace {
 
-constexpr int barHeight = 58;
-constexpr int barMargin = 8;
+constexpr int kBarHeight = 58;
+constexpr int kBarMargin = 8;
 
 // What a menu shows: an ampersand is no mnemonic here.
 QString menuTitle(const QString &title)
@@ -150,9 +150,9 @@ void EditorView::paintEvent(QPaintEvent *)
 
 QWidget *EditorView::makeMainBar()
 {
-    auto *bar = new Bar(barHeight);
+    auto *bar = new Bar(kBarHeight);
     auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(barMargin, 0, barMargin, 1);
+    row->setContentsMargins(kBarMargin, 0, kBarMargin, 1);
     row->setSpacing(1);
     addTools(row);
     row->addStretch();
@@ -274,7 +274,7 @@ void EditorView::tellOfDraft()
 
 void EditorView::addEffects(QHBoxLayout *row)
 {
-    BarButton *button = addMenu(row, EditorMenus::effects, {});
+    BarButton *button = addMenu(row, EditorMenus::kEffects, {});
     QMenu *menu = button->menu();
     const auto toggle = [this, menu](EditorCommand command) {
         QAction *item = addItem(menu, command);
@@ -340,16 +340,16 @@ void EditorView::addActions(QHBoxLayout *row)
     addCommand(row, EditorCommand::Redo);
     separate();
     addEffects(row);
-    addMenu(row, EditorMenus::redact,
+    addMenu(row, EditorMenus::kRedact,
             {EditorCommand::RedactSensitive, EditorCommand::RedactAllText, EditorCommand::RedactFaces,
              EditorCommand::GrabText, EditorCommand::CopyTextFromArea},
             2);
-    addMenu(row, EditorMenus::ai,
+    addMenu(row, EditorMenus::kAi,
             {EditorCommand::Describe, EditorCommand::DescribeSteps, EditorCommand::AltText,
              EditorCommand::Rename});
     separate();
     addCommand(row, EditorCommand::Pin);
-    addMenu(row, EditorMenus::share, {EditorCommand::Share, EditorCommand::Upload, EditorCommand::SaveAs});
+    addMenu(row, EditorMenus::kShare, {EditorCommand::Share, EditorCommand::Upload, EditorCommand::SaveAs});
     addDragOut(row);
     addCommand(row, EditorCommand::CopyImage);
     addCommand(row, EditorCommand::Save);

@@ -16,21 +16,21 @@
 
 namespace {
 
-constexpr QSize leastWindow(1230, 540);
-constexpr int widthBeyondImage = 80, heightBeyondImage = 200;
-constexpr int usualWidth = 1320, usualHeight = 620;
-constexpr double shareOfScreen = 0.9;
+constexpr QSize kLeastWindow(1230, 540);
+constexpr int kWidthBeyondImage = 80, kHeightBeyondImage = 200;
+constexpr int kUsualWidth = 1320, kUsualHeight = 620;
+constexpr double kShareOfScreen = 0.9;
 
 QSize windowSize(const QSize &image, const QScreen *screen)
 {
     if (!screen)
-        return leastWindow;
-    const QSizeF visible = QSizeF(screen->availableGeometry().size()) * shareOfScreen;
+        return kLeastWindow;
+    const QSizeF visible = QSizeF(screen->availableGeometry().size()) * kShareOfScreen;
     const double s = screen->devicePixelRatio();
-    return QSizeF(
-               std::min(std::max(image.width() / s + widthBeyondImage, double(usualWidth)), visible.width()),
-               std::min(std::max(image.height() / s + heightBeyondImage, double(usualHeight)),
-                        visible.height()))
+    return QSizeF(std::min(std::max(image.width() / s + kWidthBeyondImage, double(kUsualWidth)),
+                           visible.width()),
+                  std::min(std::max(image.height() / s + kHeightBeyondImage, double(kUsualHeight)),
+                           visible.height()))
         .toSize();
 }
 
@@ -46,7 +46,7 @@ EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> d
       m_reading(m_desk),
       m_drafts(m_desk)
 {
-    m_view->setMinimumSize(leastWindow);
+    m_view->setMinimumSize(kLeastWindow);
     const QScreen *screen = QGuiApplication::primaryScreen();
     m_view->resize(windowSize(m_document->base().size(), screen));
     if (screen) {

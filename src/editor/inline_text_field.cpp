@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int padding = 2;
-constexpr int caretRoom = 16; // so that the next letter has a place before the field grows
+constexpr int kPadding = 2;
+constexpr int kCaretRoom = 16; // so that the next letter has a place before the field grows
 
 } // namespace
 
@@ -27,7 +27,7 @@ InlineTextField::InlineTextField(const QString &text, QWidget *parent) : QTextEd
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTabChangesFocus(true);
     setProperty("focusRadius", -1.0);
-    document()->setDocumentMargin(padding);
+    document()->setDocumentMargin(kPadding);
     setPlainText(text);
     selectAll();
     connect(this, &QTextEdit::textChanged, this, &InlineTextField::fit);
@@ -59,11 +59,11 @@ void InlineTextField::fit()
     QRectF frame = m_look.frame;
     const QSizeF words = document()->size();
     if (!m_look.wraps)
-        frame.setWidth(
-            std::max({frame.width(), document()->idealWidth() + caretRoom,
-                      toPlainText().isEmpty() ? fontMetrics().horizontalAdvance(placeholderText()) + caretRoom
-                                              : 0.0}));
-    frame.setHeight(std::max({frame.height(), words.height(), fontMetrics().height() + 2.0 * padding}));
+        frame.setWidth(std::max({frame.width(), document()->idealWidth() + kCaretRoom,
+                                 toPlainText().isEmpty()
+                                     ? fontMetrics().horizontalAdvance(placeholderText()) + kCaretRoom
+                                     : 0.0}));
+    frame.setHeight(std::max({frame.height(), words.height(), fontMetrics().height() + 2.0 * kPadding}));
     setGeometry(frame.toAlignedRect());
 }
 

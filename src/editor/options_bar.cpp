@@ -17,26 +17,26 @@
 
 namespace {
 
-constexpr int barHeight = 44;
-constexpr int leastSize = 2, mostSize = 30;
+constexpr int kBarHeight = 44;
+constexpr int kLeastSize = 2, kMostSize = 30;
 
 struct FontLabel {
     TextFont font;
     const char *label;
 };
-constexpr std::array fontLabels{FontLabel{TextFont::System, QT_TRANSLATE_NOOP("EditorTexts", "System")},
-                                FontLabel{TextFont::Rounded, QT_TRANSLATE_NOOP("EditorTexts", "Rounded")},
-                                FontLabel{TextFont::Serif, QT_TRANSLATE_NOOP("EditorTexts", "Serif")},
-                                FontLabel{TextFont::Mono, QT_TRANSLATE_NOOP("EditorTexts", "Mono")},
-                                FontLabel{TextFont::Marker, QT_TRANSLATE_NOOP("EditorTexts", "Marker")}};
+constexpr std::array kFontLabels{FontLabel{TextFont::System, QT_TRANSLATE_NOOP("EditorTexts", "System")},
+                                 FontLabel{TextFont::Rounded, QT_TRANSLATE_NOOP("EditorTexts", "Rounded")},
+                                 FontLabel{TextFont::Serif, QT_TRANSLATE_NOOP("EditorTexts", "Serif")},
+                                 FontLabel{TextFont::Mono, QT_TRANSLATE_NOOP("EditorTexts", "Mono")},
+                                 FontLabel{TextFont::Marker, QT_TRANSLATE_NOOP("EditorTexts", "Marker")}};
 
 QString fontLabel(TextFont font)
 {
-    for (const FontLabel &entry : fontLabels) {
+    for (const FontLabel &entry : kFontLabels) {
         if (entry.font == font)
             return EditorTexts::tr(entry.label);
     }
-    return EditorTexts::tr(fontLabels.front().label);
+    return EditorTexts::tr(kFontLabels.front().label);
 }
 
 QString selectedWords(ToolKind kind)
@@ -77,7 +77,7 @@ const QList<OptionsBar::NamedColor> &OptionsBar::swatchColors()
 OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
     : m_controller(controller), m_document(controller.document()), m_presets(presets)
 {
-    setFixedHeight(barHeight);
+    setFixedHeight(kBarHeight);
     m_what = new QLabel;
     m_what->setFont(Theme::font(Theme::Type::Control, QFont::DemiBold));
     // As wide as the widest words, so that nothing beside it moves when an object is selected.
@@ -85,7 +85,7 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
         m_what->setMinimumWidth(std::max(m_what->minimumWidth(),
                                          m_what->fontMetrics().horizontalAdvance(selectedWords(tool)) + 2));
     m_colors = makeColors();
-    m_size = new ValueSlider(EditorTexts::tr("Width"), leastSize, mostSize);
+    m_size = new ValueSlider(EditorTexts::tr("Width"), kLeastSize, kMostSize);
     m_size->setObjectName("size");
     connect(m_size, &ValueSlider::changed, this, [this](int value) { m_document.setLineWidth(value); });
     m_styles = new SegmentedPicker;
@@ -140,7 +140,7 @@ void OptionsBar::makeFontButton()
                         {EditorTexts::tr("Font"), EditorTexts::tr("Typeface for text and callouts."), {}});
     m_font->setAccessibleName(EditorTexts::tr("Font"));
     auto *fonts = new QMenu;
-    for (const FontLabel &entry : fontLabels)
+    for (const FontLabel &entry : kFontLabels)
         fonts
             ->addAction(EditorTexts::tr(entry.label), this,
                         [this, font = entry.font] { m_document.setTextFont(font); })
@@ -225,11 +225,11 @@ void OptionsBar::chooseColor(QWidget *anchor)
 
 void OptionsBar::addPresets()
 {
-    m_presetButton = new BarButton(EditorMenus::presets.symbol, EditorMenus::presets.shownTitle(),
+    m_presetButton = new BarButton(EditorMenus::kPresets.symbol, EditorMenus::kPresets.shownTitle(),
                                    BarButton::Label::Beside);
     m_presetButton->setObjectName("presets");
     TipCenter::describe(m_presetButton,
-                        {EditorMenus::presets.shownTitle(), EditorMenus::presets.shownTip(), {}});
+                        {EditorMenus::kPresets.shownTitle(), EditorMenus::kPresets.shownTip(), {}});
     m_presetButton->setMenu(new QMenu);
     connect(m_presetButton, &BarButton::menuAboutToOpen, this, &OptionsBar::fillPresetMenu);
     fillPresetMenu();

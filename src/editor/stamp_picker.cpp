@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr int columns = 7;
-constexpr int cell = 40;
+constexpr int kColumns = 7;
+constexpr int kCell = 40;
 
 class StampButton : public QAbstractButton {
 public:
@@ -28,7 +28,7 @@ public:
     {
         setCheckable(true);
         setChecked(isCurrent);
-        setFixedSize(cell, cell);
+        setFixedSize(kCell, kCell);
         setFocusPolicy(Qt::StrongFocus);
         setAttribute(Qt::WA_Hover);
         setAccessibleName(stampWords(value));
@@ -51,14 +51,14 @@ protected:
         }
         const QString what = m_value.mid(m_value.indexOf(':') + 1);
         if (m_value.startsWith("sym:")) {
-            drawSymbol(painter, QRectF(9, 9, cell - 18, cell - 18), what,
+            drawSymbol(painter, QRectF(9, 9, kCell - 18, kCell - 18), what,
                        isChecked() ? t.accentText : t.text);
         } else if (m_value.startsWith("emoji:")) {
             painter.setPen(t.text); // without a pen nothing is written
             painter.setFont(Fonts::emoji(22));
             painter.drawText(rect(), Qt::AlignCenter, what);
         } else {
-            const QRectF cap(4, 8, cell - 8, cell - 16);
+            const QRectF cap(4, 8, kCell - 8, kCell - 16);
             painter.setPen(QPen(t.hairline, 1));
             painter.setBrush(t.dark ? QColor(0xE9E9EE) : QColor(0xFAFAFA));
             painter.drawRoundedRect(cap, 5, 5);
@@ -115,10 +115,10 @@ QWidget *StampPicker::makePage(const QStringList &values, const QString &current
             Q_EMIT chosen(value);
             close();
         });
-        grid->addWidget(button, i / columns, i % columns);
+        grid->addWidget(button, i / kColumns, i % kColumns);
     }
     grid->setRowStretch(3, 1);
-    grid->setColumnStretch(columns, 1);
+    grid->setColumnStretch(kColumns, 1);
     return page;
 }
 
@@ -164,10 +164,10 @@ void StampPicker::keyPressEvent(QKeyEvent *event)
         step = 1;
         break;
     case Qt::Key_Up:
-        step = -columns;
+        step = -kColumns;
         break;
     case Qt::Key_Down:
-        step = columns;
+        step = kColumns;
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:

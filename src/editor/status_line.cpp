@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr int lineHeight = 34;
-constexpr int longestDescription = 60;
+constexpr int kLineHeight = 34;
+constexpr int kLongestDescription = 60;
 
 } // namespace
 
@@ -56,13 +56,13 @@ StatusLine::StatusLine(EditorWindowController &controller)
       m_counts(new NumberLabel),
       m_zoom(new NumberLabel)
 {
-    setFixedHeight(lineHeight);
+    setFixedHeight(kLineHeight);
     m_hint->setObjectName("hint");
     m_counts->setObjectName("counts");
     m_zoom->setObjectName("zoom");
     m_zoom->setAlignment(Qt::AlignHCenter);
     m_zoom->setMinimumWidth(76);
-    TipCenter::describe(m_zoom, {EditorMenus::zoom.shownTitle(), EditorMenus::zoom.shownTip(), {}});
+    TipCenter::describe(m_zoom, {EditorMenus::kZoom.shownTitle(), EditorMenus::kZoom.shownTip(), {}});
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(16, 1, 8, 0);
@@ -92,7 +92,7 @@ BarButton *StatusLine::addZoomButton(QHBoxLayout *row, EditorCommand command)
     button->setObjectName(QStringLiteral("command-") + QString::fromUtf8(shown.title));
     button->setFixedSize(Theme::Size::target, Theme::Size::target);
     TipCenter::describe(
-        button, {shown.shownTitle(), EditorMenus::zoom.shownTip(), QString::fromUtf8(shown.shortcut)});
+        button, {shown.shownTitle(), EditorMenus::kZoom.shownTip(), QString::fromUtf8(shown.shortcut)});
     connect(button, &QAbstractButton::clicked, this, [this, command] { m_controller.run(command); });
     row->addWidget(button);
     return button;
@@ -118,7 +118,7 @@ QString StatusLine::counts() const
     QStringList parts;
     if (const auto selected = m_document.selected()) {
         const QString words = statusWords(*selected);
-        parts += words.size() > longestDescription ? words.left(longestDescription - 1) + u'…' : words;
+        parts += words.size() > kLongestDescription ? words.left(kLongestDescription - 1) + u'…' : words;
     }
     parts += EditorTexts::tr("%n object(s)", nullptr, static_cast<int>(m_document.annotations().size()));
     parts += EditorTexts::tr("%1 × %2 px").arg(m_document.base().width()).arg(m_document.base().height());

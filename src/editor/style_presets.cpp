@@ -73,7 +73,7 @@ QList<StylePreset> firstPresets()
 
 PresetStore::PresetStore(Defaults &defaults, QObject *parent) : QObject(parent), m_defaults(defaults)
 {
-    const QJsonValue stored = defaults.value(QLatin1String(key));
+    const QJsonValue stored = defaults.value(QLatin1String(kKey));
     const auto read = stored.isArray() ? fromJson(stored.toArray()) : std::nullopt;
     m_presets = read ? *read : firstPresets();
 }
@@ -84,7 +84,7 @@ void PresetStore::setPresets(const QList<StylePreset> &presets)
     QJsonArray array;
     for (const StylePreset &preset : presets)
         array.append(toJson(preset));
-    m_defaults.set(QLatin1String(key), array);
+    m_defaults.set(QLatin1String(kKey), array);
     Q_EMIT changed();
 }
 

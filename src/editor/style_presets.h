@@ -26,7 +26,7 @@ struct StylePreset {
 class PresetStore : public QObject {
     Q_OBJECT
 public:
-    static constexpr const char *key = "stylePresets";
+    static constexpr const char *kKey = "stylePresets";
 
     // Reads them, or begins with four that show what presets are for.
     explicit PresetStore(Defaults &defaults, QObject *parent = nullptr);

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr double leastFieldWidth = 240; // points
-constexpr double lineHeight = 1.35;     // of the letters' size
+constexpr double kLeastFieldWidth = 240; // points
+constexpr double kLineHeight = 1.35;     // of the letters' size
 
 } // namespace
 
@@ -91,7 +91,7 @@ InlineText TextEditing::fieldForNew(const QPointF &anchor, const CanvasViewport 
 {
     const double size = std::max(m_document.lineWidth() * 6, 14.0) * view.scale();
     InlineText field;
-    field.frame = QRectF(view.toView(anchor), QSizeF(leastFieldWidth, std::trunc(size * lineHeight)));
+    field.frame = QRectF(view.toView(anchor), QSizeF(kLeastFieldWidth, std::trunc(size * kLineHeight)));
     field.font = Fonts::font(designOf(m_document.textFont()), size);
     field.color = m_document.color();
     field.placeholder = EditorTexts::tr("Type, then Return");
@@ -103,8 +103,8 @@ InlineText TextEditing::fieldFor(const Annotation &edited, const CanvasViewport 
     const double size = edited.textSize() * view.scale();
     InlineText field;
     if (edited.kind != ToolKind::Callout) {
-        const double width = std::max(edited.bounds().width() * view.scale() + 40, leastFieldWidth);
-        field.frame = QRectF(view.toView(edited.start), QSizeF(width, std::trunc(size * lineHeight)));
+        const double width = std::max(edited.bounds().width() * view.scale() + 40, kLeastFieldWidth);
+        field.frame = QRectF(view.toView(edited.start), QSizeF(width, std::trunc(size * kLineHeight)));
         field.font = Fonts::font(designOf(edited.textFont()), size);
         field.color = edited.color;
         return field;

@@ -165,7 +165,7 @@ void LibraryBackup::backUp(const CatalogData &data, const QString &backups, cons
         Log::error(QStringLiteral("Automatic library backup failed"), written.error());
     QStringList names = folder.entryList({QStringLiteral("*.json")}, QDir::Files);
     std::sort(names.begin(), names.end(), std::greater());
-    for (qsizetype i = limit; i < names.size(); ++i)
+    for (qsizetype i = kLimit; i < names.size(); ++i)
         QFile::remove(folder.filePath(names[i]));
 }
 

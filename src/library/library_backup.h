@@ -41,7 +41,7 @@ Result<void> exportData(const Library &library, const QString &path, const QDate
 Result<News> importData(Library &library, const QString &path);
 
 // How many daily backups are kept.
-constexpr int limit = 7;
+constexpr int kLimit = 7;
 // Writes the backup of the day beside the metadata, unless there is one, and drops the oldest by name beyond
 // the limit. The work is done on a worker, from what is known now; failures go to the log. Main thread only.
 void autoBackup(Library &library, const QDateTime &now);

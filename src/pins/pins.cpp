@@ -22,14 +22,14 @@
 
 namespace {
 
-constexpr double shareOfScreen = 0.6;
-constexpr int cascadeSteps = 6;
-constexpr int cascadeStep = 24;
-constexpr double leastWidth = 60, mostWidth = 6000;
-constexpr double leastOpacity = 0.2;
-constexpr double corner = 6;
-constexpr double edge = 8; // points at the border that size the window
-constexpr double linesPerNotch = 3;
+constexpr double kShareOfScreen = 0.6;
+constexpr int kCascadeSteps = 6;
+constexpr int kCascadeStep = 24;
+constexpr double kLeastWidth = 60, kMostWidth = 6000;
+constexpr double kLeastOpacity = 0.2;
+constexpr double kCorner = 6;
+constexpr double kEdge = 8; // points at the border that size the window
+constexpr double kLinesPerNotch = 3;
 constexpr double kRounding = 1e-6; // what a quotient may be beside a whole number
 
 } // namespace
@@ -37,10 +37,10 @@ constexpr double kRounding = 1e-6; // what a quotient may be beside a whole numb
 QRectF pinFrame(const QSize &image, double backing, const QRectF &visible, int openPins)
 {
     const QSizeF points = QSizeF(image) / backing;
-    const double scale = std::min({1.0, visible.width() * shareOfScreen / points.width(),
-                                   visible.height() * shareOfScreen / points.height()});
+    const double scale = std::min({1.0, visible.width() * kShareOfScreen / points.width(),
+                                   visible.height() * kShareOfScreen / points.height()});
     QRectF frame(QPointF(), points * scale);
-    const double shift = openPins % cascadeSteps * cascadeStep;
+    const double shift = openPins % kCascadeSteps * kCascadeStep;
     frame.moveCenter(visible.center() + QPointF(shift, shift));
     // A window stands on whole points and is as many of them large. It is never smaller than the picture: the
     // picture of an odd number of pixels then shows as it is, with half a point of nothing beside it.
@@ -116,7 +116,7 @@ PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, doubl
 
 void PinWindow::resizeTo(double width, const QPointF &fixed, double fixedX, double fixedY)
 {
-    const double clamped = std::clamp(width, leastWidth, mostWidth);
+    const double clamped = std::clamp(width, kLeastWidth, kMostWidth);
     const QSizeF size(clamped, clamped * m_image.height() / m_image.width());
     setGeometry(QRectF(fixed - QPointF(size.width() * fixedX, size.height() * fixedY), size).toRect());
 }
@@ -151,18 +151,18 @@ void PinWindow::paintEvent(QPaintEvent *)
     QBrush picture(m_scaled);
     picture.setTransform(QTransform::fromScale(toPoints, toPoints));
     painter.setBrush(picture);
-    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(m_scaled.size()) * toPoints), corner, corner);
+    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(m_scaled.size()) * toPoints), kCorner, kCorner);
     if (underMouse() || hasFocus()) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(Theme::tokens(this).accent, 1.5));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75), corner - 0.75,
-                                corner - 0.75);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75), kCorner - 0.75,
+                                kCorner - 0.75);
     }
 }
 
 bool PinWindow::isOnEdge(const QPointF &position) const
 {
-    return !QRectF(rect()).adjusted(edge, edge, -edge, -edge).contains(position);
+    return !QRectF(rect()).adjusted(kEdge, kEdge, -kEdge, -kEdge).contains(position);
 }
 
 void PinWindow::mousePressEvent(QMouseEvent *event)
@@ -215,9 +215,9 @@ void PinWindow::wheelEvent(QWheelEvent *event)
     // The toolkit turns the wheel sideways while Alt is held.
     const QPointF pixels = event->pixelDelta(), notches = QPointF(event->angleDelta()) / 120.0;
     const auto along = [](const QPointF &delta) { return delta.y() != 0 ? delta.y() : delta.x(); };
-    const double delta = precise ? along(pixels) / 120 : along(notches) * linesPerNotch / 12;
+    const double delta = precise ? along(pixels) / 120 : along(notches) * kLinesPerNotch / 12;
     if (event->modifiers() & Qt::AltModifier)
-        setWindowOpacity(std::clamp(windowOpacity() + delta, leastOpacity, 1.0));
+        setWindowOpacity(std::clamp(windowOpacity() + delta, kLeastOpacity, 1.0));
     else
         zoom(1 + delta);
     event->accept();
@@ -283,5 +283,5 @@ void PinWindow::closeEvent(QCloseEvent *event)
 
 void PinWindow::resizeEvent(QResizeEvent *)
 {
-    Floating::applyShape(this, corner);
+    Floating::applyShape(this, kCorner);
 }

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr double MaxEdge = 1568; // the service scales larger pictures down itself
-constexpr double JpegQuality = 0.85;
-constexpr int MaxTokens = 16000;
-constexpr std::chrono::seconds Timeout{120};
+constexpr double kMaxEdge = 1568; // the service scales larger pictures down itself
+constexpr double kJpegQuality = 0.85;
+constexpr int kMaxTokens = 16000;
+constexpr std::chrono::seconds kTimeout{120};
 
 HttpRequest request(const QString &prompt, const QByteArray &jpeg, const QString &effort,
                     const QString &apiKey)
@@ -26,7 +26,7 @@ HttpRequest request(const QString &prompt, const QByteArray &jpeg, const QString
                              QJsonObject{{"type", "text"}, {"text", prompt}}};
     const QJsonObject body{
         {"model", "claude-opus-5-5"},
-        {"max_tokens", MaxTokens},
+        {"max_tokens", kMaxTokens},
         {"fallbacks", "default"},
         {"output_config", QJsonObject{{"effort", effort}}},
         {"messages", QJsonArray{QJsonObject{{"role", "user"}, {"content", content}}}},
@@ -39,7 +39,7 @@ HttpRequest request(const QString &prompt, const QByteArray &jpeg, const QString
                     {"anthropic-version", "2023-06-01"},
                     {"anthropic-beta", "server-side-fallback-2026-07-01"}},
         .body = QJsonDocument(body).toJson(QJsonDocument::Compact),
-        .timeout = Timeout,
+        .timeout = kTimeout,
     };
 }
 
@@ -115,7 +115,7 @@ ClaudeClient::ClaudeClient(Http &http, const AppSettings &settings) : m_http(htt
 QFuture<Result<QString>> ClaudeClient::send(Http &http, const QString &prompt, const QImage &image,
                                             const QString &effort, const QString &apiKey)
 {
-    return runInBackground([image] { return ImageFiles::jpegData(image, MaxEdge, JpegQuality); })
+    return runInBackground([image] { return ImageFiles::jpegData(image, kMaxEdge, kJpegQuality); })
         .then(QtFuture::Launch::Sync,
               [&http, prompt, effort, apiKey](const QByteArray &jpeg) {
                   if (jpeg.isEmpty())

@@ -18,8 +18,8 @@ struct HttpResponse;
 class ClaudeClient {
 public:
     enum class Action { Describe, Steps, AltText, Name, Caption };
-    static constexpr std::array AllActions{Action::Describe, Action::Steps, Action::AltText, Action::Name,
-                                           Action::Caption};
+    static constexpr std::array kAllActions{Action::Describe, Action::Steps, Action::AltText, Action::Name,
+                                            Action::Caption};
     static QString title(Action action);
     static QString prompt(Action action);
     static QString effort(Action action);

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr double GrowX = 4;
-constexpr double GrowY = 3;
+constexpr double kGrowX = 4;
+constexpr double kGrowY = 3;
 
 QFuture<Result<QList<QRectF>>> boxes(TextRecognizer &recognizer, const QImage &image, Redaction::Mode mode)
 {
@@ -33,7 +33,7 @@ QList<QRectF> Redaction::pixelRects(const QList<QRectF> &normalized, QSize image
     for (const QRectF &box : normalized) {
         const QRectF pixels(box.left() * width, (1 - box.bottom()) * height, box.width() * width,
                             box.height() * height);
-        rects.append(pixels.adjusted(-GrowX, -GrowY, GrowX, GrowY));
+        rects.append(pixels.adjusted(-kGrowX, -kGrowY, kGrowX, kGrowY));
     }
     return rects;
 }

@@ -47,15 +47,15 @@ double columnWidth(const QList<double> &centers, double width)
     return quantile(drifts, 0.5) < 0.08 * pitch || quantile(drifts, 0.9) < 0.25 * pitch ? pitch : 0;
 }
 
-constexpr qsizetype MostLost = 3;
+constexpr qsizetype kMostLost = 3;
 
 // Where characters stand in columns, the columns tell how long a run is, also when reading lost some of it.
 QList<Match> shortenedRuns(const RecognizedLine &line)
 {
     static const QRegularExpression run(
         QStringLiteral("(?<![A-Za-z0-9_-])[A-Za-z0-9_-]{%1,%2}(?![A-Za-z0-9_-])")
-            .arg(OpaqueRun - MostLost)
-            .arg(OpaqueRun - 1));
+            .arg(kOpaqueRun - kMostLost)
+            .arg(kOpaqueRun - 1));
     QList<Match> found;
     for (auto it = run.globalMatch(plainSigns(line.text)); it.hasNext();) {
         const auto match = it.next();
@@ -65,7 +65,7 @@ QList<Match> shortenedRuns(const RecognizedLine &line)
         const double between =
             center(line.characters[match.capturedEnd() - 1]) - center(line.characters[match.capturedStart()]);
         const auto columns = std::lround(between / pitch) + 1;
-        if (columns >= OpaqueRun && columns - match.capturedLength() <= MostLost)
+        if (columns >= kOpaqueRun && columns - match.capturedLength() <= kMostLost)
             found.append({match.capturedStart(), match.capturedLength()});
     }
     return found;
@@ -86,7 +86,7 @@ bool isFalseBlank(const RecognizedLine &line, qsizetype blank)
 // The keys that are found when false blanks don't count.
 QList<Match> acrossFalseBlanks(const RecognizedLine &line)
 {
-    constexpr qsizetype Shortest = 16; // signs of a key
+    constexpr qsizetype kShortest = 16; // signs of a key
     QString text;
     QList<qsizetype> places;
     for (qsizetype i = 0; i < line.text.size(); ++i) {
@@ -101,7 +101,7 @@ QList<Match> acrossFalseBlanks(const RecognizedLine &line)
     // A number behind words makes no key of them.
     static const QRegularExpression number("\\d+$");
     for (const Match &match : matchesInReadLine(text))
-        if (match.length >= Shortest && mayBeJumbled(text.sliced(match.start, match.length).remove(number)))
+        if (match.length >= kShortest && mayBeJumbled(text.sliced(match.start, match.length).remove(number)))
             found.append({places[match.start], places[match.end() - 1] + 1 - places[match.start]});
     return found;
 }
@@ -118,7 +118,7 @@ bool hasABlank(const RecognizedLine &line, const Match &match)
     const double next = *std::ranges::max_element(gaps);
     const auto isSmall = [](QChar c) { return c.isLower(); };
     return gap > 0.4 * advanceOf(line) && gap > 1.5 * next && before > 1 &&
-           match.length - before < OpaqueRun &&
+           match.length - before < kOpaqueRun &&
            std::ranges::all_of(QStringView(line.text).sliced(match.start, before), isSmall);
 }
 
@@ -126,10 +126,10 @@ bool hasABlank(const RecognizedLine &line, const Match &match)
 qsizetype twiceRead(const RecognizedLine &line, const Match &match)
 {
     const auto shape = [](QChar c) {
-        static constexpr QStringView Digits = u"025";
-        static constexpr QStringView Letters = u"ozs";
-        const auto digit = Digits.indexOf(c);
-        return digit < 0 ? c.toLower() : Letters[digit];
+        static constexpr QStringView kDigits = u"025";
+        static constexpr QStringView kLetters = u"ozs";
+        const auto digit = kDigits.indexOf(c);
+        return digit < 0 ? c.toLower() : kLetters[digit];
     };
     qsizetype count = 0;
     for (qsizetype i = match.start + 1; i < match.end(); ++i) {
@@ -146,11 +146,11 @@ bool isTooShort(const RecognizedLine &line, const Match &match)
 {
     static const QRegularExpression opaque("^[A-Za-z0-9_-]+$");
     const QStringView text = QStringView(line.text).sliced(match.start, match.length);
-    constexpr qsizetype MostGained = 10; // signs, as a word has them
-    return line.characters.size() == line.text.size() && match.length >= OpaqueRun &&
-           match.length <= OpaqueRun + MostGained && opaque.match(text).hasMatch() && !beginsLikeAKey(text) &&
-           pitchOf(line) <= 0 &&
-           (match.length - twiceRead(line, match) < OpaqueRun || hasABlank(line, match));
+    constexpr qsizetype kMostGained = 10; // signs, as a word has them
+    return line.characters.size() == line.text.size() && match.length >= kOpaqueRun &&
+           match.length <= kOpaqueRun + kMostGained && opaque.match(text).hasMatch() &&
+           !beginsLikeAKey(text) && pitchOf(line) <= 0 &&
+           (match.length - twiceRead(line, match) < kOpaqueRun || hasABlank(line, match));
 }
 
 } // namespace
@@ -171,8 +171,8 @@ double pitchOf(const RecognizedLine &line)
         if (i > 0 && !line.characters[i - 1].isEmpty())
             steps.append(centers.last() - centers[centers.size() - 2]);
     }
-    constexpr qsizetype Fewest = 8;
-    if (steps.size() < Fewest)
+    constexpr qsizetype kFewest = 8;
+    if (steps.size() < kFewest)
         return 0;
     const double usual = quantile(steps, 0.5);
     const auto even =

@@ -7,7 +7,7 @@
 // boxes.
 namespace SensitiveText {
 
-constexpr qsizetype OpaqueRun = 32; // signs; a shorter run is none of anybody's keys
+constexpr qsizetype kOpaqueRun = 32; // signs; a shorter run is none of anybody's keys
 
 // The mean width of a line's characters, blanks between them too.
 double advanceOf(const RecognizedLine &line);

@@ -10,7 +10,7 @@ namespace SensitiveText {
 namespace {
 
 // Signs; the characters of a shorter line tell little of their width, and may be all low.
-constexpr qsizetype ShortLine = 6;
+constexpr qsizetype kShortLine = 6;
 
 bool areAlike(double x, double y, double most)
 {
@@ -20,7 +20,7 @@ bool areAlike(double x, double y, double most)
 bool areOneFont(const RecognizedLine &a, const RecognizedLine &b, double mostHeight = 1.3)
 {
     return areAlike(a.box.height(), b.box.height(), mostHeight) &&
-           (std::min(a.text.size(), b.text.size()) < ShortLine || areAlike(advanceOf(a), advanceOf(b), 1.5));
+           (std::min(a.text.size(), b.text.size()) < kShortLine || areAlike(advanceOf(a), advanceOf(b), 1.5));
 }
 
 // How far a line stands under another, in heights of a line.
@@ -73,14 +73,14 @@ private:
 Layout::Layout(const QList<RecognizedLine> &lines)
     : m_lines(lines), m_below(lines.size(), -1), m_above(lines.size(), -1)
 {
-    constexpr double Nearest = 0.6;  // heights of a line
-    constexpr double Farthest = 1.7; // as far as generous spacing; rows of tables are farther
+    constexpr double kNearest = 0.6;  // heights of a line
+    constexpr double kFarthest = 1.7; // as far as generous spacing; rows of tables are farther
     for (qsizetype upper = 0; upper < lines.size(); ++upper) {
         for (qsizetype lower = 0; lower < lines.size(); ++lower) {
             const RecognizedLine &a = lines[upper];
             const RecognizedLine &b = lines[lower];
             const double step = stepDown(a, b);
-            if (step < Nearest || step > Farthest || b.box.left() >= a.box.right() ||
+            if (step < kNearest || step > kFarthest || b.box.left() >= a.box.right() ||
                 b.box.right() <= a.box.left())
                 continue;
             if (m_below[upper] < 0 || step < stepDown(a, lines[m_below[upper]]))
@@ -117,11 +117,11 @@ bool Layout::continues(qsizetype upper, qsizetype lower) const
     const RecognizedLine &above = m_lines[upper];
     const RecognizedLine &below = m_lines[lower];
     const double letter = advanceOf(above);
-    constexpr double MostIndent = 12; // letters by which the first line may be set in
+    constexpr double kMostIndent = 12; // letters by which the first line may be set in
     const bool isUnder = below.box.left() < above.box.left() + 0.8 * letter &&
-                         below.box.left() > above.box.left() - MostIndent * letter;
+                         below.box.left() > above.box.left() - kMostIndent * letter;
     const double first = widthOfFirst(below, !endsInHyphen(above) && !endsInTelephone(above));
-    return isUnder && areOneFont(above, below, below.text.size() < ShortLine ? 1.8 : 1.3) &&
+    return isUnder && areOneFont(above, below, below.text.size() < kShortLine ? 1.8 : 1.3) &&
            above.box.right() + first + 0.6 * letter > rightEdge(upper, lower);
 }
 
@@ -147,10 +147,10 @@ bool isOneRun(const QString &text)
     const QStringList pieces = plainSigns(text).split(' ');
     const auto areSigns = [](const QString &piece) { return std::ranges::all_of(piece, isRunSign); };
     const auto isWord = [](const QString &piece) { return wordOrNumber.match(piece).hasMatch(); };
-    constexpr qsizetype Most = 3;
+    constexpr qsizetype kMost = 3;
     return std::ranges::all_of(pieces, areSigns) &&
            (pieces.size() == 1 ||
-            (pieces.size() <= Most && std::ranges::none_of(pieces, isWord) && isJumbled(pieces.join(""))));
+            (pieces.size() <= kMost && std::ranges::none_of(pieces, isWord) && isJumbled(pieces.join(""))));
 }
 
 // Lines that may hold one broken key, with their signs in a row. All but the first and the last are one run.
@@ -180,9 +180,9 @@ struct Chain {
 // The lines from one of them on that may go on in each other.
 QList<qsizetype> runOfLines(const QList<RecognizedLine> &lines, const Layout &layout, qsizetype first)
 {
-    constexpr qsizetype Longest = 32; // lines, more than the longest tokens have
+    constexpr qsizetype kLongest = 32; // lines, more than the longest tokens have
     QList<qsizetype> run{first};
-    while (run.size() < Longest && endsInARun(lines[run.last()].text) &&
+    while (run.size() < kLongest && endsInARun(lines[run.last()].text) &&
            (run.size() == 1 || isOneRun(lines[run.last()].text))) {
         const qsizetype below = layout.below(run.last());
         if (below < 0 || !beginsWithARun(lines[below].text) || !layout.continues(run.last(), below))
@@ -221,18 +221,18 @@ bool isMailAddress(const QString &text)
 
 bool isNetworkAddress(const QString &text)
 {
-    constexpr qsizetype Shortest = 9; // signs; the numbers of chapters are shorter
+    constexpr qsizetype kShortest = 9; // signs; the numbers of chapters are shorter
     static const QRegularExpression address(R"(^(?:(?:25[0-5]|2[0-4]\d|1?\d?\d)(?:\.|$)){4}(?<!\.)$)");
-    return text.size() >= Shortest && address.match(text).hasMatch();
+    return text.size() >= kShortest && address.match(text).hasMatch();
 }
 
 bool isTelephone(const QString &text)
 {
-    constexpr auto FewestDigits = 9; // years and page numbers make less
-    constexpr auto MostDigits = 15;
+    constexpr auto kFewestDigits = 9; // years and page numbers make less
+    constexpr auto kMostDigits = 15;
     static const QRegularExpression signs(R"(^\+?[\d\s().-]+$)");
     const auto digits = std::ranges::count_if(text, [](QChar c) { return c.isDigit(); });
-    return digits >= FewestDigits && digits <= MostDigits && signs.match(text).hasMatch();
+    return digits >= kFewestDigits && digits <= kMostDigits && signs.match(text).hasMatch();
 }
 
 // Whether nothing but a mark or a quote stands behind the last part of a key.
@@ -249,11 +249,11 @@ bool isOfWords(const QString &text)
     return words.match(text).hasMatch();
 }
 
-constexpr qsizetype Narrowest = 24; // signs to an edge that breaks anything
+constexpr qsizetype kNarrowest = 24; // signs to an edge that breaks anything
 
 bool isInColumns(const RecognizedLine &line)
 {
-    return pitchOf(line) > 0 && line.text.size() >= Narrowest;
+    return pitchOf(line) > 0 && line.text.size() >= kNarrowest;
 }
 
 bool isBrokenKey(const QList<RecognizedLine> &lines, const QList<Part> &parts, const QString &whole)
@@ -268,15 +268,15 @@ bool isBrokenKey(const QList<RecognizedLine> &lines, const QList<Part> &parts, c
         const bool isList = first.text.size() == firstLine.text.size() &&
                             last.text.size() == lines[last.line].text.size() &&
                             first.text.size() == last.text.size();
-        if (whole.size() < OpaqueRun || isList || !isJumbled(first.text))
+        if (whole.size() < kOpaqueRun || isList || !isJumbled(first.text))
             return false;
     }
-    constexpr qsizetype Few = 4;   // signs that are the rest of a key when nothing else stands on their line
-    constexpr qsizetype Wide = 40; // signs to the edge of a terminal, where little ends by chance
-    const bool isAtEdge = firstLine.text.size() >= Wide && isInColumns(firstLine);
+    constexpr qsizetype kFew = 4;   // signs that are the rest of a key when nothing else stands on their line
+    constexpr qsizetype kWide = 40; // signs to the edge of a terminal, where little ends by chance
+    const bool isAtEdge = firstLine.text.size() >= kWide && isInColumns(firstLine);
     const bool isSure = isTyped || parts.size() > 2;
     // A word under a run that is too short for a key is none of it.
-    const bool isShortRest = last.text.size() <= Few && (isSure || first.text.size() >= OpaqueRun);
+    const bool isShortRest = last.text.size() <= kFew && (isSure || first.text.size() >= kOpaqueRun);
     const bool isRest =
         endsItsLine(lines[last.line], last) &&
         (isShortRest || mayBeJumbled(last.text) || ((isSure || isAtEdge) && !isOfWords(last.text)));

@@ -33,8 +33,8 @@ const QRegularExpression &patterns()
 
 // Well-known ends of addresses, for those whose last dot was taken for a blank or for nothing. The short ones
 // end many words too.
-constexpr auto LongDomains = "example|com|org|net|edu|gov|info|dev|app|test";
-constexpr auto ShortDomains = "at|be|ch|co|de|dk|es|eu|fi|fr|io|it|me|nl|no|pl|se|uk|us";
+constexpr auto kLongDomains = "example|com|org|net|edu|gov|info|dev|app|test";
+constexpr auto kShortDomains = "at|be|ch|co|de|dk|es|eu|fi|fr|io|it|me|nl|no|pl|se|uk|us";
 
 // What the same secrets look like after the usual slips of reading; applied to lines without stray blanks.
 const QRegularExpression &misreadPatterns()
@@ -43,11 +43,11 @@ const QRegularExpression &misreadPatterns()
         // What stands before a comma may be another column, unless the address has one for its dot, too.
         R"([A-Z0-9._%+#*?-]+@[A-Z0-9-]+(?:[.,][A-Z0-9-]+)*\.[A-Z]{2,})",
         QStringLiteral(R"([A-Z0-9._%+#*?,-]+@[A-Z0-9-]+(?:[.,][A-Z0-9-]+)*,(?:%1|%2)\b)")
-            .arg(LongDomains, ShortDomains),
+            .arg(kLongDomains, kShortDomains),
         R"([A-Z0-9._%+#*?-]+@[A-Z0-9-]+,[A-Z]{2,})",
-        QStringLiteral(R"([A-Z0-9._%+,-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(LongDomains),
+        QStringLiteral(R"([A-Z0-9._%+,-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(kLongDomains),
         QStringLiteral(R"((?=[A-Z]*[0-9._%+-])[A-Z0-9._%+-]{3,}@[A-Z0-9-]{3,} ?(?:%1)\b(?![:~-]))")
-            .arg(ShortDomains),
+            .arg(kShortDomains),
         R"(\b[s5]{1,2}[kx][-_.][A-Z0-9_.-]{16,})",
         R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
         R"(\b\d{1,3}(?:[.,]\d{1,3}\.|\.\d{1,3}[.,])\d{1,3}\.\d{1,3}\b)", // no price: that has its comma last
@@ -172,13 +172,13 @@ QStringView stretchBefore(const QString &line, qsizetype to, Accept accept)
     return QStringView(line).sliced(from, to - from);
 }
 
-constexpr qsizetype LongKey = 12; // signs that are the better part of a key
+constexpr qsizetype kLongKey = 12; // signs that are the better part of a key
 
 // Whether a mark between two stretches stands for a letter of one key.
 bool isWithinKey(QStringView before, QStringView after)
 {
     const bool isLong =
-        before.size() >= LongKey && (beginsLikeAKey(before) ? mayBeJumbled(before) : isJumbled(before));
+        before.size() >= kLongKey && (beginsLikeAKey(before) ? mayBeJumbled(before) : isJumbled(before));
     const bool isWord = std::ranges::all_of(after, [](QChar c) { return c.isLower(); });
     return (isLong && !isWord) || (beginsLikeAKey(before) && mayBeJumbled(after)) ||
            (isJumbled(before) && mayBeJumbled(after)) || (mayBeJumbled(before) && isJumbled(after));
@@ -188,11 +188,11 @@ bool isWithinKey(QStringView before, QStringView after)
 // those of addresses of pages stand before a name and its value, those of hosts before a name with a dot.
 void replaceMarks(QString &line)
 {
-    constexpr qsizetype Long = 16; // signs of a rest that colours and tickets don't have
-    constexpr QStringView Marks = u"?#$@";
-    constexpr QStringView Letters = u"7fS0";
+    constexpr qsizetype kLong = 16; // signs of a rest that colours and tickets don't have
+    constexpr QStringView kMarks = u"?#$@";
+    constexpr QStringView kLetters = u"7fS0";
     for (qsizetype i = 0; i + 1 < line.size(); ++i) {
-        const auto mark = Marks.indexOf(line[i]);
+        const auto mark = kMarks.indexOf(line[i]);
         if (mark < 0)
             continue;
         const QStringView before =
@@ -202,18 +202,18 @@ void replaceMarks(QString &line)
         if (after.isEmpty() ||
             (end < line.size() && (line[end] == '=' || (line[i] == '@' && line[end] == '.'))))
             continue;
-        const bool isFirst = mark < 2 && before.isEmpty() && after.size() >= Long && isJumbled(after);
+        const bool isFirst = mark < 2 && before.isEmpty() && after.size() >= kLong && isJumbled(after);
         const bool isWithin = line[i] == '@' ? beginsLikeAKey(before) && isWithinKey(before, after)
                                              : isWithinKey(before, after);
         if (isFirst || isWithin)
-            line[i] = Letters[mark];
+            line[i] = kLetters[mark];
     }
 }
 
 // Brackets and strokes that were read for a letter, mostly a J, in the midst of a key become one.
 QString lettersForBrackets(QString line)
 {
-    constexpr qsizetype LongPath = 20; // signs; folders that are named by chance are shorter
+    constexpr qsizetype kLongPath = 20; // signs; folders that are named by chance are shorter
     replaceMarks(line);
     for (qsizetype i = 1; i + 1 < line.size(); ++i) {
         const bool closes = QStringView(u")]}").contains(line[i]);
@@ -228,7 +228,7 @@ QString lettersForBrackets(QString line)
             (mayBeJumbled(after) || (closes && !after.isEmpty() && isWithinKey(token, after)));
         // Names are called with arguments, a path has strokes between its folders, and nothing but the second
         // half of a web token follows a bracket that closes.
-        const bool isLong = line[i] != '/' || before.size() + after.size() >= LongPath;
+        const bool isLong = line[i] != '/' || before.size() + after.size() >= kLongPath;
         const bool isInRun = closes ? before.size() >= 3 && after.size() >= 3 &&
                                           isJumbled(before.toString() + after.toString())
                                     : isLong && isJumbled(before) && isJumbled(after);
@@ -254,7 +254,7 @@ struct Joined {
 // underscore before an address, and between stretches of a key.
 Joined withoutStrayBlanks(const QString &line)
 {
-    constexpr qsizetype Crumb = 2; // signs that stand alone in the midst of a key
+    constexpr qsizetype kCrumb = 2; // signs that stand alone in the midst of a key
     const auto isPart = [](QChar c) { return isKeySign(c) || c == '.'; };
     Joined joined;
     for (qsizetype i = 0; i < line.size(); ++i) {
@@ -269,13 +269,13 @@ Joined withoutStrayBlanks(const QString &line)
             const bool domain = !after.isEmpty() && joined.text.chopped(before.size()).endsWith('@') &&
                                 (before.endsWith('.') || after.startsWith('.'));
             const auto isNumber = [](QStringView text) {
-                return text.size() > Crumb &&
+                return text.size() > kCrumb &&
                        std::ranges::all_of(text, [](QChar c) { return c.isDigit() || c == '-'; });
             };
-            const auto isCrumb = [](QStringView text) { return !text.isEmpty() && text.size() <= Crumb; };
-            constexpr qsizetype Prefix = 4;
+            const auto isCrumb = [](QStringView text) { return !text.isEmpty() && text.size() <= kCrumb; };
+            constexpr qsizetype kPrefix = 4;
             const bool typed =
-                beginsLikeAKey(before) || (!before.isEmpty() && before.size() <= Prefix &&
+                beginsLikeAKey(before) || (!before.isEmpty() && before.size() <= kPrefix &&
                                            beginsLikeAKey(before.toString() + after.toString()));
             const bool ofKey =
                 typed || isJumbled(before) ||
@@ -309,9 +309,9 @@ bool beginsLikeAKey(QStringView stretch, Prefix prefix)
 
 bool isJumbled(QStringView run)
 {
-    constexpr qsizetype Fewest = 4; // signs; less is too little to tell
+    constexpr qsizetype kFewest = 4; // signs; less is too little to tell
     const Mixture mixture = mixtureOf(run);
-    if (mixture.letters + mixture.digits < Fewest)
+    if (mixture.letters + mixture.digits < kFewest)
         return false;
     const bool isMixed = mixture.letters > 0 && mixture.digits > 0;
     // In names, capitals and numbers come once in four letters and more.

@@ -12,10 +12,10 @@ namespace {
 // farther up and down than the usual ones whose lines the boxes stand for.
 QRectF padded(const QRectF &box, QSize imageSize)
 {
-    constexpr double LetterBoxError = 2;
+    constexpr double kLetterBoxError = 2;
     const double height = box.height() * imageSize.height();
-    const double dx = std::max(LetterBoxError, height / 12) / std::max(imageSize.width(), 1);
-    const double dy = std::max(LetterBoxError, height / 10) / std::max(imageSize.height(), 1);
+    const double dx = std::max(kLetterBoxError, height / 12) / std::max(imageSize.width(), 1);
+    const double dy = std::max(kLetterBoxError, height / 10) / std::max(imageSize.height(), 1);
     return box.adjusted(-dx, -dy, dx, dy);
 }
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::chrono::seconds Timeout{60};
+constexpr std::chrono::seconds kTimeout{60};
 
 // Blanks and tabs at both ends; line feeds stay.
 QString withoutOuterBlanks(QString text)
@@ -36,7 +36,7 @@ HttpRequest request(const QString &clientID, const QByteArray &png)
         .headers = {{"Authorization", "Client-ID " + clientID.toUtf8()},
                     {"Content-Type", "multipart/form-data; boundary=" + boundary}},
         .body = Uploader::body(boundary, png),
-        .timeout = Timeout,
+        .timeout = kTimeout,
     };
 }
 

@@ -150,12 +150,12 @@ Result<QImage> tallPicture(const Source &source, const Progress &progress)
         if (!image)
             return std::unexpected(image.error());
         // No wider than it will be drawn, so that a long guide fits in memory.
-        steps.append({image->width() > GuideRenderer::standardWidth
-                          ? image->scaledToWidth(GuideRenderer::standardWidth, Qt::SmoothTransformation)
+        steps.append({image->width() > GuideRenderer::kStandardWidth
+                          ? image->scaledToWidth(GuideRenderer::kStandardWidth, Qt::SmoothTransformation)
                           : *image,
                       source.captions[i]});
     }
-    const auto tall = GuideRenderer::render(source.title, steps, GuideRenderer::standardWidth);
+    const auto tall = GuideRenderer::render(source.title, steps, GuideRenderer::kStandardWidth);
     if (!tall)
         return fail(StepsTexts::tr("The guide is too long for one picture."));
     return *tall;

@@ -12,7 +12,7 @@ namespace ControlLook {
 
 namespace {
 
-constexpr int sliderTrack = 4;
+constexpr int kSliderTrack = 4;
 
 } // namespace
 
@@ -97,18 +97,18 @@ void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect
     const QPointF center = QRectF(knob).center();
     QRectF track, filled;
     if (slider.orientation == Qt::Horizontal) {
-        track = QRectF(groove.left(), center.y() - sliderTrack / 2.0, groove.width(), sliderTrack);
+        track = QRectF(groove.left(), center.y() - kSliderTrack / 2.0, groove.width(), kSliderTrack);
         filled = track;
         slider.upsideDown ? filled.setLeft(center.x()) : filled.setRight(center.x());
     } else {
-        track = QRectF(center.x() - sliderTrack / 2.0, groove.top(), sliderTrack, groove.height());
+        track = QRectF(center.x() - kSliderTrack / 2.0, groove.top(), kSliderTrack, groove.height());
         filled = track;
         slider.upsideDown ? filled.setTop(center.y()) : filled.setBottom(center.y());
     }
-    fillRounded(painter, track, sliderTrack / 2.0, t.track);
-    fillRounded(painter, filled, sliderTrack / 2.0, enabled ? t.accent : t.disabled);
-    fillRounded(painter, QRectF(knob).translated(0, 0.5), sliderKnob / 2.0, t.raisedShadow);
-    fillRounded(painter, knob, sliderKnob / 2.0, t.dark ? QColor(0xE6E6EC) : QColor(Qt::white), t.hairline);
+    fillRounded(painter, track, kSliderTrack / 2.0, t.track);
+    fillRounded(painter, filled, kSliderTrack / 2.0, enabled ? t.accent : t.disabled);
+    fillRounded(painter, QRectF(knob).translated(0, 0.5), kSliderKnob / 2.0, t.raisedShadow);
+    fillRounded(painter, knob, kSliderKnob / 2.0, t.dark ? QColor(0xE6E6EC) : QColor(Qt::white), t.hairline);
 }
 
 void drawComboBox(const QStyleOption &box, QPainter *painter, const QRect &arrow)

@@ -13,8 +13,8 @@ namespace ControlLook {
 
 enum class Mark { Check, Radio };
 
-constexpr int checkBoxSize = 16;
-constexpr int sliderKnob = 16;
+constexpr int kCheckBoxSize = 16;
+constexpr int kSliderKnob = 16;
 
 void drawPushButton(const QStyleOptionButton &button, QPainter *painter);
 // The symbol and the words of a push button, in its middle.

@@ -15,9 +15,9 @@
 
 namespace {
 
-constexpr int symbolGap = 6;
-constexpr int arrowSize = 8;
-constexpr qreal disabledOpacity = 0.4;
+constexpr int kSymbolGap = 6;
+constexpr int kArrowSize = 8;
+constexpr qreal kDisabledOpacity = 0.4;
 
 // The look of a plain control's background for the pointer and the keyboard.
 QColor washFor(const QAbstractButton &button, const Theme::Tokens &t)
@@ -85,12 +85,12 @@ QSize BarButton::sizeHint() const
 {
     const QFontMetrics metrics(font());
     const int words = metrics.horizontalAdvance(text());
-    const int arrow = m_menu ? arrowSize + 4 : 0;
+    const int arrow = m_menu ? kArrowSize + 4 : 0;
     switch (m_label) {
     case Label::None:
         return {Theme::Size::barButton + arrow, Theme::Size::barButton};
     case Label::Beside:
-        return {(m_symbol.isEmpty() ? 0 : Theme::Size::barIcon + symbolGap) + words + arrow + 20,
+        return {(m_symbol.isEmpty() ? 0 : Theme::Size::barIcon + kSymbolGap) + words + arrow + 20,
                 Theme::Size::barButton};
     case Label::Under:
         // The arrow stands beside the icon, where a label leaves room.
@@ -108,11 +108,11 @@ void BarButton::paintEvent(QPaintEvent *)
     painter.setBrush(washFor(*this, t));
     painter.drawRoundedRect(rect(), Theme::Radius::control, Theme::Radius::control);
     if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(kDisabledOpacity);
     const QColor ink = isChecked() ? t.accentText : t.text;
     const QColor words = isChecked() ? t.accentText : m_label == Label::Under ? t.secondary : t.text;
-    const int arrow = m_menu ? arrowSize + 4 : 0;
-    const int besideArrow = m_menu ? arrowSize : 0;
+    const int arrow = m_menu ? kArrowSize + 4 : 0;
+    const int besideArrow = m_menu ? kArrowSize : 0;
 
     QRectF icon(0, 0, Theme::Size::barIcon, Theme::Size::barIcon);
     QRectF label;
@@ -122,7 +122,7 @@ void BarButton::paintEvent(QPaintEvent *)
         break;
     case Label::Beside:
         icon.moveCenter(QPointF(10 + icon.width() / 2, height() / 2.0));
-        label = QRectF(m_symbol.isEmpty() ? 10 : icon.right() + symbolGap, 0, width(), height());
+        label = QRectF(m_symbol.isEmpty() ? 10 : icon.right() + kSymbolGap, 0, width(), height());
         break;
     case Label::Under:
         icon.moveCenter(QPointF((width() - besideArrow) / 2.0, 16));
@@ -144,10 +144,10 @@ void BarButton::paintEvent(QPaintEvent *)
             label, Qt::AlignVCenter | (m_label == Label::Under ? Qt::AlignHCenter : Qt::AlignLeft), text());
     }
     if (m_menu) {
-        QRectF place(0, 0, arrowSize, arrowSize);
+        QRectF place(0, 0, kArrowSize, kArrowSize);
         place.moveCenter(m_label == Label::Under
                              ? QPointF(icon.right() + 6, icon.center().y())
-                             : QPointF(width() - 6 - arrowSize / 2.0, height() / 2.0 + 0.5));
+                             : QPointF(width() - 6 - kArrowSize / 2.0, height() / 2.0 + 0.5));
         drawSymbol(painter, place, "chevron.down", t.secondary);
     }
 }
@@ -193,7 +193,7 @@ Chip::Chip(const QString &text, const QString &symbol, QWidget *parent)
 
 QSize Chip::sizeHint() const
 {
-    return {QFontMetrics(font()).horizontalAdvance(text()) + 24 + Theme::Size::rowIcon + symbolGap,
+    return {QFontMetrics(font()).horizontalAdvance(text()) + 24 + Theme::Size::rowIcon + kSymbolGap,
             Theme::Size::target};
 }
 
@@ -203,7 +203,7 @@ void Chip::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(kDisabledOpacity);
     const qreal radius = height() / 2.0;
     const QRectF body(rect());
     QColor fill = isChecked() ? t.accentWash : t.track;
@@ -218,7 +218,7 @@ void Chip::paintEvent(QPaintEvent *)
     drawSymbol(painter, icon, isChecked() ? QStringLiteral("checkmark") : m_symbol, ink);
     painter.setPen(ink);
     painter.setFont(font());
-    const int left = static_cast<int>(icon.right()) + symbolGap;
+    const int left = static_cast<int>(icon.right()) + kSymbolGap;
     const QRect words(left, 0, width() - left - 8, height());
     painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int reach = 2 * Theme::Size::focusRing; // how far the ring's outer edge lies from the control
+constexpr int kReach = 2 * Theme::Size::focusRing; // how far the ring's outer edge lies from the control
 
 // The widget that clips the ring: a scroll area's viewport around the control, or its window.
 QWidget *clippingAncestor(QWidget *widget)
@@ -43,8 +43,8 @@ protected:
         const auto &t = Theme::tokens(this);
         painter.setPen(QPen(t.dark ? t.accentText : t.accent, Theme::Size::focusRing));
         const qreal half = Theme::Size::focusRing / 2.0;
-        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius + reach - half,
-                                radius + reach - half);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius + kReach - half,
+                                radius + kReach - half);
     }
 };
 
@@ -93,7 +93,7 @@ void FocusRing::place()
     const QVariant own = widget->property("focusRect");
     const QRect rect = own.isValid() ? own.toRect() : widget->rect();
     m_frame->setGeometry(
-        QRect(widget->mapTo(parent, rect.topLeft()), rect.size()).adjusted(-reach, -reach, reach, reach));
+        QRect(widget->mapTo(parent, rect.topLeft()), rect.size()).adjusted(-kReach, -kReach, kReach, kReach));
     m_frame->raise();
     m_frame->show();
     m_frame->update();

@@ -11,20 +11,20 @@
 
 QPointF hudPosition(const QRectF &rect, const QRectF &visible, const QSizeF &size)
 {
-    constexpr qreal gap = 12;
-    constexpr qreal inset = 8;
-    constexpr qreal fromBottom = 40;
+    constexpr qreal kGap = 12;
+    constexpr qreal kInset = 8;
+    constexpr qreal kFromBottom = 40;
 
-    qreal top = rect.bottom() + gap;
+    qreal top = rect.bottom() + kGap;
     const bool fillsTheScreen = rect.top() <= visible.top() && rect.bottom() >= visible.bottom();
-    if (top + size.height() > visible.bottom() - inset)
+    if (top + size.height() > visible.bottom() - kInset)
         top = fillsTheScreen ? visible.top() - size.height()
-                             : qMax(rect.top() - gap - size.height(), visible.top() + inset);
+                             : qMax(rect.top() - kGap - size.height(), visible.top() + kInset);
     if (top < visible.top())
-        top = visible.bottom() - fromBottom - size.height();
+        top = visible.bottom() - kFromBottom - size.height();
 
-    qreal left = qMax(rect.center().x() - size.width() / 2, visible.left() + inset);
-    left = qMin(left, visible.right() - size.width() - inset);
+    qreal left = qMax(rect.center().x() - size.width() / 2, visible.left() + kInset);
+    left = qMin(left, visible.right() - size.width() - kInset);
     return {left, top};
 }
 

@@ -12,8 +12,8 @@ namespace MenuItemLook {
 
 namespace {
 
-constexpr int gap = 10;
-constexpr int separatorHeight = 9;
+constexpr int kGap = 10;
+constexpr int kSeparatorHeight = 9;
 
 struct MenuText {
     QString title;
@@ -36,12 +36,12 @@ bool hasMenuColumn(const QStyleOptionMenuItem &item)
 QSize size(const QStyleOptionMenuItem &item)
 {
     if (item.menuItemType == QStyleOptionMenuItem::Separator)
-        return {10, separatorHeight};
+        return {10, kSeparatorHeight};
     const MenuText words = menuText(item);
     const QFontMetrics metrics(item.font);
-    int width = 2 * (inset + 8) + metrics.size(Qt::TextHideMnemonic, words.title).width();
+    int width = 2 * (kInset + 8) + metrics.size(Qt::TextHideMnemonic, words.title).width();
     if (hasMenuColumn(item))
-        width += Theme::Size::rowIcon + gap;
+        width += Theme::Size::rowIcon + kGap;
     if (!words.shortcut.isEmpty())
         width += 28 + metrics.horizontalAdvance(words.shortcut);
     if (item.menuItemType == QStyleOptionMenuItem::SubMenu)
@@ -52,7 +52,7 @@ QSize size(const QStyleOptionMenuItem &item)
 void draw(const QStyleOptionMenuItem &item, QPainter *painter)
 {
     const auto &t = Theme::tokens(item.palette);
-    const QRect row = item.rect.adjusted(inset, 0, -inset, 0);
+    const QRect row = item.rect.adjusted(kInset, 0, -kInset, 0);
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
         painter->fillRect(QRect(row.left() + 6, row.center().y(), row.width() - 12, 1), t.hairline);
         return;
@@ -75,7 +75,7 @@ void draw(const QStyleOptionMenuItem &item, QPainter *painter)
                             !enabled   ? QIcon::Disabled
                             : selected ? QIcon::Selected
                                        : QIcon::Normal);
-        left = column.right() + 1 + gap;
+        left = column.right() + 1 + kGap;
     }
     const MenuText words = menuText(item);
     painter->save();

@@ -6,21 +6,21 @@
 #include <QPainterPath>
 
 namespace {
-constexpr int borderWidth = 3;
-constexpr double cornerRadius = 4;
+constexpr int kBorderWidth = 3;
+constexpr double kCornerRadius = 4;
 } // namespace
 
 RegionFrameWindow::RegionFrameWindow(const QRectF &region, const QColor &color) : m_color(color)
 {
     Floating::prepare(this);
     setWindowFlag(Qt::WindowTransparentForInput);
-    setGeometry(region.toAlignedRect().adjusted(-borderWidth, -borderWidth, borderWidth, borderWidth));
+    setGeometry(region.toAlignedRect().adjusted(-kBorderWidth, -kBorderWidth, kBorderWidth, kBorderWidth));
 }
 
 void RegionFrameWindow::resizeEvent(QResizeEvent *)
 {
     // Nothing of the window covers the region, so that it stays clear without a compositor too.
-    setMask(QRegion(rect()) - rect().adjusted(borderWidth, borderWidth, -borderWidth, -borderWidth));
+    setMask(QRegion(rect()) - rect().adjusted(kBorderWidth, kBorderWidth, -kBorderWidth, -kBorderWidth));
 }
 
 void RegionFrameWindow::paintEvent(QPaintEvent *)
@@ -30,7 +30,7 @@ void RegionFrameWindow::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_color);
     QPainterPath ring;
-    ring.addRoundedRect(rect(), cornerRadius, cornerRadius);
-    ring.addRect(rect().adjusted(borderWidth, borderWidth, -borderWidth, -borderWidth));
+    ring.addRoundedRect(rect(), kCornerRadius, kCornerRadius);
+    ring.addRect(rect().adjusted(kBorderWidth, kBorderWidth, -kBorderWidth, -kBorderWidth));
     painter.drawPath(ring);
 }

@@ -11,7 +11,7 @@ namespace ScrollBarLook {
 
 namespace {
 
-constexpr int shortest = 28; // can still be grasped
+constexpr int kShortest = 28; // can still be grasped
 
 } // namespace
 
@@ -22,7 +22,7 @@ QRect part(const QStyleOptionSlider &bar, QStyle::SubControl which)
     const int range = bar.maximum - bar.minimum;
     int slider =
         range > 0 ? static_cast<int>(qint64(bar.pageStep) * length / (qint64(range) + bar.pageStep)) : length;
-    slider = qBound(qMin(shortest, length), slider, length);
+    slider = qBound(qMin(kShortest, length), slider, length);
     const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
                                                       length - slider, bar.upsideDown);
     const auto span = [&](int from, int to) {

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr int symbolGap = 6;
-constexpr int smallestUnder = 9; // pixels of type under a symbol
-constexpr int underHeight = 50; // with the words under the symbols
-constexpr qreal disabledOpacity = 0.4;
+constexpr int kSymbolGap = 6;
+constexpr int kSmallestUnder = 9; // pixels of type under a symbol
+constexpr int kUnderHeight = 50;  // with the words under the symbols
+constexpr qreal kDisabledOpacity = 0.4;
 
 } // namespace
 
@@ -84,7 +84,7 @@ int SegmentedPicker::naturalWidth(const Segment &segment) const
     if (segment.showsText) {
         width += QFontMetrics(font()).horizontalAdvance(segment.text);
         if (!segment.symbol.isEmpty())
-            width += symbolGap;
+            width += kSymbolGap;
     }
     return width;
 }
@@ -98,7 +98,7 @@ QSize SegmentedPicker::sizeHint() const
     }
     if (m_stretches)
         width = 4 + widest * static_cast<int>(m_segments.size());
-    return {width, m_labelsUnder ? underHeight : Theme::Size::target};
+    return {width, m_labelsUnder ? kUnderHeight : Theme::Size::target};
 }
 
 QRect SegmentedPicker::segmentRect(int index) const
@@ -120,7 +120,7 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+        painter.setOpacity(kDisabledOpacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(t.track);
     painter.drawRoundedRect(rect(), Theme::Radius::control, Theme::Radius::control);
@@ -137,7 +137,7 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
     for (int i = 0; i < m_segments.size(); ++i) {
         const Segment &segment = m_segments[i];
         const QRect place = segmentRect(i);
-        painter.setOpacity(isEnabled() && !m_disabled.contains(i) ? 1 : disabledOpacity);
+        painter.setOpacity(isEnabled() && !m_disabled.contains(i) ? 1 : kDisabledOpacity);
         const QColor ink = i == m_current ? t.text : i == m_hovered ? t.text : t.secondary;
         if (m_labelsUnder) {
             QRectF icon(0, place.top() + 7, Theme::Size::barIcon, Theme::Size::barIcon);
@@ -147,7 +147,7 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
             painter.setPen(ink);
             // A long word is set a little smaller before it is cut.
             QFont smaller = font();
-            while (smaller.pixelSize() > smallestUnder &&
+            while (smaller.pixelSize() > kSmallestUnder &&
                    QFontMetrics(smaller).horizontalAdvance(segment.text) > words.width())
                 smaller.setPixelSize(smaller.pixelSize() - 1);
             painter.setFont(smaller);
@@ -161,7 +161,7 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
                        QRectF(left, place.center().y() - Theme::Size::rowIcon / 2 + 1, Theme::Size::rowIcon,
                               Theme::Size::rowIcon),
                        segment.symbol, ink);
-            left += Theme::Size::rowIcon + symbolGap;
+            left += Theme::Size::rowIcon + kSymbolGap;
         }
         if (segment.showsText) {
             painter.setPen(ink);

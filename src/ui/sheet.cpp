@@ -159,13 +159,13 @@ void Sheet::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     // A soft shadow as a stack of outlines that fade the faster the farther they reach.
     const auto &t = Theme::tokens(this);
-    constexpr int steps = 16;
+    constexpr int kSteps = 16;
     const QRectF card = QRectF(m_card->geometry()).translated(0, t.raisedShadowOffset / 2.0);
     QColor shade = t.raisedShadow;
-    shade.setAlphaF(shade.alphaF() / steps);
+    shade.setAlphaF(shade.alphaF() / kSteps);
     painter.setBrush(shade);
-    for (int i = 1; i <= steps; ++i) {
-        const qreal grow = t.raisedShadowBlur * std::pow(i / qreal(steps), 2);
+    for (int i = 1; i <= kSteps; ++i) {
+        const qreal grow = t.raisedShadowBlur * std::pow(i / qreal(kSteps), 2);
         painter.drawRoundedRect(card.adjusted(-grow, -grow, grow, grow), Theme::Radius::panel + grow,
                                 Theme::Radius::panel + grow);
     }

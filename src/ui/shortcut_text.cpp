@@ -13,7 +13,7 @@ struct Named {
 };
 
 // Keys that are stored as a sign.
-constexpr std::array keySigns{
+constexpr std::array kEySigns{
     Named{u'↩', "Return"}, Named{u'⇥', "Tab"},  Named{u'⎋', "Esc"},   Named{u'⌫', "Backspace"},
     Named{u'⌦', "Delete"}, Named{u'←', "Left"}, Named{u'→', "Right"}, Named{u'↑', "Up"},
     Named{u'↓', "Down"},   Named{u'−', "-"},
@@ -22,7 +22,7 @@ constexpr std::array keySigns{
 QString keyName(const QString &key)
 {
     if (key.size() == 1) {
-        for (const Named &named : keySigns) {
+        for (const Named &named : kEySigns) {
             if (key.front() == named.sign)
                 return QString::fromLatin1(named.name);
         }

@@ -63,6 +63,8 @@ QColor canvasSurround();
 // Behind a sheet.
 QColor dim();
 
+// Said with their group, as Space::group.
+// NOLINTBEGIN(readability-identifier-naming)
 namespace Space {
 constexpr int unit = 4;
 constexpr int inside = 8;   // inside controls
@@ -98,6 +100,7 @@ inline QEasingCurve ease()
     return QEasingCurve::OutCubic;
 }
 } // namespace Motion
+// NOLINTEND(readability-identifier-naming)
 
 enum class Type { Caption = 11, Control = 12, Body = 13, Title = 15, Heading = 20, Welcome = 28 };
 

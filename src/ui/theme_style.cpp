@@ -22,7 +22,7 @@ using namespace StylePainting;
 
 namespace {
 
-constexpr int fieldInset = 5;
+constexpr int kFieldInset = 5;
 
 } // namespace
 
@@ -181,7 +181,7 @@ QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
     }
     const QRect rect = QProxyStyle::subControlRect(control, option, subControl, widget);
     if (control == CC_ComboBox && subControl == SC_ComboBoxEditField)
-        return rect.adjusted(fieldInset, 0, 0, 0);
+        return rect.adjusted(kFieldInset, 0, 0, 0);
     return rect;
 }
 
@@ -190,7 +190,7 @@ QRect ThemeStyle::subElementRect(SubElement element, const QStyleOption *option,
     if (element == SE_LineEditContents) {
         // A field inside another control, as in a spin box, has no frame and no room to spare.
         const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
-        const int inset = frame && frame->lineWidth > 0 ? fieldInset : 0;
+        const int inset = frame && frame->lineWidth > 0 ? kFieldInset : 0;
         return QProxyStyle::subElementRect(element, option, widget).adjusted(inset, 0, -inset, 0);
     }
     if (element == SE_PushButtonFocusRect || element == SE_CheckBoxFocusRect)
@@ -236,7 +236,7 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, cons
 {
     switch (metric) {
     case PM_MenuVMargin:
-        return MenuItemLook::inset;
+        return MenuItemLook::kInset;
     case PM_MenuHMargin:
         return 0;
     case PM_MenuPanelWidth:
@@ -253,16 +253,16 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, cons
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
-        return ControlLook::checkBoxSize;
+        return ControlLook::kCheckBoxSize;
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return 8;
     case PM_ScrollBarExtent:
-        return ScrollBarLook::width;
+        return ScrollBarLook::kWidth;
     case PM_SliderLength:
     case PM_SliderThickness:
     case PM_SliderControlThickness:
-        return ControlLook::sliderKnob;
+        return ControlLook::kSliderKnob;
     case PM_LayoutLeftMargin:
     case PM_LayoutTopMargin:
     case PM_LayoutRightMargin:

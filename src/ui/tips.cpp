@@ -15,26 +15,26 @@
 
 namespace {
 
-constexpr int firstDelay = 450;
-constexpr int nextDelay = 40;
-constexpr int stillWarm = 600; // since the last tip was hidden
-constexpr int gap = 6;
-constexpr int bottomInset = 4;
-constexpr int sideInset = 6;
-constexpr int widest = 280;
-constexpr int margin = 10;
-constexpr char tipProperty[] = "lumenpostTip";
+constexpr int kFirstDelay = 450;
+constexpr int kNextDelay = 40;
+constexpr int kStillWarm = 600; // since the last tip was hidden
+constexpr int kGap = 6;
+constexpr int kBottomInset = 4;
+constexpr int kSideInset = 6;
+constexpr int kWidest = 280;
+constexpr int kMargin = 10;
+constexpr char kTipProperty[] = "lumenpostTip";
 
 } // namespace
 Q_DECLARE_METATYPE(TipContent)
 
 QPointF tipPosition(const QRectF &anchor, const QRectF &visible, const QSizeF &size)
 {
-    qreal top = anchor.bottom() + gap;
-    if (top + size.height() > visible.bottom() - bottomInset)
-        top = anchor.top() - gap - size.height();
-    qreal left = qMax(anchor.center().x() - size.width() / 2, visible.left() + sideInset);
-    left = qMin(left, visible.right() - size.width() - sideInset);
+    qreal top = anchor.bottom() + kGap;
+    if (top + size.height() > visible.bottom() - kBottomInset)
+        top = anchor.top() - kGap - size.height();
+    qreal left = qMax(anchor.center().x() - size.width() / 2, visible.left() + kSideInset);
+    left = qMin(left, visible.right() - size.width() - kSideInset);
     return {left, top};
 }
 
@@ -57,13 +57,13 @@ public:
         const QFontMetricsF title(titleFont()), detail(detailFont()), cap(capFont());
         m_capWidth = m_shortcut.isEmpty() ? 0 : cap.horizontalAdvance(m_shortcut) + 10;
         const qreal first = title.horizontalAdvance(m_title) + (m_capWidth > 0 ? m_capWidth + 8 : 0);
-        const QRectF lines = detail.boundingRect(QRectF(0, 0, widest - 2 * margin, 400),
+        const QRectF lines = detail.boundingRect(QRectF(0, 0, kWidest - 2 * kMargin, 400),
                                                  Qt::AlignLeft | Qt::TextWordWrap, m_detail);
         const qreal width = qMax(first, m_detail.isEmpty() ? 0 : lines.width());
         qreal height = qMax<qreal>(title.height(), 17);
         if (!m_detail.isEmpty())
             height += 3 + lines.height();
-        resize(qCeil(width) + 2 * margin, qCeil(height) + 14);
+        resize(qCeil(width) + 2 * kMargin, qCeil(height) + 14);
         update();
     }
 
@@ -73,7 +73,7 @@ protected:
         Floating::paintMaterial(this, 8);
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF inner = QRectF(rect()).adjusted(margin, 7, -margin, -7);
+        const QRectF inner = QRectF(rect()).adjusted(kMargin, 7, -kMargin, -7);
         const qreal line = qMax<qreal>(QFontMetricsF(titleFont()).height(), 17);
         painter.setFont(titleFont());
         painter.setPen(Theme::onMaterial());
@@ -120,7 +120,7 @@ void TipCenter::attach(QWidget *control, const TipContent &content)
 
 void TipCenter::describe(QWidget *control, const TipContent &content)
 {
-    control->setProperty(tipProperty, QVariant::fromValue(content));
+    control->setProperty(kTipProperty, QVariant::fromValue(content));
     control->setAttribute(Qt::WA_Hover);
     if (control->accessibleName().isEmpty())
         control->setAccessibleName(content.title);
@@ -133,7 +133,7 @@ void TipCenter::describe(QWidget *control, const TipContent &content)
 
 TipContent TipCenter::content(const QWidget *control)
 {
-    return control->property(tipProperty).value<TipContent>();
+    return control->property(kTipProperty).value<TipContent>();
 }
 
 bool TipCenter::isShown() const
@@ -146,7 +146,7 @@ bool TipCenter::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::Enter:
         if (auto *control = qobject_cast<QWidget *>(watched);
-            control && control->property(tipProperty).isValid())
+            control && control->property(kTipProperty).isValid())
             hover(control);
         break;
     case QEvent::Leave:
@@ -170,9 +170,9 @@ void TipCenter::hover(QWidget *control)
 {
     if ((m_settings && !m_settings->showTips()) || content(control).title.isEmpty())
         return;
-    const bool fast = isShown() || (m_lastHidden.isValid() && m_lastHidden.elapsed() < stillWarm);
+    const bool fast = isShown() || (m_lastHidden.isValid() && m_lastHidden.elapsed() < kStillWarm);
     m_owner = control;
-    m_pending.start(fast ? nextDelay : firstDelay);
+    m_pending.start(fast ? kNextDelay : kFirstDelay);
 }
 
 void TipCenter::show()

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int width = Page::width;
+constexpr int kWidth = Page::kWidth;
 
 QImage stacked(const QList<QImage> &parts)
 {
@@ -56,13 +56,13 @@ TEST(RowSignatures, LeaveOutTheScrollBarAndAlphaButNothingElse)
         }
         return rows;
     };
-    for (const int x : {0, 1, 50, width - 49}) {
+    for (const int x : {0, 1, 50, kWidth - 49}) {
         for (const QRgb bit : {0x00010000u, 0x00000100u, 0x00000001u, 0x00800000u})
             EXPECT_EQ(changedAt(x, bit), QList<int>{13}) << "column " << x;
         EXPECT_EQ(changedAt(x, 0x80000000), QList<int>{});
     }
-    EXPECT_EQ(changedAt(width - 48, 0x00ffffff), QList<int>{});
-    EXPECT_EQ(changedAt(width - 1, 0x00ffffff), QList<int>{});
+    EXPECT_EQ(changedAt(kWidth - 48, 0x00ffffff), QList<int>{});
+    EXPECT_EQ(changedAt(kWidth - 1, 0x00ffffff), QList<int>{});
 }
 
 TEST(RowSignatures, ReadNarrowPicturesInTheirFirstFourColumns)
@@ -106,7 +106,7 @@ TEST(FrameStitcher, KeepsOnlyFramesThatMovedOn)
     EXPECT_FALSE(stitcher.add(first)) << "did not move";
     EXPECT_FALSE(stitcher.add(page.frame(60, 200))) << "scrolled back";
     EXPECT_FALSE(stitcher.add(page.frame(150, 201))) << "another height";
-    EXPECT_FALSE(stitcher.add(page.frame(150, 200).copy(0, 0, width - 1, 200))) << "another width";
+    EXPECT_FALSE(stitcher.add(page.frame(150, 200).copy(0, 0, kWidth - 1, 200))) << "another width";
     EXPECT_FALSE(stitcher.add(page.frame(400, 200))) << "nothing in common";
     EXPECT_TRUE(stitcher.add(page.frame(150, 200)));
     EXPECT_EQ(stitcher.frames().size(), 2);
@@ -118,7 +118,7 @@ TEST(FrameStitcher, IgnoresAScrollBarThatMovesByItself)
 {
     const Page page(300);
     QImage next = page.frame(0, 200);
-    QPainter(&next).fillRect(width - 48, 20, 48, 90, Qt::gray);
+    QPainter(&next).fillRect(kWidth - 48, 20, 48, 90, Qt::gray);
     EXPECT_FALSE(matchOf(page.frame(0, 200), next));
 }
 
@@ -280,7 +280,7 @@ INSTANTIATE_TEST_SUITE_P(FrameStitcher, RealSeries, testing::ValuesIn(seriesFold
 TEST(FrameStitcher, IsFullBeforeThePictureGrowsTooLargeToBeOpened)
 {
     const Page page(900);
-    FrameStitcher stitcher(qint64(width) * 300);
+    FrameStitcher stitcher(qint64(kWidth) * 300);
     EXPECT_TRUE(stitcher.add(page.frame(0, 200)));
     EXPECT_TRUE(stitcher.add(page.frame(100, 200)));
     EXPECT_FALSE(stitcher.isFull()) << "300 rows just fit";

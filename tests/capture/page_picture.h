@@ -8,19 +8,19 @@
 // A page whose every row is different and of more than one colour, except where it is made blank.
 class Page {
 public:
-    static constexpr int width = 100;
+    static constexpr int kWidth = 100;
 
-    explicit Page(int height, quint32 seed = 1) : m_image(width, height, QImage::Format_RGB32)
+    explicit Page(int height, quint32 seed = 1) : m_image(kWidth, height, QImage::Format_RGB32)
     {
         QRandomGenerator random(seed);
         for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x)
+            for (int x = 0; x < kWidth; ++x)
                 m_image.setPixel(x, y, random.generate() | 0xff000000);
         }
     }
     Page &blank(int top, int bottom)
     {
-        QPainter(&m_image).fillRect(0, top, width, bottom - top, Qt::white);
+        QPainter(&m_image).fillRect(0, top, kWidth, bottom - top, Qt::white);
         return *this;
     }
     // Makes the rows down to `bottom` repeat the `period` rows from `top`.
@@ -31,7 +31,7 @@ public:
         return *this;
     }
     const QImage &image() const { return m_image; }
-    QImage rows(int top, int height) const { return m_image.copy(0, top, width, height); }
+    QImage rows(int top, int height) const { return m_image.copy(0, top, kWidth, height); }
     // What a window of `height` rows shows of it at `offset`, between a fixed header and a fixed footer.
     QImage frame(int offset, int height, const QImage &header = {}, const QImage &footer = {}) const
     {

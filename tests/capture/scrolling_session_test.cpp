@@ -53,7 +53,7 @@ public:
     {
         return {.id = 1, .name = {}, .native = {200, 100, 800, 2000}, .scale = scale, .isPrimary = true};
     }
-    QRectF region() const { return {10, 20, Page::width / scale, double(height)}; }
+    QRectF region() const { return {10, 20, Page::kWidth / scale, double(height)}; }
 
     QList<Screen> screens() const override { return {screen()}; }
     QList<ListedWindow> windows() const override

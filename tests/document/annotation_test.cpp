@@ -14,7 +14,7 @@ const std::array lines{ToolKind::Arrow, ToolKind::Line, ToolKind::Measure};
 TEST(Tools, HaveRawValuesAndShortcutsThatLeadBackToThem)
 {
     QStringList keys;
-    for (const ToolKind kind : Tools::all) {
+    for (const ToolKind kind : Tools::kAll) {
         EXPECT_EQ(Tools::fromRawValue(Tools::rawValue(kind)), kind);
         const QChar key = Tools::shortcutKey(kind);
         if (kind == ToolKind::Image) {

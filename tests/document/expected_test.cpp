@@ -26,8 +26,8 @@ struct Size {
     double scale; // of the geometry below
     double lineWidth;
 };
-constexpr Size small{"small", {150, 100}, 1, 3};
-constexpr Size large{"large", {300, 200}, 2, 9};
+constexpr Size kSmall{"small", {150, 100}, 1, 3};
+constexpr Size kLarge{"large", {300, 200}, 2, 9};
 
 Annotation object(ToolKind kind, const Size &size, int style = 0)
 {
@@ -200,5 +200,5 @@ TEST_P(ExpectedPictures, OfStamps)
     check(ofStamps(GetParam()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, ExpectedPictures, testing::Values(small, large),
+INSTANTIATE_TEST_SUITE_P(Sizes, ExpectedPictures, testing::Values(kSmall, kLarge),
                          [](const auto &size) { return std::string(size.param.name); });

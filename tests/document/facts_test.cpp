@@ -27,7 +27,7 @@ Case rendered(const char *name)
     return {contents->base, document.exported()};
 }
 
-constexpr double half = 0.5; // of a pixel: how far an edge may lie from its place
+constexpr double kHalf = 0.5; // of a pixel: how far an edge may lie from its place
 
 } // namespace
 
@@ -186,9 +186,9 @@ TEST(RenderFacts, TheMagnifierShowsTwiceTheBaseAroundItsMiddle)
 TEST(RenderFacts, TaperedArrowsHaveTheirWidths)
 {
     const QImage p = rendered("arrow-tapered").picture;
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 100, 60, 400), 380 - 78, 3 * half); // a row misses the very tip
-    EXPECT_NEAR(coveredAcross(p, shareOfRed, 80, 60, 140), 4, half);
-    EXPECT_NEAR(coveredAcross(p, shareOfRed, 339, 60, 140), 10, half);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 100, 60, 400), 380 - 78, 3 * kHalf); // a row misses the very tip
+    EXPECT_NEAR(coveredAcross(p, shareOfRed, 80, 60, 140), 4, kHalf);
+    EXPECT_NEAR(coveredAcross(p, shareOfRed, 339, 60, 140), 10, kHalf);
     EXPECT_NEAR(coveredAcross(p, shareOfRed, 340, 60, 140), 40, 2);
     EXPECT_NEAR(coveredAcross(p, shareOfRed, 360, 60, 140), 19.5, 1);
     EXPECT_NEAR(shareOfRed(p.pixel(77, 100)), 0, 0.02);
@@ -199,7 +199,7 @@ TEST(RenderFacts, BoxesHaveTheirStrokesCornersAndTints)
 {
     const Case c = rendered("boxes");
     const QImage &p = c.picture;
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 130, 40, 100), 12, half);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 130, 40, 100), 12, kHalf);
     EXPECT_NEAR(shareOfRed(p.pixel(54, 130)), 1, 0.02);
     EXPECT_NEAR(shareOfRed(p.pixel(65, 130)), 1, 0.02);
     EXPECT_NEAR(shareOfRed(p.pixel(53, 130)), 0, 0.02);
@@ -209,9 +209,9 @@ TEST(RenderFacts, BoxesHaveTheirStrokesCornersAndTints)
     EXPECT_NEAR(shareOfRed(p.pixel(54 + 6, 74 + 6)), 1, 0.1);
     EXPECT_TRUE(isUnchanged(p, c.base, {90, 110, 100, 40}));
     EXPECT_NEAR(shareOfBlue(p.pixel(340, 140)), 0.25, 0.01);
-    EXPECT_NEAR(coveredAlong(p, shareOfBlue, 140, 250, 263), 6, half);
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 140, 440, 620), 140, half);
-    EXPECT_NEAR(coveredAcross(p, shareOfRed, 530, 70, 210), 100, half);
+    EXPECT_NEAR(coveredAlong(p, shareOfBlue, 140, 250, 263), 6, kHalf);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 140, 440, 620), 140, kHalf);
+    EXPECT_NEAR(coveredAcross(p, shareOfRed, 530, 70, 210), 100, kHalf);
     EXPECT_NEAR(shareOfRed(p.pixel(460, 140)), 1, 0.02);
     for (const QPoint beside : {QPoint(459, 140), QPoint(600, 140), QPoint(530, 89), QPoint(530, 190)}) {
         const double darkening = 1 - qRed(p.pixel(beside)) / 255.0;
@@ -223,14 +223,14 @@ TEST(RenderFacts, BoxesHaveTheirStrokesCornersAndTints)
 TEST(RenderFacts, LinesEndRoundAndDashesKeepTheirPeriod)
 {
     const QImage p = rendered("lines").picture;
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 100, 40, 440), 406 - 74, 2 * half);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 100, 40, 440), 406 - 74, 2 * kHalf);
     EXPECT_NEAR(shareOfRed(p.pixel(200, 94)), 1, 0.02);
     EXPECT_NEAR(shareOfRed(p.pixel(200, 93)), 0, 0.02);
     for (int k = 0; k < 10; ++k) {
-        EXPECT_NEAR(coveredAlong(p, shareOfRed, 160, 68 + 36 * k, 108 + 36 * k), 28, 2 * half) << k;
+        EXPECT_NEAR(coveredAlong(p, shareOfRed, 160, 68 + 36 * k, 108 + 36 * k), 28, 2 * kHalf) << k;
         EXPECT_NEAR(shareOfRed(p.pixel(108 + 36 * k, 160)), 0, 0.02) << k;
     }
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 160, 430, 480), 464 - 436, 2 * half);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 160, 430, 480), 464 - 436, 2 * kHalf);
 }
 
 TEST(RenderFacts, ACalloutIsOneOutlineWithoutASeam)
@@ -240,8 +240,8 @@ TEST(RenderFacts, ACalloutIsOneOutlineWithoutASeam)
         for (int x = 100; x < 262; ++x)
             ASSERT_TRUE(hasColor(p, {x, y}, qRgb(255, 255, 255))) << x << ", " << y;
     }
-    EXPECT_NEAR(coveredAlong(p, shareOfBlue, 140, 60, 100), 4.8, half);
-    EXPECT_NEAR(coveredAcross(p, shareOfBlue, 150, 70, 110), 4.8, half);
+    EXPECT_NEAR(coveredAlong(p, shareOfBlue, 140, 60, 100), 4.8, kHalf);
+    EXPECT_NEAR(coveredAcross(p, shareOfBlue, 150, 70, 110), 4.8, kHalf);
     EXPECT_NEAR(shareOfBlue(p.pixel(399, 329)), 1, 0.1);
     // Across the tail near its root: the ground, the outline, white, the outline.
     const QRgb inTail = p.pixel(255, 205);
@@ -251,8 +251,9 @@ TEST(RenderFacts, ACalloutIsOneOutlineWithoutASeam)
 TEST(RenderFacts, StepsHaveTheirDiametersAndANumberInTheMiddle)
 {
     const QImage p = rendered("steps").picture;
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 108, 60, 140), 2 * std::sqrt(14.0 * 14 - 11.5 * 11.5), 2 * half);
-    EXPECT_NEAR(coveredAlong(p, shareOfRed, 206, 260, 400), 2 * std::sqrt(49.0 * 49 - 46.5 * 46.5), 2 * half);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 108, 60, 140), 2 * std::sqrt(14.0 * 14 - 11.5 * 11.5), 2 * kHalf);
+    EXPECT_NEAR(coveredAlong(p, shareOfRed, 206, 260, 400), 2 * std::sqrt(49.0 * 49 - 46.5 * 46.5),
+                2 * kHalf);
     EXPECT_NEAR(shareOfBlue(p.pixel(200 - 27, 120)), 1, 0.05);
     EXPECT_NEAR(shareOfBlue(p.pixel(200 - 29, 120)), 0, 0.05);
     // The number's white, balanced around the middle of the largest disc.
@@ -275,9 +276,9 @@ TEST(RenderFacts, AMeasurementHasFlatEndsTicksAPillAndNoShadow)
 {
     const Case c = rendered("measure");
     const QImage &p = c.picture;
-    EXPECT_NEAR(coveredAcross(p, shareOfRed, 150, 100, 140), 4, half);
-    EXPECT_NEAR(coveredAcross(p, shareOfRed, 100, 90, 150), 32, half);
-    EXPECT_NEAR(coveredAcross(p, shareOfRed, 399, 90, 150), 32, half);
+    EXPECT_NEAR(coveredAcross(p, shareOfRed, 150, 100, 140), 4, kHalf);
+    EXPECT_NEAR(coveredAcross(p, shareOfRed, 100, 90, 150), 32, kHalf);
+    EXPECT_NEAR(coveredAcross(p, shareOfRed, 399, 90, 150), 32, kHalf);
     EXPECT_NEAR(shareOfRed(p.pixel(97, 120)), 0, 0.02);
     EXPECT_NEAR(shareOfRed(p.pixel(402, 120)), 0, 0.02);
     EXPECT_TRUE(isUnchanged(p, c.base, {110, 123, 60, 40}, 0));

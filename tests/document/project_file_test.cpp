@@ -51,7 +51,7 @@ QJsonObject with(QJsonObject object, const char *key, const QJsonValue &value)
 TEST(ProjectFile, BringsBackEveryFieldOfEveryKind)
 {
     QList<Annotation> objects;
-    for (const ToolKind kind : Tools::all) {
+    for (const ToolKind kind : Tools::kAll) {
         Annotation a;
         a.id = QUuid::createUuid();
         a.kind = kind;

@@ -197,7 +197,7 @@ TEST(Renderer, EverythingPaintedLiesInThePaintedRectangle)
     QRandomGenerator random(3);
     const QSize size(220, 180);
     const QImage base = filled(size, Qt::darkGray);
-    for (const ToolKind kind : Tools::all) {
+    for (const ToolKind kind : Tools::kAll) {
         if (kind == ToolKind::Spotlight)
             continue; // dims everything else
         for (int i = 0; i < 12; ++i) {
@@ -273,7 +273,7 @@ TEST(Renderer, SurvivesBrokenNumbersInReasonableTime)
     const QImage base = pattern({300, 200});
     QRandomGenerator random(5);
     QList<Annotation> objects;
-    for (const ToolKind kind : Tools::all) {
+    for (const ToolKind kind : Tools::kAll) {
         for (const double bad : {nan, infinite, -infinite, 1e300, -1e300, 1e9, 40000.0}) {
             Annotation a = randomObject(kind, random, {300, 200});
             a.end = {bad, 50};

@@ -80,7 +80,7 @@ TEST(StrokeMask, FinishesForLinesThatCrossThemselvesThousandsOfTimes)
     QList<Annotation> objects{pen};
     for (int i = 0; i < 240; ++i) {
         const QPolygonF ends = walk(random, 2, {-1e9, -1e9, 2e9, 2e9});
-        const ToolKind kind = Tools::all[i % Tools::all.size()];
+        const ToolKind kind = Tools::kAll[i % Tools::kAll.size()];
         objects.append(object(kind, ends[0], ends[1], 12, i % 4));
         objects.last().text = "Text";
         objects.last().lineWidth = i % 2 ? 1000 : 40;

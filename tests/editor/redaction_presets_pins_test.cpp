@@ -83,7 +83,7 @@ TEST(PresetStore, BeginsWithFourAndKeepsWhatIsSaved)
     PresetStore store(defaults);
     ASSERT_EQ(store.presets().size(), 4);
     EXPECT_EQ(store.presets()[2].name, "Blue Callout");
-    EXPECT_FALSE(defaults.contains(PresetStore::key));
+    EXPECT_FALSE(defaults.contains(PresetStore::kKey));
 
     EditorDocument document(QImage(10, 10, QImage::Format_RGB32));
     document.setTool(ToolKind::Line);
@@ -125,9 +125,9 @@ TEST(PresetStore, ListsForeignToolsAndLeavesColoursItCannotRead)
 TEST(PresetStore, ReplacesWhatDoesNotDecode)
 {
     Defaults defaults{{}};
-    defaults.set(PresetStore::key, QJsonArray{QJsonObject{{"name", "half"}}});
+    defaults.set(PresetStore::kKey, QJsonArray{QJsonObject{{"name", "half"}}});
     EXPECT_EQ(PresetStore(defaults).presets().size(), 4);
-    defaults.set(PresetStore::key, QJsonArray{});
+    defaults.set(PresetStore::kKey, QJsonArray{});
     EXPECT_EQ(PresetStore(defaults).presets().size(), 0) << "none is a choice too";
 }
 

@@ -30,7 +30,7 @@ protected:
     }
 };
 
-const QImage smallPicture = filled({8, 6}, Qt::darkCyan);
+const QImage kSmallPicture = filled({8, 6}, Qt::darkCyan);
 
 } // namespace
 
@@ -49,17 +49,17 @@ TEST_F(LibraryTest, ListsPicturesAndFilmsOfTheTopLevelNewestFirst)
 TEST_F(LibraryTest, NamesCapturesOfOneSecondApartEvenWhileTheyAreWritten)
 {
     QSignalSpy changed(m_library.get(), &Library::changed);
-    const auto first = m_library->saveInBackground(smallPicture);
-    const auto second = m_library->saveInBackground(smallPicture);
+    const auto first = m_library->saveInBackground(kSmallPicture);
+    const auto second = m_library->saveInBackground(kSmallPicture);
     ASSERT_TRUE(QTest::qWaitFor([&] { return first.isFinished() && second.isFinished(); }));
     EXPECT_EQ(QFileInfo(first.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07.png");
     EXPECT_EQ(QFileInfo(second.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07 2.png");
     EXPECT_EQ(changed.count(), 2);
     prefs.setImageFormat(ImageFormat::Jpg);
     // Without an event loop too, as the command line waits.
-    EXPECT_EQ(m_library->saveInBackground(smallPicture).result(),
+    EXPECT_EQ(m_library->saveInBackground(kSmallPicture).result(),
               inFolder("Capture 2026-03-14 at 09.41.07.jpg"));
-    EXPECT_EQ(ImageFiles::read(first.result().value())->pixel(3, 3), smallPicture.pixel(3, 3));
+    EXPECT_EQ(ImageFiles::read(first.result().value())->pixel(3, 3), kSmallPicture.pixel(3, 3));
 }
 
 TEST_F(LibraryTest, GivesNothingAndNoNewsWhenACaptureCannotBeWritten)
@@ -67,7 +67,7 @@ TEST_F(LibraryTest, GivesNothingAndNoNewsWhenACaptureCannotBeWritten)
     put("a.png");
     prefs.setSaveFolder("/proc/nowhere");
     QSignalSpy changed(m_library.get(), &Library::changed);
-    const auto later = m_library->saveInBackground(smallPicture);
+    const auto later = m_library->saveInBackground(kSmallPicture);
     ASSERT_TRUE(QTest::qWaitFor([&] { return later.isFinished(); }));
     EXPECT_FALSE(later.result());
     EXPECT_EQ(changed.count(), 0);

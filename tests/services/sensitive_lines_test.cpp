@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr double CellWidth = 0.01;
-constexpr double LineHeight = 0.02;
+constexpr double kCellWidth = 0.01;
+constexpr double kLineHeight = 0.02;
 
 // Lines as a terminal lays them out: every character in its cell, one line right under another. Blanks at the
 // left of a line put it farther right. `lost` characters take no room of their own.
@@ -16,14 +16,14 @@ QList<RecognizedLine> terminal(const QStringList &texts)
         const QString text = texts[row].trimmed();
         if (text.isEmpty())
             continue;
-        const double left = CellWidth * double(texts[row].indexOf(text.front()));
-        const double bottom = 0.9 - LineHeight * double(row);
+        const double left = kCellWidth * double(texts[row].indexOf(text.front()));
+        const double bottom = 0.9 - kLineHeight * double(row);
         RecognizedLine line{
-            text, QRectF(left, bottom, CellWidth * double(text.size()), LineHeight * 0.8), {}, 1};
+            text, QRectF(left, bottom, kCellWidth * double(text.size()), kLineHeight * 0.8), {}, 1};
         for (qsizetype i = 0; i < text.size(); ++i)
             line.characters.append(text[i] == ' ' ? QRectF()
-                                                  : QRectF(left + CellWidth * double(i), bottom,
-                                                           CellWidth * 0.8, LineHeight * 0.8));
+                                                  : QRectF(left + kCellWidth * double(i), bottom,
+                                                           kCellWidth * 0.8, kLineHeight * 0.8));
         lines.append(line);
     }
     return lines;
@@ -110,10 +110,10 @@ TEST(SensitiveLines, TellsWordsAndRunsApartByTheirInk)
         for (qsizetype i = 0; i < text.size(); ++i) {
             x += i == before ? gap : 0;
             const double width = QStringView(u"mwOVNC").contains(text[i]) ? 0.02 : 0.01;
-            line.characters.append(text[i] == ' ' ? QRectF() : QRectF(x, 0.5, width, LineHeight));
+            line.characters.append(text[i] == ' ' ? QRectF() : QRectF(x, 0.5, width, kLineHeight));
             x += text[i] == ' ' ? 0 : width + 0.002;
         }
-        line.box = QRectF(0, 0.5, x, LineHeight);
+        line.box = QRectF(0, 0.5, x, kLineHeight);
         return foundIn({line});
     };
     const QString run32(QStringLiteral("runyxkTfpcCVd5sFBtuOrNcodS5Tgqhw"));
@@ -134,6 +134,6 @@ TEST(SensitiveLines, CountsTheColumnsOfARunThatLostASign)
     EXPECT_EQ(found({"sum " + run}), "");
     auto lines = terminal({"sum " + run});
     for (qsizetype i = 20; i < lines[0].characters.size(); ++i) // one more column than signs
-        lines[0].characters[i].translate(CellWidth, 0);
+        lines[0].characters[i].translate(kCellWidth, 0);
     EXPECT_EQ(foundIn(lines), run.toStdString());
 }

@@ -8,17 +8,17 @@
 
 namespace {
 
-constexpr double loupeSize = 120;
-constexpr int loupePixels = 15;
-constexpr double cell = loupeSize / loupePixels;
-constexpr double fromPointer = 24;
-constexpr double loupeTextHeight = 26;
-constexpr double textUnderLoupe = 6;
-constexpr double borderWidth = 2;
-constexpr double hintTop = 40;
+constexpr double kLoupeSize = 120;
+constexpr int kLoupePixels = 15;
+constexpr double kCell = kLoupeSize / kLoupePixels;
+constexpr double kFromPointer = 24;
+constexpr double kLoupeTextHeight = 26;
+constexpr double kTextUnderLoupe = 6;
+constexpr double kBorderWidth = 2;
+constexpr double kHintTop = 40;
 
-constexpr QSizeF badgePadding{12, 6};
-constexpr QSizeF hintPadding{28, 12};
+constexpr QSizeF kBadgePadding{12, 6};
+constexpr QSizeF kHintPadding{28, 12};
 
 QFont badgeFont()
 {
@@ -33,7 +33,7 @@ QSizeF badgeSize(const QString &text)
 {
     const QFont font = badgeFont();
     return QSizeF(std::ceil(Theme::tabularWidth(font, text)), std::ceil(QFontMetricsF(font).height())) +
-           badgePadding;
+           kBadgePadding;
 }
 
 // Values that stand for whole pixels, but were divided by a scale such as 1.5 and multiplied again.
@@ -47,15 +47,15 @@ double withoutNoise(double pixels)
 QList<QRectF> dashes(double length, double thickness, double at, Qt::Orientation orientation,
                      const QRectF &visible)
 {
-    constexpr double dash = 5;
-    constexpr double period = dash + 4;
+    constexpr double kDash = 5;
+    constexpr double kPeriod = kDash + 4;
     const bool horizontal = orientation == Qt::Horizontal;
     const double from = horizontal ? visible.left() : visible.top();
     const double to = std::min(length, horizontal ? visible.right() : visible.bottom());
     QList<QRectF> rects;
-    for (double start = std::max(0.0, std::floor((from - dash) / period) * period); start < to;
-         start += period) {
-        const double end = std::min(start + dash, length);
+    for (double start = std::max(0.0, std::floor((from - kDash) / kPeriod) * kPeriod); start < to;
+         start += kPeriod) {
+        const double end = std::min(start + kDash, length);
         rects.append(horizontal ? QRectF(start, at, end - start, thickness)
                                 : QRectF(at, start, thickness, end - start));
     }
@@ -84,8 +84,8 @@ QRect grown(const QRectF &rect, int by)
 
 QRegion border(const QRectF &hole)
 {
-    constexpr int width = int(borderWidth) + 1;
-    return QRegion(grown(hole, 1)) - QRegion(hole.toAlignedRect().adjusted(width, width, -width, -width));
+    constexpr int kWidth = int(kBorderWidth) + 1;
+    return QRegion(grown(hole, 1)) - QRegion(hole.toAlignedRect().adjusted(kWidth, kWidth, -kWidth, -kWidth));
 }
 
 QRegion outline(const std::optional<OverlayMarks::Badge> &badge)
@@ -114,12 +114,12 @@ QRect OverlayLayout::pixels(const QRectF &rect) const
 
 QRectF OverlayLayout::keptInside(const QRectF &rect) const
 {
-    constexpr double margin = 6;
+    constexpr double kMargin = 6;
     QRectF inside = rect;
     if (inside.right() > m_view.width())
-        inside.moveRight(std::max(m_view.width() - margin, inside.width()));
+        inside.moveRight(std::max(m_view.width() - kMargin, inside.width()));
     if (inside.bottom() > m_view.height())
-        inside.moveBottom(m_view.height() - margin);
+        inside.moveBottom(m_view.height() - kMargin);
     return inside;
 }
 
@@ -132,7 +132,7 @@ OverlayMarks::Badge OverlayLayout::sizeBadge(const QRectF &hole) const
     QRectF rect = keptInside(QRectF(QPointF(hole.left(), y), badgeSize(text)));
     // A hole that fills the view has its badge inside, clear of its border.
     if (rect.intersects(hole) && rect.left() == hole.left())
-        rect.translate(borderWidth + 4, 0);
+        rect.translate(kBorderWidth + 4, 0);
     return {rect, text};
 }
 
@@ -140,31 +140,31 @@ OverlayMarks::Badge OverlayLayout::hint(const QString &text) const
 {
     const QFontMetricsF metrics(hintFont());
     const QSizeF size =
-        QSizeF(std::ceil(metrics.horizontalAdvance(text)), std::ceil(metrics.height())) + hintPadding;
-    return {QRectF(QPointF(std::round((m_view.width() - size.width()) / 2), hintTop), size), text};
+        QSizeF(std::ceil(metrics.horizontalAdvance(text)), std::ceil(metrics.height())) + kHintPadding;
+    return {QRectF(QPointF(std::round((m_view.width() - size.width()) / 2), kHintTop), size), text};
 }
 
 std::optional<OverlayMarks::Loupe> OverlayLayout::loupe(const QPointF &pointer) const
 {
     const int px = int(withoutNoise(pointer.x() * m_scale));
     const int py = int(withoutNoise(pointer.y() * m_scale));
-    constexpr int reach = loupePixels / 2;
-    const QRect sample(px - reach, py - reach, loupePixels, loupePixels);
+    constexpr int kReach = kLoupePixels / 2;
+    const QRect sample(px - kReach, py - kReach, kLoupePixels, kLoupePixels);
     if (!m_picture.rect().contains(sample))
         return {};
 
-    double x = pointer.x() + fromPointer;
-    if (x + loupeSize > m_view.width())
-        x = pointer.x() - fromPointer - loupeSize;
-    double y = pointer.y() + fromPointer;
-    if (y + loupeSize + loupeTextHeight > m_view.height())
-        y = pointer.y() - fromPointer - loupeSize - loupeTextHeight;
+    double x = pointer.x() + kFromPointer;
+    if (x + kLoupeSize > m_view.width())
+        x = pointer.x() - kFromPointer - kLoupeSize;
+    double y = pointer.y() + kFromPointer;
+    if (y + kLoupeSize + kLoupeTextHeight > m_view.height())
+        y = pointer.y() - kFromPointer - kLoupeSize - kLoupeTextHeight;
 
     const QImage crop = m_picture.copy(sample);
     const QString text =
-        QStringLiteral("%1, %2 %3").arg(px).arg(py).arg(crop.pixelColor(reach, reach).name().toUpper());
-    const QRectF badge(QPointF(x, y + loupeSize + textUnderLoupe), badgeSize(text));
-    return OverlayMarks::Loupe{QRectF(x, y, loupeSize, loupeSize), crop, keptInside(badge), text};
+        QStringLiteral("%1, %2 %3").arg(px).arg(py).arg(crop.pixelColor(kReach, kReach).name().toUpper());
+    const QRectF badge(QPointF(x, y + kLoupeSize + kTextUnderLoupe), badgeSize(text));
+    return OverlayMarks::Loupe{QRectF(x, y, kLoupeSize, kLoupeSize), crop, keptInside(badge), text};
 }
 
 namespace OverlayDrawing {
@@ -208,7 +208,7 @@ QRegion difference(const OverlayMarks &from, const OverlayMarks &to, const QSize
 
 void drawHoleBorder(QPainter &painter, const QRectF &hole)
 {
-    const double width = std::min({borderWidth, hole.width(), hole.height()});
+    const double width = std::min({kBorderWidth, hole.width(), hole.height()});
     const QColor accent = brandColor();
     painter.fillRect(QRectF(hole.left(), hole.top(), hole.width(), width), accent);
     painter.fillRect(QRectF(hole.left(), hole.bottom() - width, hole.width(), width), accent);
@@ -218,24 +218,24 @@ void drawHoleBorder(QPainter &painter, const QRectF &hole)
 
 void drawBadge(QPainter &painter, const OverlayMarks::Badge &badge)
 {
-    constexpr double radius = 4;
+    constexpr double kRadius = 4;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(brandColor());
-    painter.drawRoundedRect(badge.rect, radius, radius);
+    painter.drawRoundedRect(badge.rect, kRadius, kRadius);
     painter.setFont(badgeFont());
     painter.setPen(Qt::white);
-    Theme::drawTabular(painter, badge.rect.adjusted(badgePadding.width() / 2, 0, 0, 0), Qt::AlignLeft,
+    Theme::drawTabular(painter, badge.rect.adjusted(kBadgePadding.width() / 2, 0, 0, 0), Qt::AlignLeft,
                        badge.text);
 }
 
 void drawHint(QPainter &painter, const OverlayMarks::Badge &hint)
 {
-    constexpr double radius = 8;
+    constexpr double kRadius = 8;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.7f));
-    painter.drawRoundedRect(hint.rect, radius, radius);
+    painter.drawRoundedRect(hint.rect, kRadius, kRadius);
     painter.setFont(hintFont());
     painter.setPen(Qt::white);
     painter.drawText(hint.rect, Qt::AlignCenter, hint.text);
@@ -256,25 +256,26 @@ void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view,
 
 void drawLoupe(QPainter &painter, const OverlayMarks::Loupe &loupe)
 {
-    constexpr double ring = 3;
-    constexpr double centreLine = 1.5;
+    constexpr double kRing = 3;
+    constexpr double kCentreLine = 1.5;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     // As a texture, because a clip to a circle would have ragged edges.
     QBrush pixels(loupe.crop);
-    pixels.setTransform(QTransform::fromTranslate(loupe.circle.left(), loupe.circle.top()).scale(cell, cell));
+    pixels.setTransform(
+        QTransform::fromTranslate(loupe.circle.left(), loupe.circle.top()).scale(kCell, kCell));
     painter.setBrush(pixels);
     painter.setPen(Qt::NoPen);
     painter.drawEllipse(loupe.circle);
 
-    const double toCentre = (loupeSize - cell) / 2;
+    const double toCentre = (kLoupeSize - kCell) / 2;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(brandColor(), centreLine, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    painter.drawRect(QRectF(loupe.circle.topLeft() + QPointF(toCentre, toCentre), QSizeF(cell, cell)));
+    painter.setPen(QPen(brandColor(), kCentreLine, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(QRectF(loupe.circle.topLeft() + QPointF(toCentre, toCentre), QSizeF(kCell, kCell)));
     // A thin shadow keeps the white ring in sight over a white page.
-    painter.setPen(QPen(QColor(0, 0, 0, 70), ring + 2));
+    painter.setPen(QPen(QColor(0, 0, 0, 70), kRing + 2));
     painter.drawEllipse(loupe.circle);
-    painter.setPen(QPen(Qt::white, ring));
+    painter.setPen(QPen(Qt::white, kRing));
     painter.drawEllipse(loupe.circle);
     drawBadge(painter, {loupe.badge, loupe.text});
 }

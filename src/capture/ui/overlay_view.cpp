@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr double leastDrag = 4;      // points; a small tremble stays a click
-constexpr double leastImage = 3;     // of a selection that becomes a picture
-constexpr double leastSelection = 8; // of one that will be scrolled or recorded
-constexpr int shiftNudge = 10;
+constexpr double kLeastDrag = 4;      // points; a small tremble stays a click
+constexpr double kLeastImage = 3;     // of a selection that becomes a picture
+constexpr double kLeastSelection = 8; // of one that will be scrolled or recorded
+constexpr int kShiftNudge = 10;
 
 } // namespace
 
@@ -114,7 +114,7 @@ void OverlayView::drag(const QPointF &position, Shape shape)
                      std::clamp(position.y(), 0.0, bounds().height()));
     m_mouse = to;
     const QPointF along = to - start;
-    if (std::hypot(along.x(), along.y()) > leastDrag || m_selection) {
+    if (std::hypot(along.x(), along.y()) > kLeastDrag || m_selection) {
         QSizeF size(std::abs(along.x()), std::abs(along.y()));
         if (shape == Shape::Square) {
             const double side = std::max(size.width(), size.height());
@@ -152,7 +152,7 @@ void OverlayView::endDrag()
 
 void OverlayView::finishCapturing()
 {
-    if (m_selection && m_selection->width() >= leastImage && m_selection->height() >= leastImage)
+    if (m_selection && m_selection->width() >= kLeastImage && m_selection->height() >= kLeastImage)
         finishWithRect(*m_selection);
     else if (m_hovered)
         m_controller.finish(CaptureOverlayController::Window{m_hovered->id});
@@ -163,7 +163,7 @@ void OverlayView::finishCapturing()
 void OverlayView::finishSelecting()
 {
     QRectF chosen = bounds();
-    if (m_selection && m_selection->width() >= leastSelection && m_selection->height() >= leastSelection)
+    if (m_selection && m_selection->width() >= kLeastSelection && m_selection->height() >= kLeastSelection)
         chosen = *m_selection;
     else if (m_hovered)
         chosen = m_hovered->rect;
@@ -181,7 +181,7 @@ void OverlayView::finishWithRect(const QRectF &rect)
 
 void OverlayView::accept()
 {
-    const double least = m_controller.selectionOnly() ? leastSelection : leastImage;
+    const double least = m_controller.selectionOnly() ? kLeastSelection : kLeastImage;
     if (m_selection && m_selection->width() >= least && m_selection->height() >= least)
         endDrag();
     else if (m_controller.selectionOnly())
@@ -192,7 +192,7 @@ void OverlayView::accept()
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
-    const int step = event->modifiers().testFlag(Qt::ShiftModifier) ? shiftNudge : 1;
+    const int step = event->modifiers().testFlag(Qt::ShiftModifier) ? kShiftNudge : 1;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

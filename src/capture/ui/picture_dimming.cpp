@@ -5,13 +5,13 @@
 namespace {
 
 // One step of eight bits is what a screen can show, so black at 0.38 leaves 158 of 255.
-constexpr quint16 left = 255 - 97;
-constexpr int cachedPixels = 1 << 16; // 256 KB
+constexpr quint16 kLeft = 255 - 97;
+constexpr int kCachedPixels = 1 << 16; // 256 KB
 
 void dimRow(const uchar *from, uchar *to, int pixels)
 {
     for (int i = 0; i < pixels * 4; ++i) {
-        const auto scaled = quint16(from[i] * left + 127);
+        const auto scaled = quint16(from[i] * kLeft + 127);
         to[i] = uchar(quint16(scaled + 1 + (scaled >> 8)) >> 8); // divided by 255, exactly
     }
     auto *colors = reinterpret_cast<quint32 *>(to);
@@ -27,7 +27,7 @@ void drawDimmed(QPainter &painter, const QImage &picture, const QRect &part)
     const QRect visible = part & picture.rect();
     if (visible.isEmpty())
         return;
-    const int rows = std::clamp(cachedPixels / visible.width(), 1, visible.height());
+    const int rows = std::clamp(kCachedPixels / visible.width(), 1, visible.height());
     QImage strip(visible.width(), rows, QImage::Format_RGB32);
     for (int top = visible.top(); top <= visible.bottom(); top += rows) {
         const int count = std::min(rows, visible.bottom() + 1 - top);

@@ -145,7 +145,7 @@ std::optional<Combiner::Arrangement> Combiner::arrange(const QList<QSize> &sizes
         std::any_of(sizes.begin(), sizes.end(), [](const QSize &size) { return size.isEmpty(); }))
         return std::nullopt;
     const Plan plan = planned(sizes, layout, spacing);
-    const double scale = std::min(longestEdge / std::max(plan.canvas.width(), plan.canvas.height()), 1.0);
+    const double scale = std::min(kLongestEdge / std::max(plan.canvas.width(), plan.canvas.height()), 1.0);
     // Of exact products that binary fractions put just below a whole number, no pixel is lost.
     const auto whole = [scale](double length) { return static_cast<int>(length * scale + 1e-6); };
     Arrangement arrangement{{whole(plan.canvas.width()), whole(plan.canvas.height())}, {}};

@@ -17,14 +17,14 @@
 namespace Combiner {
 
 enum class Layout { Horizontal, Vertical, Grid };
-constexpr std::array layouts{Layout::Horizontal, Layout::Vertical, Layout::Grid};
+constexpr std::array kLayouts{Layout::Horizontal, Layout::Vertical, Layout::Grid};
 QString title(Layout layout);
 QString symbol(Layout layout);
 
 // The longer edge of a result, in pixels.
-constexpr int longestEdge = 8000;
+constexpr int kLongestEdge = 8000;
 
-// Where each picture stands. In pixels of the result, which is at most `longestEdge` long.
+// Where each picture stands. In pixels of the result, which is at most `kLongestEdge` long.
 struct Arrangement {
     QSize canvas;
     QList<QRectF> frames;

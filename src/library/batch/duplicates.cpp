@@ -131,16 +131,16 @@ std::optional<quint64> Duplicates::dHash(const QImage &image)
 {
     if (image.isNull())
         return std::nullopt;
-    constexpr int Width = 9;
-    constexpr int Height = 8;
+    constexpr int kWidth = 9;
+    constexpr int kHeight = 8;
     const QImage small = image
                              .convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                                       : QImage::Format_RGB32)
-                             .scaled(Width, Height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+                             .scaled(kWidth, kHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     quint64 hash = 0;
-    for (int y = 0; y < Height; ++y) {
+    for (int y = 0; y < kHeight; ++y) {
         const auto *row = reinterpret_cast<const QRgb *>(small.constScanLine(y));
-        for (int x = 0; x + 1 < Width; ++x)
+        for (int x = 0; x + 1 < kWidth; ++x)
             hash = (hash << 1) | (qGray(row[x]) > qGray(row[x + 1]) ? 1u : 0u);
     }
     return hash;

@@ -15,7 +15,7 @@ class Paths;
 namespace Duplicates {
 
 // Bits in which the hashes of look-alikes differ at most.
-constexpr int likeness = 4;
+constexpr int kLikeness = 4;
 
 // 64 bits: whether each pixel of 9 × 8 is lighter than its right neighbour, row by row, the first in the top
 // bit. Nothing for no picture.
@@ -28,7 +28,7 @@ struct Hashed {
 // Groups of at least two, the largest first, those of equal size in the order of their first files; within a
 // group the files in the given order. Two files whose hashes differ in at most `threshold` bits share a
 // group, and so do chains of such files.
-QList<QStringList> groups(const QList<Hashed> &files, int threshold = likeness);
+QList<QStringList> groups(const QList<Hashed> &files, int threshold = kLikeness);
 
 // Hashes all images among the files (films are left out, and so is what can't be read) and groups them.
 // What was found is kept in `cacheFile` with each file's size and date, so that the next scan reads only what

@@ -19,8 +19,8 @@ enum class ExportFormat { Original, Png, Jpg, Heic };
 // pages of a PDF. Callable from any thread but the one that paints.
 namespace Exporter {
 
-constexpr std::array formats{ExportFormat::Original, ExportFormat::Png, ExportFormat::Jpg,
-                             ExportFormat::Heic};
+constexpr std::array kFormats{ExportFormat::Original, ExportFormat::Png, ExportFormat::Jpg,
+                              ExportFormat::Heic};
 QString title(ExportFormat format);
 
 struct Outcome {
@@ -35,7 +35,7 @@ Outcome exportFiles(const QStringList &paths, const QString &folder, ExportForma
                     std::optional<int> maxDimension, const Progress &progress = {});
 
 enum class PageSize { Fit, Letter, A4 };
-constexpr std::array pageSizes{PageSize::Fit, PageSize::Letter, PageSize::A4};
+constexpr std::array kPageSizes{PageSize::Fit, PageSize::Letter, PageSize::A4};
 QString title(PageSize size);
 
 // One page: the picture is asked for when its page comes and dropped after it.

@@ -130,8 +130,8 @@ public:
         const double header = title.isEmpty() ? 0 : kHeader;
         auto [rows, end] = rowsOf(steps, header + kMargin, width);
         const double height = end - kStepGap + kMargin;
-        constexpr double Tallest = 1 << 24;
-        if (height > Tallest)
+        constexpr double kTallest = 1 << 24;
+        if (height > kTallest)
             return std::nullopt;
         Guide guide{QImage(width, static_cast<int>(std::ceil(height)), QImage::Format_RGB32),
                     std::move(rows)};

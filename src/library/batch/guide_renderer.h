@@ -16,17 +16,17 @@ struct Step {
     QString caption; // may be empty
 };
 
-constexpr int standardWidth = 1400;
+constexpr int kStandardWidth = 1400;
 
 // `width` in pixels. Nothing for no steps, and where the result would not fit in memory.
-std::optional<QImage> render(const QString &title, const QList<Step> &steps, int width = standardWidth);
+std::optional<QImage> render(const QString &title, const QList<Step> &steps, int width = kStandardWidth);
 
 struct FileStep {
     QString path;
     QString caption;
 };
 // The same for files, of which one at a time is in memory. What is no picture is left out.
-Result<QImage> renderFiles(const QString &title, const QList<FileStep> &steps, int width = standardWidth,
+Result<QImage> renderFiles(const QString &title, const QList<FileStep> &steps, int width = kStandardWidth,
                            const Progress &progress = {});
 
 } // namespace GuideRenderer

@@ -212,13 +212,13 @@ void CaptureTable::takeFromOrders(const std::vector<Row> &rows)
 void CaptureTable::putIntoOrders(const std::vector<Row> &rows)
 {
     // So few are put into their places one by one; merging looks at all the others.
-    constexpr size_t Few = 32;
+    constexpr size_t kFew = 32;
     for (const LibrarySort sort : kSorts) {
         auto &order = m_orders[static_cast<size_t>(sort)];
         if (!order)
             continue;
         const auto isBefore = [&](Row a, Row b) { return comesBefore(sort, a, b); };
-        if (rows.size() <= Few) {
+        if (rows.size() <= kFew) {
             for (const Row row : rows)
                 order->insert(std::lower_bound(order->begin(), order->end(), row, isBefore), row);
             continue;

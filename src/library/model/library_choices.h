@@ -18,8 +18,8 @@ QString title(LibrarySort sort);
 QString rawValue(LibrarySort sort);
 
 enum class DateRange { Any, Today, Week, Month, Year };
-constexpr std::array dateRanges{DateRange::Any, DateRange::Today, DateRange::Week, DateRange::Month,
-                                DateRange::Year};
+constexpr std::array kDateRanges{DateRange::Any, DateRange::Today, DateRange::Week, DateRange::Month,
+                                 DateRange::Year};
 QString title(DateRange range);
 
 // A row of the sidebar.

@@ -33,7 +33,7 @@ CombineSheet::CombineSheet(const LibraryPorts &ports, QWidget *over, const QStri
     m_preview->setAccessibleName(LibraryUiTexts::tr("Preview"));
     addWide(m_preview);
     QList<SegmentedPicker::Segment> layouts;
-    for (const Combiner::Layout layout : Combiner::layouts)
+    for (const Combiner::Layout layout : Combiner::kLayouts)
         layouts.append({Combiner::title(layout), Combiner::symbol(layout)});
     m_layout->setSegments(layouts);
     m_layout->setStretches(true);
@@ -91,7 +91,7 @@ void CombineSheet::loadThumbs()
 void CombineSheet::refresh()
 {
     const int generation = ++m_generation;
-    const auto layout = Combiner::layouts[static_cast<size_t>(m_layout->current())];
+    const auto layout = Combiner::kLayouts[static_cast<size_t>(m_layout->current())];
     const auto make = [thumbs = m_thumbs, layout, spacing = m_spacing->value(), ground = background()] {
         return Combiner::combine(thumbs.pictures, layout, spacing * thumbs.scale, ground);
     };
@@ -105,7 +105,7 @@ void CombineSheet::begin()
 {
     watch(m_ports.work.combine({
         .paths = m_paths,
-        .layout = Combiner::layouts[static_cast<size_t>(m_layout->current())],
+        .layout = Combiner::kLayouts[static_cast<size_t>(m_layout->current())],
         .spacing = double(m_spacing->value()),
         .background = background(),
     }));

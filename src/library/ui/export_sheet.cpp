@@ -15,7 +15,7 @@ constexpr std::array kLongest{2560, 1920, 1280, 800};
 QStringList formatTitles()
 {
     QStringList titles;
-    for (const ExportFormat format : Exporter::formats)
+    for (const ExportFormat format : Exporter::kFormats)
         titles.append(Exporter::title(format));
     return titles;
 }
@@ -61,7 +61,7 @@ void ExportSheet::exportTo(const QString &folder)
     watch(m_ports.work.exportFiles({
         .paths = m_paths,
         .folder = folder,
-        .format = Exporter::formats[static_cast<size_t>(m_format->currentIndex())],
+        .format = Exporter::kFormats[static_cast<size_t>(m_format->currentIndex())],
         .longest = size > 0 ? std::optional(kLongest[static_cast<size_t>(size - 1)]) : std::nullopt,
     }));
 }

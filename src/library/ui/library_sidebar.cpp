@@ -56,11 +56,11 @@ public:
             painter->drawRoundedRect(rect.adjusted(1, 1, -1, -1), Theme::Radius::control,
                                      Theme::Radius::control);
         }
-        constexpr qreal icon = Theme::Size::rowIcon;
+        constexpr qreal kIcon = Theme::Size::rowIcon;
         const QColor ink = isSelected ? theme.accentText : theme.text;
-        drawSymbol(*painter, QRectF(rect.left() + 8, rect.center().y() - icon / 2, icon, icon), symbol,
+        drawSymbol(*painter, QRectF(rect.left() + 8, rect.center().y() - kIcon / 2, kIcon, kIcon), symbol,
                    isSelected ? theme.accentText : theme.secondary);
-        QRectF text = rect.adjusted(8 + icon + 8, 0, -10, 0);
+        QRectF text = rect.adjusted(8 + kIcon + 8, 0, -10, 0);
         if (const QVariant count = index.data(Count); count.isValid()) {
             const QString words = QLocale().toString(count.toInt());
             painter->setFont(Theme::font(Theme::Type::Caption));

@@ -127,7 +127,7 @@ BarButton *LibraryToolbar::dateButton()
                         LibraryUiTexts::tr("Show only captures from a time range."), BarButton::Label::None);
     auto *menu = new QMenu(made);
     auto *group = new QActionGroup(menu);
-    for (const DateRange range : dateRanges) {
+    for (const DateRange range : kDateRanges) {
         QAction *action = menu->addAction(::title(range));
         action->setCheckable(true);
         action->setChecked(range == m_model.dateRange());

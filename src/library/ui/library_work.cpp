@@ -228,7 +228,7 @@ Task<> LibraryWork::writeGuide(BatchJob *job, GuideOrder order)
         runInBackground([steps, title = order.title, progress = job->progress()]() -> Result<QImage> {
             if (!progress(0, static_cast<int>(steps.size())))
                 return cancelled();
-            return GuideRenderer::renderFiles(title, steps, GuideRenderer::standardWidth, progress);
+            return GuideRenderer::renderFiles(title, steps, GuideRenderer::kStandardWidth, progress);
         });
     const QString name = order.title.isEmpty() ? LibraryUiTexts::tr("Step Guide") : order.title;
     keepAndOpen(job, picture, name, LibraryUiTexts::tr("Couldn't create the guide."));

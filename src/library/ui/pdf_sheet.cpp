@@ -27,7 +27,7 @@ QStringList captionTitles()
 QStringList sizeTitles()
 {
     QStringList titles;
-    for (const auto size : Exporter::pageSizes)
+    for (const auto size : Exporter::kPageSizes)
         titles.append(Exporter::title(size));
     return titles;
 }
@@ -70,7 +70,7 @@ void PdfSheet::writeTo(const QString &target)
         .paths = m_paths,
         .title = m_title->text().trimmed(),
         .captions = kCaptions[static_cast<size_t>(m_captions->currentIndex())],
-        .size = Exporter::pageSizes[static_cast<size_t>(m_size->currentIndex())],
+        .size = Exporter::kPageSizes[static_cast<size_t>(m_size->currentIndex())],
         .target = target,
     }));
 }

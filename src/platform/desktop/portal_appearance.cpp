@@ -8,13 +8,13 @@
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
-const QString schemeKey = QStringLiteral("color-scheme"); // 0 no wish, 1 dark, 2 light
-const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
-const QString animationsKey = QStringLiteral("enable-animations");
+const QString kService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString kInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString kAppearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString kSchemeKey = QStringLiteral("color-scheme"); // 0 no wish, 1 dark, 2 light
+const QString kInterfaceGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString kAnimationsKey = QStringLiteral("enable-animations");
 
 // Hears the portal's signal.
 class Listener : public QObject {
@@ -57,15 +57,15 @@ void PortalAppearance::begin()
     listener->heard = [this](const QString &group, const QString &key, const QVariant &value) {
         take(group, key, value);
     };
-    bus.connect(service, path, interface, QStringLiteral("SettingChanged"), listener,
+    bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), listener,
                 SLOT(settingChanged(QDBusMessage)));
-    ask(appearanceGroup, schemeKey);
-    ask(interfaceGroup, animationsKey);
+    ask(kAppearanceGroup, kSchemeKey);
+    ask(kInterfaceGroup, kAnimationsKey);
 }
 
 void PortalAppearance::ask(const QString &group, const QString &key)
 {
-    QDBusMessage read = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+    QDBusMessage read = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
     read.setArguments({group, key});
     auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(read), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, group, key] {
@@ -83,10 +83,10 @@ void PortalAppearance::take(const QString &group, const QString &key, QVariant v
         value = value.value<QDBusVariant>().variant();
     const auto dark = m_prefersDark;
     const bool reduces = m_reducesMotion;
-    if (group == appearanceGroup && key == schemeKey) {
+    if (group == kAppearanceGroup && key == kSchemeKey) {
         const uint scheme = value.toUInt();
         m_prefersDark = scheme == 1 ? std::optional(true) : scheme == 2 ? std::optional(false) : std::nullopt;
-    } else if (group == interfaceGroup && key == animationsKey) {
+    } else if (group == kInterfaceGroup && key == kAnimationsKey) {
         m_reducesMotion = !value.toBool();
     }
     if (dark != m_prefersDark || reduces != m_reducesMotion)

@@ -7,9 +7,9 @@ namespace {
 // Whether two readings can be of one and the same shape.
 bool areAlike(const QString &a, const QString &b)
 {
-    static constexpr std::array<QStringView, 8> sets{u"0OoQD", u"1lI|i!", u"5Ss", u"8B",
-                                                     u"2Zz",   u"6Gb",    u"9gq", u"fF£"};
-    return a.compare(b, Qt::CaseInsensitive) == 0 || std::ranges::any_of(sets, [&](QStringView set) {
+    static constexpr std::array<QStringView, 8> kSets{u"0OoQD", u"1lI|i!", u"5Ss", u"8B",
+                                                      u"2Zz",   u"6Gb",    u"9gq", u"fF£"};
+    return a.compare(b, Qt::CaseInsensitive) == 0 || std::ranges::any_of(kSets, [&](QStringView set) {
                return a.size() == 1 && b.size() == 1 && set.contains(a[0]) && set.contains(b[0]);
            });
 }
@@ -43,9 +43,8 @@ void dropSecondReadings(ReadLine &line)
 {
     std::vector<bool> isSecond;
     for (size_t s = 0; s < line.signs.size(); ++s)
-        isSecond.push_back(
-            line.signs[s].cell < 0 &&
-            (line.pitch > 0 ? isInAnothersColumn(line, line.signs[s]) : repeatsItsNeighbor(line, s)));
+        isSecond.push_back(line.signs[s].cell < 0 && (line.pitch > 0 ? isInAnothersColumn(line, line.signs[s])
+                                                                     : repeatsItsNeighbor(line, s)));
     size_t kept = 0;
     for (size_t s = 0; s < line.signs.size(); ++s) {
         if (isSecond[s]) {
@@ -73,8 +72,7 @@ void restoreUnderscores(ReadLine &line)
         if (isRead || !isLow || !isStroke)
             continue;
         const auto after = std::ranges::find_if(line.signs, [&](const ReadSign &sign) {
-            return (sign.cell >= 0 ? center(line.cells[size_t(sign.cell)]) : center(sign.box)) >
-                   center(cell);
+            return (sign.cell >= 0 ? center(line.cells[size_t(sign.cell)]) : center(sign.box)) > center(cell);
         });
         if (after == line.signs.begin() || after == line.signs.end())
             continue; // a rule under something rather than a sign between signs
@@ -92,8 +90,8 @@ double usualGap(const ReadLine &line)
     for (size_t c = 1; c < line.cells.size(); ++c)
         if (const int gap = line.cells[c].left() - line.cells[c - 1].right() - 1; gap > 0)
             gaps.push_back(gap);
-    constexpr size_t Enough = 6;
-    if (gaps.size() < Enough)
+    constexpr size_t kEnough = 6;
+    if (gaps.size() < kEnough)
         return 0.15 * line.capHeight;
     const auto low = gaps.begin() + std::ptrdiff_t(gaps.size() * 3 / 10);
     std::ranges::nth_element(gaps, low);

@@ -16,24 +16,26 @@
 
 namespace {
 
-constexpr double CandidateScore = 0.5;
-constexpr double SmallestFace = 24; // pixels; below, badges and buttons look like faces and faces like nobody
+constexpr double kCandidateScore = 0.5;
+constexpr double kSmallestFace =
+    24; // pixels; below, badges and buttons look like faces and faces like nobody
 
-constexpr int LargestTile = 512; // pixels looked at; the larger, the fewer overlaps, but more memory
-constexpr int Overlap = 64; // nearly three times the smallest face; from twice on the next level finds it too
-constexpr int SizeStep = 64; // few sizes: a new one costs the net half a look
-constexpr int SmallestSide = 128;
-constexpr int LastLevel = 256; // pixels of the longest edge, where a face may fill the picture
+constexpr int kLargestTile = 512; // pixels looked at; the larger, the fewer overlaps, but more memory
+constexpr int kOverlap =
+    64; // nearly three times the smallest face; from twice on the next level finds it too
+constexpr int kSizeStep = 64; // few sizes: a new one costs the net half a look
+constexpr int kSmallestSide = 128;
+constexpr int kLastLevel = 256; // pixels of the longest edge, where a face may fill the picture
 
 // Closer looks: the side of the square around a find, in sizes of the face. Small squares: of a badge they
 // make less of a face than large ones do.
-constexpr std::array ConfirmingSides{1.6, 2.2, 3.2};
-constexpr QSize ConfirmingSize{128, 128};
-constexpr double ConfirmedScore = 0.62; // of all looks on average; real faces have .65 to .85
-constexpr double HardlyAFace = 0.1;
-constexpr double SameFace = 0.3; // shared part of two boxes
+constexpr std::array kConfirmingSides{1.6, 2.2, 3.2};
+constexpr QSize kConfirmingSize{128, 128};
+constexpr double kConfirmedScore = 0.62; // of all looks on average; real faces have .65 to .85
+constexpr double kHardlyAFace = 0.1;
+constexpr double kSameFace = 0.3; // shared part of two boxes
 
-constexpr unsigned MostThreads = 4; // each holds a net, some 30 MB
+constexpr unsigned kMostThreads = 4; // each holds a net, some 30 MB
 
 // One look at a part of the picture, `shrink` times smaller.
 struct Look {
@@ -49,10 +51,10 @@ int roundedUp(int length, int step)
 // Where tiles of one length begin so that they cover `length` and overlap, and that length.
 std::pair<QList<int>, int> division(int length)
 {
-    if (length <= LargestTile)
+    if (length <= kLargestTile)
         return {{0}, length};
-    const int count = (length - Overlap + LargestTile - Overlap - 1) / (LargestTile - Overlap);
-    const int tile = roundedUp((length + (count - 1) * Overlap + count - 1) / count, FaceNet::Step);
+    const int count = (length - kOverlap + kLargestTile - kOverlap - 1) / (kLargestTile - kOverlap);
+    const int tile = roundedUp((length + (count - 1) * kOverlap + count - 1) / count, FaceNet::kStep);
     QList<int> starts;
     for (int i = 0; i < count; ++i)
         starts.append(int(qint64(length - tile) * i / (count - 1)));
@@ -70,21 +72,21 @@ std::vector<Look> looksAt(QSize picture, const PhotoMap &photos)
         for (const int top : tops) {
             for (const int left : lefts) {
                 const QRect tile(left * shrink, top * shrink, width * shrink, height * shrink);
-                const int margin = Overlap / 2 * shrink;
+                const int margin = kOverlap / 2 * shrink;
                 const QRect photo =
                     photos.photoIn(tile).marginsAdded({margin, margin, margin, margin}) & tile;
                 if (photos.photoIn(tile).isEmpty())
                     continue;
                 const auto side = [shrink](int length, int most) {
-                    return std::max(SmallestSide,
-                                    std::min(roundedUp((length + shrink - 1) / shrink, SizeStep),
-                                             roundedUp(most, FaceNet::Step)));
+                    return std::max(kSmallestSide,
+                                    std::min(roundedUp((length + shrink - 1) / shrink, kSizeStep),
+                                             roundedUp(most, FaceNet::kStep)));
                 };
                 const QSize size(side(photo.width(), width), side(photo.height(), height));
                 looks.push_back({QRect(photo.topLeft(), size * shrink), size});
             }
         }
-        if (std::max(level.width(), level.height()) <= LastLevel)
+        if (std::max(level.width(), level.height()) <= kLastLevel)
             return looks;
     }
 }
@@ -92,25 +94,25 @@ std::vector<Look> looksAt(QSize picture, const PhotoMap &photos)
 // The face of a find, when closer looks at it agree; else nothing.
 std::vector<FoundFace> confirmed(FaceNet &net, const PixelSource &picture, const FoundFace &find)
 {
-    if (find.box.width() < SmallestFace || isDrawn(picture, find.box))
+    if (find.box.width() < kSmallestFace || isDrawn(picture, find.box))
         return {};
     FoundFace best;
     double sum = 0;
-    for (size_t i = 0; i < ConfirmingSides.size(); ++i) {
+    for (size_t i = 0; i < kConfirmingSides.size(); ++i) {
         const double length =
-            std::max(8.0, std::round(ConfirmingSides[i] * std::max(find.box.width(), find.box.height())));
+            std::max(8.0, std::round(kConfirmingSides[i] * std::max(find.box.width(), find.box.height())));
         const QPointF corner = find.box.center() - QPointF(length, length) / 2;
         const QRectF square(std::round(corner.x()), std::round(corner.y()), length, length);
-        const auto faces = net.facesIn(picture, square, ConfirmingSize, HardlyAFace);
+        const auto faces = net.facesIn(picture, square, kConfirmingSize, kHardlyAFace);
         const auto face = std::ranges::find_if(
-            faces, [&](const FoundFace &f) { return sharedPart(f.box, find.box) > SameFace; });
+            faces, [&](const FoundFace &f) { return sharedPart(f.box, find.box) > kSameFace; });
         if (face != faces.end()) {
             sum += face->score;
             if (face->score > best.score)
                 best = *face;
         }
-        const double possible = sum + double(ConfirmingSides.size() - 1 - i);
-        if (possible < ConfirmedScore * double(ConfirmingSides.size()))
+        const double possible = sum + double(kConfirmingSides.size() - 1 - i);
+        if (possible < kConfirmedScore * double(kConfirmingSides.size()))
             return {};
     }
     return {best};
@@ -174,7 +176,7 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
                     PlatformTexts::tr("The model for finding faces is missing; install Lumenpost again."),
                     m_modelPath);
     try {
-        const size_t threads = std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads);
+        const size_t threads = std::clamp(std::thread::hardware_concurrency(), 1U, kMostThreads);
         while (m_nets.size() < threads)
             m_nets.push_back(std::make_unique<FaceNet>(m_modelPath));
         QList<QRectF> boxes;
@@ -184,7 +186,7 @@ Result<QList<QRectF>> BlazeFace::work(const QImage &image)
         const std::vector<Look> looks = looksAt(image.size(), PhotoMap(picture));
         std::vector<FoundFace> finds;
         for (const auto &found : each(looks.size(), [&](FaceNet &net, size_t i) {
-                 return net.facesIn(picture, looks[i].area, looks[i].size, CandidateScore);
+                 return net.facesIn(picture, looks[i].area, looks[i].size, kCandidateScore);
              }))
             std::ranges::copy(found, std::back_inserter(finds));
         finds = distinct(std::move(finds));

@@ -9,16 +9,16 @@
 
 namespace {
 
-constexpr double SameFace = 0.3; // shared part of two boxes
-constexpr double Inside = 0.7;   // of the smaller box
+constexpr double kSameFace = 0.3; // shared part of two boxes
+constexpr double kInside = 0.7;   // of the smaller box
 
 // Anchors of the model: cells of so many pixels, each with so many anchors.
 struct Grid {
     int cell;
     int anchors;
 };
-constexpr std::array Grids{Grid{16, 2}, Grid{32, 6}};
-constexpr int BoxNumbers = 16; // centre, size and six marks of the face
+constexpr std::array kGrids{Grid{16, 2}, Grid{32, 6}};
+constexpr int kBoxNumbers = 16; // centre, size and six marks of the face
 
 double areaOf(const QRectF &box)
 {
@@ -39,8 +39,8 @@ std::vector<FoundFace> distinct(std::vector<FoundFace> faces)
     std::vector<FoundFace> kept;
     for (const FoundFace &face : faces)
         if (std::ranges::none_of(kept, [&](const FoundFace &other) {
-                return sharedPart(face.box, other.box) > SameFace ||
-                       areaOf(face.box & other.box) > Inside * std::min(areaOf(face.box), areaOf(other.box));
+                return sharedPart(face.box, other.box) > kSameFace ||
+                       areaOf(face.box & other.box) > kInside * std::min(areaOf(face.box), areaOf(other.box));
             }))
             kept.push_back(face);
     return kept;
@@ -113,7 +113,7 @@ std::vector<FoundFace> FaceNet::facesIn(const PixelSource &picture, const QRectF
 
     std::vector<FoundFace> faces;
     const double leastLogit = std::log(least / (1 - least));
-    for (const auto &[cell, anchors] : Grids) {
+    for (const auto &[cell, anchors] : kGrids) {
         const int columns = size.width() / cell;
         const int count = columns * (size.height() / cell) * anchors;
         // OpenCV gives the outputs names of its own; their sizes tell them apart.
@@ -126,8 +126,8 @@ std::vector<FoundFace> FaceNet::facesIn(const PixelSource &picture, const QRectF
             return found->ptr<float>();
         };
         const float *score = sized(1);
-        const float *box = sized(BoxNumbers);
-        for (int i = 0; i < count; ++i, box += BoxNumbers) {
+        const float *box = sized(kBoxNumbers);
+        for (int i = 0; i < count; ++i, box += kBoxNumbers) {
             if (score[i] < leastLogit)
                 continue;
             const int at = i / anchors;

@@ -24,7 +24,7 @@ std::vector<FoundFace> distinct(std::vector<FoundFace> faces);
 // Model: Bazarevsky et al., "BlazeFace: Sub-millisecond Neural Face Detection on Mobile GPUs", 2019.
 class FaceNet {
 public:
-    static constexpr int Step = 32; // widths and heights of its input are multiples
+    static constexpr int kStep = 32; // widths and heights of its input are multiples
 
     // Throws what OpenCV throws for a file that it can't read.
     explicit FaceNet(const QString &path);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int FaintestInk = 22;
+constexpr int kFaintestInk = 22;
 
 } // namespace
 
@@ -13,7 +13,7 @@ Components components(const QImage &ink)
     const cv::Mat map(ink.height(), ink.width(), CV_8UC1, const_cast<uchar *>(ink.constBits()),
                       size_t(ink.bytesPerLine()));
     cv::Mat mask;
-    cv::threshold(map, mask, FaintestInk, 255, cv::THRESH_BINARY);
+    cv::threshold(map, mask, kFaintestInk, 255, cv::THRESH_BINARY);
     cv::Mat labels;
     cv::Mat stats;
     cv::Mat centers;
@@ -46,7 +46,7 @@ Components components(const QImage &ink)
                 found.uprights.push_back(QRect(x, box.top(), 1, height));
         // A terminal's block cursor: broader than any I, taller than a full stop.
         const bool cursor = filled > 0.97 && height >= 12 && width <= height && 9 * width >= 4 * height;
-        if (rule || frame || longFrame || cursor || height > TallestGlyph || area < 2)
+        if (rule || frame || longFrame || cursor || height > kTallestGlyph || area < 2)
             continue;
         found.glyphs.push_back({box, label, strongest[size_t(label)]});
     }

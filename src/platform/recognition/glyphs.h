@@ -5,8 +5,8 @@
 #include <opencv2/core.hpp>
 #include <vector>
 
-inline constexpr int TallestGlyph = 140; // pixels; what is taller is no text
-inline constexpr int ShortestLetter = 5;
+inline constexpr int kTallestGlyph = 140; // pixels; what is taller is no text
+inline constexpr int kShortestLetter = 5;
 
 // A connected piece of ink that may be a letter or a part of one.
 struct Glyph {
@@ -32,7 +32,7 @@ Components components(const QImage &ink);
 class Neighborhood {
 public:
     Neighborhood(const std::vector<Glyph> &glyphs, int rows)
-        : m_glyphs(glyphs), m_bands(size_t(rows / Band + 1))
+        : m_glyphs(glyphs), m_bands(size_t(rows / kBand + 1))
     {
         for (size_t i = 0; i < glyphs.size(); ++i)
             for (int band = bandOf(glyphs[i].top()); band <= bandOf(glyphs[i].bottom()); ++band)
@@ -60,8 +60,8 @@ public:
     }
 
 private:
-    static constexpr int Band = 32;
-    int bandOf(int y) const { return std::clamp(y / Band, 0, int(m_bands.size()) - 1); }
+    static constexpr int kBand = 32;
+    int bandOf(int y) const { return std::clamp(y / kBand, 0, int(m_bands.size()) - 1); }
     const std::vector<Glyph> &m_glyphs;
     std::vector<std::vector<size_t>> m_bands;
 };

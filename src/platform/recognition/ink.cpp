@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr int Shrink = 4;            // backgrounds are smooth: a quarter of the pixels tells them
-constexpr int MedianWindow = 11;     // 44 pixels of the picture: more than any stroke, less than most panels
-constexpr int FlatPatch = 5;         // pixels; letters of usual sizes have thinner strokes
-constexpr int FlatSpread = 4;        // of a channel: soft gradients are flat too
-constexpr int SmallestSurface = 256; // pixels of its inside
-constexpr float FarthestSurface = 48;
-constexpr int FaintestFill = 24;   // contrast of a filled shape against what is behind it
-constexpr double SolidShare = 0.5; // of a filled shape's box is its colour
+constexpr int kShrink = 4;            // backgrounds are smooth: a quarter of the pixels tells them
+constexpr int kMedianWindow = 11;     // 44 pixels of the picture: more than any stroke, less than most panels
+constexpr int kFlatPatch = 5;         // pixels; letters of usual sizes have thinner strokes
+constexpr int kFlatSpread = 4;        // of a channel: soft gradients are flat too
+constexpr int kSmallestSurface = 256; // pixels of its inside
+constexpr float kFarthestSurface = 48;
+constexpr int kFaintestFill = 24;   // contrast of a filled shape against what is behind it
+constexpr double kSolidShare = 0.5; // of a filled shape's box is its colour
 
 // A view of the picture's pixels as three channels; transparent pixels show white.
 cv::Mat threeChannels(const QImage &picture, QImage &keep)
@@ -50,9 +50,9 @@ cv::Mat againstUsualColor(const cv::Mat &pixels)
 {
     cv::Mat small;
     cv::resize(pixels, small,
-               cv::Size((pixels.cols + Shrink - 1) / Shrink, (pixels.rows + Shrink - 1) / Shrink), 0, 0,
+               cv::Size((pixels.cols + kShrink - 1) / kShrink, (pixels.rows + kShrink - 1) / kShrink), 0, 0,
                cv::INTER_NEAREST);
-    cv::medianBlur(small, small, MedianWindow);
+    cv::medianBlur(small, small, kMedianWindow);
     cv::Mat low;
     cv::Mat high;
     cv::erode(small, low, {});
@@ -60,11 +60,11 @@ cv::Mat againstUsualColor(const cv::Mat &pixels)
     cv::Mat ink(pixels.size(), CV_8U);
     for (int y = 0; y < pixels.rows; ++y) {
         const auto *row = pixels.ptr<cv::Vec3b>(y);
-        const auto *lows = low.ptr<cv::Vec3b>(std::min(y / Shrink, low.rows - 1));
-        const auto *highs = high.ptr<cv::Vec3b>(std::min(y / Shrink, low.rows - 1));
+        const auto *lows = low.ptr<cv::Vec3b>(std::min(y / kShrink, low.rows - 1));
+        const auto *highs = high.ptr<cv::Vec3b>(std::min(y / kShrink, low.rows - 1));
         uchar *out = ink.ptr(y);
         for (int x = 0; x < pixels.cols; ++x)
-            out[x] = uchar(distance(row[x], lows[x / Shrink], highs[x / Shrink]));
+            out[x] = uchar(distance(row[x], lows[x / kShrink], highs[x / kShrink]));
     }
     return ink;
 }
@@ -72,7 +72,7 @@ cv::Mat againstUsualColor(const cv::Mat &pixels)
 // 0 where the picture is flat over a patch larger than any stroke of a letter, 255 elsewhere.
 cv::Mat unevenPlaces(const cv::Mat &pixels)
 {
-    const cv::Mat patch = cv::Mat::ones(FlatPatch, FlatPatch, CV_8U);
+    const cv::Mat patch = cv::Mat::ones(kFlatPatch, kFlatPatch, CV_8U);
     cv::Mat low;
     cv::Mat high;
     cv::erode(pixels, low, patch);
@@ -85,7 +85,7 @@ cv::Mat unevenPlaces(const cv::Mat &pixels)
         for (int x = 0; x < pixels.cols; ++x) {
             const int spread =
                 std::max({highs[x][0] - lows[x][0], highs[x][1] - lows[x][1], highs[x][2] - lows[x][2]});
-            out[x] = spread <= FlatSpread ? 255 : 0;
+            out[x] = spread <= kFlatSpread ? 255 : 0;
         }
     }
     // The inside of a large letter is flat too, but small.
@@ -95,7 +95,7 @@ cv::Mat unevenPlaces(const cv::Mat &pixels)
     const int count = cv::connectedComponentsWithStats(flat, labels, stats, centers, 4, CV_32S);
     std::vector<uchar> uneven(size_t(count), 255);
     for (int label = 1; label < count; ++label)
-        if (stats.at<int>(label, cv::CC_STAT_AREA) >= SmallestSurface)
+        if (stats.at<int>(label, cv::CC_STAT_AREA) >= kSmallestSurface)
             uneven[size_t(label)] = 0;
     for (int y = 0; y < flat.rows; ++y) {
         const int *row = labels.ptr<int>(y);
@@ -121,7 +121,7 @@ void growSurfaces(const cv::Mat &pixels, cv::Mat &uneven)
         for (const cv::Point step : {cv::Point(-1, 0), cv::Point(1, 0), cv::Point(0, -1), cv::Point(0, 1)}) {
             const cv::Point to = from + step;
             if (!all.contains(to) || uneven.at<uchar>(to) == 0 ||
-                distance(pixels.at<cv::Vec3b>(to), surface, surface) > FlatSpread)
+                distance(pixels.at<cv::Vec3b>(to), surface, surface) > kFlatSpread)
                 continue;
             uneven.at<uchar>(to) = 0;
             open.push_back({to, surface});
@@ -175,7 +175,7 @@ void againstSurroundings(const cv::Mat &pixels, cv::Mat &ink)
         const float *distances = far.ptr<float>(y);
         uchar *out = ink.ptr(y);
         for (int x = 0; x < pixels.cols; ++x) {
-            if (colors.size() > 1 && distances[x] <= FarthestSurface) {
+            if (colors.size() > 1 && distances[x] <= kFarthestSurface) {
                 const cv::Vec3b &color = colors[size_t(labels[x])];
                 out[x] = uchar(distance(row[x], color, color));
                 continue;
@@ -207,7 +207,7 @@ cv::Vec3b commonColor(const cv::Mat &pixels, const cv::Mat &labels, const cv::Re
 // Wide, and filled along its upper and lower edge, as no letter is.
 bool isFilledShape(const cv::Mat &labels, const cv::Rect &box, int label, int area)
 {
-    if (box.height < 13 || box.width < 1.5 * box.height || area < SolidShare * box.area())
+    if (box.height < 13 || box.width < 1.5 * box.height || area < kSolidShare * box.area())
         return false;
     for (const int y : {box.y + 2, box.y + box.height - 3}) {
         const int *row = labels.ptr<int>(y);
@@ -221,7 +221,7 @@ bool isFilledShape(const cv::Mat &labels, const cv::Rect &box, int label, int ar
 void insideFilledShapes(const cv::Mat &pixels, cv::Mat &ink)
 {
     cv::Mat mask;
-    cv::threshold(ink, mask, FaintestFill, 255, cv::THRESH_BINARY);
+    cv::threshold(ink, mask, kFaintestFill, 255, cv::THRESH_BINARY);
     cv::Mat labels;
     cv::Mat stats;
     cv::Mat centers;

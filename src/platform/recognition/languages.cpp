@@ -66,7 +66,7 @@ Result<LanguageData> languageData(const QStringList &locales)
     wanted.removeDuplicates();
     wanted.removeAll(QString());
 
-    constexpr int AtMost = 2;
+    constexpr int kAtMost = 2;
     std::optional<LanguageData> anything;
     for (const QString &folder : dataFolders()) {
         QStringList there;
@@ -75,7 +75,7 @@ Result<LanguageData> languageData(const QStringList &locales)
         there.removeAll("osd");
         QStringList usable;
         for (const QString &name : wanted)
-            if (there.contains(name) && usable.size() < AtMost)
+            if (there.contains(name) && usable.size() < kAtMost)
                 usable.append(name);
         if (!usable.isEmpty())
             return LanguageData{folder, usable.join('+')};

@@ -69,7 +69,7 @@ QList<TextRegion> findLines(const QImage &ink)
         line.dropFrameEnds();
     std::erase_if(lines, [](const Stretch &line) {
         // Alone, so small a glyph is the corner of a rounded shape rather than a letter.
-        const int least = line.glyphs.size() <= 2 ? ShortestLetter + 2 : ShortestLetter;
+        const int least = line.glyphs.size() <= 2 ? kShortestLetter + 2 : kShortestLetter;
         // Alone, so thin a stroke is the side of a field's frame.
         const bool isStroke = line.glyphs.size() == 1 && line.box.height() >= 9 * line.box.width();
         return line.glyphs.empty() || isStroke || std::ranges::max(line.heights) < least;

@@ -2,8 +2,8 @@
 
 #include "platform/recognition/blanks.h"
 #include "platform/recognition/shape_vote.h"
-#include "platform/recognition/sign_rules.h"
 #include "platform/recognition/sign_alignment.h"
+#include "platform/recognition/sign_rules.h"
 
 void mend(const QImage &ink, std::vector<ReadLine> &lines)
 {
@@ -20,10 +20,10 @@ void mend(const QImage &ink, std::vector<ReadLine> &lines)
 
 bool isIcon(const ReadLine &line)
 {
-    constexpr size_t MostSigns = 2;
-    constexpr double Doubt = 0.95;
-    constexpr double DoubtOfSigns = 0.99; // that are neither letter nor digit
-    if (line.signs.size() > MostSigns)
+    constexpr size_t kMostSigns = 2;
+    constexpr double kDoubt = 0.95;
+    constexpr double kDoubtOfSigns = 0.99; // that are neither letter nor digit
+    if (line.signs.size() > kMostSigns)
         return false;
     double confidence = 0;
     bool isWord = false;
@@ -31,7 +31,7 @@ bool isIcon(const ReadLine &line)
         confidence += sign.confidence / double(line.signs.size());
         isWord |= !sign.text.isEmpty() && sign.text[0].isLetterOrNumber();
     }
-    return confidence < (isWord ? Doubt : DoubtOfSigns);
+    return confidence < (isWord ? kDoubt : kDoubtOfSigns);
 }
 
 namespace {

@@ -7,20 +7,20 @@
 
 namespace {
 
-constexpr int BlockSize = 16;
-constexpr int PhotoColors = 72; // text in one colour on another has far fewer in a block, a photograph more
-constexpr int PaletteColors = 256;     // in all of a picture that was made for few
-constexpr int PalettePhotoColors = 16; // in a block of such a picture
-constexpr int PhotoBlocks = 2;         // in an area worth a look
+constexpr int kBlockSize = 16;
+constexpr int kPhotoColors = 72; // text in one colour on another has far fewer in a block, a photograph more
+constexpr int kPaletteColors = 256;     // in all of a picture that was made for few
+constexpr int kPalettePhotoColors = 16; // in a block of such a picture
+constexpr int kPhotoBlocks = 2;         // in an area worth a look
 
-constexpr int Samples = 32;        // across a face, so that it counts alike at any size
-constexpr double Edge = 0.12;      // left out at each side: it may be background
-constexpr double Alike = 0.01;     // of the contrast: neighbours without a difference
-constexpr double MostAlike = 0.15; // of all neighbours; photographs stay below .05, drawings are above .5
-constexpr int LeastContrast = 8;   // of 255
-constexpr int White = 250;         // overexposed, and from here on even in photographs too
-constexpr int Black = 5;
-constexpr double LeastTold = 0.27; // of the samples neither white nor black, or they tell nothing
+constexpr int kSamples = 32;        // across a face, so that it counts alike at any size
+constexpr double kEdge = 0.12;      // left out at each side: it may be background
+constexpr double kAlike = 0.01;     // of the contrast: neighbours without a difference
+constexpr double kMostAlike = 0.15; // of all neighbours; photographs stay below .05, drawings are above .5
+constexpr int kLeastContrast = 8;   // of 255
+constexpr int kWhite = 250;         // overexposed, and from here on even in photographs too
+constexpr int kBlack = 5;
+constexpr double kLeastTold = 0.27; // of the samples neither white nor black, or they tell nothing
 
 // The different colours of a block. Emptied without touching its places, as there are many blocks.
 class ColorSet {
@@ -55,11 +55,11 @@ private:
 } // namespace
 
 PhotoMap::PhotoMap(const PixelSource &picture)
-    : m_columns(picture.size().width() / BlockSize),
-      m_rows(picture.size().height() / BlockSize),
+    : m_columns(picture.size().width() / kBlockSize),
+      m_rows(picture.size().height() / kBlockSize),
       m_isPhoto(size_t(m_columns) * size_t(m_rows))
 {
-    const QRect strip(0, 0, m_columns * BlockSize, BlockSize);
+    const QRect strip(0, 0, m_columns * kBlockSize, kBlockSize);
     if (strip.isEmpty())
         return;
     ColorSet all; // as far as it matters
@@ -67,75 +67,76 @@ PhotoMap::PhotoMap(const PixelSource &picture)
     std::vector<int> counts;
     counts.reserve(m_isPhoto.size());
     for (int row = 0; row < m_rows; ++row) {
-        const cv::Mat pixels = picture.scaled(strip.translated(0, row * BlockSize), strip.size());
+        const cv::Mat pixels = picture.scaled(strip.translated(0, row * kBlockSize), strip.size());
         for (int column = 0; column < m_columns; ++column) {
             colors.clear();
-            for (int y = 0; y < BlockSize && colors.size() < PhotoColors; ++y) {
-                const auto *from = pixels.ptr<cv::Vec4b>(y) + column * BlockSize;
-                for (int x = 0; x < BlockSize; ++x) {
+            for (int y = 0; y < kBlockSize && colors.size() < kPhotoColors; ++y) {
+                const auto *from = pixels.ptr<cv::Vec4b>(y) + column * kBlockSize;
+                for (int x = 0; x < kBlockSize; ++x) {
                     const auto color = unsigned(from[x][0] | from[x][1] << 8 | from[x][2] << 16);
-                    if (colors.insert(color) && all.size() <= PaletteColors)
+                    if (colors.insert(color) && all.size() <= kPaletteColors)
                         all.insert(color);
                 }
             }
             counts.push_back(colors.size());
         }
     }
-    const int least = all.size() > PaletteColors ? PhotoColors : PalettePhotoColors;
+    const int least = all.size() > kPaletteColors ? kPhotoColors : kPalettePhotoColors;
     std::ranges::transform(counts, m_isPhoto.begin(), [least](int count) { return count >= least; });
 }
 
 QRect PhotoMap::photoIn(const QRect &area) const
 {
-    const QRect blocks = QRect(QPoint(area.left() / BlockSize, area.top() / BlockSize),
-                               QPoint(area.right() / BlockSize, area.bottom() / BlockSize)) &
+    const QRect blocks = QRect(QPoint(area.left() / kBlockSize, area.top() / kBlockSize),
+                               QPoint(area.right() / kBlockSize, area.bottom() / kBlockSize)) &
                          QRect(0, 0, m_columns, m_rows);
     QRect photo;
     int count = 0;
     for (int y = blocks.top(); y <= blocks.bottom(); ++y) {
         for (int x = blocks.left(); x <= blocks.right(); ++x) {
             if (m_isPhoto[size_t(y) * size_t(m_columns) + size_t(x)]) {
-                photo |= QRect(x * BlockSize, y * BlockSize, BlockSize, BlockSize);
+                photo |= QRect(x * kBlockSize, y * kBlockSize, kBlockSize, kBlockSize);
                 ++count;
             }
         }
     }
-    return count < PhotoBlocks ? QRect() : photo;
+    return count < kPhotoBlocks ? QRect() : photo;
 }
 
 bool isDrawn(const PixelSource &picture, const QRectF &box)
 {
-    const double x = box.width() * Edge;
-    const double y = box.height() * Edge;
+    const double x = box.width() * kEdge;
+    const double y = box.height() * kEdge;
     const QRect part = box.adjusted(x, y, -x, -y).toAlignedRect() & QRect(QPoint(), picture.size());
     if (part.isEmpty())
         return false;
-    const cv::Mat face = picture.scaled(part, QSize(Samples, Samples));
+    const cv::Mat face = picture.scaled(part, QSize(kSamples, kSamples));
     std::vector<int> brightness;
-    for (int row = 0; row < Samples; ++row)
-        for (int column = 0; column < Samples; ++column) {
+    for (int row = 0; row < kSamples; ++row)
+        for (int column = 0; column < kSamples; ++column) {
             const auto &pixel = face.at<cv::Vec4b>(row, column);
             brightness.push_back((pixel[0] * 114 + pixel[1] * 587 + pixel[2] * 299) / 1000);
         }
     std::ranges::sort(brightness);
     const size_t tail = brightness.size() / 20;
-    const int contrast = std::max(LeastContrast, brightness[brightness.size() - 1 - tail] - brightness[tail]);
+    const int contrast =
+        std::max(kLeastContrast, brightness[brightness.size() - 1 - tail] - brightness[tail]);
 
     const auto difference = [](const cv::Vec4b &a, const cv::Vec4b &b) {
         return std::max({std::abs(a[0] - b[0]), std::abs(a[1] - b[1]), std::abs(a[2] - b[2])});
     };
     int telling = 0;
     int alike = 0;
-    for (int row = 0; row + 1 < Samples; ++row) {
-        for (int column = 0; column + 1 < Samples; ++column) {
+    for (int row = 0; row + 1 < kSamples; ++row) {
+        for (int column = 0; column + 1 < kSamples; ++column) {
             const auto &pixel = face.at<cv::Vec4b>(row, column);
             const auto [least, most] = std::minmax({pixel[0], pixel[1], pixel[2]});
-            if (least >= White || most <= Black)
+            if (least >= kWhite || most <= kBlack)
                 continue;
             ++telling;
             alike += std::max(difference(pixel, face.at<cv::Vec4b>(row, column + 1)),
-                              difference(pixel, face.at<cv::Vec4b>(row + 1, column))) < Alike * contrast;
+                              difference(pixel, face.at<cv::Vec4b>(row + 1, column))) < kAlike * contrast;
         }
     }
-    return telling > LeastTold * Samples * Samples && alike > MostAlike * telling;
+    return telling > kLeastTold * kSamples * kSamples && alike > kMostAlike * telling;
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr qint64 BandPixels = 4'000'000; // converted at once
+constexpr qint64 kBandPixels = 4'000'000; // converted at once
 
 } // namespace
 
@@ -33,7 +33,7 @@ cv::Mat PixelSource::scaled(const QRect &part, QSize size) const
     const int method = size.width() < part.width() ? cv::INTER_AREA : cv::INTER_LINEAR;
     const qint64 pixels = qint64(part.width()) * part.height();
     const int bands =
-        m_isUsual ? 1 : int(std::clamp<qint64>(pixels / BandPixels, 1, std::max(1, size.height() / 8)));
+        m_isUsual ? 1 : int(std::clamp<qint64>(pixels / kBandPixels, 1, std::max(1, size.height() / 8)));
     cv::Mat result(size.height(), size.width(), CV_8UC4);
     for (int i = 0; i < bands; ++i) {
         const int from = size.height() * i / bands;

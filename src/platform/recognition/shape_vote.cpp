@@ -6,12 +6,12 @@
 namespace {
 
 // A character's ink brought to one size, so that shapes which fell differently on the grid of pixels compare.
-constexpr int ShapeSide = 16;
+constexpr int kShapeSide = 16;
 
 struct Shape {
     QSize size;
-    int below = 0;                                     // how far it reaches under the baseline
-    std::array<float, ShapeSide * ShapeSide> values{}; // of zero mean and unit length
+    int below = 0;                                       // how far it reaches under the baseline
+    std::array<float, kShapeSide * kShapeSide> values{}; // of zero mean and unit length
 };
 
 Shape shapeOf(const QImage &ink, const QRect &cell, int baseline)
@@ -21,7 +21,7 @@ Shape shapeOf(const QImage &ink, const QRect &cell, int baseline)
                       size_t(ink.bytesPerLine()));
     cv::Mat scaled;
     map(cv::Rect(cell.x(), cell.y(), cell.width(), cell.height())).convertTo(scaled, CV_32F);
-    cv::resize(scaled, scaled, cv::Size(ShapeSide, ShapeSide), 0, 0, cv::INTER_AREA);
+    cv::resize(scaled, scaled, cv::Size(kShapeSide, kShapeSide), 0, 0, cv::INTER_AREA);
     cv::GaussianBlur(scaled, scaled, {}, 0.8);
     scaled -= cv::mean(scaled);
     const double length = std::max(1e-3, cv::norm(scaled));
@@ -49,16 +49,16 @@ bool haveOneSize(const Shape &a, const Shape &b)
 
 // Readings that stand for one another when a shape is seen alone. In fixed-width fonts a capital I differs
 // from a small L, in most others it doesn't: there only the sense of a word tells them apart.
-constexpr std::array<QStringView, 13> Confusable{u"0OoQD@©°", u"1l|][", u"5Ss$§", u"8B&", u"2Zz",
-                                                 u"6Gb",      u"9gq",   u"cC¢",   u"vV",  u"wW",
-                                                 u"xX",       u"fF£",   u"J]j)"};
-constexpr std::array<QStringView, 4> ConfusableInColumns{u"1lILi|", u"JI", u"uU", u"kK"};
+constexpr std::array<QStringView, 13> kConfusable{u"0OoQD@©°", u"1l|][", u"5Ss$§", u"8B&", u"2Zz",
+                                                  u"6Gb",      u"9gq",   u"cC¢",   u"vV",  u"wW",
+                                                  u"xX",       u"fF£",   u"J]j)"};
+constexpr std::array<QStringView, 4> kConfusableInColumns{u"1lILi|", u"JI", u"uU", u"kK"};
 
 bool areConfusable(const QString &a, const QString &b, bool isFixedWidth)
 {
     const auto holdsBoth = [&](QStringView set) { return set.contains(a[0]) && set.contains(b[0]); };
-    return std::ranges::any_of(Confusable, holdsBoth) ||
-           (isFixedWidth && std::ranges::any_of(ConfusableInColumns, holdsBoth));
+    return std::ranges::any_of(kConfusable, holdsBoth) ||
+           (isFixedWidth && std::ranges::any_of(kConfusableInColumns, holdsBoth));
 }
 
 // Others need no say.
@@ -66,7 +66,7 @@ bool canBeConfused(const QString &text)
 {
     const auto holdsIt = [&](QStringView set) { return set.contains(text[0]); };
     return text.size() == 1 &&
-           (std::ranges::any_of(Confusable, holdsIt) || std::ranges::any_of(ConfusableInColumns, holdsIt));
+           (std::ranges::any_of(kConfusable, holdsIt) || std::ranges::any_of(kConfusableInColumns, holdsIt));
 }
 
 // A sign with what its shape is compared by.
@@ -89,8 +89,8 @@ std::vector<Evidence> evidenceOf(const QImage &ink, const std::vector<ReadLine> 
                 if (!sign.isAlone || !canBeConfused(sign.text))
                     continue;
                 const double weight = std::max(0.05, sign.confidence) * (run.isPlain()    ? 3
-                                                                           : run.turns <= 1 ? 1
-                                                                                            : 0.5);
+                                                                         : run.turns <= 1 ? 1
+                                                                                          : 0.5);
                 all.push_back({l, s, shapeOf(ink, line.cells[size_t(sign.cell)], line.baseline), weight,
                                run.isPlain()});
             }
@@ -99,9 +99,9 @@ std::vector<Evidence> evidenceOf(const QImage &ink, const std::vector<ReadLine> 
     return all;
 }
 
-constexpr double FaintLikeness = 0.85;  // below, shapes say nothing of each other
-constexpr double LikenessScale = 0.025; // how fast a neighbour's say fades with its unlikeness
-constexpr double ClearMajority = 1.2;
+constexpr double kFaintLikeness = 0.85;  // below, shapes say nothing of each other
+constexpr double kLikenessScale = 0.025; // how fast a neighbour's say fades with its unlikeness
+constexpr double kClearMajority = 1.2;
 
 } // namespace
 
@@ -124,11 +124,11 @@ void voteByShape(const QImage &ink, std::vector<ReadLine> &lines)
             if (other != own && !areConfusable(own, other, isFixedWidth))
                 continue;
             const double alike = likeness(one.shape, all[j].shape);
-            if (alike > FaintLikeness)
-                votes[other] += all[j].weight * std::exp((alike - 1) / LikenessScale);
+            if (alike > kFaintLikeness)
+                votes[other] += all[j].weight * std::exp((alike - 1) / kLikenessScale);
         }
         const auto best = std::max_element(votes.begin(), votes.end());
-        if (best.key() != own && best.value() > ClearMajority * votes[own])
+        if (best.key() != own && best.value() > kClearMajority * votes[own])
             changes.emplace_back(i, best.key());
     }
     for (const auto &[index, text] : changes)

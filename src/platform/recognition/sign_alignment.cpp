@@ -12,36 +12,36 @@ double usualWidth(const QString &text)
         QStringView characters;
         double width;
     };
-    static constexpr std::array<Width, 8> widths{{{u"ilI|!.,:;'’‘`·", 0.2},
-                                                  {u"j()[]{}\"“”1°^*", 0.38},
-                                                  {u"frtJ-/\\", 0.45},
-                                                  {u"«»", 0.6},
-                                                  {u"sczLF?_", 0.65},
-                                                  {u"OQGDCHNUAVXYKR&+=<>~#–→", 0.95},
-                                                  {u"mMwÆæœ%½¼", 1.15},
-                                                  {u"W@—…", 1.35}}};
-    constexpr double OfOthers = 0.74;
+    static constexpr std::array<Width, 8> kWidths{{{u"ilI|!.,:;'’‘`·", 0.2},
+                                                   {u"j()[]{}\"“”1°^*", 0.38},
+                                                   {u"frtJ-/\\", 0.45},
+                                                   {u"«»", 0.6},
+                                                   {u"sczLF?_", 0.65},
+                                                   {u"OQGDCHNUAVXYKR&+=<>~#–→", 0.95},
+                                                   {u"mMwÆæœ%½¼", 1.15},
+                                                   {u"W@—…", 1.35}}};
+    constexpr double kOfOthers = 0.74;
     if (text.isEmpty())
         return 0;
-    for (const Width &width : widths)
+    for (const Width &width : kWidths)
         if (width.characters.contains(text[0]))
             return width.width;
-    return OfOthers;
+    return kOfOthers;
 }
 
 // What misfits cost; lengths are in heights of a capital.
-constexpr double SkippedSymbol = 0.7;
-constexpr double SkippedCell = 0.7;
-constexpr double Displaced = 0.2; // little: readers lag behind by some of a letter within a word
-constexpr double UsualLag = 0.5;
-constexpr double Astray = 1; // what lies beyond
-constexpr double WrongWidth = 0.7;
-constexpr double WrongColumns = 3; // in a fixed-width font
-constexpr double WrongBlank = 0.6;
-constexpr double Touching = 0.15;
-constexpr double TwoPieces = 0.3;
-constexpr double FarthestPlace = 8;
-constexpr size_t MostTouching = 6;
+constexpr double kSkippedSymbol = 0.7;
+constexpr double kSkippedCell = 0.7;
+constexpr double kDisplaced = 0.2; // little: readers lag behind by some of a letter within a word
+constexpr double kUsualLag = 0.5;
+constexpr double kAstray = 1; // what lies beyond
+constexpr double kWrongWidth = 0.7;
+constexpr double kWrongColumns = 3; // in a fixed-width font
+constexpr double kWrongBlank = 0.6;
+constexpr double kTouching = 0.15;
+constexpr double kTwoPieces = 0.3;
+constexpr double kFarthestPlace = 8;
+constexpr size_t kMostTouching = 6;
 
 // The cheapest way from the first to the last of signs and cells, by dynamic programming.
 class Alignment {
@@ -84,17 +84,17 @@ private:
     {
         const double here = at(i, j).cost;
         if (i < m_signs)
-            offer(i, j, here + SkippedSymbol, 1, 0);
+            offer(i, j, here + kSkippedSymbol, 1, 0);
         if (j < m_cells) // a speck is skipped more lightly than a letter
-            offer(i, j, here + SkippedCell * std::min(1.0, 0.3 + m_line.cells[j].height() / m_unit), 0, 1);
+            offer(i, j, here + kSkippedCell * std::min(1.0, 0.3 + m_line.cells[j].height() / m_unit), 0, 1);
         if (i == m_signs || j == m_cells)
             return;
         const QRectF cell(m_line.cells[j]);
         if (std::abs(center(m_line.signs[i].box) - cell.center().x()) >
-            FarthestPlace * m_unit + cell.width())
+            kFarthestPlace * m_unit + cell.width())
             return;
         const double start = here + ofBlank(i, j);
-        for (size_t count = 1; count <= MostTouching && i + count <= m_signs; ++count) {
+        for (size_t count = 1; count <= kMostTouching && i + count <= m_signs; ++count) {
             if (count > 1 && m_line.signs[i + count - 1].blankBefore)
                 break;
             offer(i, j, start + ofFit(i, count, cell.left(), cell.right()), count, 1);
@@ -104,7 +104,7 @@ private:
         const double right = QRectF(m_line.cells[j + 1]).right();
         const double widest = m_line.pitch > 0 ? 1.1 * m_line.pitch : 1.4 * m_unit;
         if (right - cell.left() <= widest)
-            offer(i, j, start + TwoPieces + ofFit(i, 1, cell.left(), right), 1, 2);
+            offer(i, j, start + kTwoPieces + ofFit(i, 1, cell.left(), right), 1, 2);
     }
 
     double ofFit(size_t first, size_t count, double left, double right) const
@@ -113,17 +113,17 @@ private:
             (m_line.signs[first].box.left() + m_line.signs[first + count - 1].box.right()) / 2;
         const double away = std::abs(middle - (left + right) / 2) / m_unit;
         const double cost =
-            Displaced * away + Astray * std::max(0.0, away - UsualLag) + Touching * double(count - 1);
+            kDisplaced * away + kAstray * std::max(0.0, away - kUsualLag) + kTouching * double(count - 1);
         if (m_line.pitch > 0) {
             const double columns = (right - left) / m_line.pitch;
             const double tooWide = columns - (double(count) + 0.15);
             const double tooNarrow = count > 1 ? double(count) - columns : 0;
-            return cost + WrongColumns * std::max({0.0, tooWide, tooNarrow});
+            return cost + kWrongColumns * std::max({0.0, tooWide, tooNarrow});
         }
         double width = 0;
         for (size_t s = first; s < first + count; ++s)
             width += m_widths[s];
-        return cost + WrongWidth * std::abs(right - left - width) / m_unit;
+        return cost + kWrongWidth * std::abs(right - left - width) / m_unit;
     }
 
     // A blank that was read where the ink has no gap, or a gap where none was read.
@@ -136,7 +136,7 @@ private:
         const double pitch = m_line.pitch;
         const bool isNarrow = pitch > 0 ? gap < 0.6 * pitch : gap < 0.18 * m_unit;
         const bool isWide = pitch > 0 ? gap > 0.85 * pitch : gap > 0.45 * m_unit;
-        return (m_line.signs[i].blankBefore ? isNarrow : isWide) ? WrongBlank : 0;
+        return (m_line.signs[i].blankBefore ? isNarrow : isWide) ? kWrongBlank : 0;
     }
 
     void assign()

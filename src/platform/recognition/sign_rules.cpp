@@ -26,8 +26,8 @@ double inkIn(const QImage &ink, const QRect &cell, double left, double top, doub
 }
 
 // Zeros of fixed-width fonts mostly have a dot or a stroke inside, which no O has.
-constexpr double FilledCenter = 0.4;
-constexpr double EmptyCenter = 0.22;
+constexpr double kFilledCenter = 0.4;
+constexpr double kEmptyCenter = 0.22;
 
 double centerOf(const QImage &ink, const QRect &cell)
 {
@@ -37,9 +37,9 @@ double centerOf(const QImage &ink, const QRect &cell)
 QString read0OrO(const QImage &ink, const QRect &cell, bool zerosAreFilled)
 {
     const double center = centerOf(ink, cell);
-    if (center > FilledCenter)
+    if (center > kFilledCenter)
         return "0";
-    return center < EmptyCenter && zerosAreFilled ? "O" : QString();
+    return center < kEmptyCenter && zerosAreFilled ? "O" : QString();
 }
 
 QString read5OrS(const QImage &ink, const QRect &cell)
@@ -134,8 +134,8 @@ QString seenByHeight(const ReadLine &line, const ReadSign &sign)
 // case, are misread.
 void mendHexadecimal(std::vector<ReadSign> &signs, const Run &run)
 {
-    constexpr size_t Shortest = 12;
-    if (run.to - run.from < Shortest)
+    constexpr size_t kShortest = 12;
+    if (run.to - run.from < kShortest)
         return;
     int digits = 0;
     int small = 0;
@@ -191,8 +191,8 @@ void straightenQuotes(std::vector<ReadSign> &signs)
 // Letters with an accent among letters and digits without sense.
 void mendAccents(std::vector<ReadSign> &signs, const Run &run)
 {
-    constexpr int Senseless = 2;
-    if (run.digits > 0 && run.turns >= Senseless)
+    constexpr int kSenseless = 2;
+    if (run.digits > 0 && run.turns >= kSenseless)
         for (size_t s = run.from; s < run.to; ++s)
             if (isOneOf(signs[s], u"é"))
                 signs[s].text = "6";
@@ -207,7 +207,7 @@ void mendLookalikes(const QImage &ink, std::vector<ReadLine> &lines)
         if (line.pitch > 0)
             for (const ReadSign &sign : line.signs)
                 zerosAreFilled |= sign.isAlone && isOneOf(sign, u"0O") &&
-                                  centerOf(ink, line.cells[size_t(sign.cell)]) > FilledCenter;
+                                  centerOf(ink, line.cells[size_t(sign.cell)]) > kFilledCenter;
     for (ReadLine &line : lines) {
         const bool knowsHeight = hasSmallLetters(line) && (line.pitch > 0 || line.capHeight >= 12);
         mendStrangers(line.signs);
@@ -224,8 +224,8 @@ void mendLookalikes(const QImage &ink, std::vector<ReadLine> &lines)
                 ReadSign &sign = line.signs[s];
                 if (!sign.isAlone)
                     continue;
-                QString seen = line.pitch > 0 ? seenInColumns(ink, line, sign, zerosAreFilled)
-                                              : seenByWidth(line, sign);
+                QString seen =
+                    line.pitch > 0 ? seenInColumns(ink, line, sign, zerosAreFilled) : seenByWidth(line, sign);
                 if (seen.isEmpty() && knowsHeight)
                     seen = seenByHeight(line, sign);
                 if (!seen.isEmpty())

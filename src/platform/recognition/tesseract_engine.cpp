@@ -36,14 +36,14 @@ struct Band {
 // overlap by more than a line, and a line belongs to the band that its middle lies in.
 std::vector<Band> bandsOf(QSize picture)
 {
-    constexpr qint64 MostPixels = 18'000'000;
-    constexpr int Overlap = 160;
-    if (2 * qint64(picture.width()) * picture.height() <= MostPixels)
+    constexpr qint64 kMostPixels = 18'000'000;
+    constexpr int kOverlap = 160;
+    if (2 * qint64(picture.width()) * picture.height() <= kMostPixels)
         return {{0, picture.height(), 0, picture.height()}};
-    const int rows = std::max<int>(2 * Overlap, int(MostPixels / picture.width()) - 2 * Overlap);
+    const int rows = std::max<int>(2 * kOverlap, int(kMostPixels / picture.width()) - 2 * kOverlap);
     std::vector<Band> bands;
     for (int top = 0; top < picture.height(); top += rows)
-        bands.push_back({std::max(0, top - Overlap), std::min(picture.height(), top + rows + Overlap), top,
+        bands.push_back({std::max(0, top - kOverlap), std::min(picture.height(), top + rows + kOverlap), top,
                          std::min(picture.height(), top + rows)});
     return bands;
 }
@@ -51,11 +51,11 @@ std::vector<Band> bandsOf(QSize picture)
 // Full pages are read a little less carefully, so that a screen of small type takes no more than a second.
 TesseractReader::Pace paceFor(const QList<TextRegion> &regions)
 {
-    constexpr size_t Glyphs = 1400;
+    constexpr size_t kGlyphs = 1400;
     size_t count = 0;
     for (const TextRegion &region : regions)
         count += region.glyphs.size();
-    return count > Glyphs ? TesseractReader::Pace::Brisk : TesseractReader::Pace::Careful;
+    return count > kGlyphs ? TesseractReader::Pace::Brisk : TesseractReader::Pace::Careful;
 }
 
 QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReader &reader)

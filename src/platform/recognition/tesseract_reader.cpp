@@ -14,13 +14,13 @@ struct Scaling {
     double letterHeight;
     double narrowing;
 };
-constexpr Scaling ForLargeLetters{24, 1}; // where the language data reads best
-constexpr Scaling ForSmallLetters{20, 0.9};
-constexpr Scaling ForFullPages{16, 0.86}; // a little worse, an eighth faster
+constexpr Scaling kForLargeLetters{24, 1}; // where the language data reads best
+constexpr Scaling kForSmallLetters{20, 0.9};
+constexpr Scaling kForFullPages{16, 0.86}; // a little worse, an eighth faster
 // Narrow letters without soft edges, whose stairs are smoothed by so many pixels of the picture.
-constexpr Scaling ForBitmapFonts{20, 1.2};
-constexpr double Smoothing = 0.5;
-constexpr int TallestSmallLetter = 12; // pixels in the picture
+constexpr Scaling kForBitmapFonts{20, 1.2};
+constexpr double kSmoothing = 0.5;
+constexpr int kTallestSmallLetter = 12; // pixels in the picture
 
 // Whether nearly all ink is of full strength; `line` is dark on white.
 bool isOfBitmapFont(const cv::Mat &line)
@@ -68,19 +68,20 @@ std::vector<ReadSign> TesseractReader::read(const QImage &ink, const TextRegion 
     map(cv::Rect(crop.x(), crop.y(), crop.width(), crop.height()))
         .convertTo(line, CV_8U, 255.0 / region.strongest);
     line = 255 - line;
-    const bool isBitmap = region.glyphHeight <= TallestSmallLetter && isOfBitmapFont(line);
-    const Scaling scaling = isBitmap                                   ? ForBitmapFonts
-                            : pace == Pace::Brisk                      ? ForFullPages
-                            : region.glyphHeight <= TallestSmallLetter ? ForSmallLetters
-                                                                       : ForLargeLetters;
+    const bool isBitmap = region.glyphHeight <= kTallestSmallLetter && isOfBitmapFont(line);
+    const Scaling scaling = isBitmap                                    ? kForBitmapFonts
+                            : pace == Pace::Brisk                       ? kForFullPages
+                            : region.glyphHeight <= kTallestSmallLetter ? kForSmallLetters
+                                                                        : kForLargeLetters;
     const double scale = std::clamp(scaling.letterHeight / std::max(region.glyphHeight, 3), 0.25, 4.0);
     cv::Mat scaled;
     const double scaleX = scale * scaling.narrowing;
     cv::resize(line, scaled, {}, scaleX, scale, scale > 1 ? cv::INTER_CUBIC : cv::INTER_AREA);
     if (isBitmap)
-        cv::GaussianBlur(scaled, scaled, {}, Smoothing * scaleX, Smoothing * scale);
-    constexpr int Margin = 10;
-    cv::copyMakeBorder(scaled, scaled, Margin, Margin, Margin, Margin, cv::BORDER_CONSTANT, cv::Scalar(255));
+        cv::GaussianBlur(scaled, scaled, {}, kSmoothing * scaleX, kSmoothing * scale);
+    constexpr int kMargin = 10;
+    cv::copyMakeBorder(scaled, scaled, kMargin, kMargin, kMargin, kMargin, cv::BORDER_CONSTANT,
+                       cv::Scalar(255));
 
     auto &api = m_parts->api;
     api.SetImage(scaled.data, scaled.cols, scaled.rows, 1, int(scaled.step));
@@ -104,7 +105,7 @@ std::vector<ReadSign> TesseractReader::read(const QImage &ink, const TextRegion 
         each->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
         signs.push_back(
             {.text = QString::fromUtf8(text.get()),
-             .box = QRectF((left - Margin) / scaleX + crop.x(), (top - Margin) / scale + crop.y(),
+             .box = QRectF((left - kMargin) / scaleX + crop.x(), (top - kMargin) / scale + crop.y(),
                            (right - left) / scaleX, (bottom - top) / scale),
              .confidence = each->Confidence(tesseract::RIL_SYMBOL) / 100.0,
              .blankBefore = each->IsAtBeginningOf(tesseract::RIL_WORD) && !signs.empty()});

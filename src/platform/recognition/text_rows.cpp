@@ -68,7 +68,7 @@ std::vector<TextRow> grouped(const std::vector<Glyph> &glyphs, const Neighborhoo
         isMeant[i] = true;
     Groups groups(glyphs.size());
     for (const size_t i : which)
-        near.before(i, 2 * TallestGlyph + 60, [&](size_t other) {
+        near.before(i, 2 * kTallestGlyph + 60, [&](size_t other) {
             if (other != i && isMeant[other] && areLettersOfOneLine(glyphs[i], glyphs[other]))
                 groups.unite(i, other);
         });
@@ -95,7 +95,7 @@ bool standsOut(const std::vector<Glyph> &glyphs, const Neighborhood &near, size_
     std::vector<int> heights;
     near.around(glyph.left() - reach, glyph.right() + reach, glyph, [&](size_t other) {
         if (other != i && sharedRows(glyph, glyphs[other]) > 0 &&
-            glyphs[other].box.height() >= ShortestLetter)
+            glyphs[other].box.height() >= kShortestLetter)
             heights.push_back(glyphs[other].box.height());
     });
     if (heights.size() < 6)
@@ -121,7 +121,7 @@ std::vector<Glyph> cut(const Glyph &glyph, const std::vector<TextRow> &lines,
     std::vector<const TextRow *> crossed;
     for (const TextRow &line : lines) {
         const int shared = std::min(glyph.bottom(), line.baseline) - std::max(glyph.top(), line.top);
-        if (line.glyphs.size() >= 3 && 2 * shared >= line.height() && line.height() >= ShortestLetter &&
+        if (line.glyphs.size() >= 3 && 2 * shared >= line.height() && line.height() >= kShortestLetter &&
             gapTo(line, glyphs, glyph) <= 3 * line.height())
             crossed.push_back(&line);
     }

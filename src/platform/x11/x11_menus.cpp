@@ -32,17 +32,17 @@ bool hasType(const X11Connection &connection, const Unmanaged &window, std::span
 
 bool tellsThatItIsAMenu(const X11Connection &connection, const Unmanaged &window)
 {
-    constexpr std::array menus{X11Atom::NetWmWindowTypeMenu, X11Atom::NetWmWindowTypePopupMenu,
-                               X11Atom::NetWmWindowTypeDropdownMenu, X11Atom::NetWmWindowTypeCombo};
-    return hasType(connection, window, menus);
+    constexpr std::array kMenus{X11Atom::NetWmWindowTypeMenu, X11Atom::NetWmWindowTypePopupMenu,
+                                X11Atom::NetWmWindowTypeDropdownMenu, X11Atom::NetWmWindowTypeCombo};
+    return hasType(connection, window, kMenus);
 }
 
 // Older toolkits and window managers don't say what their windows are.
 bool mayBeAMenu(const X11Connection &connection, const Unmanaged &window)
 {
-    constexpr std::array ordinary{X11Atom::NetWmWindowTypeNormal};
+    constexpr std::array kOrdinary{X11Atom::NetWmWindowTypeNormal};
     return window.rect.width() >= kSmallestMenu && window.rect.height() >= kSmallestMenu &&
-           (window.types.isEmpty() || hasType(connection, window, ordinary));
+           (window.types.isEmpty() || hasType(connection, window, kOrdinary));
 }
 
 // Our own toolkit doesn't tell the server what is a menu. The selection overlay holds the keyboard too.

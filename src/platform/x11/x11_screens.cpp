@@ -367,10 +367,10 @@ QRect visibleFrame(const X11Connection &connection, quint32 window, WindowPart p
 
 bool isXwayland(const X11Connection &connection)
 {
-    constexpr QByteArrayView extension = "XWAYLAND";
+    constexpr QByteArrayView kExtension = "XWAYLAND";
     xcb_connection_t *xcb = connection.xcb();
     const XcbOwned<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(
-        xcb, xcb_query_extension(xcb, quint16(extension.size()), extension.data()), nullptr));
+        xcb, xcb_query_extension(xcb, quint16(kExtension.size()), kExtension.data()), nullptr));
     if (reply && reply->present)
         return true;
     // Older ones tell it by the names of their outputs alone.

@@ -20,7 +20,7 @@
 namespace {
 
 // Where something may move by itself: scroll bars fade.
-constexpr int scrollBarColumns = 48;
+constexpr int kScrollBarColumns = 48;
 
 template <typename T>
 Result<T> awaited(const QFuture<Result<T>> &future)
@@ -107,7 +107,7 @@ protected:
     }
     void waitUntilStill()
     {
-        constexpr int stillFor = 1500; // milliseconds; a browser paints late what it has just laid out
+        constexpr int kStillFor = 1500; // milliseconds; a browser paints late what it has just laid out
         QImage before;
         QElapsedTimer still;
         still.start();
@@ -117,7 +117,7 @@ protected:
                 if (now != before)
                     still.restart();
                 before = now;
-                return still.elapsed() > stillFor;
+                return still.elapsed() > kStillFor;
             },
             40000));
     }
@@ -137,7 +137,7 @@ protected:
     void expectCapturedIs(const QImage &whole)
     {
         ASSERT_EQ(captured.size(), whole.size());
-        const QRect compared = whole.rect().adjusted(0, 0, -scrollBarColumns, 0);
+        const QRect compared = whole.rect().adjusted(0, 0, -kScrollBarColumns, 0);
         const QImage a = captured.copy(compared);
         const QImage b = whole.copy(compared);
         QStringList differing;
