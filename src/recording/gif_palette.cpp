@@ -10,6 +10,9 @@ constexpr std::uint32_t kColor = 0xffffff;
 // A colour that covers one pixel in so many stays exact, for half of the places at most.
 constexpr std::size_t kExactShare = 400;
 constexpr int kRefinements = 2;
+// Where not all colours have room, a table that isn't full makes for shorter codes: a page of text that scrolls gets
+// 2% smaller and loses 0.06 dB.
+constexpr int kShared = 207;
 
 std::uint32_t hashOf(std::uint32_t color, std::uint32_t mask)
 {
@@ -66,7 +69,8 @@ GifPalette::GifPalette(std::span<const QRgb> pixels, int most)
             m_colors.push_back(counted.color | 0xff000000U);
         return; // the values are the indices already
     }
-    quantize(most);
+    quantize(std::min(most, kShared));
+    sortBySum();
     assign();
 }
 
@@ -177,6 +181,7 @@ void GifPalette::quantize(int most)
 
     // Means of what is really nearest to each.
     for (int round = 0; round < kRefinements; ++round) {
+        sortBySum();
         std::vector<std::array<double, 4>> sums(m_colors.size());
         for (const Bin &bin : cells) {
             auto &sum = sums[std::size_t(nearest(rgbOf({bin.red, bin.green, bin.blue})))];
@@ -201,18 +206,46 @@ void GifPalette::assign()
     }
 }
 
+void GifPalette::sortBySum()
+{
+    m_bySum.clear();
+    for (std::size_t i = 0; i < m_colors.size(); ++i) {
+        const int red = qRed(m_colors[i]), green = qGreen(m_colors[i]), blue = qBlue(m_colors[i]);
+        m_bySum.push_back({red + green + blue, red, green, blue, int(i)});
+    }
+    std::ranges::sort(m_bySum, {}, &Placed::sum);
+}
+
+// Outwards from the colours of the same sum, on both sides: two colours are at least as far apart as their sums by
+// the root of three.
 int GifPalette::nearest(QRgb color) const
 {
     const int red = qRed(color), green = qGreen(color), blue = qBlue(color);
+    const int sum = red + green + blue;
+    const Placed *const begin = m_bySum.data();
+    const Placed *const end = begin + m_bySum.size();
+    const Placed *up = std::lower_bound(begin, end, sum,
+                                        [](const Placed &placed, int value) { return placed.sum < value; });
+    const Placed *down = up;
     int best = 0;
-    int least = INT32_MAX;
-    for (std::size_t i = 0; i < m_colors.size(); ++i) {
-        const int r = qRed(m_colors[i]) - red, g = qGreen(m_colors[i]) - green, b = qBlue(m_colors[i]) - blue;
+    int least = INT32_MAX / 3;
+    const auto look = [&](const Placed &placed) {
+        const int apart = placed.sum - sum;
+        if (apart * apart > 3 * least)
+            return false;
+        const int r = placed.red - red, g = placed.green - green, b = placed.blue - blue;
         const int distance = r * r + g * g + b * b;
         if (distance < least) {
             least = distance;
-            best = int(i);
+            best = placed.index;
         }
+        return true;
+    };
+    while (up != end || down != begin) {
+        if (up != end && !look(*up++))
+            up = end;
+        if (down != begin && !look(*--down))
+            down = begin;
     }
     return best;
 }

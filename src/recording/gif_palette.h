@@ -25,10 +25,18 @@ private:
     void count(std::span<const QRgb> pixels);
     void quantize(int most);
     void assign();
+    void sortBySum();
     int nearest(QRgb color) const;
 
     std::vector<Counted> m_counted;
     std::vector<QRgb> m_colors;
+    // The colours by the sum of their channels, by which the nearest is found.
+    struct Placed {
+        int sum = 0;
+        int red = 0, green = 0, blue = 0;
+        int index = 0;
+    };
+    std::vector<Placed> m_bySum;
     // Open addressing: colour + 1 and its place in m_counted, later its index.
     std::vector<std::uint32_t> m_keys;
     std::vector<std::uint32_t> m_values;
