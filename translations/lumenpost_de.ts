@@ -242,6 +242,10 @@
         <source>Open Panel</source>
         <translation>Aufnahmefeld öffnen</translation>
     </message>
+    <message>
+        <source>Recording failed</source>
+        <translation>Aufnahme fehlgeschlagen</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

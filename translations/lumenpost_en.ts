@@ -242,6 +242,10 @@
         <source>Open Panel</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Recording failed</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

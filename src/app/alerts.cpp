@@ -18,8 +18,8 @@ QMessageBox *Alerts::make(const QString &message, const QString &information)
     return box;
 }
 
-void Alerts::showCaptureError(const Error &error, const std::function<void()> &relaunch,
-                              const std::function<void()> &openSettings)
+void Alerts::showCaptureError(const QString &heading, const Error &error,
+                              const std::function<void()> &relaunch, const std::function<void()> &openSettings)
 {
     if (error.isCancelled())
         return;
@@ -33,7 +33,7 @@ void Alerts::showCaptureError(const Error &error, const std::function<void()> &r
         connect(settings, &QPushButton::clicked, this, openSettings);
         box->open();
     } else {
-        QMessageBox *box = make(AppTexts::tr("Capture failed"), error.message);
+        QMessageBox *box = make(heading, error.message);
         box->addButton(AppTexts::tr("OK"), QMessageBox::AcceptRole);
         box->open();
     }

@@ -179,11 +179,15 @@ void AppDelegate::buildCaptures()
         .workspace = *m_platform.workspace,
         .settings = *m_settings,
     });
-    connect(m_captures.get(), &CaptureFlow::failed, this, [this](const Error &error) {
-        m_alerts.showCaptureError(
-            error, [this] { relaunch(); },
-            [this] { m_platform.permissions->openSettings(Permission::ScreenRecording); });
-    });
+    connect(m_captures.get(), &CaptureFlow::failed, this,
+            [this](const Error &error) { tellFailed(AppTexts::tr("Capture failed"), error); });
+}
+
+void AppDelegate::tellFailed(const QString &heading, const Error &error)
+{
+    m_alerts.showCaptureError(
+        heading, error, [this] { relaunch(); },
+        [this] { m_platform.permissions->openSettings(Permission::ScreenRecording); });
 }
 
 void AppDelegate::buildRecordings()
@@ -208,7 +212,8 @@ void AppDelegate::buildRecordings()
                                         const Delivery::Order &order) {
         m_recordings->start(run, screen, rect, order);
     };
-    connect(m_recordings.get(), &RecordingFlow::failed, m_captures.get(), &CaptureFlow::failed);
+    connect(m_recordings.get(), &RecordingFlow::failed, this,
+            [this](const Error &error) { tellFailed(AppTexts::tr("Recording failed"), error); });
     m_quitting.firstWork = [this] {
         m_recordings->stop();
         m_steps->leave();

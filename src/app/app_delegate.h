@@ -69,6 +69,7 @@ public:
 private:
     void buildCaptures();
     void buildRecordings();
+    void tellFailed(const QString &heading, const Error &error);
     void buildRequests();
     void buildSteps();
     void buildLinks();

@@ -63,16 +63,24 @@ void Delivery::deliverText(const QImage &image)
     copyText(image, hold(QStringLiteral("reading the text of a capture")));
 }
 
-void Delivery::deliverFilm(const QString &path, const Order &order)
+void Delivery::deliverFilm(const QString &path, const Order &order, const QString &lacks)
 {
     credit(path, order);
     m_parts.library.postChanged(path);
-    if (order.options.editor && openVideoEditor)
+    const bool isWhole = lacks.isEmpty();
+    const QString symbol = isWhole ? QStringLiteral("record.circle")
+                                   : QStringLiteral("exclamationmark.triangle.fill");
+    const QString saved = AppTexts::tr("Recording saved to Library");
+    if (order.options.editor && openVideoEditor) {
         openVideoEditor(path);
-    else
-        m_parts.notices.post(Notice{.text = AppTexts::tr("Recording saved to Library"),
-                                    .symbol = QStringLiteral("record.circle"),
+        if (!isWhole)
+            m_parts.notices.post(lacks, symbol);
+    } else {
+        // One notice: a second would lie over the first.
+        m_parts.notices.post(Notice{.text = isWhole ? saved : saved + QStringLiteral(". ") + lacks,
+                                    .symbol = symbol,
                                     .actions = filmOffers(path)});
+    }
     Q_EMIT delivered(path);
 }
 

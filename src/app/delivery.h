@@ -62,8 +62,8 @@ public:
     void deliverPicture(const QImage &image, const Order &order, std::optional<Activity::Run> run = {});
     // The text in the picture goes to the clipboard; nothing is saved.
     void deliverText(const QImage &image);
-    // A film that lies in the Library already.
-    void deliverFilm(const QString &path, const Order &order);
+    // A film that lies in the Library already; `lacks` is a sentence about what is missing in it.
+    void deliverFilm(const QString &path, const Order &order, const QString &lacks = {});
 
 Q_SIGNALS:
     void delivered(const QString &path);

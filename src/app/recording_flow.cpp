@@ -130,12 +130,14 @@ void RecordingFlow::finished(const std::optional<QString> &path, const std::opti
     if (error) {
         Q_EMIT failed(*error);
     } else if (path) {
-        m_parts.delivery.deliverFilm(*path, film->order);
-        // Told now, since a notice that is up while it records would be in the film.
-        for (const Error &refused : m_recorder.refusedSounds())
-            m_parts.notices.post(
-                AppTexts::tr("There is a sound missing in the film: %1").arg(refused.message),
-                QStringLiteral("exclamationmark.triangle.fill"));
+        // Told now, since a notice that is up while it records would be in the film. All sounds lack for the same
+        // reason.
+        const QList<Error> &refused = m_recorder.refusedSounds();
+        m_parts.delivery.deliverFilm(
+            *path, film->order,
+            refused.isEmpty()
+                ? QString()
+                : AppTexts::tr("There is a sound missing in the film: %1").arg(refused.first().message));
     }
 }
 

@@ -40,6 +40,8 @@ ScreenRecorder::ScreenRecorder(const Ports &ports, QObject *parent) : QObject(pa
 
 ScreenRecorder::~ScreenRecorder()
 {
+    if (m_wait)
+        m_wait();
     if (!m_film || !m_film->session || m_state == State::Stopping)
         return;
     const FilmSession::End end = m_film->session->stop();
@@ -113,11 +115,13 @@ void ScreenRecorder::start(const Screen &screen, const QRectF &rect, const Captu
         return std::nullopt;
     });
     m_film = film;
+    m_wait = [running = QFuture(work)]() mutable { running.waitForFinished(); };
     whenDone(work, this, [this, film](const std::optional<Error> &error) { started(film, error); });
 }
 
 void ScreenRecorder::started(const std::shared_ptr<Film> &film, const std::optional<Error> &error)
 {
+    m_wait = nullptr;
     if (error)
         return complete(std::nullopt, error);
     m_refusedSounds = film->session->refused();
@@ -203,11 +207,13 @@ void ScreenRecorder::finish(std::optional<Error> error)
                                   .arg(reason->message, QFileInfo(*path).fileName());
         return {*path, reason};
     });
+    m_wait = [running = QFuture(work)]() mutable { running.waitForFinished(); };
     whenDone(work, this, [this](const Outcome &outcome) { complete(outcome.path, outcome.error); });
 }
 
 void ScreenRecorder::complete(const std::optional<QString> &path, const std::optional<Error> &error)
 {
+    m_wait = nullptr;
     if (!m_finish)
         return;
     const Completion completion = std::exchange(m_finish, nullptr);

@@ -84,4 +84,5 @@ private:
     bool m_stopsWhenStarted = false;
     std::optional<Error> m_brokeEarly; // before it was known to have started
     std::shared_ptr<Film> m_film;
+    std::function<void()> m_wait; // until no worker holds the film any more
 };

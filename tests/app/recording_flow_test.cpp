@@ -95,8 +95,8 @@ TEST_F(RecordingFlowTest, DeliversWhatItsPanelEndedAndKeepsThePanelOutOfIt)
     ASSERT_TRUE(isOver());
     ASSERT_EQ(library.items().size(), 1);
     EXPECT_EQ(library.catalog().meta().sources.values(), QStringList{"Terminal"});
-    EXPECT_EQ(shown, (QStringList{"Recording saved to Library",
-                                  "There is a sound missing in the film: No sound here."}));
+    EXPECT_EQ(shown, QStringList{"Recording saved to Library. There is a sound missing in the film: "
+                                 "No sound here."});
     EXPECT_EQ(titles.last(), QString());
     EXPECT_EQ(flow.chrome(), nullptr);
 }

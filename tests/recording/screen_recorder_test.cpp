@@ -136,6 +136,32 @@ TEST_F(ScreenRecorderTest, StopsAsSoonAsItHasStarted)
     EXPECT_TRUE(m_path);
 }
 
+TEST_F(ScreenRecorderTest, EndsItsFilmWhenItGoesItself)
+{
+    const auto makeAnother = [this] {
+        m_recorder = std::make_unique<ScreenRecorder>(
+            ScreenRecorder::Ports{m_machine.films, m_machine.soundSources, m_machine.movies,
+                                  m_machine.permissions, m_library, m_notes});
+        m_clock.advance(2); // films are named by the second
+    };
+    start();
+    m_recorder.reset();
+    EXPECT_EQ(filesOfLibrary().size(), 1) << "while it starts";
+    makeAnother();
+    start();
+    ASSERT_TRUE(reaches(ScreenRecorder::State::Recording));
+    m_recorder.reset();
+    EXPECT_EQ(filesOfLibrary().size(), 2) << "while it records";
+    makeAnother();
+    start();
+    ASSERT_TRUE(reaches(ScreenRecorder::State::Recording));
+    m_recorder->stop();
+    m_recorder.reset();
+    EXPECT_EQ(filesOfLibrary().size(), 3) << "while it stops";
+    EXPECT_TRUE(filesOfLibrary().filter(".mov").filter(QRegularExpression("^\\.")).isEmpty());
+    EXPECT_TRUE(RecordingPlace::abandoned(m_notes).isEmpty());
+}
+
 TEST_F(ScreenRecorderTest, PausesAndGoesOn)
 {
     start();

@@ -199,3 +199,33 @@ TEST_F(RecordCommand, HearsWhatIsPlayedAndTheMicrophone)
     server.kill();
     server.waitForFinished();
 }
+
+TEST_F(RecordCommand, StaysInStepWhenItsDeviceIsUnpluggedAndAnotherComes)
+{
+    QProcess server;
+    server.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "-L",
+                                "module-native-protocol-unix", "-L", "module-null-sink sink_name=first"});
+    ASSERT_TRUE(QTest::qWaitFor([] { return QProcess::execute("pactl", {"set-default-sink", "first"}) == 0; },
+                                20000));
+    const QString tone = m_folder.filePath("tone.wav");
+    ASSERT_EQ(QProcess::execute("sox", {"-n", "-r", "48000", "-c", "2", tone, "synth", "30", "sine", "440"}),
+              0);
+    record({"--seconds", "6", "--system-audio"});
+    QTest::qWait(1500);
+    ASSERT_EQ(QProcess::execute("pactl", {"unload-module", "module-null-sink"}), 0);
+    QTest::qWait(1000);
+    ASSERT_EQ(QProcess::execute("pactl", {"load-module", "module-null-sink", "sink_name=second"}), 0);
+    QProcess player;
+    player.start("paplay", {"--device=second", tone});
+    ASSERT_TRUE(ends());
+    player.kill();
+    player.waitForFinished();
+    EXPECT_EQ(m_program.exitCode(), 0);
+    const QString film = printed();
+    const FilmFacts facts(film);
+    ASSERT_EQ(facts.streams(), 2);
+    EXPECT_NEAR(facts.of(1, "duration").toDouble(), facts.of(0, "duration").toDouble(), 0.03);
+    EXPECT_GT(facts.loudness(1), -10) << "the one that came";
+    server.kill();
+    server.waitForFinished();
+}
