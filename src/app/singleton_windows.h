@@ -30,7 +30,6 @@ public:
     // Opens it, or brings the open one to the front; null when there is no such window in this build.
     QWidget *show(Kind kind);
     QWidget *window(Kind kind) const { return m_open.value(kind); }
-    bool hasOpen() const { return !m_open.isEmpty(); }
 
 Q_SIGNALS:
     // A window was opened or has closed.

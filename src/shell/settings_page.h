@@ -24,8 +24,6 @@ public:
     void setNote(const QString &note);
     // A line that tells what is wrong with the row; empty for nothing.
     void setProblem(const QString &problem);
-    // Further words by which a search finds it.
-    void addWords(const QString &words) { m_words += QLatin1Char(' ') + words; }
     bool matches(const QStringList &words) const;
 
 private:

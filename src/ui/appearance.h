@@ -19,8 +19,6 @@ public:
     explicit Appearance(QApplication &application, DesktopAppearance *desktop = nullptr);
     ~Appearance() override;
 
-    bool isDark() const { return m_dark; }
-
 Q_SIGNALS:
     void changed();
 

@@ -15,7 +15,6 @@ public:
     void setText(const QString &text);
     void setName(const QString &name);
     int heightForWidth(int width) const override;
-    bool isEdited() const { return m_edit; }
 
 Q_SIGNALS:
     void edited(const QString &text);
