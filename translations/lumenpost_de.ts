@@ -3900,6 +3900,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>Webcam unavailable — check Camera permission in Settings</source>
         <translation>Kamera nicht verfügbar – Kamerazugriff in den Einstellungen prüfen</translation>
     </message>
+    <message>
+        <source>What you save holds the trimmed part, with times from its start.</source>
+        <translation>Gesichert wird der gekürzte Teil, mit Zeiten ab seinem Anfang.</translation>
+    </message>
 </context>
 <context>
     <name>ServicesTexts</name>

@@ -3899,6 +3899,10 @@ Space previews, Return opens.</source>
         <source>Webcam unavailable — check Camera permission in Settings</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>What you save holds the trimmed part, with times from its start.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ServicesTexts</name>

@@ -71,7 +71,8 @@ struct CaptionsSheet::Work {
 };
 
 CaptionsSheet::CaptionsSheet(QWidget *over, const Ports &ports, const QString &movie,
-                             CaptionsText &text, const VideoEditorModel::Part &part)
+                             CaptionsText &text,
+                             const std::optional<VideoEditorModel::Part> &part)
     : Sheet(over, QStringLiteral("captions.bubble"), RecordingUiTexts::tr("Captions")),
       m_ports(ports),
       m_movie(movie),
@@ -81,6 +82,9 @@ CaptionsSheet::CaptionsSheet(QWidget *over, const Ports &ports, const QString &m
     setObjectName(QStringLiteral("captions"));
     setCardWidth(kCardWidth);
     content()->addWidget(note(RecordingUiTexts::tr("Transcribed on this Mac. Review before publishing.")));
+    if (part)
+        content()->addWidget(
+            note(RecordingUiTexts::tr("What you save holds the trimmed part, with times from its start.")));
     addTable();
     addFoot();
     m_work = std::make_shared<Work>();
@@ -236,7 +240,7 @@ QList<CaptionCue> CaptionsSheet::cues() const
 {
     QList<CaptionCue> cues = mended();
     cues.removeIf([](const CaptionCue &cue) { return cue.text.isEmpty(); });
-    return Captions::within(cues, m_part.from, m_part.to);
+    return m_part ? Captions::within(cues, m_part->from, m_part->to) : cues;
 }
 
 void CaptionsSheet::hear(int row)

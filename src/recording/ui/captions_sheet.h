@@ -34,10 +34,10 @@ public:
         QThreadPool &threads;
     };
 
-    // What is saved are the words of that part, with its times. `text` outlives the sheet: when it is whole
+    // What is saved are the words of that part, with its times; of the whole film without one. `text` outlives the sheet: when it is whole
     // already, nothing is done again.
     CaptionsSheet(QWidget *over, const Ports &ports, const QString &movie, CaptionsText &text,
-                  const VideoEditorModel::Part &part);
+                  const std::optional<VideoEditorModel::Part> &part);
     ~CaptionsSheet() override;
 
     // As they are saved.
@@ -64,7 +64,7 @@ private:
 
     Ports m_ports;
     QString m_movie;
-    VideoEditorModel::Part m_part;
+    std::optional<VideoEditorModel::Part> m_part;
     QList<CaptionCue> m_cues; // as they were understood
     CaptionsText &m_text;
     QTableWidget *m_table;

@@ -174,6 +174,7 @@ QLineEdit *VideoEditorView::makeTimeField(VideoEditorModel::Edge edge, const QSt
     connect(field, &QLineEdit::editingFinished, this, [this, field, edge] {
         if (const auto seconds = FilmTime::parse(field->text()); seconds && field->isModified())
             Q_EMIT edgeTyped(edge, *seconds);
+        field->setModified(false);
         followTrim(); // what makes no sense goes again
     });
     return field;

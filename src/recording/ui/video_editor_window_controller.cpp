@@ -220,7 +220,8 @@ void VideoEditorWindowController::showCaptions()
     auto *sheet = new CaptionsSheet(m_view.get(),
                                     {m_ports.movies, m_ports.speech, m_ports.externalSpeech(),
                                      m_ports.pasteboard, m_ports.notices, m_ports.pending, m_ports.threads},
-                                    m_path, m_captions, m_model.part());
+                                    m_path, m_captions,
+                                    m_model.isTrimmed() ? std::optional(m_model.part()) : std::nullopt);
     connect(sheet, &CaptionsSheet::heard, this, [this](double from, double to) {
         m_player.playFrom(from, std::min(to, m_model.duration()));
     });
