@@ -1,6 +1,11 @@
 #include "capture/frame_stitcher.h"
 
-#include <cstring>
+#include "capture/moving_part.h"
+#include "capture/tall_picture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
 
 namespace {
 
@@ -10,80 +15,62 @@ constexpr int kLeastComparedRows = 6;
 constexpr double kGoodScore = 0.85; // animation or a caret may spoil some rows
 constexpr double kNearPerfectScore = 0.999;
 
-// Rows [top, bottom) of a frame, and where they go in the tall picture.
-struct Piece {
-    int frame = 0;
-    int top = 0;
-    int bottom = 0;
-    int y = 0;
+constexpr int kLeastTellingRows = 12; // that occur once, or else rows are alike
+constexpr double kExpectedReach = 0.03;
+
+struct FirstLook {
+    FrameStitcher::Step step;
+    double score = 0;
 };
 
-// Footers differ from step to step where rows at the bottom are alike by chance, so every piece begins where
-// the one before ended in the page. Row r of frame i stands at row r + (sum of the shifts up to i) of the
-// page.
-QList<Piece> piecesOf(int height, const QList<FrameStitcher::Step> &steps)
+// Whether rows that occur only once speak for the shift.
+bool isDistinct(const RowSignatures &previous, const RowSignatures &next, const FrameStitcher::Step &step)
 {
-    QList<Piece> pieces;
-    int end = height - steps.first().footer; // in the page, of what is covered so far
-    pieces.append({0, 0, end, 0});
-    int offset = 0;
-    int footerBefore = steps.first().footer;
-    for (int i = 0; i < steps.size(); ++i) {
-        const FrameStitcher::Step &step = steps[i];
-        offset += step.shift;
-        int top = height - footerBefore - step.shift;
-        const int bottom = height - step.footer;
-        // After a footer that was tall by chance the piece would begin under this frame's header. Those rows
-        // were still in sight one frame earlier.
-        if (const int hidden = step.header - top; hidden > 0) {
-            pieces.append({i, top + step.shift, top + step.shift + hidden, end});
-            top += hidden;
-            end += hidden;
+    const int end = int(previous.hashes.size()) - step.footer;
+    std::vector<quint64> known(previous.hashes.cbegin() + step.header, previous.hashes.cbegin() + end);
+    std::sort(known.begin(), known.end());
+    int telling = 0;
+    int compared = 0;
+    for (int row = step.header; row + step.shift < end && telling < kLeastTellingRows; ++row) {
+        if (next.uniform[row])
+            continue;
+        ++compared;
+        if (next.hashes[row] != previous.hashes[row + step.shift])
+            continue;
+        const auto [first, last] = std::equal_range(known.cbegin(), known.cend(), next.hashes[row]);
+        telling += last - first == 1;
+    }
+    return telling >= std::min(kLeastTellingRows, compared / 2);
+}
+
+// Where rows are alike, the shift near `expected` at which all of them fit.
+std::optional<int> alikeShift(const RowSignatures &previous, const RowSignatures &next,
+                              const FrameStitcher::Step &step, double expected)
+{
+    const int end = int(previous.hashes.size()) - step.footer;
+    const int middle = int(std::lround(expected));
+    const int reach = std::max(2, int(expected * kExpectedReach));
+    const auto fits = [&](int shift) {
+        int compared = 0;
+        for (int row = step.header; row + shift < end; ++row) {
+            if (next.uniform[row])
+                continue;
+            ++compared;
+            if (next.hashes[row] != previous.hashes[row + shift])
+                return false;
         }
-        if (bottom > top)
-            pieces.append({i + 1, top, bottom, end});
-        end = offset + bottom;
-        footerBefore = step.footer;
+        return compared >= kLeastComparedRows;
+    };
+    for (int off = 0; off <= reach; ++off) {
+        for (const int shift : {middle - off, middle + off}) {
+            if (shift > 0 && end - step.header - shift >= kLeastOverlap && fits(shift))
+                return shift;
+        }
     }
-    pieces.append({int(steps.size()), height - footerBefore, height, end});
-    return pieces;
+    return {};
 }
 
-void copyRows(const QImage &from, const Piece &piece, QImage &to)
-{
-    for (int row = piece.top; row < piece.bottom; ++row)
-        std::memcpy(to.scanLine(piece.y + row - piece.top), from.constScanLine(row),
-                    size_t(from.width()) * 4);
-}
-
-} // namespace
-
-bool FrameStitcher::add(const QImage &image)
-{
-    std::optional<RowSignatures> rows = RowSignatures::of(image);
-    if (!rows || m_isFull)
-        return false;
-    if (!m_frames.isEmpty()) {
-        const Frame &last = m_frames.last();
-        if (last.image.size() != image.size())
-            return false;
-        const std::optional<Step> step = match(last.rows, *rows);
-        if (!step)
-            return false;
-        m_isFull = (m_height + step->shift) * image.width() > m_mostPixels;
-        if (m_isFull)
-            return false;
-        m_height += step->shift;
-        m_steps.append(*step);
-    } else {
-        m_height = image.height();
-    }
-    m_frames.append({image, std::move(*rows)});
-    return true;
-}
-
-std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &previous,
-                                                        const RowSignatures &next)
+std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSignatures &next)
 {
     const std::vector<quint64> &a = previous.hashes;
     const std::vector<quint64> &b = next.hashes;
@@ -138,7 +125,92 @@ std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &pre
     }
     if (bestScore <= kGoodScore)
         return {};
-    return Step{.footer = footer, .shift = bestShift, .header = header};
+    return FirstLook{{.footer = footer, .shift = bestShift, .header = header}, bestScore};
+}
+
+} // namespace
+
+bool FrameStitcher::add(const QImage &image, std::optional<double> expected)
+{
+    std::optional<RowSignatures> rows = RowSignatures::of(image);
+    if (!rows || m_isFull)
+        return false;
+    if (!m_frames.isEmpty()) {
+        const Frame &last = m_frames.last();
+        if (last.image.size() != image.size())
+            return false;
+        const std::optional<Step> step = look(image, *rows, expected).step;
+        if (!step)
+            return false;
+        m_isFull = (m_height + step->shift) * image.width() > m_mostPixels;
+        if (m_isFull)
+            return false;
+        m_height += step->shift;
+        m_steps.append(*step);
+    } else {
+        m_height = image.height();
+    }
+    m_frames.append({image, std::move(*rows)});
+    m_lastTiles.reset();
+    return true;
+}
+
+std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &previous,
+                                                        const RowSignatures &next)
+{
+    const std::optional<FirstLook> look = firstLook(previous, next);
+    return look ? std::optional(look->step) : std::nullopt;
+}
+
+void FrameStitcher::refresh(const QImage &image)
+{
+    std::optional<RowSignatures> rows = RowSignatures::of(image);
+    if (!rows || m_frames.isEmpty() || image.size() != m_frames.last().image.size())
+        return;
+    m_frames.last() = {image, std::move(*rows)};
+    m_lastTiles.reset();
+}
+
+FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignatures &rows,
+                                         std::optional<double> expected)
+{
+    const RowSignatures &before = m_frames.last().rows;
+    if (before.hashes == rows.hashes)
+        return {.step = {}, .isStill = true};
+    std::optional<FirstLook> first = firstLook(before, rows);
+    const bool isSure = first && isDistinct(before, rows, first->step);
+    if (first && first->score >= kNearPerfectScore) {
+        if (!isSure) {
+            const auto alike = expected ? alikeShift(before, rows, first->step, *expected) : std::nullopt;
+            first->step.shift = alike.value_or(first->step.shift);
+            first->step.sure = false;
+        }
+        return {.step = first->step};
+    }
+    Sight sight;
+    sight.step = secondLook(image, expected, sight.isStill);
+    // Most rows were found again as a whole: parts of them can only tell more exactly what stands.
+    if (first && (!sight.step || (isSure && sight.step->shift != first->step.shift))) {
+        first->step.sure = isSure;
+        return {.step = first->step};
+    }
+    return sight;
+}
+
+std::optional<FrameStitcher::Step> FrameStitcher::secondLook(const QImage &image,
+                                                             std::optional<double> expected, bool &isStill)
+{
+    const QImage before = RowSignatures::comparable(m_frames.last().image);
+    const QImage pixels = RowSignatures::comparable(image);
+    if (before.isNull() || pixels.isNull())
+        return {};
+    if (!m_lastTiles)
+        m_lastTiles = TileGrid::of(before);
+    const TileGrid tiles = TileGrid::of(pixels);
+    const std::optional<Step> step = MovingPart::find({before, *m_lastTiles}, {pixels, tiles}, expected);
+    const std::optional<Step> pane = m_steps.isEmpty() ? std::nullopt : std::optional(m_steps.last());
+    isStill = !step && MovingPart::isStill(*m_lastTiles, tiles, pane);
+    return step;
 }
 
 std::optional<QImage> FrameStitcher::result() const
@@ -147,31 +219,8 @@ std::optional<QImage> FrameStitcher::result() const
         return {};
     if (m_frames.size() == 1)
         return m_frames.first().image;
-
-    const QSize frameSize = m_frames.first().image.size();
-    qint64 height = frameSize.height();
-    bool opaque = true;
-    for (const Step &step : m_steps)
-        height += step.shift;
+    QList<QImage> images;
     for (const Frame &frame : m_frames)
-        opaque = opaque && !frame.image.hasAlphaChannel();
-    if (height > std::numeric_limits<int>::max())
-        return {};
-
-    const QImage::Format format = opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
-    QImage tall(frameSize.width(), int(height), format);
-    if (tall.isNull())
-        return {};
-    tall.setDevicePixelRatio(m_frames.first().image.devicePixelRatio());
-
-    int converted = -1; // pieces come frame by frame, so one converted frame at a time is enough
-    QImage pixels;
-    for (const Piece &piece : piecesOf(frameSize.height(), m_steps)) {
-        if (piece.frame != converted) {
-            pixels = RowSignatures::comparable(m_frames[piece.frame].image).convertToFormat(format);
-            converted = piece.frame;
-        }
-        copyRows(pixels, piece, tall);
-    }
-    return tall;
+        images.append(frame.image);
+    return TallPicture::compose(images, m_steps);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "capture/row_signatures.h"
+#include "capture/scroll_step.h"
+#include "capture/tile_grid.h"
 
 #include <QImage>
 #include <QList>
@@ -8,8 +10,8 @@
 #include <optional>
 
 // Turns a series of same-sized pictures of a scrolling region into one tall picture. It knows neither how far
-// the content was scrolled nor what program shows it: rows are compared exactly, fixed headers and footers
-// are found. All numbers are rows of image pixels. One thread at a time.
+// the content was scrolled nor what program shows it: rows are compared exactly, what stands still is found.
+// All numbers are rows of image pixels. One thread at a time.
 class FrameStitcher {
 public:
     // `mostPixels` bounds the tall picture, since one that is larger could not be opened again.
@@ -22,18 +24,25 @@ public:
     };
 
     // How a frame continues the one before it.
-    struct Step {
-        int footer = 0; // rows at the bottom that stood still
-        int shift = 0;  // rows that the content between header and footer moved up
-        int header = 0; // rows at the top that stood still
+    using Step = ScrollStep;
 
-        bool operator==(const Step &) const = default;
+    // How a picture continues the last kept frame.
+    struct Sight {
+        std::optional<Step> step;
+        bool isStill = false; // no step, because nothing scrolled
     };
 
     // Keeps the frame if it moved on from the last kept one; the first is always kept. A frame that didn't
     // move, scrolled back or has another size is dropped, and the next one is compared with the same kept
-    // frame.
-    bool add(const QImage &image);
+    // frame. `expected` is how far the content should have moved, where that is known.
+    bool add(const QImage &image, std::optional<double> expected = {});
+
+    // How the picture would continue the last kept frame; there must be one. Whole rows are looked at first,
+    // and parts of rows where those tell too little.
+    Sight look(const QImage &image, const RowSignatures &rows, std::optional<double> expected = {});
+
+    // Takes a later picture of the same place for the last kept frame: what came late is in it.
+    void refresh(const QImage &image);
 
     // A frame went on where the tall picture has no more room; it and those after it are dropped.
     bool isFull() const { return m_isFull; }
@@ -52,9 +61,12 @@ public:
     static std::optional<Step> match(const RowSignatures &previous, const RowSignatures &next);
 
 private:
+    std::optional<Step> secondLook(const QImage &image, std::optional<double> expected, bool &isStill);
+
     qint64 m_mostPixels;
     qint64 m_height = 0; // of the tall picture so far
     bool m_isFull = false;
     QList<Frame> m_frames;
     QList<Step> m_steps;
+    std::optional<TileGrid> m_lastTiles; // of the last frame, once they were needed
 };

@@ -33,6 +33,9 @@ std::optional<double> WheelPlan::expectedShift(int clicks) const
 
 void WheelPlan::learn(const FrameStitcher::Step &step, int clicks)
 {
+    m_mostClicks = std::min(m_mostClicks + 1, kMostClicks);
+    if (!step.sure)
+        return;
     m_fixedRows = step.header + step.footer;
     // A step that ended early, at the foot of the page, teaches nothing.
     m_pixelsPerClick = std::max(m_pixelsPerClick, double(step.shift) / clicks);

@@ -18,13 +18,16 @@ public:
 
     bool hasLearned() const { return m_pixelsPerClick > 0; }
     void learn(const FrameStitcher::Step &step, int clicks);
-    // After a step of so many clicks the overlap was lost: never so many again.
+    // After a step of so many clicks the overlap was lost: half of them next, and one more with every step
+    // that goes well.
     void tooMany(int clicks) { m_mostClicks = std::max(1, clicks / 2); }
 
 private:
+    static constexpr int kMostClicks = 100;
+
     int m_frameHeight;
     double m_distance;
     double m_pixelsPerClick = 0;
     int m_fixedRows = 0; // header and footer of the last step
-    int m_mostClicks = 100;
+    int m_mostClicks = kMostClicks;
 };

@@ -1,0 +1,280 @@
+#include "capture/moving_part.h"
+
+#include "capture/row_signatures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+constexpr int kLeastRows = 12;          // that tell of one shift
+constexpr double kAboveRivals = 2;      // evidence against that of the best rival
+constexpr int kLeastOverlap = 12;       // rows
+constexpr int kLeastRowsOfBand = 4;     // that moved, or else a band stands still
+constexpr double kLeastHeight = 0.2;    // of the rows that can be compared: less is an animation
+constexpr double kLeastWidth = 0.1;     // of the columns
+constexpr double kExpectedShare = 0.03; // how far a step may be from the learned one
+constexpr double kExplained = 0.6;      // of what changed, where only the learned step speaks for a shift
+constexpr double kSmallChange = 0.2;    // of what is to be seen, while nothing is known of what scrolls
+constexpr double kChangeInPane = 0.67;  // of what scrolled before
+
+bool hasChanged(const TileGrid &a, const TileGrid &b, size_t tile)
+{
+    return a.hashes[tile] != b.hashes[tile];
+}
+
+// Where each tile of one band stands, if it occurs once.
+class BandIndex {
+public:
+    explicit BandIndex(int rows)
+    {
+        size_t size = 64;
+        while (size < size_t(rows) * 2)
+            size *= 2;
+        m_slots.resize(size);
+    }
+    void fill(const TileGrid &grid, int band)
+    {
+        ++m_round;
+        for (int y = 0; y < grid.rows; ++y) {
+            if (grid.uniform[grid.at(band, y)])
+                continue;
+            Slot &slot = slotOf(grid.hashes[grid.at(band, y)]);
+            slot.row = slot.round == m_round ? kOften : y;
+            slot.round = m_round;
+            slot.hash = grid.hashes[grid.at(band, y)];
+        }
+    }
+    std::optional<int> onlyRowOf(quint64 hash)
+    {
+        const Slot &slot = slotOf(hash);
+        if (slot.round != m_round || slot.row == kOften)
+            return {};
+        return slot.row;
+    }
+
+private:
+    static constexpr int kOften = -1;
+    struct Slot {
+        quint64 hash = 0;
+        int row = 0;
+        int round = 0; // the slot is empty unless it is of this one
+    };
+    Slot &slotOf(quint64 hash)
+    {
+        const size_t mask = m_slots.size() - 1;
+        size_t at = hash & mask;
+        while (m_slots[at].round == m_round && m_slots[at].hash != hash)
+            at = (at + 1) & mask;
+        return m_slots[at];
+    }
+    std::vector<Slot> m_slots;
+    int m_round = 0;
+};
+
+// Votes for every shift from all up to all down.
+class Votes {
+public:
+    Votes(const TileGrid &previous, const TileGrid &next)
+        : m_rows(next.rows), m_tiles(size_t(next.rows) * 2 + 1), m_tellingRows(m_tiles.size())
+    {
+        std::vector<std::vector<int>> shifts(size_t(next.rows)); // of each row
+        BandIndex index(previous.rows);
+        for (int band = 0; band < next.bands; ++band) {
+            index.fill(previous, band);
+            for (int y = 0; y < next.rows; ++y) {
+                const size_t tile = next.at(band, y);
+                if (next.uniform[tile] || !hasChanged(previous, next, tile))
+                    continue;
+                if (const auto row = index.onlyRowOf(next.hashes[tile]))
+                    shifts[size_t(y)].push_back(*row - y);
+            }
+        }
+        for (std::vector<int> &ofRow : shifts) {
+            std::sort(ofRow.begin(), ofRow.end());
+            for (size_t i = 0; i < ofRow.size(); ++i) {
+                ++m_tiles[indexOf(ofRow[i])];
+                m_tellingRows[indexOf(ofRow[i])] += i == 0 || ofRow[i] != ofRow[i - 1];
+            }
+        }
+    }
+    int tiles(int shift) const { return m_tiles[indexOf(shift)]; }
+    int tellingRows(int shift) const { return m_tellingRows[indexOf(shift)]; }
+    int best() const
+    {
+        return int(std::max_element(m_tiles.cbegin(), m_tiles.cend()) - m_tiles.cbegin()) - m_rows;
+    }
+    bool isAboveRivals(int shift) const
+    {
+        int rival = 0;
+        for (int other = -m_rows; other <= m_rows; ++other) {
+            if (other != shift)
+                rival = std::max(rival, tiles(other));
+        }
+        return tiles(shift) >= kAboveRivals * rival;
+    }
+
+private:
+    size_t indexOf(int shift) const { return size_t(shift + m_rows); }
+    int m_rows;
+    std::vector<int> m_tiles;
+    std::vector<int> m_tellingRows; // that vote with at least one tile
+};
+
+// What a shift explains: the tiles that changed and stand where it would take them.
+struct Moved {
+    std::vector<int> rowsOfBand;
+    int firstRow = 0;
+    int endRow = 0;
+    int tiles = 0;
+    int changed = 0; // that the shift could have explained
+};
+
+Moved movedBy(const TileGrid &previous, const TileGrid &next, int shift)
+{
+    Moved moved{.rowsOfBand = std::vector<int>(size_t(next.bands)), .firstRow = next.rows};
+    for (int band = 0; band < next.bands; ++band) {
+        for (int y = 0; y + shift < next.rows; ++y) {
+            const size_t tile = next.at(band, y);
+            if (next.uniform[tile] || !hasChanged(previous, next, tile))
+                continue;
+            ++moved.changed;
+            if (next.hashes[tile] != previous.hashes[previous.at(band, y + shift)])
+                continue;
+            ++moved.tiles;
+            ++moved.rowsOfBand[size_t(band)];
+            moved.firstRow = std::min(moved.firstRow, y);
+            moved.endRow = std::max(moved.endRow, y + 1);
+        }
+    }
+    return moved;
+}
+
+// Within the reach of `expected`, the shift that explains most, if that is nearly all.
+std::optional<int> expectedShift(const TileGrid &previous, const TileGrid &next, double expected)
+{
+    const int reach = std::max(2, int(expected * kExpectedShare));
+    const int middle = int(std::lround(expected));
+    std::optional<int> best;
+    int mostTiles = 0;
+    for (int shift = std::max(1, middle - reach); shift <= middle + reach && shift < next.rows; ++shift) {
+        const Moved moved = movedBy(previous, next, shift);
+        if (moved.tiles > mostTiles && moved.endRow - moved.firstRow >= kLeastRows &&
+            moved.tiles >= kExplained * moved.changed) {
+            best = shift;
+            mostTiles = moved.tiles;
+        }
+    }
+    return best;
+}
+
+std::optional<ScrollStep> stepOf(const Votes &votes, const TileGrid &previous, const TileGrid &next,
+                                 std::optional<double> expected)
+{
+    const int best = votes.best();
+    if (votes.tellingRows(best) >= kLeastRows && votes.isAboveRivals(best))
+        return ScrollStep{.shift = best};
+    if (!expected)
+        return {};
+    const int reach = std::max(2, int(*expected * kExpectedShare));
+    if (votes.tellingRows(best) >= kLeastRows) {
+        const int middle = int(std::lround(*expected));
+        int near = std::clamp(middle, 1, next.rows);
+        for (int shift = std::max(1, middle - reach); shift <= std::min(next.rows, middle + reach); ++shift)
+            near = votes.tiles(shift) > votes.tiles(near) ? shift : near;
+        if (votes.tellingRows(near) >= kLeastRows && votes.tiles(near) * kAboveRivals >= votes.tiles(best))
+            return ScrollStep{.shift = near};
+    }
+    if (const auto shift = expectedShift(previous, next, *expected))
+        return ScrollStep{.shift = *shift, .sure = false};
+    return {};
+}
+
+bool isSame(const QImage &a, const QImage &b, int row, int from, int to)
+{
+    const auto *left = reinterpret_cast<const quint32 *>(a.constScanLine(row));
+    const auto *right = reinterpret_cast<const quint32 *>(b.constScanLine(row));
+    quint32 differing = 0;
+    for (int x = from; x < to; ++x)
+        differing |= left[x] ^ right[x];
+    return (differing & 0x00ffffff) == 0;
+}
+
+// The bands that moved, to the pixel: from the first column that changed to the last.
+void findColumns(const QImage &a, const QImage &b, int first, int last, ScrollStep &step)
+{
+    const auto changes = [&](int column) {
+        for (int y = 0; y < a.height(); ++y) {
+            if (!isSame(a, b, y, column, column + 1))
+                return true;
+        }
+        return false;
+    };
+    const int compared = RowSignatures::comparedColumns(a.width());
+    const int bands = (compared + TileGrid::kTileColumns - 1) / TileGrid::kTileColumns;
+    int left = std::max(0, first - 1) * TileGrid::kTileColumns;
+    while (left < (first + 1) * TileGrid::kTileColumns && !changes(left))
+        ++left;
+    int right = std::min(compared, (last + 2) * TileGrid::kTileColumns);
+    while (right > last * TileGrid::kTileColumns + 1 && !changes(right - 1))
+        --right;
+    step.left = left;
+    step.right = last + 1 >= bands || right == compared ? 0 : a.width() - right;
+}
+
+} // namespace
+
+std::optional<ScrollStep> MovingPart::find(const View &previous, const View &next,
+                                           std::optional<double> expected)
+{
+    const Votes votes(previous.tiles, next.tiles);
+    std::optional<ScrollStep> step = stepOf(votes, previous.tiles, next.tiles, expected);
+    if (!step || step->shift <= 0)
+        return {};
+
+    const Moved moved = movedBy(previous.tiles, next.tiles, step->shift);
+    const auto hasMoved = [](int rows) { return rows >= kLeastRowsOfBand; };
+    const auto first = std::find_if(moved.rowsOfBand.cbegin(), moved.rowsOfBand.cend(), hasMoved);
+    if (first == moved.rowsOfBand.cend())
+        return {};
+    const auto last = std::find_if(moved.rowsOfBand.crbegin(), moved.rowsOfBand.crend(), hasMoved).base() - 1;
+    const int rows = next.tiles.rows;
+    if (double(moved.endRow - moved.firstRow) < kLeastHeight * (rows - step->shift) ||
+        double(last - first + 1) < kLeastWidth * next.tiles.bands)
+        return {};
+    findColumns(previous.pixels, next.pixels, int(first - moved.rowsOfBand.cbegin()),
+                int(last - moved.rowsOfBand.cbegin()), *step);
+
+    const int end =
+        std::min(next.pixels.width() - step->right, RowSignatures::comparedColumns(next.pixels.width()));
+    const auto stands = [&](int row) { return isSame(previous.pixels, next.pixels, row, step->left, end); };
+    while (step->header < rows && stands(step->header))
+        ++step->header;
+    while (step->footer < rows - step->header && stands(rows - 1 - step->footer))
+        ++step->footer;
+    if (rows - step->header - step->footer - step->shift < kLeastOverlap)
+        return {};
+    return step;
+}
+
+bool MovingPart::isStill(const TileGrid &previous, const TileGrid &next,
+                         const std::optional<ScrollStep> &pane)
+{
+    const ScrollStep within = pane.value_or(ScrollStep{});
+    const int firstBand = (within.left + TileGrid::kTileColumns - 1) / TileGrid::kTileColumns;
+    const int endBand = next.bands - within.right / TileGrid::kTileColumns;
+    int telling = 0;
+    int changed = 0;
+    for (int band = firstBand; band < endBand; ++band) {
+        for (int y = within.header; y < next.rows - within.footer; ++y) {
+            const size_t tile = next.at(band, y);
+            if (next.uniform[tile] && previous.uniform[tile] && !hasChanged(previous, next, tile))
+                continue;
+            ++telling;
+            changed += hasChanged(previous, next, tile);
+        }
+    }
+    return changed < (pane ? kChangeInPane : kSmallChange) * telling;
+}

@@ -1,0 +1,227 @@
+#include "capture/tall_picture.h"
+
+#include "capture/row_signatures.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr double kStickyShare = 0.12; // of a frame's height: what sticks to the top is seldom taller
+constexpr int kAgreeingRows = 4;      // a single one may be alike by chance
+constexpr int kGroundRows = 3;        // that are alike are the ground of a side bar
+
+const quint32 *row(const QImage &image, int y)
+{
+    return reinterpret_cast<const quint32 *>(image.constScanLine(y));
+}
+
+int differences(const quint32 *a, const quint32 *b, int from, int to)
+{
+    int count = 0;
+    for (int x = from; x < to; ++x)
+        count += ((a[x] ^ b[x]) & 0x00ffffff) != 0;
+    return count;
+}
+
+bool isSame(const quint32 *a, const quint32 *b, int from, int to)
+{
+    constexpr int kBlock = 128; // long enough to run in vectors, short enough to stop early
+    for (int start = from; start < to; start += kBlock) {
+        quint32 differing = 0;
+        for (int x = start; x < std::min(to, start + kBlock); ++x)
+            differing |= a[x] ^ b[x];
+        if (differing & 0x00ffffff)
+            return false;
+    }
+    return true;
+}
+
+class Composition {
+public:
+    Composition(const QList<QImage> &frames, const QList<ScrollStep> &steps)
+        : m_frames(frames), m_steps(steps)
+    {
+        m_height = frames.first().height();
+        m_width = frames.first().width();
+        findSides();
+        m_end = std::min(m_width - m_right, RowSignatures::comparedColumns(m_width));
+    }
+
+    // The columns that scroll: rows of each frame up to its seam.
+    void drawMoving(QImage &tall) const
+    {
+        int offset = 0; // of the frame in the page
+        int from = 0;   // in the page
+        for (int i = 0; i < m_frames.size(); ++i) {
+            const bool isLast = i == m_steps.size();
+            const int to = std::max(from, offset + (isLast ? m_height : seam(i)));
+            for (int y = from; y < to; ++y)
+                copy(m_frames[i], y - offset, tall, y, m_left, m_width - m_right);
+            from = to;
+            if (!isLast)
+                offset += m_steps[i].shift;
+        }
+    }
+
+    void drawSide(QImage &tall, int from, int to) const
+    {
+        if (from == to)
+            return;
+        const int bottom = m_height - m_footer;
+        for (int y = 0; y < bottom; ++y)
+            copy(m_frames.first(), y, tall, y, from, to);
+        const int ground = groundRow(from, to, bottom);
+        int offset = 0;
+        for (int i = 0; i < m_steps.size(); ++i) {
+            offset += m_steps[i].shift;
+            for (int y = std::max(0, bottom - m_steps[i].shift); y < bottom; ++y) {
+                // What appears beside the new rows belongs to them.
+                if (isSame(row(m_frames[i], y), row(m_frames[i + 1], y), from, to))
+                    copy(m_frames.first(), ground, tall, offset + y, from, to);
+                else
+                    copy(m_frames[i + 1], y, tall, offset + y, from, to);
+            }
+        }
+        for (int y = bottom; y < m_height; ++y)
+            copy(m_frames.last(), y, tall, offset + y, from, to);
+    }
+
+    void draw(QImage &tall) const
+    {
+        drawMoving(tall);
+        drawSide(tall, 0, m_left);
+        drawSide(tall, m_width - m_right, m_width);
+    }
+
+private:
+    static void copy(const QImage &from, int fromRow, QImage &to, int toRow, int left, int right)
+    {
+        std::memcpy(to.scanLine(toRow) + qsizetype(left) * 4,
+                    from.constScanLine(fromRow) + qsizetype(left) * 4, size_t(right - left) * 4);
+    }
+
+    bool hasSides(const ScrollStep &step) const { return step.left > 0 || step.right > 0; }
+
+    // What moved in any step moves in all. A step in which the whole region moved says nothing of the sides
+    // but by what it changed.
+    void findSides()
+    {
+        bool found = false;
+        for (const ScrollStep &step : m_steps) {
+            if (!hasSides(step))
+                continue;
+            m_left = found ? std::min(m_left, step.left) : step.left;
+            m_right = found ? std::min(m_right, step.right) : step.right;
+            m_footer = found ? std::min(m_footer, step.footer) : step.footer;
+            found = true;
+        }
+        if (!found)
+            return;
+        const int compared = RowSignatures::comparedColumns(m_width);
+        for (int i = 0; i < m_steps.size(); ++i) {
+            if (hasSides(m_steps[i]))
+                continue;
+            for (int y = m_steps[i].header; y < m_height - m_steps[i].footer; ++y) {
+                const quint32 *a = row(m_frames[i], y);
+                const quint32 *b = row(m_frames[i + 1], y);
+                while (m_left > 0 && !isSame(a, b, 0, m_left))
+                    --m_left;
+                while (m_right > m_width - compared && !isSame(a, b, m_width - m_right, compared))
+                    --m_right;
+            }
+            m_footer = std::min(m_footer, m_steps[i].footer);
+        }
+        if (m_right <= m_width - compared)
+            m_right = 0;
+    }
+
+    // The row of frame `i`, at which the next one takes over.
+    int seam(int i) const
+    {
+        const ScrollStep &step = m_steps[i];
+        const QImage &a = m_frames[i];
+        const QImage &b = m_frames[i + 1];
+        const int first = step.shift + step.header;
+        const int end = std::max(first + 1, m_height - step.footer);
+        const int target = first + std::min(int(m_height * kStickyShare), (end - first) / 2);
+        const auto agrees = [&](int at) {
+            const int to = std::min(end, at + kAgreeingRows);
+            for (int y = at; y < to; ++y) {
+                if (!isSame(row(a, y), row(b, y - step.shift), m_left, m_end))
+                    return false;
+            }
+            return true;
+        };
+        for (int y = target; y < end; ++y) {
+            if (agrees(y))
+                return y;
+        }
+        for (int y = target - 1; y >= first; --y) {
+            if (agrees(y))
+                return y;
+        }
+        int best = target;
+        int least = std::numeric_limits<int>::max();
+        for (int y = target; y < end; ++y) {
+            const int differing = differences(row(a, y), row(b, y - step.shift), m_left, m_end);
+            if (differing < least) {
+                least = differing;
+                best = y;
+            }
+        }
+        return best;
+    }
+
+    // The lowest row of a side that looks like those above it.
+    int groundRow(int from, int to, int bottom) const
+    {
+        const QImage &frame = m_frames.first();
+        for (int y = bottom - 1; y >= kGroundRows - 1; --y) {
+            bool isGround = true;
+            for (int above = 1; above < kGroundRows; ++above)
+                isGround = isGround && isSame(row(frame, y), row(frame, y - above), from, to);
+            if (isGround)
+                return y;
+        }
+        return bottom - 1;
+    }
+
+    const QList<QImage> &m_frames;
+    const QList<ScrollStep> &m_steps;
+    int m_height = 0;
+    int m_width = 0;
+    int m_left = 0; // columns that stand
+    int m_right = 0;
+    int m_footer = 0; // rows that the sides have below their ground
+    int m_end = 0;    // of the columns that are compared
+};
+
+} // namespace
+
+std::optional<QImage> TallPicture::compose(const QList<QImage> &frames, const QList<ScrollStep> &steps)
+{
+    qint64 height = frames.first().height();
+    for (const ScrollStep &step : steps)
+        height += step.shift;
+    bool isOpaque = true;
+    for (const QImage &frame : frames)
+        isOpaque = isOpaque && !frame.hasAlphaChannel();
+    if (height > std::numeric_limits<int>::max())
+        return {};
+
+    const QImage::Format format = isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    QImage tall(frames.first().width(), int(height), format);
+    if (tall.isNull())
+        return {};
+    tall.setDevicePixelRatio(frames.first().devicePixelRatio());
+    QList<QImage> pixels;
+    for (const QImage &frame : frames) {
+        pixels.append(RowSignatures::comparable(frame).convertToFormat(format));
+        if (pixels.last().isNull())
+            return {};
+    }
+    Composition(pixels, steps).draw(tall);
+    return tall;
+}
