@@ -22,26 +22,24 @@ QString standardized(const QString &path)
 } // namespace
 
 FilmWindows::FilmWindows(const Parts &parts, QObject *parent)
-    : QObject(parent),
-      m_parts(parts),
-      m_exports({parts.movies, parts.notices, parts.pending, m_threads})
+    : QObject(parent), m_parts(parts), m_exports({parts.movies, parts.notices, parts.pending, m_threads})
 {
     m_threads.setMaxThreadCount(kThreads);
-    connect(&m_parts.library, &Library::renamed, this, [this](const QString &oldPath, const QString &newPath) {
-        for (const auto &window : m_windows) {
-            if (standardized(window->path()) == standardized(oldPath))
-                window->setPath(newPath);
-        }
-    });
+    connect(&m_parts.library, &Library::renamed, this,
+            [this](const QString &oldPath, const QString &newPath) {
+                for (const auto &window : m_windows) {
+                    if (standardized(window->path()) == standardized(oldPath))
+                        window->setPath(newPath);
+                }
+            });
 }
 
 FilmWindows::~FilmWindows() = default;
 
 void FilmWindows::open(const QString &path)
 {
-    const auto found = std::ranges::find_if(m_windows, [&](const auto &window) {
-        return standardized(window->path()) == standardized(path);
-    });
+    const auto found = std::ranges::find_if(
+        m_windows, [&](const auto &window) { return standardized(window->path()) == standardized(path); });
     if (found != m_windows.end())
         return bringToFront(&(*found)->window());
     auto &window = *m_windows.emplace_back(std::make_unique<VideoEditorWindowController>(
@@ -64,8 +62,8 @@ void FilmWindows::open(const QString &path)
 
 void FilmWindows::remove(VideoEditorWindowController *window)
 {
-    const auto found = std::ranges::find_if(m_windows,
-                                            [&](const auto &candidate) { return candidate.get() == window; });
+    const auto found =
+        std::ranges::find_if(m_windows, [&](const auto &candidate) { return candidate.get() == window; });
     if (found == m_windows.end())
         return;
     found->release()->deleteLater();

@@ -43,10 +43,9 @@ void RecordingFlow::start(Activity::Run run, const Screen &screen, const QRectF 
                           const Delivery::Order &order)
 {
     const auto shortcut = m_parts.prefs.hotkey(HotKeyAction::Record);
-    m_film =
-        std::make_unique<Film>(Film{run, order, hold(QStringLiteral("finishing a recording")),
-                                    std::make_unique<RecordingChrome>(screen, rect, shortcut.display()),
-                                    nullptr});
+    m_film = std::make_unique<Film>(Film{run, order, hold(QStringLiteral("finishing a recording")),
+                                         std::make_unique<RecordingChrome>(screen, rect, shortcut.display()),
+                                         nullptr});
     RecordingHUDView &view = m_film->chrome->view();
     connect(&view, &RecordingHUDView::pauseClicked, &m_recorder, &ScreenRecorder::pause);
     connect(&view, &RecordingHUDView::resumeClicked, &m_recorder, &ScreenRecorder::resume);
@@ -130,8 +129,8 @@ void RecordingFlow::finished(const std::optional<QString> &path, const std::opti
     if (error) {
         Q_EMIT failed(*error);
     } else if (path) {
-        // Told now, since a notice that is up while it records would be in the film. All sounds lack for the same
-        // reason.
+        // Told now, since a notice that is up while it records would be in the film. All sounds lack for the
+        // same reason.
         const QList<Error> &refused = m_recorder.refusedSounds();
         m_parts.delivery.deliverFilm(
             *path, film->order,

@@ -16,9 +16,9 @@ public:
 class Cameras {
 public:
     virtual ~Cameras() = default;
-    // The middle of what the first camera sees, as squares of so many pixels (Format_RGB32), on a thread of the
-    // stream's own. `lost` is called there at most once, when no more pictures come. Blocks until the camera
-    // has started. Error::Kind::Unavailable when there is none that can be used.
+    // The middle of what the first camera sees, as squares of so many pixels (Format_RGB32), on a thread of
+    // the stream's own. `lost` is called there at most once, when no more pictures come. Blocks until the
+    // camera has started. Error::Kind::Unavailable when there is none that can be used.
     virtual Result<std::unique_ptr<CameraStream>> open(int side, std::function<void(const QImage &)> picture,
                                                        std::function<void()> lost) = 0;
 };

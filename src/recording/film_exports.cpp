@@ -82,10 +82,10 @@ FilmExport *FilmExports::start(FilmExport::Kind kind, const QString &movie, cons
 {
     auto *running = new FilmExport(kind);
     m_underWay.append(running);
-    const auto work = QtConcurrent::run(
-        &m_parts.threads, [kind, &movies = m_parts.movies, movie, target, part, progress = running->m_progress] {
-            return make(kind, movies, movie, target, part, *progress);
-        });
+    const auto work = QtConcurrent::run(&m_parts.threads, [kind, &movies = m_parts.movies, movie, target,
+                                                           part, progress = running->m_progress] {
+        return make(kind, movies, movie, target, part, *progress);
+    });
     m_parts.pending.keep(QStringLiteral("exporting ") + QFileInfo(target).fileName(), work);
     whenDone(work, this, [this, running, target, asker = QPointer(asker)](const Result<void> &result) {
         m_underWay.removeOne(running);

@@ -58,8 +58,8 @@ public:
     // A name beside the film that isn't the film's own.
     static QString suggestedTarget(const QString &movie, FilmExport::Kind kind);
 
-    // Nobody but `asker` tells of a failure; once that has gone, a notice does. The export goes by itself when
-    // it is over.
+    // Nobody but `asker` tells of a failure; once that has gone, a notice does. The export goes by itself
+    // when it is over.
     FilmExport *start(FilmExport::Kind kind, const QString &movie, const QString &target,
                       const MoviePart &part, QObject *asker);
 

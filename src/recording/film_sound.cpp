@@ -25,8 +25,7 @@ std::unique_ptr<FilmSound> FilmSound::start(Movies &movies, SoundOutput &output,
         if (sound->m_ahead.empty())
             return nullptr;
     }
-    auto playback =
-        output.play([self = sound.get()](std::span<float> samples) { self->take(samples); });
+    auto playback = output.play([self = sound.get()](std::span<float> samples) { self->take(samples); });
     if (!playback)
         return nullptr;
     sound->m_playback = std::move(*playback);

@@ -10,8 +10,8 @@ constexpr std::uint32_t kColor = 0xffffff;
 // A colour that covers one pixel in so many stays exact, for half of the places at most.
 constexpr std::size_t kExactShare = 400;
 constexpr int kRefinements = 2;
-// Where not all colours have room, a table that isn't full makes for shorter codes: a page of text that scrolls gets 5%
-// smaller than with 255 and loses 0.08 dB.
+// Where not all colours have room, a table that isn't full makes for shorter codes: a page of text that
+// scrolls gets 5% smaller than with 255 and loses 0.08 dB.
 constexpr int kShared = 159;
 
 std::uint32_t hashOf(std::uint32_t color, std::uint32_t mask)
@@ -216,16 +216,16 @@ void GifPalette::sortBySum()
     std::ranges::sort(m_bySum, {}, &Placed::sum);
 }
 
-// Outwards from the colours of the same sum, on both sides: two colours are at least as far apart as their sums by
-// the root of three.
+// Outwards from the colours of the same sum, on both sides: two colours are at least as far apart as their
+// sums by the root of three.
 int GifPalette::nearest(QRgb color) const
 {
     const int red = qRed(color), green = qGreen(color), blue = qBlue(color);
     const int sum = red + green + blue;
     const Placed *const begin = m_bySum.data();
     const Placed *const end = begin + m_bySum.size();
-    const Placed *up = std::lower_bound(begin, end, sum,
-                                        [](const Placed &placed, int value) { return placed.sum < value; });
+    const Placed *up =
+        std::lower_bound(begin, end, sum, [](const Placed &placed, int value) { return placed.sum < value; });
     const Placed *down = up;
     int best = 0;
     int least = INT32_MAX / 3;
@@ -242,10 +242,10 @@ int GifPalette::nearest(QRgb color) const
         return true;
     };
     while (up != end || down != begin) {
-        if (up != end && !look(*up++))
-            up = end;
-        if (down != begin && !look(*--down))
-            down = begin;
+        if (up != end)
+            up = look(*up) ? up + 1 : end;
+        if (down != begin)
+            down = look(down[-1]) ? down - 1 : begin;
     }
     return best;
 }

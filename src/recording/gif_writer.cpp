@@ -13,13 +13,15 @@ constexpr int kMostColors = 255; // beside it
 // What differs by less in each channel is noise of the film's compression.
 constexpr int kNoise = 4;
 
-// A pixel takes the colour of the one before when that is hardly another: the squares of the channels' differences,
-// added. Of a scrolling page it saves 5% and brings it nearer to the film, since noise is no longer copied.
+// A pixel takes the colour of the one before when that is hardly another: the squares of the channels'
+// differences, added. Of a scrolling page it saves 5% and brings it nearer to the film, since noise is no
+// longer copied.
 constexpr int kRun = 24;
 
 int apart(QRgb one, QRgb other)
 {
-    const int red = qRed(one) - qRed(other), green = qGreen(one) - qGreen(other), blue = qBlue(one) - qBlue(other);
+    const int red = qRed(one) - qRed(other), green = qGreen(one) - qGreen(other),
+              blue = qBlue(one) - qBlue(other);
     return red * red + green * green + blue * blue;
 }
 
@@ -231,7 +233,7 @@ bool GifWriter::add(const QImage &picture, int hundredths)
     bytes.append(3, '\0'); // the transparent one
     for (const QRgb color : palette.colors())
         bytes.append(char(qRed(color))).append(char(qGreen(color))).append(char(qBlue(color)));
-    bytes.append(3 * ((1 << depth) - 1 - int(palette.colors().size())), '\0');
+    bytes.append(qsizetype(3) * ((1 << depth) - 1 - int(palette.colors().size())), '\0');
     std::vector<std::uint8_t> indices(isNew.size(), kTransparent);
     at = 0;
     std::size_t next = 0;

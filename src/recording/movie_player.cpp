@@ -11,7 +11,7 @@ using std::chrono::steady_clock;
 
 namespace {
 
-constexpr std::chrono::milliseconds kTick{12};          // finer than a frame of any usual screen
+constexpr std::chrono::milliseconds kTick{12};           // finer than a frame of any usual screen
 constexpr std::chrono::milliseconds kSoundPatience{300}; // until the first sample is heard
 // What is seen and what is heard are brought together a tenth of the way each tick, unless they are so far
 // apart that the device must have gone.
@@ -26,7 +26,8 @@ double since(steady_clock::time_point moment)
 
 } // namespace
 
-// What the thread and the player share. The thread goes on until it is told to quit, and may outlive the player.
+// What the thread and the player share. The thread goes on until it is told to quit, and may outlive the
+// player.
 class MoviePlayer::Core {
 public:
     struct Show {

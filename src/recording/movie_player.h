@@ -10,8 +10,8 @@
 class QThreadPool;
 class SoundOutput;
 
-// Plays a film and shows single pictures of it. It works on one of `threads`, which holds it until the film is
-// closed; its destructor doesn't wait. Main thread.
+// Plays a film and shows single pictures of it. It works on one of `threads`, which holds it until the film
+// is closed; its destructor doesn't wait. Main thread.
 class MoviePlayer : public QObject {
     Q_OBJECT
 public:

@@ -4,8 +4,8 @@
 #include <QString>
 #include <optional>
 
-// What the window of a film knows beside the film itself: the part that plays and is exported, the one that is
-// being chosen, and what is under way. The film's file is never changed.
+// What the window of a film knows beside the film itself: the part that plays and is exported, the one that
+// is being chosen, and what is under way. The film's file is never changed.
 class VideoEditorModel : public QObject {
     Q_OBJECT
 public:

@@ -3,16 +3,16 @@
 
 #include <QRegularExpression>
 
-// From the shortcut to the files that are handed on: a spoken text is recorded, trimmed, exported and captioned, with
-// pointer and keyboard in the real windows.
+// From the shortcut to the files that are handed on: a spoken text is recorded, trimmed, exported and
+// captioned, with pointer and keyboard in the real windows.
 class FilmJourney : public RunningProgram {
 protected:
     void startSound()
     {
         m_sound.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "-L",
                                      "module-native-protocol-unix", "-L", "module-null-sink sink_name=out"});
-        ASSERT_TRUE(
-            QTest::qWaitFor([] { return QProcess::execute("pactl", {"set-default-sink", "out"}) == 0; }, 20000));
+        ASSERT_TRUE(QTest::qWaitFor(
+            [] { return QProcess::execute("pactl", {"set-default-sink", "out"}) == 0; }, 20000));
     }
     ~FilmJourney() override
     {
@@ -54,7 +54,9 @@ protected:
     void saveAs(const QString &path)
     {
         ASSERT_TRUE(QTest::qWaitFor(
-            [] { return !output("xdotool", {"search", "--onlyvisible", "--name", "Export|Save SRT"}).isEmpty(); },
+            [] {
+                return !output("xdotool", {"search", "--onlyvisible", "--name", "Export|Save SRT"}).isEmpty();
+            },
             10000));
         QTest::qWait(300);
         key("ctrl+a");
@@ -79,18 +81,15 @@ TEST_F(FilmJourney, OfASpokenTextEndsInAFilmAnAnimationAndSubtitles)
 {
     startSound();
     const QString voice = home.path("voice.wav");
-    ASSERT_EQ(QProcess::execute("flite", {"-voice", "rms", "-t",
-                                          "Open the settings and choose a folder for your pictures. Then press the "
-                                          "button.",
-                                          "-o", voice}),
-              0);
+    const QString said = "Open the settings and choose a folder for your pictures. Then press the button.";
+    ASSERT_EQ(QProcess::execute("flite", {"-voice", "rms", "-t", said, "-o", voice}), 0);
     set(R"({"shutterSound": false, "didShowWelcome": true, "recordShowClicks": true})");
     start();
     const QImage before = photograph();
     key("super+shift+r");
     ASSERT_TRUE(QTest::qWaitFor([&] { return photograph().pixel(5, 5) != before.pixel(5, 5); }, 10000));
-    xdotool({"mousemove", "200", "150", "mousedown", "1", "mousemove", "300", "200", "mousemove", "840", "510",
-             "mouseup", "1"});
+    xdotool({"mousemove", "200", "150", "mousedown", "1", "mousemove", "300", "200", "mousemove", "840",
+             "510", "mouseup", "1"});
     ASSERT_TRUE(waitForLog("Recording started (640×360"));
     QTest::qWait(1200);
     xdotool({"mousemove", "400", "300", "click", "1"});
@@ -105,7 +104,7 @@ TEST_F(FilmJourney, OfASpokenTextEndsInAFilmAnAnimationAndSubtitles)
     QTest::qWait(1500); // its strip of pictures
     look("opened");
 
-    click(46, 50); // Trim
+    click(46, 50);  // Trim
     click(110, 31); // From
     key("ctrl+a");
     type("1.0");

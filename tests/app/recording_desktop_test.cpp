@@ -156,9 +156,10 @@ TEST_F(RecordingByShortcut, IsWholeWhenTheProgramIsToldToQuitAndAfterItWasKilled
 TEST_F(RecordingByShortcut, FilmsClicksShortcutsTheCameraAndWhatIsDrawn)
 {
     const QString camera = home.path("camera.mp4");
-    ASSERT_EQ(QProcess::execute("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", "color=c=0x00ff00:s=320x240:r=10:d=2",
-                                           "-pix_fmt", "yuv420p", camera}),
-              0);
+    ASSERT_EQ(
+        QProcess::execute("ffmpeg", {"-v", "error", "-f", "lavfi", "-i",
+                                     "color=c=0x00ff00:s=320x240:r=10:d=2", "-pix_fmt", "yuv420p", camera}),
+        0);
     more.insert("LUMENPOST_CAMERA", camera);
     set(R"({"openEditorAfterCapture": false, "shutterSound": false, "didShowWelcome": true,
             "recordShowClicks": true, "recordShowKeys": true, "recordWebcam": true})");
@@ -181,17 +182,21 @@ TEST_F(RecordingByShortcut, FilmsClicksShortcutsTheCameraAndWhatIsDrawn)
     ASSERT_TRUE(QTest::qWaitFor([&] { return holds(photograph().copy(badge), Qt::white); }, 5000));
     QTest::qWait(700); // the ripple is over, and in the film
     // Drawing is begun in the panel, which looks for it at the place of its button.
-    xdotool({"mousemove", QString::number(drawButton().x()), QString::number(drawButton().y()), "click", "1"});
-    ASSERT_TRUE(QTest::qWaitFor([&] {
-        xdotool({"mousemove", "230", "300", "mousedown", "1", "mousemove", "260", "320", "mousemove", "330",
-                 "320", "mouseup", "1"});
-        return holds(photograph().copy(QRect(290, 316, 20, 8)), kFrame);
-    }, 10000));
+    xdotool(
+        {"mousemove", QString::number(drawButton().x()), QString::number(drawButton().y()), "click", "1"});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            xdotool({"mousemove", "230", "300", "mousedown", "1", "mousemove", "260", "320", "mousemove",
+                     "330", "320", "mouseup", "1"});
+            return holds(photograph().copy(QRect(290, 316, 20, 8)), kFrame);
+        },
+        10000));
     if (qEnvironmentVariableIsSet("LUMENPOST_LOOK"))
         photograph().save(qEnvironmentVariable("LUMENPOST_LOOK") + "-extras.png");
     QTest::qWait(300);
     key("Escape");
-    ASSERT_TRUE(QTest::qWaitFor([] { return !holds(photograph().copy(QRect(290, 316, 20, 8)), kFrame); }, 5000));
+    ASSERT_TRUE(
+        QTest::qWaitFor([] { return !holds(photograph().copy(QRect(290, 316, 20, 8)), kFrame); }, 5000));
     key("super+shift+r");
     ASSERT_TRUE(QTest::qWaitFor([&] { return films().size() == 1; }, 20000));
 

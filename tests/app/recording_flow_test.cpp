@@ -63,8 +63,8 @@ protected:
     }
 
     RecordingFlow flow{{activity, delivery, library, prefs, notices, pending, machine.films,
-                        machine.soundSources, machine.movies, machine.permissions,
-                        machine.inputMonitors, machine.cameras, machine.workspace, home.path("notes")}};
+                        machine.soundSources, machine.movies, machine.permissions, machine.inputMonitors,
+                        machine.cameras, machine.workspace, home.path("notes")}};
     const Screen screen{1, "A", QRect(0, 0, 800, 600), 1, true};
     Delivery::Order order;
     QStringList shown;

@@ -37,10 +37,9 @@ protected:
     {
         m_editor = std::make_unique<VideoEditorWindowController>(
             m_folder.path("Recording.mov"),
-            VideoEditorWindowController::Ports{m_fakes.movies, m_fakes.soundOutput, m_fakes.speech,
-                                               [] { return ExternalSpeech::Choice(); }, m_exports,
-                                               m_fakes.pasteboard, m_fakes.workspace, m_notices, m_pending,
-                                               m_threads});
+            VideoEditorWindowController::Ports{
+                m_fakes.movies, m_fakes.soundOutput, m_fakes.speech, [] { return ExternalSpeech::Choice(); },
+                m_exports, m_fakes.pasteboard, m_fakes.workspace, m_notices, m_pending, m_threads});
         m_editor->show();
     }
     void openReady()
@@ -113,8 +112,7 @@ TEST_F(VideoEditor, TrimsByTypedTimesAndKeys)
     QTest::keyClick(end, Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_DOUBLE_EQ(m_editor->model().shownPart().to, 9);
     QTest::keyClick(end, Qt::Key_Left);
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return std::abs(m_editor->model().shownPart().to - 8.9) < 0.01; }))
+    EXPECT_TRUE(QTest::qWaitFor([this] { return std::abs(m_editor->model().shownPart().to - 8.9) < 0.01; }))
         << m_editor->model().shownPart().to;
     m_editor->window().setFocus();
     press(Qt::Key_Escape);
@@ -184,8 +182,7 @@ TEST_F(VideoEditor, MakesCaptionsThatCanBeMended)
     EXPECT_THAT(m_told, Contains("Transcript copied"));
     // Closed and opened again, the mended words are still there.
     titled<QPushButton>("Close")->click();
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return !m_editor->window().findChild<QTableWidget *>(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_editor->window().findChild<QTableWidget *>(); }));
     m_fakes.speech.words.clear();
     m_editor->showCaptions();
     table = m_editor->window().findChild<QTableWidget *>();

@@ -87,7 +87,8 @@ private:
             av_dict_set(&options, "video_size", "640x480", 0);
             av_dict_set(&options, "framerate", "30", 0);
         }
-        const int error = avformat_open_input(&input, QFile::encodeName(device).constData(), format, &options);
+        const int error =
+            avformat_open_input(&input, QFile::encodeName(device).constData(), format, &options);
         av_dict_free(&options);
         m_input.reset(error < 0 ? nullptr : input);
         return error >= 0;
@@ -102,7 +103,8 @@ private:
                 return true;
             const int error = av_read_frame(m_input.get(), m_packet.get());
             if (error < 0) {
-                if (!m_isFilm || hasBegunAnew || av_seek_frame(m_input.get(), -1, 0, AVSEEK_FLAG_BACKWARD) < 0)
+                if (!m_isFilm || hasBegunAnew ||
+                    av_seek_frame(m_input.get(), -1, 0, AVSEEK_FLAG_BACKWARD) < 0)
                     return false;
                 avcodec_flush_buffers(m_decoder.get());
                 hasBegunAnew = true;
@@ -182,8 +184,8 @@ QStringList devices()
 
 } // namespace
 
-Result<std::unique_ptr<CameraStream>> DeviceCameras::open(int side, std::function<void(const QImage &)> picture,
-                                                          std::function<void()> lost)
+Result<std::unique_ptr<CameraStream>>
+DeviceCameras::open(int side, std::function<void(const QImage &)> picture, std::function<void()> lost)
 {
     avdevice_register_all();
     for (const QString &device : devices()) {

@@ -172,7 +172,8 @@ private:
     {
         const QByteArray sets = m_copy->parameterSetsWith(
             {reinterpret_cast<const char *>(m_encoder->extradata), m_encoder->extradata_size});
-        auto *room = static_cast<std::uint8_t *>(av_mallocz(std::size_t(sets.size()) + AV_INPUT_BUFFER_PADDING_SIZE));
+        auto *room =
+            static_cast<std::uint8_t *>(av_mallocz(std::size_t(sets.size()) + AV_INPUT_BUFFER_PADDING_SIZE));
         if (!room)
             return AVERROR(ENOMEM);
         std::ranges::copy(sets, room);
@@ -261,8 +262,10 @@ private:
             m_error = av_packet_ref(m_packet.get(), packet);
             const double time = m_copy->time() - m_from;
             m_packet->stream_index = 0;
-            m_packet->pts = m_packet->dts = std::max<std::int64_t>(std::llround(time * kUnit.den), m_lastPts + 1);
-            m_packet->duration = std::llround((m_to - m_from) * kUnit.den) - m_packet->pts; // if it is the last
+            m_packet->pts = m_packet->dts =
+                std::max<std::int64_t>(std::llround(time * kUnit.den), m_lastPts + 1);
+            m_packet->duration =
+                std::llround((m_to - m_from) * kUnit.den) - m_packet->pts; // if it is the last
             m_packet->pos = -1;
             m_lastPts = m_packet->pts;
             av_packet_rescale_ts(m_packet.get(), kUnit, m_output->streams[0]->time_base);

@@ -158,7 +158,8 @@ bool PictureCopy::read()
         if (m_packet->stream_index == stream.index) {
             const double before = m_time;
             m_time = double(m_packet->pts) * av_q2d(stream.time_base) - m_source->start();
-            m_isBroken |= m_packet->pts == AV_NOPTS_VALUE || m_packet->dts != m_packet->pts || m_time <= before;
+            m_isBroken |=
+                m_packet->pts == AV_NOPTS_VALUE || m_packet->dts != m_packet->pts || m_time <= before;
             return !m_isBroken;
         }
         av_packet_unref(m_packet.get());

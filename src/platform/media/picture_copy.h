@@ -5,9 +5,10 @@
 #include <QByteArray>
 #include <QSet>
 
-// The pictures of a part of a film that another film may take over as they are, packet by packet: from the first
-// picture in it that needs none before it. Only films whose pictures follow each other in the order in which they
-// are shown; what comes before that picture has to be encoded anew, with parameter sets under an id of its own.
+// The pictures of a part of a film that another film may take over as they are, packet by packet: from the
+// first picture in it that needs none before it. Only films whose pictures follow each other in the order in
+// which they are shown; what comes before that picture has to be encoded anew, with parameter sets under an
+// id of its own.
 class PictureCopy {
 public:
     // Null when all of the part has to be encoded anew.

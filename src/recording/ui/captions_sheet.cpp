@@ -28,7 +28,7 @@ namespace {
 
 constexpr int kCardWidth = 560;
 constexpr int kListHeight = 220;
-constexpr int kTick = 100; // milliseconds
+constexpr int kTick = 100;       // milliseconds
 constexpr double kAround = 0.15; // seconds heard before and after the words of a row
 
 QLabel *note(const QString &text)
@@ -70,8 +70,7 @@ struct CaptionsSheet::Work {
     CaptionsSheet *sheet; // null once it has closed
 };
 
-CaptionsSheet::CaptionsSheet(QWidget *over, const Ports &ports, const QString &movie,
-                             CaptionsText &text,
+CaptionsSheet::CaptionsSheet(QWidget *over, const Ports &ports, const QString &movie, CaptionsText &text,
                              const std::optional<VideoEditorModel::Part> &part)
     : Sheet(over, QStringLiteral("captions.bubble"), RecordingUiTexts::tr("Captions")),
       m_ports(ports),
@@ -146,7 +145,8 @@ void CaptionsSheet::addFoot()
     content()->addWidget(m_status);
     content()->addWidget(m_bar);
     m_copy = addButton(RecordingUiTexts::tr("Copy Text"), After::Stays);
-    TipCenter::describe(m_copy, {m_copy->text(), RecordingUiTexts::tr("Copy the whole transcript as plain text."), {}});
+    TipCenter::describe(
+        m_copy, {m_copy->text(), RecordingUiTexts::tr("Copy the whole transcript as plain text."), {}});
     addCancelButton(RecordingUiTexts::tr("Close"));
     m_save = addPrimaryButton(RecordingUiTexts::tr("Save SRT…"), After::Stays);
     m_save->setAccessibleName(RecordingUiTexts::tr("Save SRT"));
@@ -169,13 +169,15 @@ void CaptionsSheet::run()
             QMetaObject::invokeMethod(
                 work->sheet, [sheet = work->sheet, cues] { sheet->take(cues); }, Qt::QueuedConnection);
     };
-    const auto made = QtConcurrent::run(
-        &m_ports.threads, [work = m_work, &movies = m_ports.movies, &installed = m_ports.speech,
+    const auto made =
+        QtConcurrent::run(&m_ports.threads,
+                          [work = m_work, &movies = m_ports.movies, &installed = m_ports.speech,
                            choice = m_ports.external, movie = m_movie, soFar]() -> Result<QList<CaptionCue>> {
-            ExternalSpeech external(choice);
-            SpeechEngine &speech = external.isChosen() ? static_cast<SpeechEngine &>(external) : installed;
-            return Captions::captions(movies, speech, movie, work->progress, soFar);
-        });
+                              ExternalSpeech external(choice);
+                              SpeechEngine &speech =
+                                  external.isChosen() ? static_cast<SpeechEngine &>(external) : installed;
+                              return Captions::captions(movies, speech, movie, work->progress, soFar);
+                          });
     whenDone(made, this, [this](const Result<QList<CaptionCue>> &result) { ended(result); });
     auto *ticks = new QTimer(m_bar);
     connect(ticks, &QTimer::timeout, this,
@@ -258,10 +260,10 @@ void CaptionsSheet::copyText()
 void CaptionsSheet::save()
 {
     const QFileInfo film(m_movie);
-    auto *dialog = new QFileDialog(window(), RecordingUiTexts::tr("Save SRT"),
-                                   film.path() + QLatin1Char('/') + film.completeBaseName() +
-                                       QStringLiteral(".srt"),
-                                   RecordingUiTexts::tr("Subtitles") + QStringLiteral(" (*.srt)"));
+    auto *dialog =
+        new QFileDialog(window(), RecordingUiTexts::tr("Save SRT"),
+                        film.path() + QLatin1Char('/') + film.completeBaseName() + QStringLiteral(".srt"),
+                        RecordingUiTexts::tr("Subtitles") + QStringLiteral(" (*.srt)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("srt"));

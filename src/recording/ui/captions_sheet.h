@@ -19,8 +19,8 @@ struct CaptionsText {
     bool isWhole = false;
 };
 
-// Makes subtitles of what is spoken in a film, lets them be mended, and saves or copies them. Rows come as the
-// words are understood; what the user has mended stays. Closing ends the work.
+// Makes subtitles of what is spoken in a film, lets them be mended, and saves or copies them. Rows come as
+// the words are understood; what the user has mended stays. Closing ends the work.
 class CaptionsSheet : public Sheet {
     Q_OBJECT
 public:
@@ -34,8 +34,8 @@ public:
         QThreadPool &threads;
     };
 
-    // What is saved are the words of that part, with its times; of the whole film without one. `text` outlives the sheet: when it is whole
-    // already, nothing is done again.
+    // What is saved are the words of that part, with its times; of the whole film without one. `text`
+    // outlives the sheet: when it is whole already, nothing is done again.
     CaptionsSheet(QWidget *over, const Ports &ports, const QString &movie, CaptionsText &text,
                   const std::optional<VideoEditorModel::Part> &part);
     ~CaptionsSheet() override;

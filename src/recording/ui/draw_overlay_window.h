@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-// A clear pane over what is filmed, which is drawn on with the pointer. Esc ends it. Where windows can't be clear,
-// it is cut to its strokes and holds the pointer meanwhile.
+// A clear pane over what is filmed, which is drawn on with the pointer. Esc ends it. Where windows can't be
+// clear, it is cut to its strokes and holds the pointer meanwhile.
 class DrawOverlayWindow : public QWidget {
     Q_OBJECT
 public:

@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int kSettled = 150;   // milliseconds without another size
-constexpr int kDragSize = 240;  // points, of the picture under the pointer
+constexpr int kSettled = 150;  // milliseconds without another size
+constexpr int kDragSize = 240; // points, of the picture under the pointer
 
 } // namespace
 

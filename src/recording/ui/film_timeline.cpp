@@ -14,8 +14,8 @@ namespace {
 constexpr int kHeight = 52;
 constexpr int kAbove = 3; // of the place of the film, over and under the pictures
 constexpr int kMostPictures = 40;
-constexpr int kSettled = 250; // milliseconds without another size
-constexpr int kEdge = 3;      // of the frame around the part that is being chosen
+constexpr int kSettled = 250;  // milliseconds without another size
+constexpr int kEdge = 3;       // of the frame around the part that is being chosen
 constexpr double kShade = 0.7; // over what isn't used
 
 } // namespace

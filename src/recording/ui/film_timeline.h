@@ -9,8 +9,8 @@
 
 class TrimHandle;
 
-// The line of time of a film: small pictures of it, where it stands, and the part that is used. While the part
-// is chosen it has two handles, which are dragged or moved with the keys.
+// The line of time of a film: small pictures of it, where it stands, and the part that is used. While the
+// part is chosen it has two handles, which are dragged or moved with the keys.
 class FilmTimeline : public QWidget {
     Q_OBJECT
 public:

@@ -35,9 +35,10 @@ void LiveExtras::listen(InputEvents events)
     if (monitor)
         m_monitor = std::move(*monitor);
     else if (events.testFlag(InputEvent::Keys))
-        m_ports.notices.post(RecordingUiTexts::tr("Showing keystrokes needs Accessibility permission (Settings › "
-                                                  "Permissions & Help)"),
-                             QStringLiteral("keyboard"));
+        m_ports.notices.post(
+            RecordingUiTexts::tr("Showing keystrokes needs Accessibility permission (Settings › "
+                                 "Permissions & Help)"),
+            QStringLiteral("keyboard"));
 }
 
 void LiveExtras::showRipple(const PointerPress &press)

@@ -16,9 +16,9 @@ class RippleWindow;
 class WebcamBubbleWindow;
 class Workspace;
 
-// What explains a film while it is made, on the real screen, so that it is filmed like everything else: a ripple at
-// each click, a badge with each shortcut, a camera's picture, strokes that are drawn. Lives as long as the
-// recording.
+// What explains a film while it is made, on the real screen, so that it is filmed like everything else: a
+// ripple at each click, a badge with each shortcut, a camera's picture, strokes that are drawn. Lives as long
+// as the recording.
 class LiveExtras : public QObject {
     Q_OBJECT
 public:
@@ -38,7 +38,8 @@ public:
     LiveExtras(const Ports &ports, const QRectF &region, const Wish &wish, QObject *parent = nullptr);
     ~LiveExtras() override;
 
-    // While drawing, the pointer draws on the region instead of reaching what is there. Leaving erases it all.
+    // While drawing, the pointer draws on the region instead of reaching what is there. Leaving erases it
+    // all.
     void setDrawing(bool isDrawing);
     bool isDrawing() const;
     void clearDrawing();

@@ -49,7 +49,8 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
     m_pause->setMinimumWidth(m_pause->sizeHint().width()); // of the longer word: "Stop" doesn't move
     QPushButton *stop =
         addButton(row, RecordingUiTexts::tr("Stop Recording"), QStringLiteral("stop.fill"), kRed);
-    TipCenter::describe(stop, {stop->text(), RecordingUiTexts::tr("Finish and open the recording."), stopShortcut});
+    TipCenter::describe(stop,
+                        {stop->text(), RecordingUiTexts::tr("Finish and open the recording."), stopShortcut});
     connect(stop, &QPushButton::clicked, this, &RecordingHUDView::stopClicked);
     connect(m_pause, &QPushButton::clicked, this, [this] {
         if (m_look == Look::Running)
@@ -63,20 +64,22 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
 
 void RecordingHUDView::addDrawing(QBoxLayout *row)
 {
-    m_draw = addButton(row, RecordingUiTexts::tr("Drawing"), QStringLiteral("pencil.tip"), Theme::onMaterial());
+    m_draw =
+        addButton(row, RecordingUiTexts::tr("Drawing"), QStringLiteral("pencil.tip"), Theme::onMaterial());
     m_draw->setCheckable(true);
     m_draw->setMinimumWidth(m_draw->sizeHint().width()); // of the longer word
     m_draw->setAccessibleName(RecordingUiTexts::tr("Draw on Screen"));
-    TipCenter::describe(m_draw, {RecordingUiTexts::tr("Draw on Screen"),
-                                 RecordingUiTexts::tr("Sketch on the screen while recording — it's part of the "
-                                                      "video. Esc or click again to stop drawing."),
-                                 {}});
+    TipCenter::describe(m_draw,
+                        {RecordingUiTexts::tr("Draw on Screen"),
+                         RecordingUiTexts::tr("Sketch on the screen while recording — it's part of the "
+                                              "video. Esc or click again to stop drawing."),
+                         {}});
     m_clear = addButton(row, {}, QStringLiteral("trash"), Theme::onMaterial());
     m_clear->setFixedWidth(kIconButton);
     m_clear->setAccessibleName(RecordingUiTexts::tr("Clear Drawing"));
-    TipCenter::describe(m_clear, {RecordingUiTexts::tr("Clear Drawing"),
-                                  RecordingUiTexts::tr("Erase everything you've drawn."),
-                                  {}});
+    TipCenter::describe(
+        m_clear,
+        {RecordingUiTexts::tr("Clear Drawing"), RecordingUiTexts::tr("Erase everything you've drawn."), {}});
     connect(m_draw, &QPushButton::clicked, this, &RecordingHUDView::drawToggled);
     connect(m_clear, &QPushButton::clicked, this, &RecordingHUDView::clearClicked);
     setDrawing(false);

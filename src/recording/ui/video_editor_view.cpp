@@ -124,23 +124,24 @@ QWidget *VideoEditorView::makeActions()
     auto *page = new QWidget;
     page->setFixedHeight(kBarHeight);
     QHBoxLayout *row = barRow(page);
-    m_trim = barButton(QStringLiteral("timeline.selection"), RecordingUiTexts::tr("Trim Again"),
-                       RecordingUiTexts::tr("Drag the yellow handles to cut the start and end. Exports use the "
-                                            "trimmed part."));
+    m_trim =
+        barButton(QStringLiteral("timeline.selection"), RecordingUiTexts::tr("Trim Again"),
+                  RecordingUiTexts::tr("Drag the yellow handles to cut the start and end. Exports use the "
+                                       "trimmed part."));
     m_trim->setMinimumWidth(m_trim->sizeHint().width()); // of the longer words
     auto *reveal = barButton(QStringLiteral("folder"), RecordingUiTexts::tr("Show in Finder"), {});
-    auto *copy =
-        barButton(QStringLiteral("doc.on.doc"), RecordingUiTexts::tr("Copy"),
-                  RecordingUiTexts::tr("Copy the video file to paste into Mail, Slack or Finder."));
+    auto *copy = barButton(QStringLiteral("doc.on.doc"), RecordingUiTexts::tr("Copy"),
+                           RecordingUiTexts::tr("Copy the video file to paste into Mail, Slack or Finder."));
     auto *captions = barButton(
         QStringLiteral("captions.bubble"), RecordingUiTexts::tr("Captions…"),
         RecordingUiTexts::tr("Turn the speech in this recording into subtitles (SRT), transcribed on your "
                              "Mac."));
     captions->setAccessibleName(RecordingUiTexts::tr("Captions"));
     m_trimNote = secondaryLabel(RecordingUiTexts::tr("Exports use the trimmed range"));
-    m_gif = textButton(RecordingUiTexts::tr("Export GIF…"),
-                       RecordingUiTexts::tr("Make an animated GIF (up to 60 seconds, 12 fps) — great for chat "
-                                            "and docs."));
+    m_gif =
+        textButton(RecordingUiTexts::tr("Export GIF…"),
+                   RecordingUiTexts::tr("Make an animated GIF (up to 60 seconds, 12 fps) — great for chat "
+                                        "and docs."));
     m_mp4 = textButton(RecordingUiTexts::tr("Export MP4…"),
                        RecordingUiTexts::tr("Save a high-quality video file. Uses the trimmed range if you "
                                             "trimmed."));
@@ -237,8 +238,8 @@ void VideoEditorView::showPicture(const QImage &picture, double position)
     m_position = position;
     m_canvas->setPicture(picture);
     m_timeline->setPosition(position);
-    m_time->setText(RecordingUiTexts::tr("%1 / %2")
-                        .arg(FilmTime::text(position), FilmTime::text(m_model.duration())));
+    m_time->setText(
+        RecordingUiTexts::tr("%1 / %2").arg(FilmTime::text(position), FilmTime::text(m_model.duration())));
 }
 
 void VideoEditorView::showPlaying(bool isPlaying)
@@ -263,8 +264,9 @@ void VideoEditorView::showProgress(double done, std::optional<double> left)
 {
     m_bar->setValue(int(done * m_bar->maximum()));
     const QString share = RecordingUiTexts::tr("%1 %2 %").arg(m_model.busy()).arg(int(done * 100));
-    m_progress->setText(left ? RecordingUiTexts::tr("%1, %2 left").arg(share, FilmTime::text(*left).section('.', 0, 0))
-                             : share);
+    m_progress->setText(
+        left ? RecordingUiTexts::tr("%1, %2 left").arg(share, FilmTime::text(*left).section('.', 0, 0))
+             : share);
 }
 
 void VideoEditorView::follow()
@@ -316,9 +318,8 @@ void VideoEditorView::keyPressEvent(QKeyEvent *event)
         Q_EMIT trimCancelled();
     else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_model.isTrimming())
         qobject_cast<QLineEdit *>(focusWidget()) ? setFocus() : trimConfirmed(); // what was typed first
-    else if (m_timeline->isEnabled() &&
-             (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right ||
-              event->key() == Qt::Key_Home || event->key() == Qt::Key_End))
+    else if (m_timeline->isEnabled() && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right ||
+                                         event->key() == Qt::Key_Home || event->key() == Qt::Key_End))
         QCoreApplication::sendEvent(m_timeline, event);
     else
         QWidget::keyPressEvent(event);

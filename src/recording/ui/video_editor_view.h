@@ -16,8 +16,8 @@ class QProgressBar;
 class QPushButton;
 class QStackedLayout;
 
-// The window of a film: its picture, the line of time, and one bar, which holds what can be done with the film,
-// the fields of a trim, or how far an export is.
+// The window of a film: its picture, the line of time, and one bar, which holds what can be done with the
+// film, the fields of a trim, or how far an export is.
 class VideoEditorView : public QWidget {
     Q_OBJECT
 public:

@@ -70,7 +70,8 @@ void VideoEditorWindowController::joinPlayer()
     });
     connect(&m_view->canvas(), &FilmCanvas::pixelsChanged, this,
             [this] { m_player.setBounds(m_view->canvas().pixels()); });
-    connect(&m_strip, &FilmStrip::changed, this, [this] { m_view->timeline().setPictures(m_strip.pictures()); });
+    connect(&m_strip, &FilmStrip::changed, this,
+            [this] { m_view->timeline().setPictures(m_strip.pictures()); });
     connect(m_view.get(), &VideoEditorView::playToggled, this, &VideoEditorWindowController::togglePlaying);
 }
 
@@ -222,9 +223,8 @@ void VideoEditorWindowController::showCaptions()
                                      m_ports.pasteboard, m_ports.notices, m_ports.pending, m_ports.threads},
                                     m_path, m_captions,
                                     m_model.isTrimmed() ? std::optional(m_model.part()) : std::nullopt);
-    connect(sheet, &CaptionsSheet::heard, this, [this](double from, double to) {
-        m_player.playFrom(from, std::min(to, m_model.duration()));
-    });
+    connect(sheet, &CaptionsSheet::heard, this,
+            [this](double from, double to) { m_player.playFrom(from, std::min(to, m_model.duration())); });
     connect(sheet, &Sheet::closed, &m_player, &MoviePlayer::pause);
     sheet->open();
 }

@@ -38,7 +38,8 @@ WebcamBubbleWindow::WebcamBubbleWindow(Cameras &cameras, NoticeBoard &notices, c
     const auto lost = [link = m_link] {
         const std::lock_guard lock(link->mutex);
         if (link->window)
-            QMetaObject::invokeMethod(link->window, &WebcamBubbleWindow::tellUnavailable, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(link->window, &WebcamBubbleWindow::tellUnavailable,
+                                      Qt::QueuedConnection);
     };
     const auto opened = runInBackground([&cameras, link = m_link, side, take, lost]() -> Result<void> {
         auto stream = cameras.open(side, take, lost);

@@ -9,8 +9,8 @@
 class Cameras;
 class NoticeBoard;
 
-// A camera's picture, round and mirrored, which can be dragged about. Shows up with the first picture; without a
-// camera a notice says so and it never does.
+// A camera's picture, round and mirrored, which can be dragged about. Shows up with the first picture;
+// without a camera a notice says so and it never does.
 class WebcamBubbleWindow : public QWidget {
     Q_OBJECT
 public:
