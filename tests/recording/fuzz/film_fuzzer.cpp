@@ -27,6 +27,13 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8 *data, size_t size)
         heard += qint64(samples.size());
         return heard < 16000 * 10;
     }));
+    // Parts of ordinary length: a broken film may tell of days.
+    if (frames && (*frames)->info().duration < 10) {
+        WorkProgress progress;
+        const QString part = folder.filePath("part.mp4");
+        static_cast<void>(movies->exportMp4(path, part, (*frames)->info().duration / 3, (*frames)->info().duration,
+                                            progress));
+    }
     // What broke off may hold anything as well.
     const QString target = folder.filePath("finished.mov");
     static_cast<void>(movies->finish(path, target, std::nullopt));
