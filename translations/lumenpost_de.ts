@@ -2396,6 +2396,10 @@
         <source>Couldn&apos;t create the guide.</source>
         <translation>Die Anleitung konnte nicht erstellt werden.</translation>
     </message>
+    <message>
+        <source>%1 can only be had back from the Trash.</source>
+        <translation>%1 lässt sich nur noch aus dem Papierkorb zurückholen.</translation>
+    </message>
 </context>
 <context>
     <name>LibraryUiTexts</name>
@@ -3228,6 +3232,17 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
             <numerusform>%n frühere Version</numerusform>
             <numerusform>%n frühere Versionen</numerusform>
         </translation>
+    </message>
+    <message numerus="yes">
+        <source>Put %n item(s) back</source>
+        <translation>
+            <numerusform>%n Objekt zurückgelegt</numerusform>
+            <numerusform>%n Objekte zurückgelegt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
     </message>
 </context>
 <context>

@@ -2396,6 +2396,10 @@
         <source>Couldn&apos;t create the guide.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 can only be had back from the Trash.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryUiTexts</name>
@@ -3227,6 +3231,17 @@ Space previews, Return opens.</source>
             <numerusform>%n earlier version</numerusform>
             <numerusform>%n earlier versions</numerusform>
         </translation>
+    </message>
+    <message numerus="yes">
+        <source>Put %n item(s) back</source>
+        <translation>
+            <numerusform>Put %n item back</numerusform>
+            <numerusform>Put %n items back</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

@@ -376,6 +376,9 @@ void AppDelegate::buildLibraryWindow()
         .indexing = *m_indexing,
         .openItem = [this](const QString &path) { m_documents->openLibraryItem(path); },
     });
+    // The user's captures come first.
+    connect(&m_activity, &Activity::changed, m_indexing.get(),
+            [this] { m_indexing->setPaused(!m_activity.isIdle()); });
     m_windows->provide(SingletonWindows::Kind::Library, [this] {
         m_indexing->indexMissingText();
         return std::make_unique<LibraryWindow>(LibraryPorts{

@@ -54,7 +54,8 @@ std::optional<QSize> pixelSizeOf(const QByteArray &bytes);
 
 // Freshly decoded, orientation applied, longest edge at most maxPixels.
 std::optional<QImage> thumbnail(const QString &path, int maxPixels);
-// Where the cached thumbnail of the file's present state lies: beside it, in ".lumenpost/thumbs/".
+// Where the cached thumbnail of the file's present state lies: in a folder for each folder of pictures among
+// the user's caches, since people synchronise their pictures, and what can be made anew need not go with them.
 QString cachePath(const QString &path, int maxPixels);
 // From the cache, or made and stored there; sizes share buckets of 256 pixels.
 std::optional<QImage> cachedThumbnail(const QString &path, int maxPixels);

@@ -5,8 +5,18 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <cmath>
 #include <tuple>
+
+namespace {
+
+QString digest(const QString &text)
+{
+    return QLatin1String(QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).left(12).toHex());
+}
+
+} // namespace
 
 QString ImageFiles::cachePath(const QString &path, int maxPixels)
 {
@@ -15,9 +25,9 @@ QString ImageFiles::cachePath(const QString &path, int maxPixels)
     const QChar bar = QLatin1Char('|');
     const QString key = info.fileName() + bar + QString::number(info.exists() ? info.size() : 0) + bar +
                         QString::number(seconds) + bar + QString::number(maxPixels);
-    const QByteArray hash =
-        QCryptographicHash::hash(key.toUtf8(), QCryptographicHash::Sha256).left(12).toHex();
-    return info.dir().filePath(QStringLiteral(".lumenpost/thumbs/%1.jpg").arg(QLatin1String(hash)));
+    return QStringLiteral("%1/lumenpost/thumbs/%2/%3.jpg")
+        .arg(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation), digest(info.absolutePath()),
+             digest(key));
 }
 
 std::optional<QImage> ImageFiles::cachedThumbnail(const QString &path, int maxPixels)

@@ -140,7 +140,10 @@ QByteArray jsonOf(const CatalogData &data, const QString &name)
     }
     if (name == kFavorites) {
         QJsonArray array;
-        for (const QString &favorite : data.favorites)
+        // In an order of its own, the same on every machine.
+        QStringList names(data.favorites.begin(), data.favorites.end());
+        names.sort();
+        for (const QString &favorite : names)
             array.append(favorite);
         return QJsonDocument(array).toJson(QJsonDocument::Compact);
     }

@@ -45,9 +45,8 @@ bool Companions::hasSiblingImage(const QString &name) const
     return std::ranges::any_of(Library::imageExtensions(), [&](const QString &extension) {
         const QString base = baseOf(name) + QLatin1Char('.');
         const QStringList candidates{base + extension, base + extension.toUpper()};
-        return std::ranges::any_of(candidates, [&](const QString &candidate) {
-            return candidate != name && isThere(candidate);
-        });
+        return std::ranges::any_of(
+            candidates, [&](const QString &candidate) { return candidate != name && isThere(candidate); });
     });
 }
 
@@ -119,22 +118,65 @@ void Companions::moveVersions(const QString &oldName, const QString &newName) co
     QDir().rmdir(from); // if nothing is left
 }
 
-void Companions::forget(const QString &name) const
+namespace {
+
+const QString kAsideProject = QStringLiteral("/project");
+const QString kAsideVersions = QStringLiteral("/versions");
+
+// Into that place, or away for good where it has no name.
+void drop(const QString &folder, const QString &target)
 {
+    if (target.isEmpty() || !QDir().rename(folder, target))
+        QDir(folder).removeRecursively();
+}
+
+} // namespace
+
+bool Companions::hasAny(const QString &name) const
+{
+    return QFileInfo::exists(projectDirectory(name)) || QFileInfo::exists(versionsDirectory(name));
+}
+
+void Companions::setAside(const QString &name, const QString &folder) const
+{
+    const auto aside = [&folder](const QString &place) {
+        return folder.isEmpty() ? QString() : folder + place;
+    };
     if (QFileInfo::exists(projects())) {
         const auto lock = FileLock::take(ProjectSave::lockFile(projects()));
         const QString project = projectDirectory(name);
-        if (isProjectOf(name, project))
-            QDir(project).removeRecursively();
+        if (QFileInfo::exists(project) && isProjectOf(name, project))
+            drop(project, aside(kAsideProject));
     }
     const QString versions = versionsDirectory(name);
     if (!QFileInfo::exists(versions))
         return;
     const VersionFolders folders = VersionFolders::of(versions, name, m_folder);
-    if (!folders.hasOthers) {
-        QDir(versions).removeRecursively();
-        return;
-    }
+    if (!folders.hasOthers)
+        return drop(versions, aside(kAsideVersions));
+    if (!folder.isEmpty())
+        QDir().mkpath(aside(kAsideVersions));
     for (const LibraryVersion &version : folders.own)
-        QDir(version.folder).removeRecursively();
+        drop(version.folder, aside(kAsideVersions + QLatin1Char('/') + QFileInfo(version.folder).fileName()));
+}
+
+void Companions::takeBack(const QString &name, const QString &folder) const
+{
+    if (const QString project = folder + kAsideProject; QFileInfo::exists(project)) {
+        QDir().mkpath(projects());
+        const auto lock = FileLock::take(ProjectSave::lockFile(projects()));
+        QString target = projectDirectory(name);
+        if (QFileInfo::exists(target))
+            target = projects() + QStringLiteral("/.") + name;
+        if (!QFileInfo::exists(target) && QDir().rename(project, target))
+            ProjectSave::setOwner(target, name);
+    }
+    const QDir versions(folder + kAsideVersions);
+    const QStringList stamps = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    if (stamps.isEmpty())
+        return;
+    const QString target = versionsDirectory(name);
+    QDir().mkpath(target);
+    for (const QString &stamp : stamps)
+        QDir().rename(versions.filePath(stamp), target + QLatin1Char('/') + stamp);
 }

@@ -22,7 +22,13 @@ public:
 
     // The file has a new name, or has gone.
     void follow(const QString &oldName, const QString &newName) const;
-    void forget(const QString &name) const;
+    void forget(const QString &name) const { setAside(name, {}); }
+    // The same, but all of it is moved into a folder, unless its name is empty.
+    void setAside(const QString &name, const QString &folder) const;
+    // Gives what was set aside to a file, which need not have the name that it had.
+    void takeBack(const QString &name, const QString &folder) const;
+    // Whether there is anything.
+    bool hasAny(const QString &name) const;
 
 private:
     QString projects() const;

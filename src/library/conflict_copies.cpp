@@ -101,33 +101,37 @@ QStringList ConflictCopies::in(const QString &directory)
     return names;
 }
 
-Result<int> ConflictCopies::takeIn(Library &library)
+ConflictCopies::Copies ConflictCopies::read(const QString &directory)
 {
-    const QDir directory(Companions::hiddenIn(library.folder()));
-    QStringList taken;
-    CatalogData others;
-    for (const QString &name : in(directory.path())) {
-        const auto data = dataAt(directory.filePath(name), *partOf(name));
+    Copies copies;
+    for (const QString &name : in(directory)) {
+        const auto data = dataAt(QDir(directory).filePath(name), *partOf(name));
         if (!data) {
             Log::error(QStringLiteral("%1 could not be understood and stays").arg(name));
             continue;
         }
-        others = LibraryBackup::merged(others, *data);
-        taken.append(name);
+        copies.data = LibraryBackup::merged(copies.data, *data);
+        copies.names.append(name);
     }
-    if (taken.isEmpty())
+    return copies;
+}
+
+Result<int> ConflictCopies::takeIn(Library &library, const Copies &copies)
+{
+    if (copies.names.isEmpty())
         return 0;
     LibraryCatalog &catalog = library.catalog();
     {
         const auto lock = catalog.begin();
-        catalog.store(lock,
-                      CatalogPatch::between(catalog.data(), LibraryBackup::merged(catalog.data(), others)));
+        catalog.store(
+            lock, CatalogPatch::between(catalog.data(), LibraryBackup::merged(catalog.data(), copies.data)));
     }
     // Only what is safe elsewhere may go.
-    if (auto stored = catalog.flush(); !stored)
+    if (auto stored = catalog.stored(); !stored)
         return std::unexpected(stored.error());
-    for (const QString &name : taken)
+    const QDir directory(Companions::hiddenIn(library.folder()));
+    for (const QString &name : copies.names)
         QFile::remove(directory.filePath(name));
-    Log::info(QStringLiteral("Took in %1 conflicting copies of metadata").arg(taken.size()));
-    return static_cast<int>(taken.size());
+    Log::info(QStringLiteral("Took in %1 conflicting copies of metadata").arg(copies.names.size()));
+    return static_cast<int>(copies.names.size());
 }

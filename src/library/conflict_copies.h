@@ -2,6 +2,8 @@
 
 #include "base/result.h"
 
+#include "library/catalog_patch.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,8 +16,15 @@ namespace ConflictCopies {
 bool isOne(const QString &name);
 QStringList in(const QString &directory);
 
-// Merges what the copies know into the catalog by the rules of an import, and removes those that have been
-// taken in. One that can't be understood stays. The number taken in.
-Result<int> takeIn(Library &library);
+// What the copies of a directory know together. One that can't be understood stays, and is left out. Callable
+// from any thread.
+struct Copies {
+    QStringList names;
+    CatalogData data;
+};
+Copies read(const QString &directory);
+// Merges them into the catalog by the rules of an import, and removes those that have been taken in once what
+// they knew is stored. The number taken in. Main thread only.
+Result<int> takeIn(Library &library, const Copies &copies);
 
 } // namespace ConflictCopies

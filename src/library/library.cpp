@@ -8,6 +8,7 @@
 #include "base/scratch_folder.h"
 #include "document/image_files.h"
 #include "library/companions.h"
+#include "library/conflict_copies.h"
 #include "library/folder_watch.h"
 #include "library/intent.h"
 #include "library/library_names.h"
@@ -327,7 +328,7 @@ Result<QString> Library::remove(const QString &path)
 {
     if (!contains(path))
         return notOfLibrary(path);
-    return finishTrashing(path, m_trash.prepare(path, m_stop.get_token()));
+    return finishTrashing(path, m_trash.prepare(path, m_stop.get_token()), Undo::None);
 }
 
 QFuture<QList<Library::Outcome>> Library::removeInBackground(const QStringList &paths)
@@ -339,8 +340,56 @@ QFuture<QList<Library::Outcome>> Library::removeInBackground(const QStringList &
     return outcomes->future();
 }
 
+QFuture<QList<Library::Outcome>> Library::putBackInBackground(const QStringList &trashed)
+{
+    auto outcomes = std::make_shared<Outcomes>();
+    outcomes->start();
+    Q_EMIT working(QStringLiteral("putting back what was removed"), QFuture<void>(outcomes->future()));
+    putBackEach(trashed, outcomes);
+    return outcomes->future();
+}
+
+Task<> Library::putBackEach(QStringList trashed, std::shared_ptr<Outcomes> outcomes)
+{
+    QList<Outcome> done;
+    for (const QString &path : trashed) {
+        const auto capture = m_removed.take(path);
+        if (!capture || !contains(capture->path)) {
+            done.append(
+                {path, fail(Error::Kind::NotFound,
+                            LibraryTexts::tr("%1 can only be had back from the Trash.").arg(nameOf(path)))});
+            continue;
+        }
+        const auto takeBack = [trash = &m_trash, path, target = capture->path, stop = m_stop.get_token()] {
+            return trash->takeBack(path, target, stop);
+        };
+        auto back = co_await guarded(runInBackground(takeBack), this);
+        if (!back && back.error().isCancelled())
+            co_return;
+        done.append({path, finishPuttingBack(*capture, std::move(back))});
+    }
+    outcomes->addResult(done);
+    outcomes->finish();
+}
+
+Result<QString> Library::finishPuttingBack(const RemovedCaptures::Capture &capture, Result<QString> back)
+{
+    if (!back)
+        return back;
+    const QString name = nameOf(*back);
+    const auto lock = m_catalog.begin();
+    if (!capture.aside.isEmpty())
+        Companions(folder()).takeBack(name, capture.aside);
+    m_catalog.store(lock, capture.patch(m_catalog.data(), name));
+    know({name});
+    Q_EMIT added({*back});
+    Q_EMIT changed();
+    return back;
+}
+
 Task<> Library::removeEach(QStringList paths, std::shared_ptr<Outcomes> outcomes)
 {
+    m_removed.begin();
     QList<Outcome> done;
     for (const QString &path : paths) {
         if (!contains(path)) {
@@ -353,14 +402,15 @@ Task<> Library::removeEach(QStringList paths, std::shared_ptr<Outcomes> outcomes
         auto move = co_await guarded(runInBackground(prepare), this);
         if (!move && move.error().isCancelled())
             co_return;
-        done.append({path, finishTrashing(path, std::move(move))});
+        done.append({path, finishTrashing(path, std::move(move), Undo::Possible)});
     }
     outcomes->addResult(done);
     outcomes->finish();
 }
 
 // The quick rest of a removal, as one with what is known of the file.
-Result<QString> Library::finishTrashing(const QString &path, Result<std::unique_ptr<Trash::Move>> move)
+Result<QString> Library::finishTrashing(const QString &path, Result<std::unique_ptr<Trash::Move>> move,
+                                        Undo undo)
 {
     recover();
     const auto lock = m_catalog.begin();
@@ -370,9 +420,17 @@ Result<QString> Library::finishTrashing(const QString &path, Result<std::unique_
     if (auto written = Intent::write(Companions::hiddenIn(folder()), {name, {}, inodeOf(path)}); !written)
         return std::unexpected(written.error());
     const auto trashed = move ? (*move)->finish() : Result<QString>(std::unexpected(move.error()));
-    const bool isGone = !Companions(folder()).isThere(name);
-    if (isGone)
+    const Companions companions(folder());
+    const bool isGone = !companions.isThere(name);
+    if (isGone && trashed && undo == Undo::Possible) {
+        auto capture = RemovedCaptures::Capture::of(m_catalog.data(), path);
+        if (companions.hasAny(name))
+            capture.aside = m_removed.nextAside(Companions::hiddenIn(folder()));
+        finishRemove(lock, name, capture.aside);
+        m_removed.add(*trashed, std::move(capture));
+    } else if (isGone) {
         finishRemove(lock, name);
+    }
     Intent::clear(Companions::hiddenIn(folder()));
     if (!trashed && !isGone) {
         Log::error(QStringLiteral("Couldn't move %1 to the Trash").arg(name), trashed.error());
@@ -385,9 +443,9 @@ Result<QString> Library::finishTrashing(const QString &path, Result<std::unique_
     return trashed;
 }
 
-void Library::finishRemove(const Result<FileLock> &lock, const QString &name)
+void Library::finishRemove(const Result<FileLock> &lock, const QString &name, const QString &aside)
 {
-    Companions(folder()).forget(name);
+    Companions(folder()).setAside(name, aside);
     m_catalog.store(lock, CatalogPatch::forgetting(m_catalog.data(), name));
 }
 
@@ -482,16 +540,41 @@ void Library::watch()
     const auto follow = [this] {
         m_catalog.followDisk();
         watchCatalog();
+        takeInCopies();
     };
     connect(m_catalogWatch.get(), &QFileSystemWatcher::directoryChanged, this, follow);
     connect(m_catalogWatch.get(), &QFileSystemWatcher::fileChanged, this, follow);
     watchCatalog();
+    takeInCopies();
     runInBackground([folder = folder()] {
         const QString hidden = Companions::hiddenIn(folder);
+        // Where earlier versions of the program kept thumbnails.
+        QDir(hidden + QStringLiteral("/thumbs")).removeRecursively();
         for (const QString &place :
              {folder, hidden, hidden + QStringLiteral("/projects"), hidden + QStringLiteral("/versions")})
             ScratchFolder::clearLeftovers(place);
     });
+}
+
+// What a tool that synchronises the folder put beside the catalog because another machine had changed it,
+// too.
+void Library::takeInCopies()
+{
+    if (m_isTakingIn)
+        return;
+    m_isTakingIn = true;
+    const QString directory = Companions::hiddenIn(folder());
+    whenDone(runInBackground([directory] { return ConflictCopies::read(directory); }), this,
+             [this, directory](const ConflictCopies::Copies &copies) {
+                 m_isTakingIn = false;
+                 if (copies.names.isEmpty() || directory != Companions::hiddenIn(folder()))
+                     return;
+                 if (const auto taken = ConflictCopies::takeIn(*this, copies); !taken)
+                     Log::error(QStringLiteral("Metadata of another machine can't be taken in"),
+                                taken.error());
+                 else
+                     Q_EMIT changed();
+             });
 }
 
 void Library::watchCatalog()

@@ -4,6 +4,7 @@
 #include "base/clock.h"
 #include "base/result.h"
 #include "library/library_catalog.h"
+#include "library/removed_captures.h"
 #include "platform/trash.h"
 
 #include <QDateTime>
@@ -78,6 +79,9 @@ public:
     Result<QString> remove(const QString &path);
     // The same for many, one after the other. What may take long runs on workers, while nothing is locked.
     QFuture<QList<Outcome>> removeInBackground(const QStringList &paths);
+    // Has files back that `removeInBackground` moved to the Trash lately, with all that was known of them and
+    // belonged to them; by their paths there.
+    QFuture<QList<Outcome>> putBackInBackground(const QStringList &trashed);
     // Cuts short what workers copy, for the end of the program.
     void stopCopying();
     // Whether a path is that of a file that can be of the Library. It need not be there.
@@ -118,23 +122,29 @@ private:
     void know(const QStringList &names);
     void followFolder();
     void watchCatalog();
+    void takeInCopies();
 
     std::function<Result<QString>()> copyOf(const QString &path);
     Task<> importEach(QStringList paths, std::shared_ptr<Outcomes> outcomes);
     Task<> removeEach(QStringList paths, std::shared_ptr<Outcomes> outcomes);
+    Task<> putBackEach(QStringList trashed, std::shared_ptr<Outcomes> outcomes);
+    Result<QString> finishPuttingBack(const RemovedCaptures::Capture &capture, Result<QString> back);
 
     // Renaming and removing in steps: what is done to the files, then what follows for the rest.
     void recover();
-    Result<QString> finishTrashing(const QString &path, Result<std::unique_ptr<Trash::Move>> move);
+    enum class Undo { None, Possible };
+    Result<QString> finishTrashing(const QString &path, Result<std::unique_ptr<Trash::Move>> move, Undo undo);
     void finishRename(const Result<FileLock> &lock, const QString &oldName, const QString &newName);
-    void finishRemove(const Result<FileLock> &lock, const QString &name);
+    void finishRemove(const Result<FileLock> &lock, const QString &name, const QString &aside = {});
 
     AppSettings &m_settings;
     Trash &m_trash;
     const Clock &m_clock;
     LibraryCatalog m_catalog;
     std::shared_ptr<Reservations> m_reservations; // names that workers fill
-    std::stop_source m_stop;                      // of what workers copy
+    bool m_isTakingIn = false;                    // what another machine wrote
+    RemovedCaptures m_removed;
+    std::stop_source m_stop; // of what workers copy
     std::unique_ptr<FolderWatch> m_watch;
     std::unique_ptr<QFileSystemWatcher> m_catalogWatch;
 };

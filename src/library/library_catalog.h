@@ -21,9 +21,9 @@
 // What is known of the Library's files beyond themselves: favourites, collections, sources, descriptions,
 // recognised texts. Keyed by file name; a path counts as its name. Names may outlive their files.
 //
-// A change is made on what is then on disk, under a lock that other processes heed, and is stored at once in a
-// journal; a worker takes the journal into the JSON files a moment later. A change that can't be stored holds
-// for this process, and is tried again with the next one. Main thread only.
+// A change is made on what is then on disk, under a lock that other processes heed, and is stored at once in
+// a journal; a worker takes the journal into the JSON files a moment later. A change that can't be stored
+// holds for this process, and is tried again with the next one. Main thread only.
 class LibraryCatalog : public QObject {
     Q_OBJECT
 public:
@@ -56,6 +56,11 @@ public:
 
     // Waits until all changes are in the JSON files, or tells why they aren't.
     Result<void> flush();
+    // Whether all changes are on disk, in the journal at least.
+    Result<void> stored() const
+    {
+        return m_lastError ? Result<void>(std::unexpected(*m_lastError)) : Result<void>();
+    }
     // Looks for what other processes changed, and reads it on a worker.
     void followDisk();
     QStringList jsonPaths() const { return m_files->jsonPaths(); }

@@ -45,6 +45,12 @@ public:
             preparing();
         return std::make_unique<FakeMove>(*this, path);
     }
+    Result<QString> takeBack(const QString &trash, const QString &path, const std::stop_token &) override
+    {
+        if (refuses || !QFile::rename(trash, path))
+            return fail(QStringLiteral("The Trash keeps it."));
+        return path;
+    }
 
     bool refuses = false;
     std::function<void()> preparing; // on the thread that prepares

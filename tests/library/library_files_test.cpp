@@ -272,3 +272,36 @@ TEST_F(LibraryFilesTest, TellsWhatOtherProgramsDoInTheFolderAndNotWhatItDoesItse
     ASSERT_TRUE(QTest::qWaitFor([&] { return changed.count() >= 1; }));
     EXPECT_EQ(removed.count(), 2) << "its own work is told once";
 }
+
+TEST_F(LibraryFilesTest, HasBackWhatWasRemovedWithAllThatWasKnownOfIt)
+{
+    for (const char *name : {"a.png", "b.png", "c.png"})
+        put(name, name);
+    putProject("b", "b.png");
+    put(".lumenpost/versions/b/1700000000000/b.png", "earlier");
+    LibraryCatalog &catalog = m_library->catalog();
+    const QUuid bugs = catalog.createCollection("Bugs");
+    catalog.add({"a.png", "b.png", "c.png"}, bugs);
+    catalog.setFavorite("b.png", true);
+    catalog.setIndexedText("b.png", "words");
+    catalog.setSource("b.png", "Terminal");
+    const CatalogData before = catalog.data();
+
+    const auto removing = m_library->removeInBackground({inFolder("b.png")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return removing.isFinished(); }));
+    const QString trashed = removing.result().first().result.value();
+    EXPECT_FALSE(exists("b.png") || exists(".lumenpost/projects/b") || exists(".lumenpost/versions/b"));
+    EXPECT_FALSE(catalog.isFavorite("b.png"));
+
+    const auto putBack = [&](const QString &path) {
+        const auto back = m_library->putBackInBackground({path});
+        EXPECT_TRUE(QTest::qWaitFor([&] { return back.isFinished(); }));
+        return back.result().first().result;
+    };
+    EXPECT_EQ(putBack(trashed), inFolder("b.png"));
+    EXPECT_EQ(contents("b.png"), "b.png");
+    EXPECT_EQ(contents(".lumenpost/versions/b/1700000000000/b.png"), "earlier");
+    EXPECT_TRUE(exists(".lumenpost/projects/b/project.json"));
+    EXPECT_EQ(catalog.data(), before);
+    EXPECT_FALSE(putBack(trashed)) << "it is there only once";
+}

@@ -52,6 +52,9 @@ TEST_F(LibraryWindowTest, DeleteMovesToTheTrashTellsAndGoesOnThere)
     QTest::keyClick(&grid(), Qt::Key_Left);
     EXPECT_EQ(m_model->selectedPaths().size(), 1);
     EXPECT_EQ(grid().current(), m_model->visibleIndex(m_model->selectedPaths().first()));
+    QTest::keyClick(&grid(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_model->visibleCount() == 10; }));
+    EXPECT_TRUE(QFile::exists(inFolder("A")));
 }
 
 TEST_F(LibraryWindowTest, ThePointerSelectsOneSeveralAndABand)

@@ -30,6 +30,16 @@ int countOf(const QList<Library::Outcome> &outcomes)
                       [](const Library::Outcome &outcome) { return outcome.result.has_value(); }));
 }
 
+QStringList placesOf(const QList<Library::Outcome> &outcomes)
+{
+    QStringList places;
+    for (const Library::Outcome &outcome : outcomes) {
+        if (outcome.result)
+            places.append(*outcome.result);
+    }
+    return places;
+}
+
 std::optional<Error> firstFailure(const QList<Library::Outcome> &outcomes)
 {
     for (const Library::Outcome &outcome : outcomes) {
@@ -37,6 +47,21 @@ std::optional<Error> firstFailure(const QList<Library::Outcome> &outcomes)
             return outcome.result.error();
     }
     return std::nullopt;
+}
+
+// Both live as long as the program.
+void putBack(Library &library, NoticeBoard &notices, const QStringList &trashed)
+{
+    if (trashed.isEmpty())
+        return;
+    whenDone(library.putBackInBackground(trashed), &notices,
+             [&notices](const QList<Library::Outcome> &outcomes) {
+                 if (const auto failure = firstFailure(outcomes))
+                     notices.post(failure->message, kWarning);
+                 if (const int back = countOf(outcomes); back > 0)
+                     notices.post(LibraryUiTexts::tr("Put %n item(s) back", nullptr, back),
+                                  QStringLiteral("arrow.uturn.backward"));
+             });
 }
 
 } // namespace
@@ -242,18 +267,34 @@ QFuture<QList<Library::Outcome>> LibraryActions::trashTelling(const QStringList 
     // What is told outlives this window.
     NoticeBoard *notices = &m_ports.notices;
     const auto removing = m_ports.model.library().removeInBackground(paths);
+    Library *library = &m_ports.model.library();
     auto *watcher = new QFutureWatcher<QList<Library::Outcome>>(notices);
-    connect(watcher, &QFutureWatcherBase::finished, notices, [notices, watcher] {
-        watcher->deleteLater();
-        const QList<Library::Outcome> outcomes = watcher->result();
-        if (const auto failure = firstFailure(outcomes))
-            notices->post(failure->message, kWarning);
-        if (const int moved = countOf(outcomes); moved > 0)
-            notices->post(LibraryUiTexts::tr("Moved %n item(s) to the Trash", nullptr, moved),
-                          QStringLiteral("trash"));
-    });
+    connect(watcher, &QFutureWatcherBase::finished, notices,
+            [notices, library, watcher, alive = QPointer<LibraryActions>(this)] {
+                watcher->deleteLater();
+                const QList<Library::Outcome> outcomes = watcher->result();
+                if (const auto failure = firstFailure(outcomes))
+                    notices->post(failure->message, kWarning);
+                const QStringList trashed = placesOf(outcomes);
+                if (trashed.isEmpty())
+                    return;
+                if (alive)
+                    alive->m_trashed = trashed;
+                Notice notice{LibraryUiTexts::tr("Moved %n item(s) to the Trash", nullptr,
+                                                 static_cast<int>(trashed.size())),
+                              QStringLiteral("trash")};
+                notice.actions.append(
+                    {LibraryUiTexts::tr("Undo"), QStringLiteral("arrow.uturn.backward"),
+                     [library, notices, trashed] { putBack(*library, *notices, trashed); }});
+                notices->post(notice);
+            });
     watcher->setFuture(removing);
     return removing;
+}
+
+void LibraryActions::undoTrash()
+{
+    putBack(m_ports.model.library(), m_ports.notices, std::exchange(m_trashed, {}));
 }
 
 void LibraryActions::importFiles(const QStringList &paths)

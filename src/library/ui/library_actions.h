@@ -67,6 +67,8 @@ public:
     void trash(const QStringList &paths);
     // The same for who wants to know when it has been done.
     QFuture<QList<Library::Outcome>> trashTelling(const QStringList &paths);
+    // Has back what was last moved to the Trash from this window.
+    void undoTrash();
     void importFiles(const QStringList &paths);
     void chooseFilesToImport();
 
@@ -82,4 +84,5 @@ private:
 
     LibraryPorts m_ports;
     QWidget *m_over;
+    QStringList m_trashed; // by their paths in the Trash
 };

@@ -66,6 +66,8 @@ void LibraryGrid::keyPressEvent(QKeyEvent *event)
     const int right = layoutDirection() == Qt::RightToLeft ? -1 : 1;
     if (event->matches(QKeySequence::SelectAll))
         return m_model.selectAll();
+    if (event->matches(QKeySequence::Undo))
+        return m_actions.undoTrash();
     if (event->matches(QKeySequence::Copy)) {
         if (const QStringList selected = m_model.selectedPaths(); selected.size() == 1)
             m_actions.copy(selected.first());

@@ -266,3 +266,21 @@ Result<std::unique_ptr<Trash::Move>> DesktopTrash::prepare(const QString &path, 
         return std::make_unique<PlainMove>(path, *place);
     return CopiedMove::make(path, *home, state, stop);
 }
+
+Result<QString> DesktopTrash::takeBack(const QString &trashed, const QString &path, const std::stop_token &stop)
+{
+    const QFileInfo target(path);
+    const QString folder = target.absolutePath();
+    auto back = AtomicFile::moveNew(trashed, folder, target.completeBaseName(), target.suffix());
+    if (!back) { // it may lie on another volume
+        back = AtomicFile::copyNew(trashed, folder, target.completeBaseName(), target.suffix(), {}, stop);
+        if (back)
+            unlink(FileName::toBytes(trashed).constData());
+    }
+    if (!back)
+        return back;
+    const QFileInfo file(trashed);
+    const Place place{QFileInfo(file.absolutePath()).absolutePath(), {}};
+    unlink(FileName::toBytes(place.record(file.fileName())).constData());
+    return back;
+}

@@ -48,6 +48,10 @@ TEST_P(TrashContract, MovesFilesAsTheyAreAlsoThoseOfOneName)
     EXPECT_EQ(contents(*first), "one");
     EXPECT_EQ(contents(*second), "two");
     EXPECT_EQ(move().error().kind, Error::Kind::NotFound);
+    EXPECT_EQ(trash->takeBack(*first, path, {}), path);
+    EXPECT_EQ(contents(path), "one");
+    EXPECT_FALSE(QFile::exists(*first));
+    EXPECT_FALSE(trash->takeBack(*first, folder.path("again.png"), {}));
 }
 
 TEST_P(SecretsContract, KeepsReplacesAndRemovesOneValueForEachAccount)
