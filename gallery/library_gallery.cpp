@@ -108,8 +108,10 @@ int main(int argc, char **argv)
     Library library{prefs, fakes.trash, clock};
     TipCenter tips{&prefs};
     library.ensureDirectory();
-    if (!words.positionalArguments().isEmpty())
-        library.importFiles(words.positionalArguments());
+    if (!words.positionalArguments().isEmpty()) {
+        for (const QString &path : words.positionalArguments())
+            std::ignore = library.importFile(path);
+    }
     if (!words.isSet("empty"))
         fill(library);
     LibraryModel model{library, defaults, clock};
