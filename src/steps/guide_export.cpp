@@ -22,7 +22,7 @@ namespace GuideExport {
 namespace {
 
 constexpr int kMostAtOnce = 4;          // each holds some pictures of a screen
-constexpr qsizetype kLongestName = 120; // leaves room for counters within a file system's 255 bytes
+constexpr qsizetype kLongestName = 200; // bytes: leaves room for a counter within a file system's 255
 
 // Made here and by nobody else: a taken name gets a number.
 Result<QString> ownFolder(const QString &directory, const QString &name)
@@ -89,9 +89,8 @@ QString fileName(const QString &title)
     // A leading dot would hide it, or lead to another folder.
     while (name.startsWith('.'))
         name.remove(0, 1);
-    name.truncate(kLongestName);
-    while (!name.isEmpty() && name.back().isHighSurrogate())
-        name.chop(1);
+    while (name.toUtf8().size() > kLongestName)
+        name.chop(name.back().isLowSurrogate() ? 2 : 1);
     return name.trimmed().isEmpty() ? StepsTexts::tr("How-To Guide") : name;
 }
 

@@ -9,7 +9,8 @@
 #include <memory>
 #include <mutex>
 
-// A web server on loopback, on a thread of its own, that answers every whole request with the same bytes.
+// A web server on loopback, on a thread of its own, that answers whole requests with the bytes it was given:
+// one after the other, the last for ever.
 class LoopbackServer {
 public:
     enum class Then { Close, StayOpen };
@@ -23,7 +24,10 @@ public:
     explicit LoopbackServer(QByteArray answer, Then then = Then::Close)
         : LoopbackServer(std::move(answer), Manner{.then = then})
     {}
-    LoopbackServer(QByteArray answer, Manner manner) : m_answer(std::move(answer)), m_manner(manner)
+    LoopbackServer(QByteArray answer, Manner manner)
+        : LoopbackServer(QByteArrayList{std::move(answer)}, manner)
+    {}
+    LoopbackServer(QByteArrayList answers, Manner manner) : m_answers(std::move(answers)), m_manner(manner)
     {
         m_thread.start();
         QMetaObject::invokeMethod(&m_context, [this] { listen(); }, Qt::BlockingQueuedConnection);
@@ -40,6 +44,12 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         return m_request;
+    }
+    // The whole ones, each by itself.
+    QByteArrayList requests() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_requests;
     }
 
     static QByteArray reply(const QByteArray &body, const QByteArray &status = "200 OK")
@@ -78,24 +88,32 @@ private:
         const qsizetype at = heads.indexOf("content-length: ");
         const qsizetype length =
             at < 0 ? 0 : heads.mid(at + 16, heads.indexOf('\r', at) - at - 16).toLongLong();
-        if (all.size() >= head + 4 + length)
-            answer(socket, 0);
+        if (all.size() < head + 4 + length)
+            return;
+        socket->setProperty("answer", m_answers.size() > 1 ? m_answers.takeFirst() : m_answers.first());
+        {
+            const std::lock_guard lock(m_mutex);
+            m_requests.append(all);
+        }
+        answer(socket, 0);
     }
     void answer(QTcpSocket *socket, int piece)
     {
-        const qsizetype from = m_answer.size() * piece / m_manner.pieces;
-        const qsizetype to = m_answer.size() * (piece + 1) / m_manner.pieces;
-        socket->write(m_answer.mid(from, to - from));
+        const QByteArray whole = socket->property("answer").toByteArray();
+        const qsizetype from = whole.size() * piece / m_manner.pieces;
+        const qsizetype to = whole.size() * (piece + 1) / m_manner.pieces;
+        socket->write(whole.mid(from, to - from));
         if (piece + 1 < m_manner.pieces)
             QTimer::singleShot(m_manner.pause, socket, [=, this] { answer(socket, piece + 1); });
         else if (m_manner.then == Then::Close)
             socket->disconnectFromHost();
     }
 
-    QByteArray m_answer;
+    QByteArrayList m_answers;
     Manner m_manner;
     mutable std::mutex m_mutex;
     QByteArray m_request;
+    QByteArrayList m_requests;
     quint16 m_port = 0;
     QThread m_thread;
     Context m_context{&m_thread};

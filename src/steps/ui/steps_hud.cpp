@@ -8,7 +8,6 @@
 #include "ui/symbol.h"
 #include "ui/theme.h"
 #include "ui/tips.h"
-#include "ui/tips.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -7,6 +7,7 @@
 #include "steps/ui/step_list.h"
 #include "steps/ui/texts.h"
 #include "ui/controls.h"
+#include "ui/progress_line.h"
 #include "ui/sheet.h"
 #include "ui/theme.h"
 
@@ -24,31 +25,7 @@ namespace {
 
 constexpr QSize kSize(980, 780);
 constexpr QSize kLeast(640, 420);
-const QString kWarning = QStringLiteral("exclamationmark.triangle.fill");
-
-// A thin line over the list for work that has a length.
-class ProgressLine : public QWidget {
-public:
-    explicit ProgressLine(StepsGuideModel &model) : m_model(model)
-    {
-        setFixedHeight(2);
-        connect(&model, &StepsGuideModel::statusChanged, this, [this] { update(); });
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        const auto progress = m_model.progress();
-        if (!progress)
-            return;
-        QPainter painter(this);
-        painter.fillRect(rect(), Theme::tokens(this).track);
-        painter.fillRect(QRectF(0, 0, width() * *progress, height()), Theme::tokens(this).accent);
-    }
-
-private:
-    StepsGuideModel &m_model;
-};
+const auto kWarning = QStringLiteral("exclamationmark.triangle.fill");
 
 } // namespace
 
@@ -61,7 +38,11 @@ StepsReviewWindow::StepsReviewWindow(StepsGuideModel &model)
     column->setContentsMargins({});
     column->setSpacing(0);
     column->addWidget(m_header);
-    column->addWidget(new ProgressLine(model));
+    m_progress = new ProgressLine;
+    QSizePolicy keepsItsRoom = m_progress->sizePolicy();
+    keepsItsRoom.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(keepsItsRoom);
+    column->addWidget(m_progress);
     auto *pages = new QWidget;
     column->addWidget(pages, 1);
     m_stages = new QStackedLayout(pages);
@@ -75,6 +56,8 @@ StepsReviewWindow::StepsReviewWindow(StepsGuideModel &model)
     connect(&model, &StepsGuideModel::titleChanged, this, [this] { setWindowTitle(m_model.safeTitle()); });
     connect(&model, &StepsGuideModel::stepsChanged, this, &StepsReviewWindow::followSteps);
     connect(&model, &StepsGuideModel::refused, this, &StepsReviewWindow::tellOfUnsearched);
+    connect(&model, &StepsGuideModel::statusChanged, this, &StepsReviewWindow::followProgress);
+    followProgress();
     connect(m_header, &ReviewHeader::pdfWanted, this, &StepsReviewWindow::choosePdf);
     connect(m_header, &ReviewHeader::webFolderWanted, this, &StepsReviewWindow::chooseFolder);
     connect(m_list, &StepList::leftByTab, this, [this](int direction) {
@@ -98,6 +81,14 @@ void StepsReviewWindow::addShortcuts()
 void StepsReviewWindow::followSteps()
 {
     m_stages->setCurrentIndex(m_model.steps().isEmpty() ? 1 : 0);
+}
+
+void StepsReviewWindow::followProgress()
+{
+    constexpr int whole = 1000;
+    const auto progress = m_model.progress();
+    m_progress->setVisible(progress.has_value());
+    m_progress->set(int(progress.value_or(0) * whole), whole);
 }
 
 void StepsReviewWindow::chooseFolder()

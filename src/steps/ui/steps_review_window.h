@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class ProgressLine;
 class ReviewHeader;
 class StepList;
 class StepsGuideModel;
@@ -35,6 +36,7 @@ protected:
 private:
     void addShortcuts();
     void followSteps();
+    void followProgress();
     void chooseFolder();
     void choosePdf();
     void askWhatBecomesOfIt();
@@ -43,6 +45,7 @@ private:
 
     StepsGuideModel &m_model;
     ReviewHeader *m_header;
+    ProgressLine *m_progress;
     StepList *m_list;
     QStackedLayout *m_stages;
     QPointer<Sheet> m_question; // what becomes of the guide
