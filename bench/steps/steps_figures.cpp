@@ -1,6 +1,11 @@
 // Figures of guides from clicks, on a desktop of its own:
 //   bench_steps presses          tells each press of the left button, its caption and how long its picture
-//   took
+//                                took
+//   bench_steps guide            previews and exports of a long guide; STEPS=150
+//   bench_steps review           its review window: the first card, all previews, a dragged marker, memory;
+//                                STEPS=150 WIDTH=1920
+#include "steps_figures.h"
+
 #include "base/async.h"
 #include "document/image_files.h"
 #include "document/renderer.h"
@@ -14,14 +19,72 @@
 #include "steps/step_captions.h"
 #include "steps/steps_export.h"
 
+#include <QApplication>
 #include <QDebug>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <sys/resource.h>
+
+void print(const QString &line)
+{
+    std::puts(qPrintable(line));
+    std::fflush(stdout);
+}
+
+// A page of text, different for each step.
+QImage page(int number, int width)
+{
+    const double scale = width / 1920.0;
+    QImage image(width, width * 9 / 16, QImage::Format_RGB32);
+    image.fill(QColor(246, 246, 250));
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    painter.fillRect(0, 0, 260, 1080, QColor(230, 232, 240));
+    for (int line = 0; line < 48; ++line) {
+        painter.drawText(300, 40 + line * 21,
+                         QStringLiteral("Line %1 of page %2: the quick brown fox jumps over the lazy dog, "
+                                        "again and again, until the end of the line is reached")
+                             .arg(line)
+                             .arg(number));
+        painter.drawText(20, 40 + line * 21, QStringLiteral("Entry %1").arg(line * number));
+    }
+    return image;
+}
+
+int wanted(const char *name, int usual)
+{
+    const int value = qEnvironmentVariableIntValue(name);
+    return value > 0 ? value : usual;
+}
+
+std::optional<Guide> longGuide(const QString &folder)
+{
+    Guide guide;
+    guide.title = QStringLiteral("Bench");
+    guide.redact = true;
+    for (int i = 0; i < wanted("STEPS", 150); ++i) {
+        GuideStep step;
+        step.id = QUuid::createUuid();
+        step.image = StepPicture(page(i, wanted("WIDTH", 1920)));
+        if (const auto kept = step.image.moveTo(folder + QStringLiteral("/%1.png").arg(i)); !kept)
+            return std::nullopt;
+        step.click = QPointF(600 + i, 400);
+        step.redactions = {QRectF(0.2, 0.5, 0.2, 0.02)};
+        step.caption = QStringLiteral("Click “Entry %1”").arg(i);
+        guide.steps.append(step);
+    }
+    return guide;
+}
+
+qint64 mostMemory()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
 
 namespace {
 
@@ -32,12 +95,6 @@ QString applicationUnder(const Press &press)
             return window.owner;
     }
     return QStringLiteral("?");
-}
-
-void print(const QString &line)
-{
-    std::puts(qPrintable(line));
-    std::fflush(stdout);
 }
 
 int tellPresses(QGuiApplication &application)
@@ -72,42 +129,14 @@ int tellPresses(QGuiApplication &application)
     return application.exec();
 }
 
-// A page of text, different for each step.
-QImage page(int number)
-{
-    QImage image(1920, 1080, QImage::Format_RGB32);
-    image.fill(QColor(246, 246, 250));
-    QPainter painter(&image);
-    painter.fillRect(0, 0, 260, 1080, QColor(230, 232, 240));
-    for (int line = 0; line < 48; ++line) {
-        painter.drawText(300, 40 + line * 21,
-                         QStringLiteral("Line %1 of page %2: the quick brown fox jumps over the lazy dog, "
-                                        "again and again, until the end of the line is reached")
-                             .arg(line)
-                             .arg(number));
-        painter.drawText(20, 40 + line * 21, QStringLiteral("Entry %1").arg(line * number));
-    }
-    return image;
-}
-
 int tellGuide()
 {
-    const int kSteps =
-        qEnvironmentVariableIntValue("STEPS") > 0 ? qEnvironmentVariableIntValue("STEPS") : 150;
     QTemporaryDir folder;
-    Guide guide;
-    guide.title = QStringLiteral("Bench");
-    for (int i = 0; i < kSteps; ++i) {
-        GuideStep step;
-        step.id = QUuid::createUuid();
-        step.image = StepPicture(page(i));
-        if (const auto kept = step.image.moveTo(folder.filePath(QStringLiteral("%1.png").arg(i))); !kept)
-            return 1;
-        step.click = QPointF(600 + i, 400);
-        step.redactions = {QRectF(0.2, 0.5, 0.2, 0.02)};
-        guide.steps.append(step);
-    }
-    guide.redact = true;
+    const auto made = longGuide(folder.path());
+    if (!made)
+        return 1;
+    const Guide &guide = *made;
+    const int kSteps = int(guide.steps.size());
     QElapsedTimer timer;
     // On a machine that others use, too, the processor's time tells more than the clock.
     const auto processorTime = [] {
@@ -164,9 +193,7 @@ int tellGuide()
     const auto pdf =
         GuideExport::pdf(source, folder.filePath(QStringLiteral("out.pdf")), [](int, int) { return true; });
     print(QStringLiteral("pdf: %1 ms%2").arg(timer.elapsed()).arg(pdf ? QString() : pdf.error().message));
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    print(QStringLiteral("most memory: %1 MB").arg(usage.ru_maxrss / 1024));
+    print(QStringLiteral("most memory: %1 MB").arg(mostMemory()));
     return 0;
 }
 
@@ -174,12 +201,14 @@ int tellGuide()
 
 int main(int count, char **words)
 {
-    QGuiApplication application(count, words);
+    QApplication application(count, words);
     const QString what = count > 1 ? QString::fromLocal8Bit(words[1]) : QString();
     if (what == "presses")
         return tellPresses(application);
     if (what == "guide")
         return tellGuide();
-    print(QStringLiteral("bench_steps presses | guide"));
+    if (what == "review")
+        return tellReview(application);
+    print(QStringLiteral("bench_steps presses | guide | review"));
     return 2;
 }

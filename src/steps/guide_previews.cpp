@@ -6,6 +6,9 @@
 
 namespace {
 
+// Pixels. One that is larger takes more than a hundred megabytes until its preview is there.
+constexpr qint64 kLargePicture = 6'000'000;
+
 QString flag(bool on)
 {
     return on ? QStringLiteral("true") : QStringLiteral("false");
@@ -128,9 +131,18 @@ void GuidePreviews::packOthers()
     }
 }
 
+int GuidePreviews::mostAtOnce() const
+{
+    const bool hasLarge = std::ranges::any_of(m_waiting, [](const Order &order) {
+        const QSize size = order.step.image.size();
+        return qint64(size.width()) * size.height() > kLargePicture;
+    });
+    return hasLarge ? 1 : m_renderers.maxThreadCount();
+}
+
 void GuidePreviews::startNext()
 {
-    while (!m_waiting.isEmpty() && m_underWay.size() < m_renderers.maxThreadCount()) {
+    while (!m_waiting.isEmpty() && m_underWay.size() < mostAtOnce()) {
         const auto waits = [this](const QUuid &id) {
             return m_waiting.contains(id) && !m_underWay.contains(id);
         };

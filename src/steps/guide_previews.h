@@ -54,6 +54,7 @@ private:
         bool redact = false;
         QString key;
     };
+    int mostAtOnce() const;
     void startNext();
     void made(const QUuid &step, const QString &key, const QImage &image, const QByteArray &packed);
     void unpack(const QUuid &step);

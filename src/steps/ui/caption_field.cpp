@@ -59,11 +59,15 @@ QRect CaptionField::textRect(int width) const
 
 int CaptionField::heightForWidth(int width) const
 {
+    if (m_measured == std::pair(width, m_text))
+        return m_height;
     const QFontMetrics metrics(captionFont());
     const QString shown = m_text.isEmpty() ? placeholder() : m_text;
     const QRect bounds =
         metrics.boundingRect(textRect(width), Qt::TextWordWrap | Qt::TextWrapAnywhere, shown);
-    return std::max(bounds.height(), metrics.height()) + 2 * kAbove;
+    m_measured = std::pair(width, m_text);
+    m_height = std::max(bounds.height(), metrics.height()) + 2 * kAbove;
+    return m_height;
 }
 
 void CaptionField::focusInEvent(QFocusEvent *)

@@ -36,5 +36,7 @@ private:
     QRect textRect(int width) const;
 
     QString m_text;
+    mutable std::optional<std::pair<int, QString>> m_measured; // measuring words takes long
+    mutable int m_height = 0;
     QPointer<QPlainTextEdit> m_edit; // while the keyboard is here
 };

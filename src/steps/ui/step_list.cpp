@@ -71,7 +71,8 @@ StepList::StepList(StepsGuideModel &model, QWidget *parent)
             changed->follow();
     });
     connect(&model.previews(), &GuidePreviews::changed, this, [this](const QUuid &step) {
-        if (StepRow *changed = row(step))
+        StepRow *changed = row(step);
+        if (changed && m_nearby.contains(step))
             changed->followPreview();
     });
     follow();
@@ -144,6 +145,8 @@ void StepList::make(const QUuid &step)
     m_rows.insert(step, made);
     connectRow(made);
     made->setGeometry(m_places.value(step));
+    if (m_nearby.contains(step))
+        made->followPreview();
     made->show();
 }
 
@@ -154,8 +157,11 @@ void StepList::makeSome()
         if (m_rows.contains(step))
             continue;
         if (made++ == kAtOnce)
-            return layOutSoon();
+            return;
         make(step);
+        const QRect place = m_places.value(step);
+        if (row(step)->heightForWidth(place.width()) != place.height())
+            layOutSoon();
     }
     m_making.stop();
     layOut();
@@ -242,7 +248,18 @@ void StepList::lookAt()
             nearby.append(step);
         }
     }
+    // Only these hold their pictures: a long guide has more than fit in memory.
+    const QSet<QUuid> before = std::exchange(m_nearby, QSet<QUuid>(inView.begin(), inView.end()) +
+                                                           QSet<QUuid>(nearby.begin(), nearby.end()));
+    for (const QUuid &step : before - m_nearby) {
+        if (StepRow *left = row(step))
+            left->releasePreview();
+    }
     m_model.previews().wantFirst(inView + nearby);
+    for (const QUuid &step : m_nearby - before) {
+        if (StepRow *come = row(step))
+            come->followPreview();
+    }
     if (hasMade)
         layOutSoon();
 }

@@ -68,6 +68,7 @@ private:
     QHash<QUuid, StepRow *> m_rows;
     QList<QUuid> m_order; // as it is laid out
     QHash<QUuid, QRect> m_places;
+    QSet<QUuid> m_nearby; // in view or about to be
     QSet<QUuid> m_selected;
     QUuid m_current;
     QUuid m_anchor;

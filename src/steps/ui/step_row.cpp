@@ -54,7 +54,6 @@ StepRow::StepRow(StepsGuideModel &model, const QUuid &step, QWidget *parent)
             [this](QPointF point) { m_model.moveMarker(m_step, point); });
     connect(m_picture, &StepPictureView::editWanted, this, [this] { m_model.edit(m_step); });
     follow();
-    followPreview();
 }
 
 BarButton *StepRow::addAction(const QString &symbol, const QString &text, const QString &help)
@@ -148,6 +147,11 @@ void StepRow::follow()
 void StepRow::followPreview()
 {
     m_picture->setPreview(m_model.previews().preview(m_step));
+}
+
+void StepRow::releasePreview()
+{
+    m_picture->setPreview({});
 }
 
 QRect StepRow::numberRect() const

@@ -32,6 +32,8 @@ public:
     // What the model says of the step now.
     void follow();
     void followPreview();
+    // The card is out of sight.
+    void releasePreview();
     int heightForWidth(int width) const override;
     // The same for a row that isn't made yet; a guess where the caption takes several lines.
     static int usualHeight(const GuideStep &step, int width);
