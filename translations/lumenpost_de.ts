@@ -1640,24 +1640,8 @@
         </translation>
     </message>
     <message>
-        <source>You can go on where you left off.</source>
-        <translation>Sie können dort weitermachen, wo Sie aufgehört haben.</translation>
-    </message>
-    <message>
         <source>%1, %2</source>
         <translation>%1, %2</translation>
-    </message>
-    <message>
-        <source>Discard</source>
-        <translation>Verwerfen</translation>
-    </message>
-    <message>
-        <source>Later</source>
-        <translation>Später</translation>
-    </message>
-    <message>
-        <source>Open</source>
-        <translation>Öffnen</translation>
     </message>
     <message>
         <source>Copy</source>
@@ -5116,10 +5100,6 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         </translation>
     </message>
     <message>
-        <source>You can go on where you left off.</source>
-        <translation>Es kann da weitergehen, wo Sie aufgehört haben.</translation>
-    </message>
-    <message>
         <source>How-To Guide</source>
         <translation>Anleitung</translation>
     </message>
@@ -5137,14 +5117,6 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Discard</source>
         <translation>Verwerfen</translation>
-    </message>
-    <message>
-        <source>Later</source>
-        <translation>Später</translation>
-    </message>
-    <message>
-        <source>Open</source>
-        <translation>Öffnen</translation>
     </message>
     <message>
         <source>Guide title</source>
@@ -5441,6 +5413,22 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Hexadecimal color</source>
         <translation>Farbe hexadezimal</translation>
+    </message>
+    <message>
+        <source>You can go on where you left off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished">Verwerfen</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation type="unfinished">Später</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation type="unfinished">Öffnen</translation>
     </message>
 </context>
 </TS>

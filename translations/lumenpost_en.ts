@@ -1640,23 +1640,7 @@
         </translation>
     </message>
     <message>
-        <source>You can go on where you left off.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Discard</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Later</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Open</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -5115,10 +5099,6 @@ Space previews, Return opens.</source>
         </translation>
     </message>
     <message>
-        <source>You can go on where you left off.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>How-To Guide</source>
         <translation type="unfinished"></translation>
     </message>
@@ -5135,14 +5115,6 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Discard</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Later</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Open</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -5439,6 +5411,22 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Hexadecimal color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You can go on where you left off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -2,6 +2,7 @@
 #include "app/document_routing.h"
 #include "document/image_files.h"
 #include "editor/canvas_view.h"
+#include "editor/draft_offer.h"
 #include "editor/editor_stage.h"
 #include "pins/pins.h"
 #include "support/printers.h"
@@ -105,18 +106,18 @@ TEST_F(DocumentRoutingTest, OffersWhatAnEarlierSessionLeftUnsaved)
     routing.offerDrafts();
     const auto button = [](const char *name) -> QAbstractButton * {
         for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == "draftOffer" && window->isVisible())
+            if (qobject_cast<DraftOffer *>(window) && window->isVisible())
                 return window->findChild<QAbstractButton *>(name);
         }
         return nullptr;
     };
-    ASSERT_TRUE(QTest::qWaitFor([&] { return button("openDrafts") != nullptr; }));
-    button("openDrafts")->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return button("openUnfinished") != nullptr; }));
+    button("openUnfinished")->click();
     ASSERT_TRUE(waitForEditors(1));
     EXPECT_EQ(last().base().size(), QSize(60, 40));
     routing.offerDrafts();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return button("discardDrafts") != nullptr; }));
-    button("discardDrafts")->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return button("discardUnfinished") != nullptr; }));
+    button("discardUnfinished")->click();
     EXPECT_TRUE(QTest::qWaitFor([&] { return Draft::list(folder).isEmpty(); }));
 }
 
