@@ -139,7 +139,8 @@ bool FrameStitcher::add(const QImage &image, std::optional<double> expected)
         const Frame &last = m_frames.last();
         if (last.image.size() != image.size())
             return false;
-        const std::optional<Step> step = look(image, *rows, expected).step;
+        m_sight = look(image, *rows, expected);
+        const std::optional<Step> &step = m_sight.step;
         if (!step)
             return false;
         m_isFull = (m_height + step->shift) * image.width() > m_mostPixels;
@@ -179,22 +180,22 @@ FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignature
         return {.step = {}, .isStill = true};
     std::optional<FirstLook> first = firstLook(before, rows);
     const bool isSure = first && isDistinct(before, rows, first->step);
-    if (first && first->score >= kNearPerfectScore) {
-        if (!isSure) {
-            const auto alike = expected ? alikeShift(before, rows, first->step, *expected) : std::nullopt;
-            first->step.shift = alike.value_or(first->step.shift);
-            first->step.sure = false;
-        }
+    if (isSure && first->score >= kNearPerfectScore)
         return {.step = first->step};
-    }
     Sight sight;
     sight.step = secondLook(image, expected, sight.isStill);
-    // Most rows were found again as a whole: parts of them can only tell more exactly what stands.
-    if (first && (!sight.step || (isSure && sight.step->shift != first->step.shift))) {
-        first->step.sure = isSure;
+    // Where most rows were found again as a whole, parts of them can only tell more exactly what stands.
+    if (!first || (sight.step && (!isSure || sight.step->shift == first->step.shift)))
+        return sight;
+    if (isSure)
         return {.step = first->step};
-    }
-    return sight;
+    const auto alike = expected ? alikeShift(before, rows, first->step, *expected) : std::nullopt;
+    first->step.shift = alike.value_or(first->step.shift);
+    first->step.sure = false;
+    // Blank rows beside a side bar are alike too, and fit wherever few rows are compared.
+    if (expected && first->step.shift > *expected * (1 + kExpectedReach) + 2)
+        return sight;
+    return {.step = first->step};
 }
 
 std::optional<FrameStitcher::Step> FrameStitcher::secondLook(const QImage &image,

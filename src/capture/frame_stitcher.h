@@ -41,6 +41,9 @@ public:
     // and parts of rows where those tell too little.
     Sight look(const QImage &image, const RowSignatures &rows, std::optional<double> expected = {});
 
+    // What the last picture that was added looked like.
+    const Sight &lastSight() const { return m_sight; }
+
     // Takes a later picture of the same place for the last kept frame: what came late is in it.
     void refresh(const QImage &image);
 
@@ -68,5 +71,6 @@ private:
     bool m_isFull = false;
     QList<Frame> m_frames;
     QList<Step> m_steps;
+    Sight m_sight;
     std::optional<TileGrid> m_lastTiles; // of the last frame, once they were needed
 };

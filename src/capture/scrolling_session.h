@@ -37,6 +37,17 @@ public:
     };
     static constexpr int kMostFrames = 80;
 
+    // Why no more was shot.
+    enum class Reason {
+        Running,
+        End,          // the content did not scroll further
+        Limit,        // as many frames, or as many pixels, as a picture may have
+        NothingMoved, // the wheel moved nothing at all
+        LostThread,   // it moved, but nothing in it was found again
+        Stopped,      // by the user
+        WindowGone,
+    };
+
     // `rect` in points from the screen's top left.
     ScrollingCaptureSession(Ports ports, const Screen &screen, const QRectF &rect, QObject *parent = nullptr);
 
@@ -55,6 +66,7 @@ public:
     const Screen &screen() const { return m_screen; }
     const QString &message() const { return m_message; }
     int frames() const { return m_frames; }
+    Reason reason() const { return m_reason; }
     const QList<FrameStitcher::Step> &steps() const { return m_stitcher->steps(); }
 
 Q_SIGNALS:
@@ -71,6 +83,7 @@ private:
         Settling,       // waiting for the content to stand still, sample by sample
         ByHand,         // waiting for the user's scrolling
         Shooting,
+        ScrollingBack, // while the picture is composed
         Composing,
         Finished,
     };
@@ -84,11 +97,18 @@ private:
     void settle();
     void takeSample();
     void judgeSample(const QImage &sample);
+    void noteSight(const FrameStitcher::Sight &sight);
     bool hasComeToRest(const std::optional<FrameStitcher::Step> &step) const;
     void useStep(const QImage &sample, const FrameStitcher::Step &step);
     void regainOverlap();
     void addShot(const QImage &shot);
-    void compose();
+    void noteUnchanged(const QImage &shot, const FrameStitcher::Sight &sight);
+    bool isAtTheEnd() const;
+    void end(Reason reason);
+    void scrollBack();
+    void deliverComposed();
+    std::optional<double> expectedShift() const;
+    void say(const QString &message);
     void finish(Result<std::optional<QImage>> result);
 
     void pauseFor(int milliseconds, void (ScrollingCaptureSession::*then)());
@@ -109,14 +129,21 @@ private:
     bool m_automatic = false;
     bool m_stopped = false;
     bool m_held = false;
-    int m_unchanged = 0;
+    int m_unchanged = 0;    // shots since the last kept frame
+    int m_lost = 0;         // those of them that had moved to where nothing was found again
+    bool m_isAlive = false; // something moved by itself in the last of them
+    Reason m_reason = Reason::Running;
+    QFuture<std::optional<QImage>> m_composed;
 
     std::optional<quint32> m_window; // what scrolls; nothing when the desktop itself was chosen
     std::optional<WheelPlan> m_plan;
     Stillness m_stillness;
     int m_clicks = 0;   // turned in this step
+    int m_turned = 0;   // in all steps
     int m_settling = 0; // milliseconds since the last click
-    int m_regained = 0; // times that this step was turned back
+    int m_lastShift = 0;
+    int m_sameShiftFor = 0; // milliseconds
+    int m_regained = 0;     // times that this step was turned back
     std::optional<QPointF> m_aimedAt;
     QPointF m_handAt;
     int m_handRested = 0; // milliseconds

@@ -24,6 +24,12 @@ int WheelPlan::clicksAfter(int shift) const
     return std::clamp(int(clicks), 0, m_mostClicks);
 }
 
+int WheelPlan::clicksBack(qint64 shift) const
+{
+    constexpr double kRounding = 0.05;
+    return hasLearned() ? int(std::ceil(double(shift) / m_pixelsPerClick - kRounding)) : 0;
+}
+
 std::optional<double> WheelPlan::expectedShift(int clicks) const
 {
     if (!hasLearned())

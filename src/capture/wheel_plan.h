@@ -16,6 +16,10 @@ public:
     // How far that many clicks should move the content; nothing as long as nothing is known.
     std::optional<double> expectedShift(int clicks) const;
 
+    // How many clicks take the content back by `shift`, and rather one too many: at its top there is no
+    // further.
+    int clicksBack(qint64 shift) const;
+
     bool hasLearned() const { return m_pixelsPerClick > 0; }
     void learn(const FrameStitcher::Step &step, int clicks);
     // After a step of so many clicks the overlap was lost: half of them next, and one more with every step

@@ -31,6 +31,41 @@ QJsonArray toJson(const QList<FrameStitcher::Step> &steps)
     return array;
 }
 
+using Reason = ScrollingCaptureSession::Reason;
+
+QString nameOf(Reason reason)
+{
+    switch (reason) {
+    case Reason::Running:
+    case Reason::Stopped:
+        return QStringLiteral("stopped");
+    case Reason::End:
+        return QStringLiteral("end");
+    case Reason::Limit:
+        return QStringLiteral("limit");
+    case Reason::NothingMoved:
+        return QStringLiteral("nothing moved");
+    case Reason::LostThread:
+        return QStringLiteral("lost the thread");
+    case Reason::WindowGone:
+        return QStringLiteral("window closed");
+    }
+    return {};
+}
+
+// Pairs of the first row and the row after the last, of the tall picture.
+QJsonArray unsureRows(const QList<FrameStitcher::Step> &steps, int frameHeight)
+{
+    QJsonArray array;
+    int end = frameHeight;
+    for (const FrameStitcher::Step &step : steps) {
+        if (!step.sure)
+            array.append(QJsonArray{end - step.footer, end - step.footer + step.shift});
+        end += step.shift;
+    }
+    return array;
+}
+
 struct StitchCall {
     std::vector<std::string> frames;
     std::string output;
@@ -104,10 +139,42 @@ struct ScrollCall {
     bool json = false;
 };
 
+// What the user should know of a picture that may not show all. False where there is nothing to keep.
+bool tell(CommandContext &context, const ScrollCall &call, const ScrollingCaptureSession &session,
+          bool hasUnsureRows)
+{
+    if (session.reason() == Reason::NothingMoved) {
+        CommandContext::warn(CliTexts::tr("Nothing in that region scrolled."));
+        context.status = ExitStatus::NothingFound;
+        return !call.output.empty(); // asked for by name
+    }
+    if (session.reason() == Reason::LostThread && session.frames() == 1) {
+        context.fail({Error::Kind::Failed,
+                      CliTexts::tr("Something in that region scrolled, but it could not be followed."),
+                      {}});
+        return false;
+    }
+    if (session.reason() == Reason::LostThread)
+        CommandContext::warn(CliTexts::tr("The picture ends early: what came next could not be followed."));
+    else if (session.reason() == Reason::Limit)
+        CommandContext::warn(
+            CliTexts::tr("The picture has reached its limit, and the content goes on below it."));
+    if (hasUnsureRows)
+        CommandContext::warn(
+            CliTexts::tr("So many rows look alike that some may be missing from the picture."));
+    return true;
+}
+
 // `source` is the application that the picture shows.
 void deliver(CommandContext &context, const ScrollCall &call, const ScrollingCaptureSession &session,
              const QImage &picture, const QString &source)
 {
+    int shifts = 0;
+    for (const FrameStitcher::Step &step : session.steps())
+        shifts += step.shift;
+    const QJsonArray unsure = unsureRows(session.steps(), picture.height() - shifts);
+    if (!tell(context, call, session, !unsure.isEmpty()))
+        return;
     QString path;
     if (!call.output.empty()) {
         const auto written = Pictures::write(context, picture, call.output);
@@ -126,6 +193,8 @@ void deliver(CommandContext &context, const ScrollCall &call, const ScrollingCap
         return CommandContext::print(path);
     CommandContext::print(QJsonDocument(QJsonObject{{QStringLiteral("path"), path},
                                                     {QStringLiteral("frames"), session.frames()},
+                                                    {QStringLiteral("reason"), nameOf(session.reason())},
+                                                    {QStringLiteral("unsureRows"), unsure},
                                                     {QStringLiteral("steps"), toJson(session.steps())}}));
 }
 
@@ -175,7 +244,7 @@ void addScroll(CLI::App &app, CommandContext &context)
     Pictures::addOutput(command, call->output,
                         help(CliTexts::tr("Write this file instead of a new one in the Library")));
     command->add_flag("--json", call->json,
-                      help(CliTexts::tr("Print the path, the number of frames and each step")));
+                      help(CliTexts::tr("Print the path, the number of frames, each step and why it ended")));
     setBody(command, context, Needs::Core, [&context, call] { scroll(context, *call); });
 }
 

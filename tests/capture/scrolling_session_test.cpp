@@ -84,6 +84,8 @@ public:
             return readyFuture(Result<QImage>(std::unexpected(*shotError)));
         return readyFuture(Result<QImage>(picture()));
     }
+    // Clicks of the last step; after them the wheel is turned back.
+    int lastStep() const { return turns.value(turns.size() - 2); }
     QImage picture() const { return page.frame(int(offset), int(height * scale), header, footer); }
 
     QPointF position() const override { return pointer; }
@@ -174,7 +176,9 @@ TEST_F(ScrollingSession, GivesTheWholePageWithItsHeaderAndFooterOnce)
     window.header = Page(40, 2).image();
     window.footer = Page(24, 3).image();
     EXPECT_TRUE(sameRows(run(window), whole(window)));
-    EXPECT_EQ(session->message(), "Auto-scrolling…");
+    EXPECT_EQ(session->message(), "Scrolling back…");
+    EXPECT_EQ(session->reason(), ScrollingCaptureSession::Reason::End);
+    EXPECT_LE(window.offset + window.pending, 0) << "the page was left where it was scrolled to";
     EXPECT_EQ(session->frames(), session->steps().size() + 1);
     // The middle of the region, in the desktop's points.
     EXPECT_EQ(window.warps.first(), QPointF(200 + 10 + 50, 100 + 20 + 200));
@@ -189,7 +193,7 @@ TEST_F(ScrollingSession, LearnsFromTheFirstClickHowFarOneGoes)
         ends = 0;
         EXPECT_TRUE(sameRows(run(window), whole(window))) << pixels;
         EXPECT_EQ(window.turns.first(), 1);
-        const int stepPixels = window.turns.last() * pixels;
+        const int stepPixels = window.lastStep() * pixels;
         EXPECT_LE(std::abs(stepPixels - 220), std::max(pixels / 2, 0)) << pixels; // 55% of 400
         // The first click is the beginning of the first step, not a step of its own.
         EXPECT_GT(session->steps().first().shift, 220 - pixels) << pixels;
@@ -204,14 +208,14 @@ TEST_F(ScrollingSession, ScrollsShortRegionsByAtLeastFortyPoints)
         window.pixelsPerClick = 1;
         ends = 0;
         EXPECT_TRUE(sameRows(run(window), whole(window))) << height;
-        EXPECT_EQ(window.turns.last(), distance) << height;
+        EXPECT_EQ(window.lastStep(), distance) << height;
     }
     ScrollingWindow sharp(Page(900), 100);
     sharp.scale = 2;
     sharp.pixelsPerClick = 10;
     ends = 0;
     EXPECT_TRUE(sameRows(run(sharp), whole(sharp)));
-    EXPECT_EQ(sharp.turns.last() * 10, 110);
+    EXPECT_EQ(sharp.lastStep() * 10, 110);
 }
 
 TEST_F(ScrollingSession, WaitsForAnAnimatedPageToStandStill)
@@ -244,12 +248,41 @@ TEST_F(ScrollingSession, GoesBackWhenTheOverlapWasLost)
         std::any_of(window.turns.cbegin(), window.turns.cend(), [](int clicks) { return clicks < 0; }));
 }
 
+TEST_F(ScrollingSession, TellsThatItLostTheThreadAndWherePictureAndPageThenAre)
+{
+    // At some place the page scrolls further with one click than the region shows.
+    ScrollingWindow window(Page(9000), 400);
+    window.atPause = [&] {
+        if (window.offset > 800)
+            window.pixelsPerClick = 600;
+    };
+    const auto picture = run(window);
+    ASSERT_TRUE(picture);
+    EXPECT_TRUE(sameRows(picture, window.page.rows(0, picture->height())));
+    EXPECT_EQ(session->reason(), ScrollingCaptureSession::Reason::LostThread);
+    EXPECT_LE(window.offset + window.pending, 0);
+}
+
+TEST_F(ScrollingSession, TakesWhatComesLateAtTheEnd)
+{
+    ScrollingWindow window(Page(1300), 400);
+    const QImage page = window.page.image();
+    window.page.blank(1150, 1220); // a picture that isn't there yet
+    int restingAtTheEnd = 0;
+    window.atPause = [&] {
+        if (window.offset == 900 && ++restingAtTheEnd == 20)
+            window.page = Page(1300);
+    };
+    EXPECT_TRUE(sameRows(run(window), page));
+}
+
 TEST_F(ScrollingSession, EndsAfterThreeUnchangedShotsOfAShortPage)
 {
     ScrollingWindow window(Page(400), 400);
     EXPECT_EQ(run(window), window.page.image());
     EXPECT_EQ(session->frames(), 1);
     EXPECT_EQ(window.turns, (QList<int>{1, 1, 1}));
+    EXPECT_EQ(session->reason(), ScrollingCaptureSession::Reason::NothingMoved);
 }
 
 TEST_F(ScrollingSession, EndsAtTheLimitOfFrames)
@@ -257,6 +290,7 @@ TEST_F(ScrollingSession, EndsAtTheLimitOfFrames)
     ScrollingWindow window(Page(30000), 200);
     EXPECT_TRUE(run(window));
     EXPECT_EQ(session->frames(), 80);
+    EXPECT_EQ(session->reason(), ScrollingCaptureSession::Reason::Limit);
     ends = 0;
     window.offset = 0;
     EXPECT_TRUE(run(window, 3));
