@@ -238,19 +238,21 @@ private:
     Result<void> m_result;
 };
 
+enum class Reader { AsBefore, Owner };
+
 // Writes `fill`'s bytes over the target.
 Result<void> replaceBy(const QString &path, AtomicFile::Keep keep,
-                       const std::function<Result<void>(Draft &)> &fill)
+                       const std::function<Result<void>(Draft &)> &fill, Reader reader = Reader::AsBefore)
 {
     const auto target = targetAt(path);
     if (!target)
         return std::unexpected(target.error());
-    auto draft = Draft::open(target->path, target->old.has_value());
+    auto draft = Draft::open(target->path, target->old || reader == Reader::Owner);
     if (!draft)
         return std::unexpected(draft.error());
     if (auto filled = fill(*draft); !filled)
         return filled;
-    if (target->old && !takeOver(draft->file(), *target->old))
+    if (target->old && reader == Reader::AsBefore && !takeOver(draft->file(), *target->old))
         return FileErrors::cannotWrite(path, errno);
     if (auto settled = draft->settle(keep); !settled)
         return settled;
@@ -360,6 +362,12 @@ Result<void> AtomicFile::write(const QString &path, const std::function<bool(QIO
 Result<void> AtomicFile::write(const QString &path, const QByteArray &bytes, Keep keep)
 {
     return replaceBy(path, keep, [&bytes](Draft &draft) { return draft.append(bytes); });
+}
+
+Result<void> AtomicFile::writePrivately(const QString &path, const QByteArray &bytes)
+{
+    return replaceBy(
+        path, Keep::Lasting, [&bytes](Draft &draft) { return draft.append(bytes); }, Reader::Owner);
 }
 
 Result<void> AtomicFile::replace(const QString &path,

@@ -20,6 +20,8 @@ namespace AtomicFile {
 enum class Keep { Lasting, Reproducible };
 
 Result<void> write(const QString &path, const QByteArray &bytes, Keep keep = Keep::Lasting);
+// For its owner's eyes alone, from the first byte on and whatever the mode was before.
+Result<void> writePrivately(const QString &path, const QByteArray &bytes);
 // Calls `fill` with the open temporary file; a false from it drops the file and fails.
 Result<void> write(const QString &path, const std::function<bool(QIODevice &)> &fill);
 // Gives `fill` the path for a new file of the same extension, and moves what it wrote over the target when it

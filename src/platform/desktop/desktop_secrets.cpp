@@ -1,5 +1,6 @@
 #include "platform/desktop/desktop_secrets.h"
 
+#include "base/atomic_file.h"
 #include "base/json.h"
 #include "base/log.h"
 #include "platform/desktop/secret_service.h"
@@ -10,9 +11,6 @@
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QtConcurrentRun>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -21,32 +19,6 @@ QJsonObject readSecrets(const QString &path)
 {
     const auto document = Json::readFile(path);
     return document ? document->object() : QJsonObject();
-}
-
-// Never readable for anyone else, not for a moment: the file is made with its mode and renamed into place.
-Result<void> writePrivately(const QString &path, const QByteArray &bytes)
-{
-    const auto failed = [&path] {
-        return fail(PlatformTexts::tr("The password could not be stored in “%1”.").arg(path),
-                    QString::fromLocal8Bit(std::strerror(errno)));
-    };
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    const QByteArray target = QFile::encodeName(path);
-    const QByteArray temporary = target + ".new";
-    unlink(temporary.constData());
-    const int file =
-        ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (file < 0)
-        return failed();
-    const bool isWritten =
-        ::write(file, bytes.constData(), std::size_t(bytes.size())) == bytes.size() && fsync(file) == 0;
-    ::close(file);
-    if (!isWritten || std::rename(temporary.constData(), target.constData()) != 0) {
-        const auto error = failed();
-        unlink(temporary.constData());
-        return error;
-    }
-    return {};
 }
 
 } // namespace
@@ -135,5 +107,11 @@ Result<void> DesktopSecrets::toFile(const QString &value, const QString &account
     else
         accounts[account] = value;
     secrets[service] = accounts;
-    return writePrivately(m_file, QJsonDocument(secrets).toJson(QJsonDocument::Compact));
+    QDir().mkpath(QFileInfo(m_file).absolutePath());
+    const auto written =
+        AtomicFile::writePrivately(m_file, QJsonDocument(secrets).toJson(QJsonDocument::Compact));
+    if (!written)
+        return fail(PlatformTexts::tr("The password could not be stored in “%1”.").arg(m_file),
+                    written.error().message);
+    return {};
 }
