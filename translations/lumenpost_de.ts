@@ -372,6 +372,14 @@
         <source>Scroll the area slowly</source>
         <translation>Den Bereich langsam scrollen</translation>
     </message>
+    <message>
+        <source>Scroll back a little</source>
+        <translation>Ein wenig zurückrollen</translation>
+    </message>
+    <message>
+        <source>Scrolling back…</source>
+        <translation>Es wird zurückgerollt …</translation>
+    </message>
 </context>
 <context>
     <name>CaptureUiTexts</name>
@@ -818,10 +826,6 @@
         <translation>Nach so vielen Bildern aufhören</translation>
     </message>
     <message>
-        <source>Print the path, the number of frames and each step</source>
-        <translation>Den Pfad, die Zahl der Bilder und jeden Schritt ausgeben</translation>
-    </message>
-    <message>
         <source>Files whose name, application, text or description holds the query as it stands, newest first</source>
         <translation>Dateien, deren Name, Programm, Text oder Beschreibung die Suche enthält, neueste zuerst</translation>
     </message>
@@ -920,6 +924,30 @@
     <message>
         <source>X,Y,WxH in points from the top left</source>
         <translation>X,Y,BxH in Punkten von links oben</translation>
+    </message>
+    <message>
+        <source>Nothing in that region scrolled.</source>
+        <translation>In diesem Bereich rollt nichts.</translation>
+    </message>
+    <message>
+        <source>Something in that region scrolled, but it could not be followed.</source>
+        <translation>In diesem Bereich rollte etwas, dem nicht zu folgen war.</translation>
+    </message>
+    <message>
+        <source>The picture ends early: what came next could not be followed.</source>
+        <translation>Das Bild endet zu früh: Dem, was danach kam, war nicht zu folgen.</translation>
+    </message>
+    <message>
+        <source>The picture has reached its limit, and the content goes on below it.</source>
+        <translation>Das Bild hat seine Grenze erreicht; der Inhalt geht darunter weiter.</translation>
+    </message>
+    <message>
+        <source>So many rows look alike that some may be missing from the picture.</source>
+        <translation>So viele Zeilen gleichen sich, dass im Bild einige fehlen können.</translation>
+    </message>
+    <message>
+        <source>Print the path, the number of frames, each step and why it ended</source>
+        <translation>Pfad, Zahl der Einzelbilder, jeden Schritt und den Grund des Endes ausgeben</translation>
     </message>
 </context>
 <context>
@@ -5416,19 +5444,19 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     </message>
     <message>
         <source>You can go on where you left off.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es geht dort weiter, wo aufgehört wurde.</translation>
     </message>
     <message>
         <source>Discard</source>
-        <translation type="unfinished">Verwerfen</translation>
+        <translation>Verwerfen</translation>
     </message>
     <message>
         <source>Later</source>
-        <translation type="unfinished">Später</translation>
+        <translation>Später</translation>
     </message>
     <message>
         <source>Open</source>
-        <translation type="unfinished">Öffnen</translation>
+        <translation>Öffnen</translation>
     </message>
 </context>
 </TS>

@@ -372,6 +372,14 @@
         <source>Scroll the area slowly</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Scroll back a little</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scrolling back…</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CaptureUiTexts</name>
@@ -818,10 +826,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Print the path, the number of frames and each step</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Files whose name, application, text or description holds the query as it stands, newest first</source>
         <translation type="unfinished"></translation>
     </message>
@@ -919,6 +923,30 @@
     </message>
     <message>
         <source>X,Y,WxH in points from the top left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing in that region scrolled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Something in that region scrolled, but it could not be followed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture ends early: what came next could not be followed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture has reached its limit, and the content goes on below it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>So many rows look alike that some may be missing from the picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print the path, the number of frames, each step and why it ended</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
