@@ -57,15 +57,18 @@ public:
     }
 };
 
-// The longest time that the event loop was held.
+// The longest that a turn of the event loop computed, in milliseconds.
 class LongestHold : public QObject {
 public:
     void begin()
     {
         longest = 0;
         m_tick.setInterval(0);
-        connect(&m_tick, &QTimer::timeout, this, [this] { longest = std::max(longest, m_since.restart()); });
-        m_since.start();
+        connect(&m_tick, &QTimer::timeout, this, [this] {
+            const double now = processorTime();
+            longest = std::max(longest, now - std::exchange(m_since, now));
+        });
+        m_since = processorTime();
         m_tick.start();
     }
     double longest = 0;
