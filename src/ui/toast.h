@@ -15,9 +15,9 @@ class ToastPanel;
 // middle, its lower edge 80 above the usable part's bottom.
 QPointF toastPosition(const QRectF &visible, const QSizeF &size);
 
-// Shows what is posted on a notice board as toasts: on the screen under the pointer, for 2.2 seconds, or 5 for
-// one that offers something to do, longer where there is much to read, then fading for 0.3. They never take the keyboard. Several at once lie over
-// each other, but none over one that can still be used.
+// Shows what is posted on a notice board as toasts: on the screen under the pointer, for 2.2 seconds, or 5
+// for one that offers something to do, longer where there is much to read, then fading for 0.3. They never
+// take the keyboard. Several at once lie over each other, but none over one that can still be used.
 class ToastPresenter : public QObject {
     Q_OBJECT
 public:

@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QDrag>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
@@ -25,14 +26,28 @@ constexpr int kLingersFor = 1200; // after the pointer left
 constexpr int kWidest = 560;      // longer texts wrap
 constexpr QSize kPicture(96, 64);
 
+// The upper part of the picture, which tells most of a tall one, in so many pixels. Coarsely first: the finer
+// way costs as much as the picture has pixels, and a toast is made between two events.
+QImage reduced(const QImage &picture, const QSize &pixels)
+{
+    QRect shown(QPoint(), pixels.scaled(picture.size(), Qt::KeepAspectRatio).expandedTo({1, 1}));
+    shown.moveLeft((picture.width() - shown.width()) / 2);
+    const QImage part = picture.copy(shown);
+    constexpr int kFiner = 4;
+    const QSize coarse = pixels * kFiner;
+    return (part.width() > coarse.width() ? part.scaled(coarse) : part)
+        .scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
 // The picture, small; dragging it drags the file.
 class ToastPicture : public QWidget {
 public:
-    explicit ToastPicture(const Notice &notice) : m_file(notice.file)
+    // `dragging` is told when a drag begins and when it has ended.
+    ToastPicture(const Notice &notice, std::function<void(bool)> dragging)
+        : m_file(notice.file), m_dragging(std::move(dragging))
     {
         setFixedSize(kPicture);
-        const QSize pixels = kPicture * devicePixelRatioF();
-        m_picture = notice.picture.scaled(pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+        m_picture = reduced(notice.picture, kPicture * devicePixelRatioF());
         m_picture.setDevicePixelRatio(devicePixelRatioF());
         if (!m_file.isEmpty())
             setCursor(Qt::OpenHandCursor);
@@ -47,9 +62,7 @@ protected:
         QPainterPath shape;
         shape.addRoundedRect(frame, Theme::Radius::control, Theme::Radius::control);
         painter.setClipPath(shape);
-        // Of tall ones the top shows, which tells most.
-        const QSizeF size = m_picture.deviceIndependentSize();
-        painter.drawImage(QPointF((width() - size.width()) / 2, 0), m_picture);
+        painter.drawImage(QPointF(), m_picture);
         painter.setClipping(false);
         painter.setPen(QPen(Theme::materialEdge(), 1));
         painter.drawPath(shape);
@@ -58,19 +71,23 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override
     {
         const int way = (event->position().toPoint() - m_pressedAt).manhattanLength();
-        if (m_file.isEmpty() || event->buttons() != Qt::LeftButton || way < QApplication::startDragDistance())
+        if (event->buttons() != Qt::LeftButton || way < QApplication::startDragDistance() ||
+            !QFileInfo::exists(m_file)) // renamed or gone meanwhile
             return;
         auto *data = new QMimeData;
         data->setUrls({QUrl::fromLocalFile(m_file)});
         auto *drag = new QDrag(this);
         drag->setMimeData(data);
         drag->setPixmap(QPixmap::fromImage(m_picture));
+        m_dragging(true);
         drag->exec(Qt::CopyAction);
+        m_dragging(false);
     }
 
 private:
     QImage m_picture;
     QString m_file;
+    std::function<void(bool)> m_dragging;
     QPoint m_pressedAt;
 };
 
@@ -97,7 +114,7 @@ ToastPanel::ToastPanel(const Notice &notice)
         row->setContentsMargins(Theme::Space::group, Theme::Space::group, Theme::Space::group,
                                 Theme::Space::group);
         row->setSpacing(Theme::Space::group);
-        row->addWidget(new ToastPicture(notice));
+        row->addWidget(new ToastPicture(notice, [this](bool isDragging) { setHeld(isDragging); }));
         auto *column = new QVBoxLayout;
         column->setSpacing(Theme::Space::unit);
         column->addWidget(makeWords(notice, true));
@@ -188,13 +205,27 @@ void ToastPanel::resizeEvent(QResizeEvent *)
 
 void ToastPanel::enterEvent(QEnterEvent *)
 {
+    stay();
+}
+
+void ToastPanel::leaveEvent(QEvent *)
+{
+    if (isVisible() && !m_isHeld)
+        m_leaving.start(kLingersFor);
+}
+
+void ToastPanel::stay()
+{
     m_leaving.stop();
     m_fade->stop();
     setWindowOpacity(1);
 }
 
-void ToastPanel::leaveEvent(QEvent *)
+void ToastPanel::setHeld(bool isHeld)
 {
-    if (isVisible())
+    m_isHeld = isHeld;
+    if (isHeld)
+        stay();
+    else
         m_leaving.start(kLingersFor);
 }

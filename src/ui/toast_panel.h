@@ -34,8 +34,12 @@ private:
     QWidget *makeWords(const Notice &notice, bool isBesidePicture) const;
     QWidget *makeActions(const QList<NoticeAction> &actions);
     void fade();
+    void stay();
+    // While the picture is dragged, which takes the pointer elsewhere.
+    void setHeld(bool isHeld);
 
     bool m_isInteractive;
+    bool m_isHeld = false;
     QTimer m_leaving;
     QPropertyAnimation *m_fade;
 };

@@ -1,3 +1,5 @@
+#include "support/temporary_folder.h"
+#include "support/xdotool.h"
 #include "ui/hud_panel.h"
 #include "ui/toast.h"
 
@@ -6,8 +8,10 @@
 #include <QCursor>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 #include <gmock/gmock.h>
 
 namespace {
@@ -88,6 +92,30 @@ TEST(Toast, StaysUnderThePointerAndDoesWhatItOffersWithoutTakingTheKeyboard)
     EXPECT_EQ(edited, 1);
     EXPECT_FALSE(toast->isVisible());
     EXPECT_TRUE(typing.keepsTheKeyboard());
+}
+
+TEST(Toast, StaysWhileItsPictureIsDraggedElsewhere)
+{
+    const TemporaryFolder folder;
+    QImage picture(900, 4000, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(folder.path("shot.png")));
+    NoticeBoard board;
+    ToastPresenter presenter(board);
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().center());
+    board.post(
+        {.text = "Saved to Library", .symbol = {}, .picture = picture, .file = folder.path("shot.png")});
+    const QPointer<QWidget> toast = shownToast();
+    ASSERT_TRUE(toast && QTest::qWaitForWindowExposed(toast));
+    bool wasUp = false;
+    // Longer than it stays without the pointer.
+    QTimer::singleShot(3000, [&] { wasUp = toast && toast->isVisible() && toast->windowOpacity() == 1; });
+    const QPoint grip = toast->mapToGlobal(QPoint(40, 40));
+    xdotool({"mousemove", QString::number(grip.x()), QString::number(grip.y()), "mousedown", "1",
+             "mousemove_relative", "--", "0", "-30", "mousemove_relative", "--", "0", "-300", "sleep", "3.5",
+             "mouseup", "1"});
+    EXPECT_TRUE(wasUp);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !toast; }, 5000)) << "it never left";
 }
 
 TEST(HudPanel, IsShownAndDraggedWithoutTakingTheKeyboard)
