@@ -25,7 +25,7 @@ QString packageOf(const QString &module)
 {
     if (module == QLatin1String("platform_recognition"))
         return QStringLiteral("lumenpost-recognition");
-    if (module == QLatin1String("platform_media"))
+    if (module == QLatin1String("platform_media") || module == QLatin1String("platform_camera"))
         return QStringLiteral("lumenpost-films");
     if (module == QLatin1String("platform_speech"))
         return QStringLiteral("lumenpost-speech");
