@@ -19,7 +19,8 @@ QMessageBox *Alerts::make(const QString &message, const QString &information)
 }
 
 void Alerts::showCaptureError(const QString &heading, const Error &error,
-                              const std::function<void()> &relaunch, const std::function<void()> &openSettings)
+                              const std::function<void()> &relaunch,
+                              const std::function<void()> &openSettings)
 {
     if (error.isCancelled())
         return;

@@ -13,9 +13,10 @@ class Alerts : public QObject {
 public:
     using QObject::QObject;
 
-    // `heading` says what didn't come about. `relaunch` and `openSettings` serve a session that withholds the picture of the screen.
-    void showCaptureError(const QString &heading, const Error &error, 
-                          const std::function<void()> &relaunch, const std::function<void()> &openSettings);
+    // `heading` says what didn't come about. `relaunch` and `openSettings` serve a session that withholds the
+    // picture of the screen.
+    void showCaptureError(const QString &heading, const Error &error, const std::function<void()> &relaunch,
+                          const std::function<void()> &openSettings);
     // One sentence of what could not be done.
     void showError(const Error &error);
     // Brings an open alert to the front; false when there is none.

@@ -10,7 +10,6 @@
 #include "base/log.h"
 #include "capture/screen_capturer.h"
 #include "capture/ui/capture_overlay.h"
-#include "pins/pins.h"
 #include "diagnostics/diagnostics.h"
 #include "editor/style_presets.h"
 #include "library/auto_delete.h"
@@ -22,6 +21,7 @@
 #include "library/model/text_indexing.h"
 #include "library/ui/library_window.h"
 #include "library/ui/library_work.h"
+#include "pins/pins.h"
 #include "platform/desktop_activation.h"
 #include "platform/face_engine.h"
 #include "platform/hot_keys.h"
@@ -121,8 +121,9 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     buildLinks();
 
     // First what a waiting user needs: the shortcuts. The tray and the look follow.
-    m_shortcuts = std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs, *m_presets,
-                                              [this](HotKeyAction action) { return m_requests->isAvailable(action); });
+    m_shortcuts =
+        std::make_unique<Shortcuts>(*m_platform.hotKeys, *m_prefs, *m_presets,
+                                    [this](HotKeyAction action) { return m_requests->isAvailable(action); });
     connect(m_shortcuts.get(), &Shortcuts::performed, this,
             [this](HotKeyAction action) { m_requests->perform(action); });
     connect(m_shortcuts.get(), &Shortcuts::presetCalled, this,
@@ -133,8 +134,7 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     Log::info(QStringLiteral("Ready for shortcuts"));
 
     m_appearance = std::make_unique<Appearance>(m_application, m_platform.appearance.get());
-    QApplication::setWindowIcon(
-        QIcon::fromTheme(QGuiApplication::desktopFileName(), StatusItem::icon()));
+    QApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName(), StatusItem::icon()));
     m_toasts = std::make_unique<ToastPresenter>(m_notices);
     m_tips = std::make_unique<TipCenter>(m_prefs.get());
     buildEditors();
@@ -351,9 +351,9 @@ void AppDelegate::buildEditors()
         .draftFolder = m_platform.paths->state() + QStringLiteral("/drafts"),
     });
     m_delivery->openEditor = [this](const DeliveredPicture &picture) { m_documents->openEditor(picture); };
-    m_films = std::make_unique<FilmWindows>(FilmWindows::Parts{
-        *m_platform.movies, *m_platform.soundOutput, *m_platform.speech, *m_prefs, *m_library,
-        *m_platform.pasteboard, *m_platform.workspace, m_notices, m_pending});
+    m_films = std::make_unique<FilmWindows>(
+        FilmWindows::Parts{*m_platform.movies, *m_platform.soundOutput, *m_platform.speech, *m_prefs,
+                           *m_library, *m_platform.pasteboard, *m_platform.workspace, m_notices, m_pending});
     m_documents->openVideoEditor = [this](const QString &path) { m_films->open(path); };
     m_delivery->openVideoEditor = m_documents->openVideoEditor;
     m_delivery->pin = [this](const QImage &image) { m_pins->pin(image); };
@@ -408,15 +408,15 @@ void AppDelegate::buildShell()
     actions.isAvailable = [this](CaptureMode mode) { return m_requests->isAvailable(mode); };
     actions.registrationProblem = [this](const KeyCombo &combo) { return m_shortcuts->problem(combo); };
     actions.makeDiagnostics = [this] {
-        const Diagnostics diagnostics({*m_platform.paths, *m_platform.screens, *m_platform.permissions, *m_prefs,
-                                       *m_library});
+        const Diagnostics diagnostics(
+            {*m_platform.paths, *m_platform.screens, *m_platform.permissions, *m_prefs, *m_library});
         return diagnostics.makeBundle(m_clock.now());
     };
     actions.quit = [] { QCoreApplication::quit(); };
-    m_shell = std::make_unique<ShellWindows>(ShellWindows::Parts{m_platform, m_activity, *m_defaults, *m_prefs,
-                                                                 *m_settings, *m_presets, *m_library, m_notices,
-                                                                 *m_pins, m_clock, *m_windows},
-                                             std::move(actions));
+    m_shell = std::make_unique<ShellWindows>(
+        ShellWindows::Parts{m_platform, m_activity, *m_defaults, *m_prefs, *m_settings, *m_presets,
+                            *m_library, m_notices, *m_pins, m_clock, *m_windows},
+        std::move(actions));
 }
 
 void AppDelegate::buildRequests()
@@ -502,11 +502,10 @@ void AppDelegate::openArguments(const QStringList &arguments)
 
 void AppDelegate::openInLumenpost()
 {
-    const PasteboardOpening opening(*m_platform.pasteboard,
-                                    {[this](const QString &path) { m_documents->openFile(path); },
-                                     [this](const QImage &image) {
-                                         m_documents->openEditor(std::make_unique<EditorDocument>(image));
-                                     }});
+    const PasteboardOpening opening(
+        *m_platform.pasteboard,
+        {[this](const QString &path) { m_documents->openFile(path); },
+         [this](const QImage &image) { m_documents->openEditor(std::make_unique<EditorDocument>(image)); }});
     if (const auto opened = opening.open(); !opened)
         m_notices.post(opened.error().message, QStringLiteral("exclamationmark.triangle.fill"));
 }

@@ -68,8 +68,7 @@ void Delivery::deliverFilm(const QString &path, const Order &order, const QStrin
     credit(path, order);
     m_parts.library.postChanged(path);
     const bool isWhole = lacks.isEmpty();
-    const QString symbol = isWhole ? QStringLiteral("record.circle")
-                                   : QStringLiteral("exclamationmark.triangle.fill");
+    const QString symbol = isWhole ? QStringLiteral("record.circle") : kWarning;
     const QString saved = AppTexts::tr("Recording saved to Library");
     if (order.options.editor && openVideoEditor) {
         openVideoEditor(path);
