@@ -96,7 +96,7 @@ bool takeOver(int file, const struct stat &old)
 }
 
 // A file that is being written: nameless where the file system can, so that a kill leaves nothing; else under
-// a hidden name, locked, so that one left behind is known by its free lock.
+// a hidden name. Locked, so that one left behind is known by its free lock.
 class Draft {
 public:
     static Result<Draft> open(const QString &target, bool startsPrivate)
@@ -106,8 +106,11 @@ public:
         const mode_t mode = startsPrivate ? 0600 : 0666;
         FileHandle handle(
             ::open(FileName::toBytes(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
-        if (handle.isOpen())
+        if (handle.isOpen()) {
+            // Before it replaces a file it has a name for a moment, too.
+            flock(handle.number(), LOCK_EX);
             return Draft(target, folder, std::move(handle), {});
+        }
         while (true) {
             const QByteArray name = freshName(folder);
             handle = FileHandle(::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));

@@ -18,6 +18,7 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -209,6 +210,19 @@ TEST(ScratchFolder, ClearsOnlyWhatNobodyHolds)
     EXPECT_EQ(everythingIn(folder.path()).size(), 3);
     EXPECT_TRUE(QFile::exists(folder.path(".other")));
     EXPECT_TRUE(QFile::exists(folder.path(".lumenpost-busy")));
+}
+
+TEST(ScratchFolder, TakesNoFileForALeftoverThatIsJustBeingWritten)
+{
+    const TemporaryFolder folder;
+    const std::jthread clearing([&](const std::stop_token &stop) {
+        while (!stop.stop_requested())
+            ScratchFolder::clearLeftovers(folder.path());
+    });
+    for (int i = 0; i < 3000; ++i) {
+        const auto written = AtomicFile::write(folder.path("a"), "x", AtomicFile::Keep::Reproducible);
+        ASSERT_TRUE(written) << i << ": " << written.error().message.toStdString();
+    }
 }
 
 TEST(FileLock, IsHeldByOneAndFreedByItsEnd)
