@@ -6,6 +6,9 @@
 // ".." and ".lumenpost" would lead to what isn't a file.
 namespace LibraryNames {
 
+// What is called so that has no name of its own.
+inline const QString kCapture = QStringLiteral("Capture");
+
 // A path's file name.
 QString nameOf(const QString &path);
 // A file name without its last extension.
