@@ -175,13 +175,6 @@
         <source>Quit Lumenpost</source>
         <translation>Lumenpost beenden</translation>
     </message>
-    <message numerus="yes">
-        <source>Moved %n old capture(s) to the Trash</source>
-        <translation>
-            <numerusform>%n alte Aufnahme in den Papierkorb gelegt</numerusform>
-            <numerusform>%n alte Aufnahmen in den Papierkorb gelegt</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Tidegrasp is now Lumenpost — your captures and settings came along</source>
         <translation>Tidegrasp heißt jetzt Lumenpost — Aufnahmen und Einstellungen sind mitgekommen</translation>

@@ -175,13 +175,6 @@
         <source>Quit Lumenpost</source>
         <translation type="unfinished"></translation>
     </message>
-    <message numerus="yes">
-        <source>Moved %n old capture(s) to the Trash</source>
-        <translation>
-            <numerusform>Moved %n old capture to the Trash</numerusform>
-            <numerusform>Moved %n old captures to the Trash</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Tidegrasp is now Lumenpost — your captures and settings came along</source>
         <translation type="unfinished"></translation>

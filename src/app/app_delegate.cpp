@@ -12,7 +12,6 @@
 #include "capture/ui/capture_overlay.h"
 #include "diagnostics/diagnostics.h"
 #include "editor/style_presets.h"
-#include "library/auto_delete.h"
 #include "library/batch/duplicates.h"
 #include "library/clipboard_owner.h"
 #include "library/library.h"
@@ -273,17 +272,7 @@ void AppDelegate::warmUp()
 void AppDelegate::tidyLibrary()
 {
     LibraryBackup::autoBackup(*m_library, m_clock.now());
-    const QStringList outdated = outdatedCaptures(*m_library, m_prefs->autoDeleteDays(), m_clock.now());
-    if (outdated.isEmpty())
-        return;
-    whenDone(m_library->removeInBackground(outdated), this, [this](const QList<Library::Outcome> &outcomes) {
-        const auto moved =
-            std::count_if(outcomes.begin(), outcomes.end(),
-                          [](const Library::Outcome &outcome) { return outcome.result.has_value(); });
-        if (moved > 0)
-            m_notices.post(AppTexts::tr("Moved %n old capture(s) to the Trash", nullptr, int(moved)),
-                           QStringLiteral("trash"));
-    });
+    m_libraryWork->runAutoDelete(LibraryWork::WhenNothing::Silent);
 }
 
 // What was copied here can be pasted after the program has gone.

@@ -283,7 +283,7 @@ QWidget *CleanUpSheet::makeAuto()
         run->setEnabled(m_ports.settings.autoDeleteDays() > 0);
     });
     connect(run, &QPushButton::clicked, this,
-            [this] { m_ports.work.runAutoDelete(m_ports.settings.autoDeleteDays()); });
+            [this] { m_ports.work.runAutoDelete(LibraryWork::WhenNothing::Tell); });
     rows->addWidget(run, 0, Qt::AlignLeft);
     rows->addStretch(1);
     return tab;

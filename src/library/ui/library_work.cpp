@@ -115,8 +115,6 @@ BatchJob *LibraryWork::exportFiles(const ExportOrder &order)
     return start<Exporter::Outcome>(QStringLiteral("exporting captures"), work, then);
 }
 
-// --- what is made of several
-
 Task<QStringList> LibraryWork::captionsFor(BatchJob *job, QStringList paths, Captions captions,
                                            QString status)
 {
@@ -267,8 +265,6 @@ Task<> LibraryWork::keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, 
     m_parts.openItem(renamed.value_or(*saved));
 }
 
-// --- what happens to files
-
 BatchJob *LibraryWork::rename(const Names &names)
 {
     auto *job = new BatchJob(this);
@@ -304,18 +300,26 @@ void LibraryWork::renameSome(BatchJob *job, const Names &names, int renamed)
     });
 }
 
-void LibraryWork::runAutoDelete(int days)
+void LibraryWork::runAutoDelete(WhenNothing whenNothing)
 {
-    const QStringList outdated = outdatedCaptures(m_parts.library, days, m_parts.clock.now());
-    whenDone(m_parts.library.removeInBackground(outdated), this, [this](const QList<Library::Outcome> &outcomes) {
-        const auto moved = static_cast<int>(
-            std::count_if(outcomes.begin(), outcomes.end(),
-                          [](const Library::Outcome &outcome) { return outcome.result.has_value(); }));
-        m_parts.notices.post(
-            moved > 0 ? LibraryUiTexts::tr("Moved %n old capture(s) to the Trash", nullptr, moved)
-                      : LibraryUiTexts::tr("Nothing old enough to remove"),
-            QStringLiteral("trash"));
-    });
+    const QStringList outdated =
+        outdatedCaptures(m_parts.library, m_parts.prefs.autoDeleteDays(), m_parts.clock.now());
+    if (outdated.isEmpty() && whenNothing == WhenNothing::Silent)
+        return;
+    whenDone(m_parts.library.removeInBackground(outdated), this,
+             [this, whenNothing](const QList<Library::Outcome> &outcomes) {
+                 // One that the Trash doesn't take stays, and isn't told of as gone.
+                 const auto moved = static_cast<int>(
+                     std::count_if(outcomes.begin(), outcomes.end(), [](const Library::Outcome &outcome) {
+                         return outcome.result.has_value();
+                     }));
+                 if (moved == 0 && whenNothing == WhenNothing::Silent)
+                     return;
+                 m_parts.notices.post(
+                     moved > 0 ? LibraryUiTexts::tr("Moved %n old capture(s) to the Trash", nullptr, moved)
+                               : LibraryUiTexts::tr("Nothing old enough to remove"),
+                     QStringLiteral("trash"));
+             });
 }
 
 void LibraryWork::restore(const LibraryVersion &version, const QString &path)

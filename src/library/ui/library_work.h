@@ -85,8 +85,9 @@ public:
     using Names = QList<std::pair<QString, QString>>;
     BatchJob *rename(const Names &names);
 
-    // Moves what is older to the Trash.
-    void runAutoDelete(int days);
+    // Moves what is older than the settings say to the Trash, and tells of it.
+    enum class WhenNothing { Tell, Silent };
+    void runAutoDelete(WhenNothing whenNothing);
     void restore(const LibraryVersion &version, const QString &path);
     // Has what isn't described yet described by the AI service, as far as one run goes.
     void describe(LibraryModel &model);
