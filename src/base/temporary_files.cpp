@@ -1,6 +1,7 @@
 #include "base/temporary_files.h"
 
 #include "base/file_name.h"
+#include "base/file_tree.h"
 #include "base/texts.h"
 
 #include <QDir>
@@ -32,7 +33,7 @@ void removeLeftovers(const QDir &parent)
     for (const QString &name : names) {
         const int process = name.mid(kPrefix.size()).section('-', 0, 0).toInt();
         if (process > 0 && ::kill(process, 0) != 0 && errno == ESRCH && isPrivate(parent.filePath(name)))
-            QDir(parent.filePath(name)).removeRecursively();
+            FileTree::remove(parent.filePath(name));
     }
 }
 
@@ -75,7 +76,7 @@ struct Folder {
     {
         const QMutexLocker lock(&mutex);
         if (!path.isEmpty())
-            QDir(path).removeRecursively();
+            FileTree::remove(path);
         path.clear();
     }
     ~Folder() { remove(); }

@@ -1,6 +1,7 @@
 #include "document/draft.h"
 
 #include "base/atomic_file.h"
+#include "base/file_tree.h"
 #include "base/json.h"
 #include "base/log.h"
 #include "document/project_file.h"
@@ -92,7 +93,7 @@ Result<void> write(const QString &directory, const EditorDocument::Contents &con
 {
     const QList<int> before = states(directory);
     const QString folder = folderOf(directory, before.isEmpty() ? 1 : before.last() + 1);
-    QDir(folder + kUnfinished).removeRecursively();
+    FileTree::remove(folder + kUnfinished);
     if (!QDir().mkpath(folder + kUnfinished))
         return fail(DocumentTexts::tr("Couldn't make the folder %1.").arg(folder));
     // What nobody has decided to save is nobody else's to see.
@@ -100,14 +101,14 @@ Result<void> write(const QString &directory, const EditorDocument::Contents &con
     const QString lastPixels =
         keepsBase && !before.isEmpty() ? folderOf(directory, before.last()) + '/' + kPixels : QString();
     if (auto written = writeInto(folder + kUnfinished, contents, origin, lastPixels); !written) {
-        QDir(folder + kUnfinished).removeRecursively();
+        FileTree::remove(folder + kUnfinished);
         return written;
     }
     if (!QDir().rename(folder + kUnfinished, folder))
         return fail(DocumentTexts::tr("Couldn't write %1.").arg(folder));
     for (const QString &name : QDir(directory).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         if (const QString older = directory + '/' + name; older != folder)
-            QDir(older).removeRecursively();
+            FileTree::remove(older);
     }
     return {};
 }
@@ -136,7 +137,7 @@ bool exists(const QString &directory)
 void remove(const QString &directory)
 {
     if (!directory.isEmpty())
-        QDir(directory).removeRecursively();
+        FileTree::remove(directory);
 }
 
 void setAside(const QString &directory)

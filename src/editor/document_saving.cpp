@@ -2,6 +2,7 @@
 
 #include "base/atomic_file.h"
 #include "base/clock.h"
+#include "base/file_tree.h"
 #include "base/log.h"
 #include "base/notice.h"
 #include "base/read_file.h"
@@ -147,7 +148,7 @@ private:
             if (stray && ReadFile::digest(stray->path) == stray->digest) {
                 QFile::remove(stray->path);
                 if (ProjectSave::owner(stray->project) == QFileInfo(stray->path).fileName())
-                    QDir(stray->project).removeRecursively();
+                    FileTree::remove(stray->project);
             }
             return SavedFile{order.path, ReadFile::digest(order.path)};
         });
@@ -322,7 +323,7 @@ void DocumentSaving::saveInto(const QString &path)
             if (!written)
                 return {std::unexpected(written.error()), finished.contents()};
             if (!project.isEmpty())
-                QDir(project).removeRecursively();
+                FileTree::remove(project);
             return {SavedFile{path, {}}, finished.contents()};
         },
         [window = QPointer(&m_desk.window), saving = QPointer(this), &library, path, isInLibrary,

@@ -127,7 +127,7 @@ const QString kAsideVersions = QStringLiteral("/versions");
 void drop(const QString &folder, const QString &target)
 {
     if (target.isEmpty() || !QDir().rename(folder, target))
-        QDir(folder).removeRecursively();
+        FileTree::remove(folder);
 }
 
 } // namespace

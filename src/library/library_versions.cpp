@@ -2,6 +2,7 @@
 
 #include "base/atomic_file.h"
 #include "base/file_errors.h"
+#include "base/file_tree.h"
 #include "base/log.h"
 #include "base/scratch_folder.h"
 #include "document/draft.h"
@@ -42,7 +43,7 @@ Result<void> copyFolder(const QString &from, const QString &to)
 void removeEntry(const QString &path)
 {
     if (QFileInfo(path).isDir())
-        QDir(path).removeRecursively();
+        FileTree::remove(path);
     else
         QFile::remove(path);
 }

@@ -1,6 +1,7 @@
 #include "steps/guide_export.h"
 
 #include "base/atomic_file.h"
+#include "base/file_tree.h"
 #include "base/parallel.h"
 #include "document/image_files.h"
 #include "library/batch/exporter.h"
@@ -111,7 +112,7 @@ Result<QString> webFolder(const Source &source, const QString &directory, const 
     const auto pictures = writePictures(source, *folder, progress);
     if (!pictures) {
         if (pictures.error().isCancelled())
-            QDir(*folder).removeRecursively();
+            FileTree::remove(*folder);
         return std::unexpected(pictures.error());
     }
     const QString page = *folder + QStringLiteral("/index.html");

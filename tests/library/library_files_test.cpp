@@ -234,6 +234,22 @@ TEST(FolderWatch, TellsRenamedFilesFromOthersThatGotTheirNumber)
     EXPECT_EQ(news.modified, QStringList{"written"});
 }
 
+TEST_F(LibraryFilesTest, LeavesAloneWhatALinkInItsHiddenFolderLeadsTo)
+{
+    const TemporaryFolder elsewhere;
+    QFile kept(elsewhere.path("kept.txt"));
+    ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
+    put("a.png");
+    ASSERT_TRUE(QDir().mkpath(inFolder(".lumenpost/projects")));
+    ASSERT_TRUE(QFile::link(elsewhere.path(), inFolder(".lumenpost/projects/a")));
+    ASSERT_TRUE(QFile::link(elsewhere.path(), inFolder(".lumenpost/thumbs")));
+    m_library->watch();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !QFileInfo(inFolder(".lumenpost/thumbs")).isSymLink(); }));
+    ASSERT_TRUE(m_library->remove(inFolder("a.png")));
+    EXPECT_FALSE(QFileInfo(inFolder(".lumenpost/projects/a")).isSymLink());
+    EXPECT_TRUE(kept.exists());
+}
+
 TEST_F(LibraryFilesTest, TellsWhatOtherProgramsDoInTheFolderAndNotWhatItDoesItself)
 {
     put("kept.png");
