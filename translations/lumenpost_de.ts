@@ -239,6 +239,10 @@
         <source>Recording failed</source>
         <translation>Aufnahme fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>Steps</source>
+        <translation>Schritte</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

@@ -239,6 +239,10 @@
         <source>Recording failed</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Steps</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

@@ -28,7 +28,8 @@ struct DeliveredPicture {
 };
 
 // What follows a finished picture, film or text, the same for whoever made it: the file in the Library, its
-// source, the clipboard, the editor or a notice, a name. What is under way when the program quits is waited for.
+// source, the clipboard, the editor or a notice, a name. What is under way when the program quits is waited
+// for.
 class Delivery : public QObject {
     Q_OBJECT
 public:

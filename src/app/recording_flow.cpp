@@ -129,14 +129,17 @@ void RecordingFlow::finished(const std::optional<QString> &path, const std::opti
     if (error) {
         Q_EMIT failed(*error);
     } else if (path) {
-        // Told now, since a notice that is up while it records would be in the film. All sounds lack for the
-        // same reason.
-        const QList<Error> &refused = m_recorder.refusedSounds();
-        m_parts.delivery.deliverFilm(
-            *path, film->order,
-            refused.isEmpty()
-                ? QString()
-                : AppTexts::tr("There is a sound missing in the film: %1").arg(refused.first().message));
+        // Told now, since a notice that is up while it records would be in the film.
+        QStringList refused;
+        for (const Error &error : m_recorder.refusedSounds()) {
+            if (!refused.contains(error.message))
+                refused.append(error.message);
+        }
+        m_parts.delivery.deliverFilm(*path, film->order,
+                                     refused.isEmpty()
+                                         ? QString()
+                                         : AppTexts::tr("There is a sound missing in the film: %1")
+                                               .arg(refused.join(QLatin1Char(' '))));
     }
 }
 

@@ -11,7 +11,8 @@ class CaptureFlow;
 struct CapturePreset;
 class RecordingFlow;
 
-// What the program can be asked to do, and how it begins, whether a shortcut, the tray, the panel or a link asks.
+// What the program can be asked to do, and how it begins, whether a shortcut, the tray, the panel or a link
+// asks.
 class Requests {
 public:
     struct Parts {

@@ -9,12 +9,12 @@
 
 class Defaults;
 
-// Brings a window of this program before those of all others: out of its minimised state, with the keyboard, now
-// and once more when the window manager has had its say.
+// Brings a window of this program before those of all others: out of its minimised state, with the keyboard,
+// now and once more when the window manager has had its say.
 void bringToFront(QWidget *window);
 
-// The windows of which there is one each. They are made when first asked for, kept while they are open, and gone
-// when they close.
+// The windows of which there is one each. They are made when first asked for, kept while they are open, and
+// gone when they close.
 class SingletonWindows : public QObject {
     Q_OBJECT
 public:

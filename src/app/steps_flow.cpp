@@ -66,7 +66,7 @@ StepsFlow::StepsFlow(const Parts &parts, QObject *parent)
     // The countdown of a capture takes the room of the title.
     connect(&parts.activity, &Activity::changed, this, [this] {
         if (m_parts.activity.steps() == Activity::Steps::Running)
-            Q_EMIT titleChanged(QStringLiteral(" Steps"));
+            Q_EMIT titleChanged(QLatin1Char(' ') + AppTexts::tr("Steps"));
     });
 }
 

@@ -82,7 +82,8 @@ bool synced(int file)
 // So that the name lasts as the bytes do. A failure loses nothing: the old name still stands.
 void syncFolder(const QString &folder)
 {
-    const FileHandle handle(::open(FileName::toBytes(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileHandle handle(
+        ::open(FileName::toBytes(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.isOpen())
         fsync(handle.number());
 }
@@ -199,9 +200,9 @@ private:
     static QByteArray freshName(const QString &folder)
     {
         static std::atomic<unsigned> count = 0;
-        return FileName::toBytes(QDir(folder).filePath(
-            ScratchFolder::prefix() + QString::number(getpid(), 36) + QLatin1Char('-') +
-            QString::number(++count, 36)));
+        return FileName::toBytes(QDir(folder).filePath(ScratchFolder::prefix() +
+                                                       QString::number(getpid(), 36) + QLatin1Char('-') +
+                                                       QString::number(++count, 36)));
     }
     bool linkTo(const QByteArray &name) const
     {
@@ -224,7 +225,10 @@ private:
 // A draft as the device that encoders want. It remembers the first failure, which they may overlook.
 class DraftDevice : public QIODevice {
 public:
-    explicit DraftDevice(Draft &draft) : m_draft(draft) { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+    explicit DraftDevice(Draft &draft) : m_draft(draft)
+    {
+        open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
     const Result<void> &result() const { return m_result; }
 
 protected:

@@ -6,8 +6,8 @@
 #include <QString>
 #include <functional>
 
-// What a notice offers to do next, as a button. `call` must be safe for as long as the notice can be shown, also
-// after whoever posted it has gone.
+// What a notice offers to do next, as a button. `call` must be safe for as long as the notice can be shown,
+// also after whoever posted it has gone.
 struct NoticeAction {
     QString text;
     QString symbol;

@@ -30,7 +30,6 @@ struct Entry {
     QDateTime date; // of its last change
 };
 
-
 // Where the draft of a Library file lies; `projectDirectory` is that file's.
 QString directoryOf(const QString &path, const QString &projectDirectory);
 // Whether an entry of a project's directory is a draft, set aside or not.

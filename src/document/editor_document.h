@@ -173,7 +173,8 @@ public:
     QImage exported() const;
     ProjectFile project() const;
 
-    // A step of the history holds base and objects, whose data it shares, but no effects, tools and selection.
+    // A step of the history holds base and objects, whose data it shares, but no effects, tools and
+    // selection.
     void pushUndo();
     void undo();
     void redo();

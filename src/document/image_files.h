@@ -28,7 +28,8 @@ QString pathThatHolds(const QString &path, QSize size);
 // renamed. No metadata goes into the file. Refuses a path of another extension, and a picture that the type
 // can't hold.
 Result<void> write(const QImage &image, const QString &path);
-// The encoded bytes; empty when the encoder fails, or the type can't hold the picture. Quality is 0 to 1, for JPEG and HEIC.
+// The encoded bytes; empty when the encoder fails, or the type can't hold the picture. Quality is 0 to 1, for
+// JPEG and HEIC.
 QByteArray encode(const QImage &image, Type type, double quality = 0.9);
 
 // The largest file of a picture; one of as many pixels as are decoded is smaller in every usual format.
@@ -55,7 +56,8 @@ std::optional<QSize> pixelSizeOf(const QByteArray &bytes);
 // Freshly decoded, orientation applied, longest edge at most maxPixels.
 std::optional<QImage> thumbnail(const QString &path, int maxPixels);
 // Where the cached thumbnail of the file's present state lies: in a folder for each folder of pictures among
-// the user's caches, since people synchronise their pictures, and what can be made anew need not go with them.
+// the user's caches, since people synchronise their pictures, and what can be made anew need not go with
+// them.
 QString cachePath(const QString &path, int maxPixels);
 // From the cache, or made and stored there; sizes share buckets of 256 pixels.
 std::optional<QImage> cachedThumbnail(const QString &path, int maxPixels);

@@ -140,9 +140,10 @@ Result<void> commit(const QString &path, const QString &projectDirectory, const 
 bool draws(const ProjectFile::Contents &contents, const QString &path)
 {
     const auto annotations = contents.project.objects();
-    const QImage flat = annotations.isEmpty()
-                            ? contents.base
-                            : Renderer::flattened(contents.base, Renderer::pixelated(contents.base), annotations);
+    const QImage flat =
+        annotations.isEmpty()
+            ? contents.base
+            : Renderer::flattened(contents.base, Renderer::pixelated(contents.base), annotations);
     const QImage finished = contents.project.effects().applied(flat);
     if (ImageFiles::pixelSize(path) != finished.size())
         return false;

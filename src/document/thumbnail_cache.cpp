@@ -13,7 +13,8 @@ namespace {
 
 QString digest(const QString &text)
 {
-    return QLatin1String(QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).left(12).toHex());
+    return QLatin1String(
+        QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).left(12).toHex());
 }
 
 } // namespace
@@ -26,8 +27,8 @@ QString ImageFiles::cachePath(const QString &path, int maxPixels)
     const QString key = info.fileName() + bar + QString::number(info.exists() ? info.size() : 0) + bar +
                         QString::number(seconds) + bar + QString::number(maxPixels);
     return QStringLiteral("%1/lumenpost/thumbs/%2/%3.jpg")
-        .arg(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation), digest(info.absolutePath()),
-             digest(key));
+        .arg(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation),
+             digest(info.absolutePath()), digest(key));
 }
 
 std::optional<QImage> ImageFiles::cachedThumbnail(const QString &path, int maxPixels)

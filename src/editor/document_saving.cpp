@@ -17,7 +17,6 @@
 #include "library/library_versions.h"
 #include "settings/app_settings.h"
 
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 

@@ -4,7 +4,8 @@
 #include <QStringList>
 #include <functional>
 
-// How the desktop asks the running program for something: from its launcher, a file manager, a search, a link.
+// How the desktop asks the running program for something: from its launcher, a file manager, a search, a
+// link.
 class DesktopActivation {
 public:
     struct Handlers {

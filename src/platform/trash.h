@@ -21,7 +21,8 @@ public:
     virtual ~Trash() = default;
     // Copies the file where its volume has no Trash. Callable from any thread.
     virtual Result<std::unique_ptr<Move>> prepare(const QString &path, const std::stop_token &stop) = 0;
-    // Moves a file that is in the Trash back to where it was, or beside what has its name now: the path that it
-    // has. Callable from any thread.
-    virtual Result<QString> takeBack(const QString &trashed, const QString &path, const std::stop_token &stop) = 0;
+    // Moves a file that is in the Trash back to where it was, or beside what has its name now: the path that
+    // it has. Callable from any thread.
+    virtual Result<QString> takeBack(const QString &trashed, const QString &path,
+                                     const std::stop_token &stop) = 0;
 };

@@ -18,9 +18,9 @@
 
 namespace {
 
-constexpr int kGap = 6;        // between icon and panel
-constexpr int kSideInset = 8;  // between panel and the sides of the screen
-constexpr int kJustNow = 300;  // milliseconds
+constexpr int kGap = 6;       // between icon and panel
+constexpr int kSideInset = 8; // between panel and the sides of the screen
+constexpr int kJustNow = 300; // milliseconds
 
 QMargins shadowRoom()
 {
@@ -54,7 +54,8 @@ PanelPlacement panelPlacement(const QRect &anchor, const QRect &visible, const Q
 MenuBarPanel::MenuBarPanel(std::unique_ptr<QWidget> content, InputMonitors &monitors, Workspace &workspace)
     : m_monitors(monitors), m_workspace(workspace), m_content(content.release()), m_shadow(shadowRoom())
 {
-    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint);
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                   Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(QStringLiteral("Lumenpost"));
@@ -134,7 +135,8 @@ void MenuBarPanel::listen()
 {
     qApp->installEventFilter(this);
     auto monitor = m_monitors.listen(InputEvent::Clicks, [this](InputMonitor &listener) {
-        connect(&listener, &InputMonitor::pressed, this, &MenuBarPanel::pressedAnywhere, Qt::QueuedConnection);
+        connect(&listener, &InputMonitor::pressed, this, &MenuBarPanel::pressedAnywhere,
+                Qt::QueuedConnection);
     });
     if (monitor)
         m_monitor = std::move(*monitor);
@@ -170,7 +172,8 @@ bool MenuBarPanel::eventFilter(QObject *watched, QEvent *event)
 
 bool MenuBarPanel::event(QEvent *event)
 {
-    // Where clicks elsewhere aren't told, the loss of the keyboard has to do; a menu of the panel takes it too.
+    // Where clicks elsewhere aren't told, the loss of the keyboard has to do; a menu of the panel takes it
+    // too.
     if (event->type() == QEvent::WindowDeactivate && !m_monitor && !QApplication::activePopupWidget())
         dismiss(QStringLiteral("switched apps"));
     return QWidget::event(event);
@@ -211,8 +214,8 @@ void MenuBarPanel::paintEvent(QPaintEvent *)
         QPainter painter(&m_ground);
         painter.setRenderHint(QPainter::Antialiasing);
         if (!m_shadow.isNull())
-            SoftShadow{double(t.raisedShadowBlur), t.raisedShadow, QPointF(0, t.raisedShadowOffset)}.paintFrame(
-                painter, card, Theme::Radius::panel, SoftShadow::Inside::LeftOut);
+            SoftShadow{double(t.raisedShadowBlur), t.raisedShadow, QPointF(0, t.raisedShadowOffset)}
+                .paintFrame(painter, card, Theme::Radius::panel, SoftShadow::Inside::LeftOut);
         StylePainting::fillRounded(&painter, card, Theme::Radius::panel, t.raised, t.raisedEdge);
     }
     QPainter(this).drawPixmap(0, 0, m_ground);

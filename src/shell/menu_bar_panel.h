@@ -12,16 +12,16 @@ class Workspace;
 struct PointerPress;
 
 // Where a panel of `size` goes beside an icon at `anchor`, on a screen whose usable part is `visible` (global
-// points, y down): 6 under it and centred, or, in the lower half of the screen, 6 above it; 8 from the sides. The
-// edge towards the icon stays where it is when the panel grows.
+// points, y down): 6 under it and centred, or, in the lower half of the screen, 6 above it; 8 from the sides.
+// The edge towards the icon stays where it is when the panel grows.
 struct PanelPlacement {
     QPoint topLeft;
     bool growsUp = false;
 };
 PanelPlacement panelPlacement(const QRect &anchor, const QRect &visible, const QSize &size);
 
-// The small window that opens at the tray icon, or at the pointer. It takes the keyboard, and closes for Esc, for a
-// click outside of it, and when another program comes to the front.
+// The small window that opens at the tray icon, or at the pointer. It takes the keyboard, and closes for Esc,
+// for a click outside of it, and when another program comes to the front.
 class MenuBarPanel : public QWidget {
     Q_OBJECT
 public:
@@ -30,7 +30,8 @@ public:
 
     // Beside the icon; an empty rectangle stands for the pointer.
     void showAt(const QRect &anchor);
-    // Does what the first opening would do, so that it is as quick as every other: windows, fonts and pictures.
+    // Does what the first opening would do, so that it is as quick as every other: windows, fonts and
+    // pictures.
     void warmUp();
     // The reason goes to the log.
     void dismiss(const QString &reason);

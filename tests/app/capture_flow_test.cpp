@@ -110,7 +110,6 @@ TEST_F(CaptureFlowTest, RefusesASecondCaptureWithALineInTheLogAlone)
     EXPECT_TRUE(waitUntilIdle());
     EXPECT_TRUE(library.items().isEmpty());
     EXPECT_TRUE(shown.isEmpty());
-
 }
 
 TEST_F(CaptureFlowTest, ResetsALostCaptureAfterMoreThanThirtySeconds)

@@ -269,7 +269,8 @@ TEST_F(RunningProgram, QuitsInOrderWhileItReadsTexts)
     page.fill(Qt::white);
     QPainter painter(&page);
     for (int row = 40; row < page.height(); row += 30)
-        painter.drawText(40, row, QString("Lanterns along the harbour wall were lit one by one. ").repeated(5));
+        painter.drawText(40, row,
+                         QString("Lanterns along the harbour wall were lit one by one. ").repeated(5));
     painter.end();
     for (int i = 0; i < 6; ++i)
         ASSERT_TRUE(page.save(home.path("Pictures/Lumenpost/Page %1.png").arg(i)));

@@ -70,8 +70,8 @@ TEST(AtomicFile, LeavesTheOldFileWhenTheNewOneCannotBeFilled)
     const auto replaced = AtomicFile::replace(
         folder.path("a.json"), [](const QString &) -> Result<void> { return fail("The encoder gave up."); });
     EXPECT_EQ(replaced.error().message, "The encoder gave up.");
-    const auto forgotten = AtomicFile::replace(
-        folder.path("a.json"), [](const QString &) -> Result<void> { return {}; });
+    const auto forgotten =
+        AtomicFile::replace(folder.path("a.json"), [](const QString &) -> Result<void> { return {}; });
     EXPECT_FALSE(forgotten) << "the encoder wrote no file";
     EXPECT_EQ(contents(folder.path("a.json")), "old");
     EXPECT_EQ(everythingIn(folder.path()), QStringList{"a.json"});

@@ -286,7 +286,8 @@ TEST(ImageFiles, NamesAThumbnailByWhatIdentifiesTheFile)
     // The first 12 bytes of the SHA-256 of "a.png|1000|1700000000|256".
     const QString cached = ImageFiles::cachePath(path, 256);
     EXPECT_EQ(QFileInfo(cached).fileName(), "e1cb36c0d306706d79a39fb9.jpg");
-    EXPECT_FALSE(cached.startsWith(folder.path())) << "what is made anew isn't synchronised with the pictures";
+    EXPECT_FALSE(cached.startsWith(folder.path()))
+        << "what is made anew isn't synchronised with the pictures";
 }
 
 TEST(ImageFiles, SurvivesTheOddFilesOfOtherReaders)

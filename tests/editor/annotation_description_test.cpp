@@ -35,7 +35,8 @@ TEST(AnnotationDescription, TellsKindAndColour)
         for (const QString &value : values) {
             stamp.text = value;
             words.insert(describe(stamp));
-            EXPECT_FALSE(describe(stamp).contains(value)) << "words, not the name of a drawing: " << value.toStdString();
+            EXPECT_FALSE(describe(stamp).contains(value))
+                << "words, not the name of a drawing: " << value.toStdString();
         }
         EXPECT_EQ(words.size(), values.size()) << "no two stamps share their words";
     }

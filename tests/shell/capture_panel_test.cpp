@@ -1,5 +1,5 @@
-#include "shell/capture_panel.h"
 #include "platform/input_monitor.h"
+#include "shell/capture_panel.h"
 #include "shell/menu_bar_panel.h"
 #include "shell/option_chips.h"
 #include "shell/recent_captures.h"
@@ -19,7 +19,8 @@ struct CapturePanelTest : ShellTest {
         actions.openSettings = [this] { done += "settings"; };
         actions.savePreset = [this] { presets.addFromCurrent(); };
         auto panel = std::make_unique<CapturePanel>(
-            CapturePanel::Parts{settings, presets, library, machine.pasteboard, machine.workspace, notices}, actions);
+            CapturePanel::Parts{settings, presets, library, machine.pasteboard, machine.workspace, notices},
+            actions);
         QObject::connect(panel.get(), &CapturePanel::leaving, [this] { done += "leaving"; });
         return panel;
     }
@@ -65,7 +66,8 @@ TEST_F(CapturePanelTest, OffersEachModeItsOptions)
         {CaptureMode::Screen, {"Editor", "Clipboard", "Cursor", "5s Delay"}},
         {CaptureMode::Scrolling, {"Editor", "Clipboard", "5s Delay"}},
         {CaptureMode::Video,
-         {"Editor", "Cursor", "5s Delay", "System Audio", "Microphone", "Show Clicks", "Show Keys", "Webcam"}},
+         {"Editor", "Cursor", "5s Delay", "System Audio", "Microphone", "Show Clicks", "Show Keys",
+          "Webcam"}},
         {CaptureMode::Steps, {"Mark Clicks", "Auto-Redact", "5s Delay"}},
         {CaptureMode::Text, {"5s Delay"}},
     };

@@ -1,9 +1,9 @@
 #include "platform/input_monitor.h"
 #include "shell/key_recorder.h"
 #include "shell/settings_page.h"
+#include "shell/shell_test.h"
 #include "shell/shortcut_field.h"
 #include "shell/shortcut_words.h"
-#include "shell/shell_test.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -63,7 +63,8 @@ TEST_F(KeyRecorderTest, TakesPrintWithoutAModifierAndDigitsByTheirPlace)
     recorder.click();
     QTest::keyClick(&recorder, Qt::Key_Print);
     EXPECT_THAT(chosen, testing::ElementsAre(KeyCombo{KeyCombo::kPrint, 0}));
-    const QKeyEvent shifted(QEvent::KeyPress, Qt::Key_Exclam, Qt::ShiftModifier | Qt::ControlModifier, 10, 0, 0);
+    const QKeyEvent shifted(QEvent::KeyPress, Qt::Key_Exclam, Qt::ShiftModifier | Qt::ControlModifier, 10, 0,
+                            0);
     EXPECT_EQ(comboOf(shifted), (KeyCombo{18, KeyCombo::Shift | KeyCombo::Command}));
 }
 
@@ -104,5 +105,6 @@ TEST_F(ShellTest, AShortcutFieldNamesWhoHasTheCombination)
     problems.insert(kFree.display(), "Taken.");
     holders.holders.insert({"V", int(Qt::MetaModifier | Qt::ShiftModifier)}, "xfce4-screenshooter");
     field.show(kFree);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return says("Super+Shift+V is used by “xfce4-screenshooter”."); }, 3000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return says("Super+Shift+V is used by “xfce4-screenshooter”."); }, 3000));
 }

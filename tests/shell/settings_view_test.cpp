@@ -4,8 +4,8 @@
 #include "shell/preset_editor.h"
 #include "shell/settings_page.h"
 #include "shell/settings_view.h"
-#include "shell/welcome_view.h"
 #include "shell/shell_test.h"
+#include "shell/welcome_view.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -43,8 +43,8 @@ TEST_F(ShellTest, ASearchGoesOverAllPagesAndOpensNoneForGood)
     view.search("SHUTTER");
     EXPECT_EQ(shownTitles(view), QStringList("Play shutter sound"));
     view.search("record");
-    EXPECT_THAT(shownTitles(view), testing::IsSupersetOf({QString("Start / stop recording"),
-                                                          QString("Record microphone")}));
+    EXPECT_THAT(shownTitles(view),
+                testing::IsSupersetOf({QString("Start / stop recording"), QString("Record microphone")}));
     view.search("no such words");
     EXPECT_TRUE(shownTitles(view).isEmpty());
     view.search({});

@@ -267,7 +267,8 @@ Result<std::unique_ptr<Trash::Move>> DesktopTrash::prepare(const QString &path, 
     return CopiedMove::make(path, *home, state, stop);
 }
 
-Result<QString> DesktopTrash::takeBack(const QString &trashed, const QString &path, const std::stop_token &stop)
+Result<QString> DesktopTrash::takeBack(const QString &trashed, const QString &path,
+                                       const std::stop_token &stop)
 {
     const QFileInfo target(path);
     const QString folder = target.absolutePath();

@@ -7,5 +7,6 @@
 class DesktopTrash : public Trash {
 public:
     Result<std::unique_ptr<Move>> prepare(const QString &path, const std::stop_token &stop) override;
-    Result<QString> takeBack(const QString &trashed, const QString &path, const std::stop_token &stop) override;
+    Result<QString> takeBack(const QString &trashed, const QString &path,
+                             const std::stop_token &stop) override;
 };

@@ -1,5 +1,6 @@
 #include "platform/session/make_platform.h"
 
+#include "platform/cameras.h"
 #include "platform/desktop/atspi_elements.h"
 #include "platform/desktop/bus_activation.h"
 #include "platform/desktop/desktop_login_item.h"
@@ -13,7 +14,6 @@
 #include "platform/desktop/desktop_trash.h"
 #include "platform/desktop/portal_appearance.h"
 #include "platform/desktop/qt_pasteboard.h"
-#include "platform/cameras.h"
 #include "platform/face_engine.h"
 #include "platform/movies.h"
 #include "platform/network/network_http.h"

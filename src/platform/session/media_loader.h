@@ -8,8 +8,9 @@ class SoundOutput;
 class SoundSources;
 class SpeechEngine;
 
-// What reads and writes films, hears and plays sound, behind light objects: the module with the libraries that they
-// need is opened at their first use. Without the module each use fails with a sentence that says so.
+// What reads and writes films, hears and plays sound, behind light objects: the module with the libraries
+// that they need is opened at their first use. Without the module each use fails with a sentence that says
+// so.
 std::unique_ptr<Movies> makeMovies();
 std::unique_ptr<SoundSources> makeSoundSources();
 std::unique_ptr<SoundOutput> makeSoundOutput();

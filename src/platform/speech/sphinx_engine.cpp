@@ -58,13 +58,14 @@ public:
             return unavailable(QStringLiteral("no model"));
         err_set_logfp(nullptr);
         const QByteArray model = QFile::encodeName(folder);
-        // Silence is kept: without it the times of the words would drift. The second pass and wider searches bring
-        // nothing: of eight readings by four voices .122 of the words are wrong with these, and .128 with the model's
-        // own settings in nearly twice the time.
+        // Silence is kept: without it the times of the words would drift. The second pass and wider searches
+        // bring nothing: of eight readings by four voices .122 of the words are wrong with these, and .128
+        // with the model's own settings in nearly twice the time.
         m_config.reset(cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", (model + "/en-us").constData(), "-lm",
                                    (model + "/en-us.lm.bin").constData(), "-dict",
                                    (model + "/cmudict-en-us.dict").constData(), "-remove_silence", "no",
-                                   "-topn", "2", "-maxhmmpf", "3000", "-fwdflat", "no", "-logfn", "/dev/null", nullptr));
+                                   "-topn", "2", "-maxhmmpf", "3000", "-fwdflat", "no", "-logfn", "/dev/null",
+                                   nullptr));
         if (m_config)
             m_decoder.reset(ps_init(m_config.get()));
         if (!m_decoder)

@@ -53,8 +53,8 @@ TEST_F(CaptureCalls, ListWhatCanBeCapturedAndCaptureIt)
     EXPECT_TRUE(windows.output.contains("\"title\":\"Quay ledger\"")) << windows.output.toStdString();
     EXPECT_TRUE(isDone(call({"capture", "window", QString::number(id), "--output", "window.png"})));
     EXPECT_GE(QImage(path("window.png")).width(), 300);
-    EXPECT_TRUE(isDone(
-        call({"capture", "window", QString::number(id), "--client-area", "--output", "client.png"})));
+    EXPECT_TRUE(
+        isDone(call({"capture", "window", QString::number(id), "--client-area", "--output", "client.png"})));
     EXPECT_LT(QImage(path("client.png")).height(), QImage(path("window.png")).height())
         << "without the title that the window manager drew";
 

@@ -268,8 +268,9 @@ TEST(Session, RefusesPicturesOfAWaylandSessionWithASentence)
     const Platform platform = makePlatform();
     const auto refused = platform.pictures->display({}, Pointer::Hidden).result();
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().message, "Lumenpost can't capture the screen of a Wayland session yet: log in to "
-                                       "an X11 session instead.");
+    EXPECT_EQ(refused.error().message,
+              "Lumenpost can't capture the screen of a Wayland session yet: log in to "
+              "an X11 session instead.");
 }
 
 TEST(Session, AnswersEveryPortWithASentenceWhenThereIsNoDisplay)

@@ -34,9 +34,9 @@ public:
     QStringList pictureSums() const
     {
         QStringList sums;
-        for (const QByteArray &line :
-             run("ffmpeg", {"-v", "error", "-i", m_path, "-an", "-vsync", "passthrough", "-f", "framemd5", "-"})
-                 .split('\n')) {
+        for (const QByteArray &line : run("ffmpeg", {"-v", "error", "-i", m_path, "-an", "-vsync",
+                                                     "passthrough", "-f", "framemd5", "-"})
+                                          .split('\n')) {
             if (!line.isEmpty() && !line.startsWith('#'))
                 sums.append(QString::fromLatin1(line.mid(line.lastIndexOf(',') + 1).trimmed()));
         }
@@ -53,8 +53,8 @@ public:
     double loudness(int stream) const
     {
         QProcess process;
-        process.start("ffmpeg", {"-hide_banner", "-i", m_path, "-map", QStringLiteral("0:%1").arg(stream), "-af",
-                                 "volumedetect", "-f", "null", "-"});
+        process.start("ffmpeg", {"-hide_banner", "-i", m_path, "-map", QStringLiteral("0:%1").arg(stream),
+                                 "-af", "volumedetect", "-f", "null", "-"});
         process.waitForFinished(60000);
         const QByteArray text = process.readAllStandardError();
         const qsizetype at = text.indexOf("max_volume: ");

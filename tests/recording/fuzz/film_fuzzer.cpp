@@ -31,8 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8 *data, size_t size)
     if (frames && (*frames)->info().duration < 10) {
         WorkProgress progress;
         const QString part = folder.filePath("part.mp4");
-        static_cast<void>(movies->exportMp4(path, part, (*frames)->info().duration / 3, (*frames)->info().duration,
-                                            progress));
+        static_cast<void>(movies->exportMp4(path, part, (*frames)->info().duration / 3,
+                                            (*frames)->info().duration, progress));
     }
     // What broke off may hold anything as well.
     const QString target = folder.filePath("finished.mov");
