@@ -131,9 +131,9 @@ void RecordingFlow::finished(const std::optional<QString> &path, const std::opti
     } else if (path) {
         // Told now, since a notice that is up while it records would be in the film.
         QStringList refused;
-        for (const Error &error : m_recorder.refusedSounds()) {
-            if (!refused.contains(error.message))
-                refused.append(error.message);
+        for (const Error &reason : m_recorder.refusedSounds()) {
+            if (!refused.contains(reason.message))
+                refused.append(reason.message);
         }
         m_parts.delivery.deliverFilm(*path, film->order,
                                      refused.isEmpty()
