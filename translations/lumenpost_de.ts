@@ -5106,6 +5106,18 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>The folder %1 can&apos;t be written.</source>
         <translation>In den Ordner %1 kann nicht geschrieben werden.</translation>
     </message>
+    <message>
+        <source>Only %1 of %2 steps were saved to the “%3” collection. %4</source>
+        <translation>Nur %1 von %2 Schritten wurden in der Sammlung „%3“ gesichert. %4</translation>
+    </message>
+    <message>
+        <source>Some captions stayed as they were. %1</source>
+        <translation>Einige Beschriftungen blieben, wie sie waren. %1</translation>
+    </message>
+    <message>
+        <source>There was no room on disk for this guide when it began.</source>
+        <translation>Für diese Anleitung war auf der Festplatte kein Platz, als sie begann.</translation>
+    </message>
 </context>
 <context>
     <name>StepsUiTexts</name>
@@ -5419,6 +5431,18 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Keep for Later</source>
         <translation>Für später behalten</translation>
+    </message>
+    <message>
+        <source>Discard this guide?</source>
+        <translation>Diese Anleitung verwerfen?</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>It has changes that were not exported, and it can’t be kept on disk. Export it before you close it.</source>
+        <translation>Sie enthält Änderungen, die nicht exportiert wurden, und kann nicht auf der Festplatte behalten werden. Exportiere sie, bevor du sie schließt.</translation>
     </message>
 </context>
 <context>

@@ -5105,6 +5105,18 @@ Space previews, Return opens.</source>
         <source>The folder %1 can&apos;t be written.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Only %1 of %2 steps were saved to the “%3” collection. %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Some captions stayed as they were. %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There was no room on disk for this guide when it began.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>StepsUiTexts</name>
@@ -5417,6 +5429,18 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Keep for Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard this guide?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It has changes that were not exported, and it can’t be kept on disk. Export it before you close it.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -193,6 +193,11 @@ void StepsFlow::settle(Review *review)
     using End = StepsReviewWindow::End;
     const bool isGivenUp = *review->end == End::Discard ||
                            (*review->end == End::DiscardOnceExported && review->model->wasExported());
+    if (!isGivenUp && !review->session && !m_isLeaving) {
+        review->end.reset();
+        review->window->reopen();
+        return bringToFront(review->window.get());
+    }
     if (review->session && isGivenUp)
         review->session->discard();
     else if (review->session && *review->end == End::DiscardOnceExported)
@@ -231,16 +236,28 @@ void StepsFlow::offerUnfinished()
                      for (const StepsSession::Unfinished &guide : guides)
                          open(guide);
                  });
-                 connect(offer, &GuideOffer::discarded, this, [this, guides] {
-                     m_parts.pending.keep(QStringLiteral("discarding guides"), runInBackground([guides] {
-                                              for (const StepsSession::Unfinished &guide : guides) {
-                                                  if (const auto session = StepsSession::resume(guide.folder))
-                                                      (*session)->discard();
-                                              }
-                                          }));
-                 });
+                 connect(offer, &GuideOffer::discarded, this, [this, guides] { discard(guides); });
                  offer->show();
              });
+}
+
+void StepsFlow::discard(const QList<StepsSession::Unfinished> &guides)
+{
+    const auto work = runInBackground([guides] {
+        Result<void> discarded;
+        for (const StepsSession::Unfinished &guide : guides) {
+            if (const auto session = StepsSession::resume(guide.folder))
+                (*session)->discard();
+            else
+                discarded = std::unexpected(session.error());
+        }
+        return discarded;
+    });
+    m_parts.pending.keep(QStringLiteral("discarding guides"), work);
+    whenDone(work, this, [this](const Result<void> &discarded) {
+        if (!discarded)
+            m_parts.notices.post(discarded.error().message, kWarning);
+    });
 }
 
 void StepsFlow::open(const StepsSession::Unfinished &unfinished)
@@ -274,7 +291,13 @@ void StepsFlow::leave()
 {
     if (m_countdown)
         giveUpStart();
+    m_isLeaving = true;
     for (const auto &review : m_reviews) {
+        const bool isUnfinished = !review->model->steps().isEmpty() && !review->model->wasExported();
+        if (isUnfinished && !review->model->canBeKept())
+            Log::error(QStringLiteral("Steps: a guide is lost: there was no room for it on disk"));
+        else if (isUnfinished)
+            m_parts.pending.keep(QStringLiteral("keeping a guide"), review->model->keep());
         if (!review->end)
             review->window->keepAndClose();
     }

@@ -90,6 +90,7 @@ private:
     void endSession();
     StepsGuideModel::Parts modelParts();
     void open(const StepsSession::Unfinished &unfinished);
+    void discard(const QList<StepsSession::Unfinished> &guides);
     void review(std::unique_ptr<StepsGuideModel> model, std::shared_ptr<StepsSession> session);
     void editStep(Review &review, const StepsGuideModel::StepEdit &edit);
     void settle(Review *review);
@@ -100,5 +101,6 @@ private:
     std::unique_ptr<Countdown> m_countdown; // while a session is about to start
     std::unique_ptr<StepsRecorder> m_recorder;
     std::unique_ptr<HUDPanel> m_hud;
+    bool m_isLeaving = false;
     std::vector<std::unique_ptr<Review>> m_reviews;
 };

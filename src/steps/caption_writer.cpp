@@ -7,6 +7,9 @@
 
 namespace {
 
+// Replies in a row that fail for one reason, such as a network that is gone, say that the others would too.
+constexpr int kConcernsAll = 3;
+
 QString stripped(QString reply)
 {
     const auto isQuote = [](QChar sign) {
@@ -42,14 +45,19 @@ void CaptionWriter::write(const Guide &guide, const QStringList &captions)
     m_guide = guide;
     m_captions = captions;
     m_next = 0;
+    m_failure.reset();
+    m_lastReason.clear();
     writeNext();
 }
 
 void CaptionWriter::writeNext()
 {
     Q_EMIT progressed();
-    if (!isAtWork())
+    if (!isAtWork()) {
+        if (const auto failure = std::exchange(m_failure, std::nullopt))
+            Q_EMIT failed(*failure);
         return;
+    }
     const GuideStep step = m_guide.steps[m_next];
     const QString prompt = promptFor(number(), step.click.has_value(), m_captions[m_next]);
     whenDone(runInBackground([step, number = number(), marks = m_guide.markClicks, redact = m_guide.redact] {
@@ -57,14 +65,25 @@ void CaptionWriter::writeNext()
              }),
              this, [this, id = step.id, prompt](const QImage &image) {
                  whenDone(m_claude.ask(prompt, image, QStringLiteral("low")), this,
-                          [this, id](const Result<QString> &reply) {
-                              if (!reply)
-                                  Log::error(QStringLiteral("Steps: a caption stays as it was"),
-                                             reply.error());
-                              else if (const QString caption = stripped(*reply); !caption.isEmpty())
-                                  Q_EMIT written(id, caption);
-                              ++m_next;
-                              writeNext();
-                          });
+                          [this, id](const Result<QString> &reply) { replied(id, reply); });
              });
+}
+
+void CaptionWriter::replied(const QUuid &step, const Result<QString> &reply)
+{
+    const QString reason = reply ? QString() : reply.error().message;
+    m_sameReason = !reply && reason == m_lastReason ? m_sameReason + 1 : 1;
+    m_lastReason = reason;
+    ++m_next;
+    if (reply) {
+        if (const QString caption = stripped(*reply); !caption.isEmpty())
+            Q_EMIT written(step, caption);
+    } else {
+        Log::error(QStringLiteral("Steps: a caption stays as it was"), reply.error());
+        if (!m_failure)
+            m_failure = reply.error();
+        if (reply.error().kind == Error::Kind::Denied || m_sameReason >= kConcernsAll)
+            m_next = m_guide.steps.size();
+    }
+    writeNext();
 }

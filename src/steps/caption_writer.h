@@ -1,9 +1,11 @@
 #pragma once
 
+#include "base/result.h"
 #include "steps/guide_step.h"
 
 #include <QObject>
 #include <QStringList>
+#include <optional>
 
 class ClaudeClient;
 
@@ -22,15 +24,21 @@ public:
     qsizetype total() const { return m_guide.steps.size(); }
 
 Q_SIGNALS:
+    // At the end, where captions stayed as they were: the first reason.
+    void failed(const Error &error);
     void written(const QUuid &step, const QString &caption);
     // At another step, or at the end.
     void progressed();
 
 private:
     void writeNext();
+    void replied(const QUuid &step, const Result<QString> &reply);
 
     ClaudeClient &m_claude;
     Guide m_guide;
     QStringList m_captions;
     qsizetype m_next = 0;
+    std::optional<Error> m_failure;
+    QString m_lastReason;
+    int m_sameReason = 0; // replies in a row that failed for it
 };

@@ -9,6 +9,12 @@
 #include "steps/steps_session.h"
 #include "steps/texts.h"
 
+namespace {
+
+const auto kWarning = QStringLiteral("exclamationmark.triangle.fill");
+
+} // namespace
+
 // The captures of one guide, one after the other.
 struct GuideExports::Saving {
     GuideExportJob *job = nullptr;
@@ -89,8 +95,7 @@ GuideExportJob *GuideExports::pdf(const Source &source, std::shared_ptr<StepsSes
         if (written.error().isCancelled())
             return end(job, GuideExportJob::End::Cancelled);
         Log::error(QStringLiteral("Steps PDF export failed"), written.error());
-        m_parts.notices.post(StepsTexts::tr("Couldn't write the PDF"),
-                             QStringLiteral("exclamationmark.triangle.fill"));
+        m_parts.notices.post(StepsTexts::tr("Couldn't write the PDF"), kWarning);
         end(job, GuideExportJob::End::Failed);
     });
     return job;
@@ -107,7 +112,7 @@ GuideExportJob *GuideExports::guideImage(const Source &source, std::shared_ptr<S
         if (error.isCancelled())
             return end(job, GuideExportJob::End::Cancelled);
         Log::error(QStringLiteral("Steps: couldn't build the guide"), error);
-        m_parts.notices.post(error.message, QStringLiteral("exclamationmark.triangle.fill"));
+        m_parts.notices.post(error.message, kWarning);
         end(job, GuideExportJob::End::Failed);
     };
     whenDone(work, this, [this, job, title = source.title, open, fails](const Result<QImage> &image) {
@@ -142,7 +147,8 @@ void GuideExports::saveNext(const std::shared_ptr<Saving> &saving)
     Q_EMIT saving->job->progressed(saving->next, saving->total());
     if (isCancelled || saving->next == saving->total()) {
         collect(*saving);
-        return end(saving->job, isCancelled ? GuideExportJob::End::Cancelled : GuideExportJob::End::Done);
+        using End = GuideExportJob::End;
+        return end(saving->job, isCancelled ? End::Cancelled : saving->failure ? End::Failed : End::Done);
     }
     const auto render = runInBackground(
         [source = saving->source, index = saving->next] { return GuideExport::picture(source, index); });
@@ -168,21 +174,30 @@ void GuideExports::saved(const std::shared_ptr<Saving> &saving, const Result<QSt
         saving->paths.append(named);
     } else {
         Log::error(QStringLiteral("Steps: couldn't save step %1").arg(saving->next), path.error());
-        saving->failure = path.error();
+        if (!saving->failure)
+            saving->failure = path.error();
     }
     saveNext(saving);
 }
 
 void GuideExports::collect(const Saving &saving)
 {
+    const QString title = saving.source.title;
+    const bool hasFailed = saving.failure && !saving.failure->isCancelled();
     if (!saving.paths.isEmpty()) {
-        const QUuid collection = m_parts.library.catalog().createCollection(saving.source.title);
+        const QUuid collection = m_parts.library.catalog().createCollection(title);
         m_parts.library.catalog().add(saving.paths, collection);
-        m_parts.notices.post(StepsTexts::tr("Saved %1 steps to the “%2” collection")
-                                 .arg(saving.paths.size())
-                                 .arg(saving.source.title),
-                             QStringLiteral("folder.badge.plus"));
-    } else if (saving.failure && !saving.failure->isCancelled()) {
-        m_parts.notices.post(saving.failure->message, QStringLiteral("exclamationmark.triangle.fill"));
     }
+    if (hasFailed && saving.paths.isEmpty())
+        m_parts.notices.post(saving.failure->message, kWarning);
+    else if (hasFailed)
+        m_parts.notices.post(StepsTexts::tr("Only %1 of %2 steps were saved to the “%3” collection. %4")
+                                 .arg(saving.paths.size())
+                                 .arg(saving.total())
+                                 .arg(title, saving.failure->message),
+                             kWarning);
+    else if (!saving.paths.isEmpty())
+        m_parts.notices.post(
+            StepsTexts::tr("Saved %1 steps to the “%2” collection").arg(saving.paths.size()).arg(title),
+            QStringLiteral("folder.badge.plus"));
 }

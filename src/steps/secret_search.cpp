@@ -8,12 +8,6 @@ SecretSearch::SecretSearch(TextRecognizer &recognizer, QObject *parent)
     : QObject(parent), m_recognizer(recognizer)
 {}
 
-bool SecretSearch::isSettled(const QUuid &step) const
-{
-    const State state = m_places.value(step).state;
-    return state == State::Searched || state == State::Failed;
-}
-
 void SecretSearch::add(const QUuid &step, const StepPicture &picture)
 {
     Place &place = m_places[step];
@@ -31,12 +25,6 @@ void SecretSearch::drop(const QUuid &step)
         m_places.remove(step);
     // The one under way goes on: it may be brought back by then.
     wake();
-}
-
-void SecretSearch::hurry(const QUuid &step)
-{
-    if (m_waiting.removeOne(step))
-        m_waiting.prepend(step);
 }
 
 void SecretSearch::retry()
@@ -88,7 +76,6 @@ void SecretSearch::searched(const QImage &image, const Result<QList<QRectF>> &bo
         Q_EMIT found(step, *boxes);
     } else {
         Log::error(QStringLiteral("Steps: a step could not be searched for private text"), boxes.error());
-        Q_EMIT failed(step);
     }
     searchNext();
 }

@@ -24,20 +24,15 @@ public:
     void add(const QUuid &step, const StepPicture &picture);
     // Not worth searching any more, unless it comes back.
     void drop(const QUuid &step);
-    // Before all others.
-    void hurry(const QUuid &step);
     // Those that failed, once more.
     void retry();
 
     bool isUnderWay() const { return !m_current.isNull() || !m_waiting.isEmpty(); }
-    // Whether its search has ended, in whatever way.
-    bool isSettled(const QUuid &step) const;
     bool hasFailed(const QUuid &step) const { return m_places.value(step).state == State::Failed; }
 
 Q_SIGNALS:
     // Fractions of the picture, origin at the lower left. Once more when other pictures told of more.
     void found(const QUuid &step, const QList<QRectF> &boxes);
-    void failed(const QUuid &step);
     // Nothing is left to be searched.
     void ended();
 

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kSaveDelay = 400; // milliseconds after the last change
+const auto kWarning = QStringLiteral("exclamationmark.triangle.fill");
 
 } // namespace
 
@@ -56,12 +57,13 @@ void StepsGuideModel::begin()
 {
     m_save.setSingleShot(true);
     m_save.setInterval(kSaveDelay);
-    connect(&m_save, &QTimer::timeout, this, [this] {
-        if (m_session)
-            m_session->save(m_guide);
-    });
+    connect(&m_save, &QTimer::timeout, this, &StepsGuideModel::write);
     m_save.start();
     connect(&m_writer, &CaptionWriter::written, this, &StepsGuideModel::setCaption);
+    connect(&m_writer, &CaptionWriter::failed, this, [this](const Error &error) {
+        m_parts.notices.post(StepsTexts::tr("Some captions stayed as they were. %1").arg(error.message),
+                             kWarning);
+    });
     connect(&m_writer, &CaptionWriter::progressed, this, &StepsGuideModel::statusChanged);
     m_previews.refresh(m_guide);
     findRedactions();
@@ -123,6 +125,28 @@ void StepsGuideModel::save()
     m_save.start();
 }
 
+void StepsGuideModel::write()
+{
+    if (!m_session)
+        return;
+    whenDone(keep(), this, [this](const Result<void> &kept) {
+        if (kept)
+            m_hasToldFailure = false;
+        else if (!std::exchange(m_hasToldFailure, true))
+            m_parts.notices.post(kept.error().message, kWarning);
+    });
+}
+
+QFuture<Result<void>> StepsGuideModel::keep()
+{
+    m_save.stop();
+    if (!m_session)
+        return readyFuture<Result<void>>(
+            fail({}, StepsTexts::tr("There was no room on disk for this guide when it began.")));
+    m_session->save(m_guide);
+    return runInBackground([session = m_session] { return session->flush(); });
+}
+
 void StepsGuideModel::changed(const QUuid &id)
 {
     m_previews.refresh(m_guide);
@@ -170,14 +194,10 @@ void StepsGuideModel::findRedactions()
             Q_EMIT stepChanged(id);
         }
     });
-    const auto editsAtLast = [this](const QUuid &id) {
-        if (m_editWhenSearched.remove(id))
-            edit(id);
-    };
-    connect(&m_search, &SecretSearch::found, this, editsAtLast);
-    connect(&m_search, &SecretSearch::failed, this, editsAtLast);
     connect(&m_search, &SecretSearch::ended, this, [this] {
         Q_EMIT statusChanged();
+        for (const QUuid &id : std::exchange(m_editWhenSearched, {}))
+            edit(id);
         const auto waiting = std::exchange(m_whenSafe, {});
         if (!waiting.isEmpty() && isRefused())
             return;
@@ -209,9 +229,12 @@ void StepsGuideModel::searchAgain()
 bool StepsGuideModel::isRefused()
 {
     const qsizetype count = m_guide.redact ? unsearched().size() : 0;
-    if (count > 0)
-        Q_EMIT refused(int(count));
-    return count > 0;
+    if (count == 0)
+        return false;
+    m_wantedExport = nullptr;
+    Q_EMIT refused(int(count));
+    Q_EMIT statusChanged();
+    return true;
 }
 
 void StepsGuideModel::whenSafeToShow(const std::function<void()> &then)
@@ -282,10 +305,9 @@ void StepsGuideModel::edit(const QUuid &id)
     if (index < 0 || !openStepEditor)
         return;
     const GuideStep step = m_guide.steps[index];
-    // What is to be hidden in it belongs to what is edited.
-    if (m_guide.redact && !step.edited && !m_search.isSettled(id)) {
+    // What is to be hidden in it belongs to what is edited, and other pictures may tell of more.
+    if (m_guide.redact && !step.edited && m_search.isUnderWay()) {
         m_editWhenSearched.insert(id);
-        m_search.hurry(id);
         return;
     }
     StepEdit edit = editOf(step, int(index) + 1);
@@ -306,7 +328,7 @@ void StepsGuideModel::edit(const QUuid &id)
              [this, edit](const QImage &image) mutable {
                  if (image.isNull()) {
                      m_parts.notices.post(StepsTexts::tr("The picture of this step can't be read."),
-                                          QStringLiteral("exclamationmark.triangle.fill"));
+                                          kWarning);
                      return;
                  }
                  edit.base = image;
@@ -438,43 +460,43 @@ void StepsGuideModel::cancelExport()
 {
     if (m_job)
         m_job->cancel();
+    if (std::exchange(m_wantedExport, nullptr))
+        Q_EMIT statusChanged();
+}
+
+// One at a time, and the first asked for.
+void StepsGuideModel::beginExport(const QString &status, const std::function<GuideExportJob *()> &start)
+{
+    if (canCancel())
+        return;
+    m_wantedExport = [this, status, start] { follow(start(), status); };
+    Q_EMIT statusChanged();
+    whenSafeToShow([this] {
+        if (const auto wanted = std::exchange(m_wantedExport, nullptr))
+            wanted();
+    });
 }
 
 void StepsGuideModel::exportWebFolder(const QString &directory)
 {
-    if (m_job)
-        return;
-    whenSafeToShow([this, directory] {
-        follow(m_parts.exports.webFolder(source(), m_session, directory),
-               StepsTexts::tr("Writing the web page…"));
-    });
+    beginExport(StepsTexts::tr("Writing the web page…"),
+                [this, directory] { return m_parts.exports.webFolder(source(), m_session, directory); });
 }
 
 void StepsGuideModel::exportPDF(const QString &path)
 {
-    if (m_job)
-        return;
-    whenSafeToShow([this, path] {
-        follow(m_parts.exports.pdf(source(), m_session, path), StepsTexts::tr("Writing the PDF…"));
-    });
+    beginExport(StepsTexts::tr("Writing the PDF…"),
+                [this, path] { return m_parts.exports.pdf(source(), m_session, path); });
 }
 
 void StepsGuideModel::exportGuideImage()
 {
-    if (m_job)
-        return;
-    whenSafeToShow([this] {
-        follow(m_parts.exports.guideImage(source(), m_session, openInEditor),
-               StepsTexts::tr("Building the guide…"));
-    });
+    beginExport(StepsTexts::tr("Building the guide…"),
+                [this] { return m_parts.exports.guideImage(source(), m_session, openInEditor); });
 }
 
 void StepsGuideModel::saveToLibrary()
 {
-    if (m_job)
-        return;
-    whenSafeToShow([this] {
-        follow(m_parts.exports.saveToLibrary(source(), m_session),
-               StepsTexts::tr("Saving steps to the Library…"));
-    });
+    beginExport(StepsTexts::tr("Saving steps to the Library…"),
+                [this] { return m_parts.exports.saveToLibrary(source(), m_session); });
 }

@@ -7,6 +7,7 @@
 #include "steps/guide_step.h"
 #include "steps/secret_search.h"
 
+#include <QFuture>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
@@ -67,7 +68,12 @@ public:
     // Of what has a length: 0 to 1.
     std::optional<double> progress() const;
     bool isImproving() const { return m_writer.isAtWork(); }
-    bool canCancel() const { return m_job != nullptr; }
+    // An export is under way, or waits until it is known what is to be hidden in it.
+    bool canCancel() const { return m_job || m_wantedExport; }
+    // False where there was no room on disk for the guide: it lasts as long as its window.
+    bool canBeKept() const { return m_session != nullptr; }
+    // Ends when the guide is on disk as it is now, or with the reason why it isn't.
+    QFuture<Result<void>> keep();
 
     // Asks the program to open a file in the editor, to show a step there, to show the Library.
     std::function<void(const QString &path)> openInEditor;
@@ -133,11 +139,13 @@ private:
     void changed(const QUuid &id);
     void reordered();
     void save();
+    void write();
     void findRedactions();
     bool isRefused();
     // Now, or once it is known what is to be hidden.
     void whenSafeToShow(const std::function<void()> &then);
     GuideExports::Source source() const;
+    void beginExport(const QString &status, const std::function<GuideExportJob *()> &start);
     void follow(GuideExportJob *job, const QString &status);
     StepEdit editOf(const GuideStep &step, int number) const;
 
@@ -146,6 +154,7 @@ private:
     std::shared_ptr<StepsSession> m_session;
     GuidePreviews m_previews;
     QTimer m_save;
+    bool m_hasToldFailure = false; // of keeping the guide, since it was last kept
     QList<QList<Removed>> m_removed;
 
     SecretSearch m_search;
@@ -153,6 +162,7 @@ private:
     QSet<QUuid> m_editWhenSearched;
     CaptionWriter m_writer;
 
+    std::function<void()> m_wantedExport; // while it waits
     QPointer<GuideExportJob> m_job;
     QString m_jobStatus;
     double m_jobProgress = 0;

@@ -267,6 +267,14 @@ std::optional<Error> StepsSession::takeFailure()
     return std::exchange(m_failure, std::nullopt);
 }
 
+Result<void> StepsSession::flush()
+{
+    m_writer.waitForDone();
+    if (const auto failure = takeFailure())
+        return std::unexpected(*failure);
+    return {};
+}
+
 void StepsSession::discard()
 {
     {

@@ -40,6 +40,8 @@ public:
     void save(const Guide &guide);
     // The first failure since the last call, such as a full disk. The guide stays in memory then.
     std::optional<Error> takeFailure();
+    // Waits until all that was given to save() is on disk: for threads that may wait.
+    Result<void> flush();
     // Removes the folder once nothing writes to it any more.
     void discard();
 

@@ -10,7 +10,9 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QTest>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -172,6 +174,50 @@ TEST_F(StepsFlowTest, AsksWhatBecomesOfAGuideThatWasNotExported)
     EXPECT_EQ(offer(), nullptr);
 }
 
+TEST_F(StepsFlowTest, LosesNoGuideThatThereIsNoRoomFor)
+{
+    // Steps stay in memory where the folder can't be made, and closing says so.
+    QFile planted(home.path("steps"));
+    ASSERT_TRUE(planted.open(QIODevice::WriteOnly));
+    StepsReviewWindow *window = record(1);
+    window->close();
+    for (const auto *button : window->findChildren<QPushButton *>())
+        EXPECT_FALSE(button->isVisible() && button->text() == "Keep for Later");
+    press(window, "Cancel");
+
+    // A failed export brings the window back.
+    prefs.setSaveFolder(home.path("steps/below-a-file"));
+    window->model().saveToLibrary();
+    window->close();
+    EXPECT_TRUE(flow->windows().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !flow->windows().isEmpty(); }));
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(shown.isEmpty()) << "why it came back";
+}
+
+TEST_F(StepsFlowTest, ClosesOnlyOnceTheGuideIsKept)
+{
+    StepsReviewWindow *window = record(2);
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit none{0, usual.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    window->model().setTitle("Changed");
+    window->close();
+    press(window, "Keep for Later");
+    const auto asksAgain = [&] {
+        return std::ranges::any_of(window->findChildren<QPushButton *>(), [](const QPushButton *button) {
+            return button->text() == "Try Again" && button->isVisible();
+        });
+    };
+    EXPECT_TRUE(QTest::qWaitFor(asksAgain));
+    EXPECT_TRUE(window->isVisible());
+    setrlimit(RLIMIT_FSIZE, &usual);
+    press(window, "Try Again");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return flow->windows().isEmpty(); }));
+}
+
 TEST_F(StepsFlowTest, OffersWhatAnEndedProgramLeftUnderTheSwitchesOfTheSettings)
 {
     flow->toggle(0);
@@ -189,8 +235,8 @@ TEST_F(StepsFlowTest, OffersWhatAnEndedProgramLeftUnderTheSwitchesOfTheSettings)
     EXPECT_TRUE(hides->isChecked()) << "what was never reviewed may show private text";
     flow->leave(); // the program ends again, without a question
     EXPECT_TRUE(flow->windows().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return pending.isIdle(); }));
     makeFlow();
-    offered = offer();
-    ASSERT_NE(offered, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (offered = offer()) != nullptr; }));
     press(offered, "Later");
 }

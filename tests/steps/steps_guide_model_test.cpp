@@ -130,6 +130,24 @@ TEST_F(GuideModel, RewritesCaptionsWithoutTellingWhatIsHidden)
     EXPECT_TRUE(machine.http.requests[0].body.contains("A purple circle marks where the user clicked."));
     EXPECT_FALSE(machine.http.requests[0].body.contains("ann@example.org"));
     EXPECT_FALSE(machine.http.requests[2].body.contains("purple"));
+    EXPECT_EQ(posted.size(), 2);
+    EXPECT_EQ(posted.value(1).text, "Some captions stayed as they were. Claude API error (HTTP 500).");
+}
+
+TEST_F(GuideModel, StopsRewritingCaptionsWhereTheReasonConcernsAllOfThem)
+{
+    QList<GuideStep> many;
+    for (int i = 0; i < 6; ++i)
+        many.append(step("old"));
+    open(many);
+    prefs.setApiKey("key");
+    machine.http.answers = QList<Result<HttpResponse>>(6, HttpResponse{401, "no"});
+    model->improveCaptions();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !posted.isEmpty(); }));
+    settle();
+    EXPECT_EQ(machine.http.requests.size(), 3);
+    EXPECT_EQ(posted.size(), 1);
+    EXPECT_FALSE(model->isImproving());
 }
 
 TEST_F(GuideModel, HidesPrivateTextInWhateverLeaves)
@@ -200,20 +218,26 @@ TEST_F(GuideModel, LetsNothingOutThatCouldNotBeSearchedForPrivateText)
     EXPECT_EQ(refusals.size(), 5);
 }
 
-TEST_F(GuideModel, EditsAStepOnlyOnceItIsKnownWhatIsToBeHiddenInIt)
+TEST_F(GuideModel, WaitsWithWhatShowsAStepUntilAllPicturesAreSearched)
 {
     QPromise<Result<QList<RecognizedLine>>> reading;
     reading.start();
     machine.text.pending = reading.future();
-    const QList<GuideStep> steps{step("a"), step("b"), step("c")};
-    begin(steps);
+    begin({step("a"), step("b"), step("c")});
     QList<QString> opened;
     model->openStepEditor = [&](const StepsGuideModel::StepEdit &edit) {
+        EXPECT_FALSE(model->isLookingForSecrets()) << "another picture may tell of more";
         opened.append(edit.displayName);
         EXPECT_EQ(edit.annotations.size(), 3) << "what is hidden, the ring and the number";
     };
     ASSERT_TRUE(QTest::qWaitFor([this] { return !machine.text.sizes.isEmpty(); }));
     model->edit(id(2));
+    model->exportPDF(home.path("given-up.pdf"));
+    model->cancelExport();
+    EXPECT_FALSE(model->canCancel());
+    model->exportPDF(home.path("wanted.pdf"));
+    model->saveToLibrary(); // one way out at a time
+    EXPECT_TRUE(model->canCancel());
     QTest::qWait(50);
     EXPECT_TRUE(opened.isEmpty());
     RecognizedLine line;
@@ -225,9 +249,11 @@ TEST_F(GuideModel, EditsAStepOnlyOnceItIsKnownWhatIsToBeHiddenInIt)
     reading.addResult(machine.text.answer);
     reading.finish();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !opened.isEmpty(); }));
-    EXPECT_TRUE(model->isLookingForSecrets()) << "the third came before the second";
     EXPECT_EQ(opened, (QList<QString>{"Step 3 · Guide"}));
     settle();
+    EXPECT_TRUE(QFile::exists(home.path("wanted.pdf")));
+    EXPECT_FALSE(QFile::exists(home.path("given-up.pdf")));
+    EXPECT_TRUE(library.items().isEmpty());
 }
 
 TEST_F(GuideModel, KeepsFewPreviewsUnpackedAndBringsBackThoseThatAreLookedAt)
@@ -262,7 +288,8 @@ TEST_F(GuideModel, SavesEachStepAsACaptureInOneCollection)
     open({step("a"), nobodys, lost});
     model->saveToLibrary();
     settle();
-    EXPECT_EQ(posted.value(0).text, "Saved 2 steps to the “Guide” collection");
+    EXPECT_TRUE(posted.value(0).text.startsWith("Only 2 of 3 steps were saved to the “Guide” collection."));
+    EXPECT_FALSE(model->wasExported()) << "closing it now would lose the third";
     const QString first = library.folder() + "/Guide – Step 1.png";
     EXPECT_TRUE(QFile::exists(first));
     EXPECT_EQ(library.catalog().meta().sources, (QHash<QString, QString>{{"Guide – Step 1.png", "Mail"}}));

@@ -92,6 +92,8 @@ TEST_F(StepsReview, DeletesWhatIsSelectedAndBringsItBack)
     button("Undo")->click();
     EXPECT_EQ(captions(), (QStringList{"a", "b", "c", "d", "e"}));
     EXPECT_EQ(button("Undo"), nullptr);
+    key(Qt::Key_A, Qt::AltModifier); // another program's key
+    EXPECT_TRUE(list().selected().isEmpty());
     key(Qt::Key_A, Qt::ControlModifier);
     key(Qt::Key_Delete);
     EXPECT_TRUE(model->steps().isEmpty());
@@ -116,6 +118,8 @@ TEST_F(StepsReview, MovesStepsByKeyAndByDragging)
     const QPoint target = last.mapFromGlobal(row(0).mapToGlobal(QPoint(20, 5)));
     QTest::mouseMove(&last, grip - QPoint(0, 40));
     QTest::mouseMove(&last, target);
+    QTest::mouseRelease(&last, Qt::RightButton, {}, target);
+    EXPECT_EQ(captions(), (QStringList{"b", "a", "c", "d"})) << "the card is still held";
     QTest::mouseRelease(&last, Qt::LeftButton, {}, target);
     EXPECT_EQ(captions(), (QStringList{"d", "b", "a", "c"}));
 }

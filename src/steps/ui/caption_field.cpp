@@ -20,6 +20,19 @@ QString placeholder()
 
 } // namespace
 
+void paintFieldFrame(QWidget *field, bool isEdited)
+{
+    if (!isEdited && !field->underMouse())
+        return;
+    const Theme::Tokens &theme = Theme::tokens(field);
+    QPainter painter(field);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(isEdited ? QPen(theme.accent, 1.5) : QPen(theme.hairline, 1));
+    painter.setBrush(isEdited ? theme.surface : theme.hover);
+    const QRectF frame = QRectF(field->rect()).adjusted(0.75, 0.75, -0.75, -0.75);
+    painter.drawRoundedRect(frame, Theme::Radius::control, Theme::Radius::control);
+}
+
 CaptionField::CaptionField(QWidget *parent) : QWidget(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
@@ -167,17 +180,11 @@ void CaptionField::resizeEvent(QResizeEvent *)
 
 void CaptionField::paintEvent(QPaintEvent *)
 {
-    const Theme::Tokens &theme = Theme::tokens(this);
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (m_edit || underMouse()) {
-        painter.setPen(m_edit ? QPen(theme.accent, 1.5) : QPen(theme.hairline, 1));
-        painter.setBrush(m_edit ? theme.surface : theme.hover);
-        const QRectF frame = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
-        painter.drawRoundedRect(frame, Theme::Radius::control, Theme::Radius::control);
-    }
+    paintFieldFrame(this, m_edit != nullptr);
     if (m_edit)
         return;
+    const Theme::Tokens &theme = Theme::tokens(this);
+    QPainter painter(this);
     painter.setFont(captionFont());
     painter.setPen(m_text.isEmpty() ? theme.secondary : theme.text);
     painter.drawText(textRect(width()), Qt::TextWordWrap | Qt::TextWrapAnywhere,

@@ -40,3 +40,6 @@ private:
     mutable int m_height = 0;
     QPointer<QPlainTextEdit> m_edit; // while the keyboard is here
 };
+
+// The frame of words that become a field while the pointer is over them, or the keyboard in them.
+void paintFieldFrame(QWidget *field, bool isEdited);

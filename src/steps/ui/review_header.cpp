@@ -2,6 +2,7 @@
 
 #include "artwork/symbols.h"
 #include "steps/steps_guide_model.h"
+#include "steps/ui/caption_field.h"
 #include "steps/ui/texts.h"
 #include "ui/controls.h"
 #include "ui/symbol.h"
@@ -35,15 +36,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override
     {
-        if (hasFocus() || underMouse()) {
-            const Theme::Tokens &theme = Theme::tokens(this);
-            QPainter painter(this);
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(hasFocus() ? QPen(theme.accent, 1.5) : QPen(theme.hairline, 1));
-            painter.setBrush(hasFocus() ? theme.surface : theme.hover);
-            painter.drawRoundedRect(QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75), Theme::Radius::control,
-                                    Theme::Radius::control);
-        }
+        paintFieldFrame(this, hasFocus());
         QLineEdit::paintEvent(event);
     }
 };

@@ -9,7 +9,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 
 namespace {
@@ -95,10 +94,5 @@ bool ReviewStatus::eventFilter(QObject *watched, QEvent *event)
 
 void ReviewStatus::paintEvent(QPaintEvent *)
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(Theme::materialEdge(), 1));
-    painter.setBrush(Theme::material(true));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::Radius::panel,
-                            Theme::Radius::panel);
+    Floating::paintMaterial(this, Theme::Radius::panel);
 }

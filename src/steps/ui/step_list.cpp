@@ -76,14 +76,8 @@ StepList::StepList(StepsGuideModel &model, QWidget *parent)
             changed->followPreview();
     });
     follow();
-    m_current = stepAt(0);
+    m_current = m_order.value(0);
     tellStandings();
-}
-
-QUuid StepList::stepAt(qsizetype index) const
-{
-    const auto &steps = m_model.steps();
-    return index >= 0 && index < steps.size() ? steps[index].id : QUuid();
 }
 
 qsizetype StepList::indexOf(const QUuid &step) const
@@ -109,11 +103,6 @@ void StepList::select(const QList<QUuid> &steps)
     tellStandings();
 }
 
-QRect StepList::place(const QUuid &step) const
-{
-    return m_places.value(step);
-}
-
 // The guide has other steps, or another order.
 void StepList::follow()
 {
@@ -128,9 +117,9 @@ void StepList::follow()
         }
         each.value()->hide();
         each.value()->deleteLater();
-        m_selected.remove(each.key());
         each = m_rows.erase(each);
     }
+    m_selected.intersect(QSet<QUuid>(m_order.begin(), m_order.end()));
     if (!m_order.contains(m_current) && !m_order.isEmpty())
         m_current = m_order[std::clamp<qsizetype>(before, 0, m_order.size() - 1)];
     layOut();
@@ -333,8 +322,10 @@ bool StepList::key(QKeyEvent *event)
 {
     const qsizetype at = indexOf(m_current);
     const bool shift = event->modifiers() & Qt::ShiftModifier;
-    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
-        return keyOnCurrent(event);
+    if (event->modifiers() & Qt::AltModifier)
+        return keyWithAlt(event);
+    if (event->modifiers() & Qt::ControlModifier)
+        return keyWithControl(event);
     switch (event->key()) {
     case Qt::Key_Up:
         goTo(at - 1, shift);
@@ -369,15 +360,22 @@ bool StepList::key(QKeyEvent *event)
     }
 }
 
-bool StepList::keyOnCurrent(QKeyEvent *event)
+bool StepList::keyWithAlt(QKeyEvent *event)
 {
-    const bool alt = event->modifiers() & Qt::AltModifier;
+    if (event->key() != Qt::Key_Up && event->key() != Qt::Key_Down)
+        return false;
+    moveCurrent(event->key() == Qt::Key_Up ? -1 : 1);
+    return true;
+}
+
+bool StepList::keyWithControl(QKeyEvent *event)
+{
     switch (event->key()) {
     case Qt::Key_Up:
-        alt ? moveCurrent(-1) : nudgeMarker({0, -kNudge});
+        nudgeMarker({0, -kNudge});
         return true;
     case Qt::Key_Down:
-        alt ? moveCurrent(1) : nudgeMarker({0, kNudge});
+        nudgeMarker({0, kNudge});
         return true;
     case Qt::Key_Left:
         nudgeMarker({-kNudge, 0});

@@ -7,7 +7,6 @@
 #include <QTimer>
 #include <QUuid>
 
-class QMenu;
 class StepRow;
 class StepsGuideModel;
 
@@ -25,8 +24,6 @@ public:
     QList<QUuid> selected() const;
     void select(const QList<QUuid> &steps);
     void removeSelected();
-    // Where the card stands in the column.
-    QRect place(const QUuid &step) const;
 
 Q_SIGNALS:
     // The user wants out of the last or first caption by keyboard.
@@ -49,12 +46,12 @@ private:
     void tellStandings();
     void lookAt();
     void show(const QUuid &step);
-    QUuid stepAt(qsizetype index) const;
     qsizetype indexOf(const QUuid &step) const;
 
     void press(const QUuid &step, Qt::KeyboardModifiers modifiers);
     bool key(QKeyEvent *event);
-    bool keyOnCurrent(QKeyEvent *event);
+    bool keyWithAlt(QKeyEvent *event);
+    bool keyWithControl(QKeyEvent *event);
     void goTo(qsizetype index, bool extends);
     void moveCurrent(int by);
     void nudgeMarker(QPointF by);

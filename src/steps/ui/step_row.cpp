@@ -233,8 +233,10 @@ void StepRow::mouseMoveEvent(QMouseEvent *event)
         Q_EMIT dragged(event->globalPosition().toPoint());
 }
 
-void StepRow::mouseReleaseEvent(QMouseEvent *)
+void StepRow::mouseReleaseEvent(QMouseEvent *event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     m_isPressed = false;
     if (std::exchange(m_isDragged, false))
         Q_EMIT dropped();

@@ -81,27 +81,25 @@ void StepsHUDView::follow()
                                    Theme::onMaterial()));
     m_done->setEnabled(!m_recorder.steps().isEmpty() &&
                        m_recorder.state() != StepsRecorder::State::Finishing);
+    m_first = isPaused ? StepsUiTexts::tr("Paused")
+                       : StepsUiTexts::tr("Recording steps · %1").arg(m_recorder.steps().size());
+    m_second = m_recorder.isCapturing() ? StepsUiTexts::tr("Saving step…") : m_recorder.lastCaptured();
+    setAccessibleName(m_first + QStringLiteral(", ") + m_second);
     update();
 }
 
 void StepsHUDView::paintEvent(QPaintEvent *)
 {
-    const QString first = m_recorder.isPaused()
-                              ? StepsUiTexts::tr("Paused")
-                              : StepsUiTexts::tr("Recording steps · %1").arg(m_recorder.steps().size());
-    const QString second =
-        m_recorder.isCapturing() ? StepsUiTexts::tr("Saving step…") : m_recorder.lastCaptured();
-    setAccessibleName(first + QStringLiteral(", ") + second);
     QPainter painter(this);
     const QRect place = m_lines->geometry();
     const QRect upper(place.left(), place.top(), place.width(), place.height() / 2);
     painter.setFont(Theme::font(Theme::Type::Body, QFont::DemiBold));
     painter.setPen(Theme::onMaterial());
-    Theme::drawTabular(painter, upper, Qt::AlignLeft | Qt::AlignVCenter, first);
+    Theme::drawTabular(painter, upper, Qt::AlignLeft | Qt::AlignVCenter, m_first);
     painter.setFont(Theme::font(Theme::Type::Control));
     painter.setPen(Theme::onMaterialSecondary());
     painter.drawText(upper.translated(0, upper.height()), Qt::AlignLeft | Qt::AlignVCenter,
-                     painter.fontMetrics().elidedText(second, Qt::ElideRight, place.width()));
+                     painter.fontMetrics().elidedText(m_second, Qt::ElideRight, place.width()));
 }
 
 std::unique_ptr<HUDPanel> makeStepsHUD(StepsRecorder &recorder, const Screen &screen)

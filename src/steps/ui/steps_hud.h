@@ -26,6 +26,8 @@ private:
     StepsRecorder &m_recorder;
     SymbolLabel *m_symbol;
     QWidget *m_lines; // the room for the two lines of text
+    QString m_first;
+    QString m_second;
     QPushButton *m_pause;
     QPushButton *m_done;
 };

@@ -1,5 +1,6 @@
 #include "steps/ui/steps_review_window.h"
 
+#include "base/async.h"
 #include "steps/guide_export.h"
 #include "steps/steps_guide_model.h"
 #include "steps/ui/review_header.h"
@@ -136,27 +137,55 @@ void StepsReviewWindow::tellOfUnsearched(int steps)
     sheet->open();
 }
 
-void StepsReviewWindow::askWhatBecomesOfIt()
+// `reason`: why it could not be kept.
+void StepsReviewWindow::askWhatBecomesOfIt(const std::optional<QString> &reason)
 {
     if (m_question && m_question->isVisible())
         return;
-    auto *sheet = new Sheet(this, QStringLiteral("list.number"), StepsUiTexts::tr("Keep this guide?"));
+    auto *sheet = new Sheet(this, QStringLiteral("list.number"),
+                            m_model.canBeKept() ? StepsUiTexts::tr("Keep this guide?")
+                                                : StepsUiTexts::tr("Discard this guide?"));
     m_question = sheet;
-    sheet->addText(
-        StepsUiTexts::tr("It has changes that were not exported. Lumenpost can keep it and offer it "
-                         "when it is started again."));
+    const bool canBeKept = m_model.canBeKept() && !reason;
+    if (reason)
+        sheet->addText(*reason);
+    sheet->addText(canBeKept ? StepsUiTexts::tr("It has changes that were not exported. Lumenpost can keep "
+                                                "it and offer it when it is started again.")
+                             : StepsUiTexts::tr("It has changes that were not exported, and it can’t be kept "
+                                                "on disk. Export it before you close it."));
     QPushButton *discard = sheet->addButton(StepsUiTexts::tr("Discard"));
     discard->setObjectName(QStringLiteral("discardGuide"));
-    sheet->addCancelButton(StepsUiTexts::tr("Cancel"));
-    QPushButton *keep = sheet->addPrimaryButton(StepsUiTexts::tr("Keep for Later"));
     connect(discard, &QPushButton::clicked, this, [this] { finish(End::Discard); });
-    connect(keep, &QPushButton::clicked, this, [this] { finish(End::Keep); });
+    sheet->addCancelButton(StepsUiTexts::tr("Cancel"));
+    if (m_model.canBeKept()) {
+        QPushButton *keep = sheet->addPrimaryButton(canBeKept ? StepsUiTexts::tr("Keep for Later")
+                                                              : StepsUiTexts::tr("Try Again"));
+        connect(keep, &QPushButton::clicked, this, &StepsReviewWindow::keep);
+    }
     sheet->open();
+}
+
+// Closes once the guide is on disk.
+void StepsReviewWindow::keep()
+{
+    whenDone(m_model.keep(), this, [this](const Result<void> &kept) {
+        if (kept)
+            finish(End::Keep);
+        else
+            askWhatBecomesOfIt(kept.error().message);
+    });
 }
 
 void StepsReviewWindow::keepAndClose()
 {
     finish(End::Keep);
+}
+
+void StepsReviewWindow::reopen()
+{
+    m_mayClose = false;
+    m_end = End::Discard;
+    show();
 }
 
 void StepsReviewWindow::finish(End end)

@@ -4,6 +4,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <optional>
 
 class ProgressLine;
 class ReviewHeader;
@@ -22,6 +23,8 @@ public:
 
     // The program ends: it closes without a question, and the guide stays on disk.
     void keepAndClose();
+    // After it closed, for a guide that would be lost.
+    void reopen();
     StepsGuideModel &model() { return m_model; }
     StepList &list() { return *m_list; }
     ReviewHeader &header() { return *m_header; }
@@ -39,7 +42,8 @@ private:
     void followProgress();
     void chooseFolder();
     void choosePdf();
-    void askWhatBecomesOfIt();
+    void askWhatBecomesOfIt(const std::optional<QString> &reason = {});
+    void keep();
     void tellOfUnsearched(int steps);
     void finish(End end);
 
