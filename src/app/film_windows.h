@@ -37,7 +37,6 @@ public:
 
     // Opens a window for the film, or brings its open one to the front.
     void open(const QString &path);
-    const std::vector<std::unique_ptr<VideoEditorWindowController>> &windows() const { return m_windows; }
 
 private:
     void remove(VideoEditorWindowController *window);

@@ -29,11 +29,6 @@ RecordingFlow::RecordingFlow(const Parts &parts, QObject *parent)
 
 RecordingFlow::~RecordingFlow() = default;
 
-LiveExtras *RecordingFlow::extras() const
-{
-    return m_film ? m_film->extras.get() : nullptr;
-}
-
 RecordingChrome *RecordingFlow::chrome() const
 {
     return m_film ? m_film->chrome.get() : nullptr;

@@ -50,7 +50,6 @@ public:
 
     // What stands on the screen while it records; null otherwise.
     RecordingChrome *chrome() const;
-    LiveExtras *extras() const;
 
 Q_SIGNALS:
     // What is to stand beside the program's name: " ● 1:05", or nothing.

@@ -16,6 +16,7 @@
 #include "library/library.h"
 #include "library/library_versions.h"
 #include "settings/app_settings.h"
+#include "ui/sheet.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -245,7 +246,7 @@ void DocumentSaving::save()
         m_run = new SaveRun(m_desk.ports);
         m_run->done = [this](const SaveRun::Order &order, const SaveRun::Saved &saved) {
             if (!saved)
-                return EditorSheets::showAlert(m_desk.window, saved.error());
+                return Sheet::alert(m_desk.window, saved.error());
             finish(order.finished, order.path, saved->path, saved->digest);
         };
         m_run->ended = [this] {
@@ -297,7 +298,7 @@ void DocumentSaving::saveInto(const QString &path)
 {
     if (!isWritable(path)) {
         const QString kinds = EditorTexts::tr("Pictures are saved as PNG, JPEG or HEIC.");
-        return EditorSheets::showAlert(
+        return Sheet::alert(
             m_desk.window, {Error::Kind::Invalid,
                             EditorTexts::tr("%1 can’t be saved.").arg(QFileInfo(path).fileName()), kinds});
     }
@@ -331,7 +332,7 @@ void DocumentSaving::saveInto(const QString &path)
             const auto &[written, contents] = outcome;
             if (!written) {
                 if (window)
-                    return EditorSheets::showAlert(*window, written.error());
+                    return Sheet::alert(*window, written.error());
                 return notices.post(written.error().message, kWarningSymbol);
             }
             if (isInLibrary)

@@ -69,22 +69,6 @@ void promptPreset(QWidget &window, const EditorDocument &document, PresetStore &
     sheet->open();
 }
 
-void showAlert(QWidget &window, const Error &error)
-{
-    if (error.isCancelled())
-        return;
-    Log::error("Dialog: " + error.message, error);
-    window.show();
-    window.raise();
-    window.activateWindow();
-    auto *sheet = new Sheet(&window, kWarningSymbol, error.message);
-    sheet->setObjectName("alert");
-    if (!error.detail.isEmpty())
-        sheet->addText(error.detail);
-    sheet->addPrimaryButton(EditorTexts::tr("OK"));
-    sheet->open();
-}
-
 void showError(QWidget &window, const Error &error, const std::function<void()> &openSettings)
 {
     if (error.isCancelled())

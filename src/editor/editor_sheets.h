@@ -22,9 +22,7 @@ void showResult(QWidget &window, const AIResult &result, Pasteboard &pasteboard)
 void promptPreset(QWidget &window, const EditorDocument &document, PresetStore &presets,
                   NoticeBoard &notices);
 
-// What failed, in the error's own words. Brings the window to the front.
-void showAlert(QWidget &window, const Error &error);
-// The same for an action beside the document; offers the settings where a credential is missing.
+// What failed of an action beside the document; offers the settings where a credential is missing.
 void showError(QWidget &window, const Error &error, const std::function<void()> &openSettings);
 
 } // namespace EditorSheets

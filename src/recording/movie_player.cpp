@@ -60,6 +60,11 @@ public:
         m_quits = true;
         m_condition.notify_all();
     }
+    void setPath(const QString &path)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_path = path;
+    }
     void setBounds(QSize bounds)
     {
         const std::lock_guard lock(m_mutex);
@@ -69,15 +74,15 @@ public:
     void show(const Show &wish)
     {
         const std::lock_guard lock(m_mutex);
-        const int earlier = m_show && wish.steps != 0 && m_show->steps != 0 ? m_show->steps : 0;
-        m_show = wish;
-        m_show->steps += earlier;
-        if (earlier != 0)
-            m_show->time = m_showFrom;
-        m_showFrom = m_show->time;
+        // Steps from one place add up, also to those that are being taken.
+        const std::optional<Show> &earlier = m_show ? m_show : m_showing;
+        const bool isFurther =
+            wish.steps != 0 && earlier && earlier->steps != 0 && earlier->time == wish.time;
+        m_show = Show{wish.time, wish.steps + (isFurther ? earlier->steps : 0)};
         m_run.reset();
         ++m_runNumber;
         m_news.position.reset(); // of what was overtaken
+        m_news.stepped.reset();
         m_condition.notify_all();
     }
     void play(const std::optional<Run> &run)
@@ -104,18 +109,16 @@ public:
         while (!m_quits) {
             if (m_bounds != m_usedBounds) {
                 lock.unlock();
-                const bool isOpen = open();
+                open();
                 lock.lock();
-                if (!isOpen)
-                    return;
                 if (!m_show && !m_run)
                     m_show = Show{m_place, 0};
             } else if (m_show) {
-                const Show wish = *m_show;
-                m_show.reset();
+                m_showing = std::exchange(m_show, std::nullopt);
                 lock.unlock();
-                showOne(wish);
+                showOne(*m_showing);
                 lock.lock();
+                m_showing.reset();
             } else if (m_run) {
                 const Run run = *m_run;
                 const quint64 number = m_runNumber;
@@ -131,19 +134,25 @@ public:
     }
 
 private:
+    // With pictures of the size that is wanted now. One that is open and can't be opened again, perhaps since it
+    // was deleted, stays open as it was.
     bool open()
     {
         QSize bounds;
+        QString path;
         {
             const std::lock_guard lock(m_mutex);
             bounds = m_bounds;
+            path = m_path;
         }
-        auto frames = m_movies.frames(m_path, bounds);
+        auto frames = m_movies.frames(path, bounds);
         const std::lock_guard lock(m_mutex);
         m_usedBounds = bounds;
         if (!frames) {
-            m_news.failed = frames.error();
-            tell();
+            if (!m_frames) {
+                m_news.failed = frames.error();
+                tell();
+            }
             return false;
         }
         const bool isFirst = !m_frames;
@@ -177,11 +186,13 @@ private:
     {
         m_place = time;
         m_news.position = time;
-        if (!picture)
+        // A bad place in a film that shows pictures elsewhere keeps the picture before it.
+        if (!picture && m_shownKey == 0)
             m_news.failed = picture.error();
-        else if (picture->cacheKey() != m_shownKey || !m_news.picture.isNull())
+        else if (picture && (picture->cacheKey() != m_shownKey || !m_news.picture.isNull()))
             m_news.picture = *picture;
-        m_shownKey = picture ? picture->cacheKey() : 0;
+        if (picture)
+            m_shownKey = picture->cacheKey();
         tell();
     }
 
@@ -213,7 +224,7 @@ private:
 
     bool playOnce(double at, const Run &run, quint64 number)
     {
-        const auto sound = FilmSound::start(m_movies, m_output, m_path, at);
+        const auto sound = FilmSound::start(m_movies, m_output, path(), at);
         auto begun = steady_clock::now();
         if (sound) {
             while (sound->heard() <= 0 && steady_clock::now() - begun < kSoundPatience) {
@@ -243,9 +254,15 @@ private:
                 if (m_runNumber == number)
                     publish(picture, time);
             }
-            if (!picture || !goesOn(number))
+            if (!goesOn(number))
                 return false;
         }
+    }
+
+    QString path()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_path;
     }
 
     // Waits for a tick; false when there is something else to do.
@@ -265,10 +282,10 @@ private:
     MoviePlayer *m_player;
     Movies &m_movies;
     SoundOutput &m_output;
-    const QString m_path;
+    QString m_path;
     QSize m_bounds;
     std::optional<Show> m_show;
-    double m_showFrom = 0; // of the steps that are still to be shown
+    std::optional<Show> m_showing; // what the thread is at
     std::optional<Run> m_run;
     quint64 m_runNumber = 0;
     bool m_quits = false;
@@ -299,6 +316,12 @@ void MoviePlayer::open(const QString &path)
     m_position = 0;
     setPlaying(false);
     m_ports.threads.start([core = m_core] { core->work(); });
+}
+
+void MoviePlayer::setPath(const QString &path)
+{
+    if (m_core)
+        m_core->setPath(path);
 }
 
 void MoviePlayer::setBounds(QSize pixels)

@@ -26,6 +26,8 @@ public:
 
     // opened() or failed() follows, then the first picture.
     void open(const QString &path);
+    // The film that is open has another name now.
+    void setPath(const QString &path);
     // Pictures get no larger than this many pixels; an empty size leaves them as they are.
     void setBounds(QSize pixels);
 

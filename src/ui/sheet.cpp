@@ -1,6 +1,8 @@
 #include "ui/sheet.h"
 
+#include "base/log.h"
 #include "ui/symbol.h"
+#include "ui/texts.h"
 #include "ui/theme.h"
 
 #include <QHBoxLayout>
@@ -227,4 +229,20 @@ bool Sheet::focusNextPrevChild(bool next)
     const auto to = at < 0 ? (next ? 0 : count - 1) : (at + (next ? 1 : -1) + count) % count;
     stops[to]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
+}
+
+void Sheet::alert(QWidget &window, const Error &error)
+{
+    if (error.isCancelled())
+        return;
+    Log::error(QStringLiteral("Dialog: ") + error.message, error);
+    window.show();
+    window.raise();
+    window.activateWindow();
+    auto *sheet = new Sheet(&window, QStringLiteral("exclamationmark.triangle.fill"), error.message);
+    sheet->setObjectName(QStringLiteral("alert"));
+    if (!error.detail.isEmpty())
+        sheet->addText(error.detail);
+    sheet->addPrimaryButton(UiTexts::tr("OK"));
+    sheet->open();
 }

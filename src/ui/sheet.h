@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/result.h"
+
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -38,6 +40,9 @@ public:
 
     void open();
     void close();
+
+    // What failed, in the error's own words. Brings the window to the front.
+    static void alert(QWidget &window, const Error &error);
 
 Q_SIGNALS:
     void closed();

@@ -89,11 +89,13 @@ public:
 
     // Ten pictures a second, each of a grey that tells which.
     struct Frames : MovieFrames {
-        explicit Frames(MovieInfo movie) : m_movie(std::move(movie)) {}
+        Frames(MovieInfo movie, bool isBadInside) : m_movie(std::move(movie)), m_isBadInside(isBadInside) {}
         const MovieInfo &info() const override { return m_movie; }
         Result<QImage> at(double seconds) override
         {
             m_index = std::clamp(int(std::floor(seconds * 10 + 1e-6)), 0, last());
+            if (m_isBadInside && m_index == 2)
+                return fail(QStringLiteral("A broken picture."));
             QImage picture(m_movie.size, QImage::Format_RGB32);
             picture.fill(QColor(m_index, m_index, m_index));
             return picture;
@@ -104,15 +106,16 @@ public:
         }
         int last() const { return int(m_movie.duration * 10) - 1; }
         MovieInfo m_movie;
+        bool m_isBadInside;
         int m_index = 0;
     };
 
     Result<MovieInfo> info(const QString &) override { return movie; }
-    Result<std::unique_ptr<MovieFrames>> frames(const QString &, QSize) override
+    Result<std::unique_ptr<MovieFrames>> frames(const QString &path, QSize) override
     {
-        if (!hasPictures)
+        if (!hasPictures || gone.contains(path))
             return fail(QStringLiteral("No pictures."));
-        return std::make_unique<Frames>(movie);
+        return std::make_unique<Frames>(movie, isBadInside);
     }
     Result<std::unique_ptr<MovieWriter>> record(const QString &path, const MovieFormat &format,
                                                 std::function<void(const Error &)> onFailure) override
@@ -171,6 +174,8 @@ public:
     int repeats = 0;
     QString refusal;
     bool hasPictures = false;
+    bool isBadInside = false; // the third picture can't be had
+    QStringList gone;         // films that are no longer there
     std::function<void(const Error &)> failed;
 };
 
@@ -207,10 +212,13 @@ public:
         Result<void> end(WorkProgress &) override
         {
             heard(words);
+            if (isCutOff)
+                return fail(QStringLiteral("No more."));
             return {};
         }
         std::function<void(const QList<SpokenWord> &)> heard;
         QList<SpokenWord> words;
+        bool isCutOff = false;
     };
     QStringList languages() const override { return {QStringLiteral("en")}; }
     Result<std::unique_ptr<SpeechListener>>
@@ -219,7 +227,9 @@ public:
         auto listener = std::make_unique<Listener>();
         listener->heard = std::move(heard);
         listener->words = words;
+        listener->isCutOff = isCutOff;
         return listener;
     }
     QList<SpokenWord> words;
+    bool isCutOff = false; // it fails after them
 };

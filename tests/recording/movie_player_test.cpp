@@ -81,6 +81,26 @@ TEST_F(Player, PlaysAPartOnceOrOverAndOver)
     EXPECT_FALSE(m_player.isPlaying());
 }
 
+TEST_F(Player, GoesOnWhenItsFilmIsRenamedOrDeletedOrBrokenInOnePlace)
+{
+    open(2);
+    QSignalSpy failed(&m_player, &MoviePlayer::failed), playing(&m_player, &MoviePlayer::playingChanged);
+    m_movies.gone.append("film.mov");
+    m_player.setPath("renamed.mov");
+    m_movies.isBadInside = true;
+    m_player.setBounds({50, 50}); // opens it again
+    m_player.seek(0.1);
+    EXPECT_TRUE(shows(1));
+    m_player.play(0.1, 0.6);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return playing.count() == 2; })) << "it never ended";
+    EXPECT_EQ(shown(), 5);
+    m_movies.gone.append("renamed.mov");
+    m_player.setBounds({40, 40});
+    m_player.seek(1.1);
+    EXPECT_TRUE(shows(11));
+    EXPECT_EQ(failed.count(), 0);
+}
+
 TEST_F(Player, TellsWhyAFilmCantBePlayed)
 {
     QSignalSpy failed(&m_player, &MoviePlayer::failed);

@@ -116,6 +116,7 @@ TEST_F(VideoEditor, TrimsByTypedTimesAndKeys)
         << m_editor->model().shownPart().to;
     m_editor->window().setFocus();
     press(Qt::Key_Escape);
+    EXPECT_FALSE(m_editor->model().isTrimming());
     EXPECT_FALSE(m_editor->model().isTrimmed());
 }
 
@@ -186,6 +187,24 @@ TEST_F(VideoEditor, MakesCaptionsThatCanBeMended)
     m_fakes.speech.words.clear();
     m_editor->showCaptions();
     table = m_editor->window().findChild<QTableWidget *>();
+    EXPECT_EQ(table->item(0, 1)->text(), "hello world");
+}
+
+TEST_F(VideoEditor, KeepsMendedWordsOfCaptionsThatWereNotWhole)
+{
+    m_fakes.speech.words = {{"hello", 0.5, 0.4}, {"word", 1, 0.4}};
+    m_fakes.speech.isCutOff = true;
+    openReady();
+    m_editor->showCaptions();
+    auto *table = m_editor->window().findChild<QTableWidget *>();
+    ASSERT_TRUE(table && QTest::qWaitFor([&] { return table->rowCount() == 1; }));
+    table->item(0, 1)->setText("hello world");
+    titled<QPushButton>("Close")->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_editor->window().findChild<QTableWidget *>(); }));
+    m_fakes.speech.isCutOff = false;
+    m_editor->showCaptions();
+    table = m_editor->window().findChild<QTableWidget *>();
+    ASSERT_TRUE(table && QTest::qWaitFor([&] { return titled<QPushButton>("Copy Text")->isEnabled(); }));
     EXPECT_EQ(table->item(0, 1)->text(), "hello world");
 }
 

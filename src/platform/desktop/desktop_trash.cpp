@@ -258,12 +258,12 @@ Result<std::unique_ptr<Trash::Move>> DesktopTrash::prepare(const QString &path, 
                     PlatformTexts::tr("There is no file “%1”.").arg(QFileInfo(path).fileName()), path);
     }
     const auto home = homeTrash(path);
-    if (!home)
-        return std::unexpected(home.error());
-    if (realmOf(QFileInfo(path).absolutePath()) == realmOf(home->folder))
+    if (home && realmOf(QFileInfo(path).absolutePath()) == realmOf(home->folder))
         return std::make_unique<PlainMove>(path, *home);
     if (const auto place = volumeTrash(path))
         return std::make_unique<PlainMove>(path, *place);
+    if (!home)
+        return std::unexpected(home.error());
     return CopiedMove::make(path, *home, state, stop);
 }
 
@@ -275,8 +275,9 @@ Result<QString> DesktopTrash::takeBack(const QString &trashed, const QString &pa
     auto back = AtomicFile::moveNew(trashed, folder, target.completeBaseName(), target.suffix());
     if (!back) { // it may lie on another volume
         back = AtomicFile::copyNew(trashed, folder, target.completeBaseName(), target.suffix(), {}, stop);
-        if (back)
-            unlink(FileName::toBytes(trashed).constData());
+        // What can't be taken out of the trash stays listed there.
+        if (back && unlink(FileName::toBytes(trashed).constData()) != 0)
+            return back;
     }
     if (!back)
         return back;

@@ -99,6 +99,10 @@ CaptionsSheet::CaptionsSheet(QWidget *over, const Ports &ports, const QString &m
 CaptionsSheet::~CaptionsSheet()
 {
     m_text.cues = mended();
+    for (qsizetype i = 0; i < m_cues.size(); ++i) {
+        if (m_text.cues[i].text != m_cues[i].text)
+            m_text.mended.insert(m_cues[i].start, m_text.cues[i].text);
+    }
     m_work->progress.isCancelled = true;
     const std::lock_guard lock(m_work->mutex);
     m_work->sheet = nullptr;
@@ -198,7 +202,8 @@ void CaptionsSheet::take(const QList<CaptionCue> &cues)
             time->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
             time->setForeground(Theme::tokens(this).secondary);
             m_table->setItem(row, 0, time);
-            m_table->setItem(row, 1, new QTableWidgetItem(cues[i].text));
+            m_table->setItem(
+                row, 1, new QTableWidgetItem(m_text.mended.value(cues[i].start, cues[i].text)));
         } else if (m_table->item(row, 1)->text() == m_cues.value(i).text) { // not mended yet
             m_table->item(row, 1)->setText(cues[i].text);
         }

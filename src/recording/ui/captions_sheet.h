@@ -13,10 +13,11 @@ class QProgressBar;
 class QTableWidget;
 class QThreadPool;
 
-// The subtitles of a film as far as they are made, with what the user has mended in them.
+// The subtitles of a film, with what the user has mended in them.
 struct CaptionsText {
-    QList<CaptionCue> cues;
+    QList<CaptionCue> cues; // when they are whole
     bool isWhole = false;
+    QMap<double, QString> mended; // words by the start of their row, also of rows that are still to be made again
 };
 
 // Makes subtitles of what is spoken in a film, lets them be mended, and saves or copies them. Rows come as

@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr double kNeedleRoom = 4; // to each side of its middle
 constexpr int kHeight = 52;
 constexpr int kAbove = 3; // of the place of the film, over and under the pictures
 constexpr int kMostPictures = 40;
@@ -66,8 +67,11 @@ void FilmTimeline::setPictures(const QList<QImage> &pictures)
 
 void FilmTimeline::setPosition(double seconds)
 {
-    m_position = seconds;
-    update();
+    if (seconds == m_position)
+        return;
+    // Only where the needle was and is: it moves many times a second.
+    for (const double place : {placeOf(std::exchange(m_position, seconds)), placeOf(seconds)})
+        update(QRectF(place - kNeedleRoom, 0, 2 * kNeedleRoom, height()).toAlignedRect());
 }
 
 int FilmTimeline::pictureCount(QSize film) const

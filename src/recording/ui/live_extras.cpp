@@ -76,18 +76,8 @@ void LiveExtras::setDrawing(bool isDrawing)
     m_drawing->begin();
 }
 
-bool LiveExtras::isDrawing() const
-{
-    return m_drawing != nullptr;
-}
-
 void LiveExtras::clearDrawing()
 {
     if (m_drawing)
         m_drawing->clear();
-}
-
-QWidget *LiveExtras::webcam() const
-{
-    return m_webcam.get();
 }

@@ -41,16 +41,14 @@ public:
     // While drawing, the pointer draws on the region instead of reaching what is there. Leaving erases it
     // all.
     void setDrawing(bool isDrawing);
-    bool isDrawing() const;
     void clearDrawing();
-    // The camera's picture; null without one.
-    QWidget *webcam() const;
 
 Q_SIGNALS:
     // By Esc.
     void drawingEnded();
 
 private:
+    bool isDrawing() const { return m_drawing != nullptr; }
     void listen(InputEvents events);
     void showRipple(const PointerPress &press);
     void showKey(const KeyStroke &stroke);

@@ -90,7 +90,6 @@ VideoEditorView::VideoEditorView(VideoEditorModel &model)
     m_pages->addWidget(makeTrimming());
     m_pages->addWidget(makeProgress());
     rows->addLayout(m_pages);
-    rows->setSpacing(Theme::Space::inside);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -146,6 +145,7 @@ QWidget *VideoEditorView::makeActions()
                        RecordingUiTexts::tr("Save a high-quality video file. Uses the trimmed range if you "
                                             "trimmed."));
     m_mp4->setDefault(true);
+    m_captions = captions;
     m_quiet = {reveal, copy, captions};
     row->addWidget(m_trim);
     row->addWidget(reveal);
@@ -275,7 +275,7 @@ void VideoEditorView::follow()
     m_trim->setText(m_model.isTrimmed() ? RecordingUiTexts::tr("Trim Again") : RecordingUiTexts::tr("Trim"));
     for (QWidget *needy : {static_cast<QWidget *>(m_trim), static_cast<QWidget *>(m_gif),
                            static_cast<QWidget *>(m_mp4), static_cast<QWidget *>(m_play),
-                           static_cast<QWidget *>(m_timeline), static_cast<QWidget *>(m_quiet.last())})
+                           static_cast<QWidget *>(m_timeline), static_cast<QWidget *>(m_captions)})
         needy->setEnabled(isReady);
     const Page page = !m_model.busy().isEmpty() ? Progress : m_model.isTrimming() ? Trimming : Actions;
     m_pages->setCurrentIndex(page);

@@ -67,7 +67,6 @@ private:
     VideoEditorModel &m_model;
     QStackedLayout *m_stage;
     FilmCanvas *m_canvas;
-    QLabel *m_reason;
     FilmTimeline *m_timeline;
     BarButton *m_play;
     NumberLabel *m_time;
@@ -75,7 +74,8 @@ private:
     QStackedLayout *m_pages;
     BarButton *m_trim;
     QLabel *m_trimNote;
-    QList<BarButton *> m_quiet; // whose words go first when there is little room
+    QList<BarButton *> m_quiet; // beside the trimming
+    BarButton *m_captions;
     QPushButton *m_gif;
     QPushButton *m_mp4;
     QLineEdit *m_from;

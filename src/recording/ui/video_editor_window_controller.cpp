@@ -40,6 +40,7 @@ VideoEditorWindowController::~VideoEditorWindowController() = default;
 void VideoEditorWindowController::setPath(const QString &path)
 {
     m_path = path;
+    m_player.setPath(path);
     m_view->setWindowTitle(QFileInfo(path).completeBaseName());
     m_view->setWindowFilePath(path);
     m_view->canvas().setFile(QUrl::fromLocalFile(path));
@@ -113,6 +114,7 @@ void VideoEditorWindowController::joinTimeline()
 // The picture at the edge is what the user wants to see meanwhile.
 void VideoEditorWindowController::moveEdge(VideoEditorModel::Edge edge, double seconds)
 {
+    m_steppedEdge.reset();
     m_model.moveEdge(edge, seconds);
     const VideoEditorModel::Part &part = m_model.shownPart();
     m_player.seek(edge == VideoEditorModel::Edge::From ? part.from : part.to);
@@ -201,16 +203,7 @@ void VideoEditorWindowController::exported(const Result<void> &result)
     m_model.setBusy({});
     if (result || result.error().isCancelled() || m_export->kind() == FilmExport::Kind::Gif)
         return; // a notice tells of it, or there is nothing to tell
-    m_view->show();
-    m_view->raise();
-    m_view->activateWindow();
-    Log::info(QStringLiteral("Dialog: ") + result.error().message);
-    auto *sheet = new Sheet(m_view.get(), kWarningSymbol, result.error().message);
-    sheet->setObjectName(QStringLiteral("alert"));
-    if (!result.error().detail.isEmpty())
-        sheet->addText(result.error().detail);
-    sheet->addPrimaryButton(RecordingUiTexts::tr("OK"));
-    sheet->open();
+    Sheet::alert(*m_view, result.error());
 }
 
 void VideoEditorWindowController::showCaptions()
