@@ -1,7 +1,7 @@
 // A window to be filmed: a page that scrolls while text is typed on it, each state with its number in black
 // and white squares at the top left. Writes a line for each state: its number and when it had been drawn, in
 // seconds.
-//   bench_recording WIDTH HEIGHT MILLISECONDS_PER_STATE SECONDS [still]
+//   bench_recording_page WIDTH HEIGHT MILLISECONDS_PER_STATE SECONDS [still]
 #include <QGuiApplication>
 #include <QPainter>
 #include <QRasterWindow>
