@@ -298,9 +298,9 @@ void DocumentSaving::saveInto(const QString &path)
 {
     if (!isWritable(path)) {
         const QString kinds = EditorTexts::tr("Pictures are saved as PNG, JPEG or HEIC.");
-        return Sheet::alert(
-            m_desk.window, {Error::Kind::Invalid,
-                            EditorTexts::tr("%1 can’t be saved.").arg(QFileInfo(path).fileName()), kinds});
+        return Sheet::alert(m_desk.window,
+                            {Error::Kind::Invalid,
+                             EditorTexts::tr("%1 can’t be saved.").arg(QFileInfo(path).fileName()), kinds});
     }
     if (isSamePath(path, m_desk.document.fileURL().toLocalFile()))
         return save();

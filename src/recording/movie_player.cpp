@@ -134,8 +134,8 @@ public:
     }
 
 private:
-    // With pictures of the size that is wanted now. One that is open and can't be opened again, perhaps since it
-    // was deleted, stays open as it was.
+    // With pictures of the size that is wanted now. One that is open and can't be opened again, perhaps since
+    // it was deleted, stays open as it was.
     bool open()
     {
         QSize bounds;

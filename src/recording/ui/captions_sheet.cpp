@@ -202,8 +202,7 @@ void CaptionsSheet::take(const QList<CaptionCue> &cues)
             time->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
             time->setForeground(Theme::tokens(this).secondary);
             m_table->setItem(row, 0, time);
-            m_table->setItem(
-                row, 1, new QTableWidgetItem(m_text.mended.value(cues[i].start, cues[i].text)));
+            m_table->setItem(row, 1, new QTableWidgetItem(m_text.mended.value(cues[i].start, cues[i].text)));
         } else if (m_table->item(row, 1)->text() == m_cues.value(i).text) { // not mended yet
             m_table->item(row, 1)->setText(cues[i].text);
         }

@@ -17,7 +17,8 @@ class QThreadPool;
 struct CaptionsText {
     QList<CaptionCue> cues; // when they are whole
     bool isWhole = false;
-    QMap<double, QString> mended; // words by the start of their row, also of rows that are still to be made again
+    QMap<double, QString>
+        mended; // words by the start of their row, also of rows that are still to be made again
 };
 
 // Makes subtitles of what is spoken in a film, lets them be mended, and saves or copies them. Rows come as
