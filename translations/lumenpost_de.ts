@@ -3336,14 +3336,6 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <translation>Es gibt keinen Bildschirm: Lumenpost in einer Desktop-Sitzung starten oder DISPLAY setzen.</translation>
     </message>
     <message>
-        <source>This Wayland session has no X11 display: turn on Xwayland, or start Lumenpost in an X11 session.</source>
-        <translation>Diese Wayland-Sitzung hat keinen X11-Bildschirm: Xwayland einschalten oder Lumenpost in einer X11-Sitzung starten.</translation>
-    </message>
-    <message>
-        <source>Lumenpost can&apos;t capture the screen of a Wayland session yet: log in to an X11 session instead.</source>
-        <translation>Lumenpost kann den Bildschirm einer Wayland-Sitzung noch nicht aufnehmen: bitte an einer X11-Sitzung anmelden.</translation>
-    </message>
-    <message>
         <source>The display “%1” can&apos;t be reached: check DISPLAY and that its desktop session runs.</source>
         <translation>Der Bildschirm „%1“ ist nicht erreichbar: DISPLAY prüfen und ob seine Desktop-Sitzung läuft.</translation>
     </message>
@@ -3602,6 +3594,46 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>There is no camera that can be used.</source>
         <translation>Es gibt keine Kamera, die benutzt werden kann.</translation>
+    </message>
+    <message>
+        <source>Windows can&apos;t be shown in this Wayland session: install qt6-wayland.</source>
+        <translation>In dieser Wayland-Sitzung können keine Fenster gezeigt werden: bitte qt6-wayland installieren.</translation>
+    </message>
+    <message>
+        <source>The desktop refused a picture of the screen.</source>
+        <translation>Der Desktop hat ein Bild des Bildschirms verweigert.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for a picture of the screen.</source>
+        <translation>Der Speicher reicht nicht für ein Bild des Bildschirms.</translation>
+    </message>
+    <message>
+        <source>The Wayland session doesn&apos;t answer: it may have ended.</source>
+        <translation>Die Wayland-Sitzung antwortet nicht: vielleicht ist sie beendet.</translation>
+    </message>
+    <message>
+        <source>This desktop tells programs of no windows: capture a region instead.</source>
+        <translation>Dieser Desktop nennt Programmen keine Fenster: bitte stattdessen einen Bereich aufnehmen.</translation>
+    </message>
+    <message>
+        <source>This desktop lets no program turn the wheel.</source>
+        <translation>Dieser Desktop lässt kein Programm am Rad drehen.</translation>
+    </message>
+    <message>
+        <source>This desktop tells programs of no windows: regions and displays can be captured, and Lumenpost&apos;s own windows are in their pictures.</source>
+        <translation>Dieser Desktop nennt Programmen keine Fenster: Bereiche und Bildschirme können aufgenommen werden, und Lumenposts eigene Fenster sind auf den Bildern.</translation>
+    </message>
+    <message>
+        <source>This Wayland session shows Lumenpost nothing of its screen: log in to an X11 session instead.</source>
+        <translation>Diese Wayland-Sitzung zeigt Lumenpost nichts von ihrem Bildschirm: bitte an einer X11-Sitzung anmelden.</translation>
+    </message>
+    <message>
+        <source>A Wayland session doesn&apos;t tell programs what is clicked and typed in other ones.</source>
+        <translation>Eine Wayland-Sitzung sagt Programmen nicht, was in anderen geklickt und getippt wird.</translation>
+    </message>
+    <message>
+        <source>This desktop gives programs no shortcuts: in its settings, set a key for the command “lumenpost capture region”.</source>
+        <translation>Dieser Desktop gibt Programmen keine Tastenkürzel: bitte in seinen Einstellungen eine Taste für den Befehl „lumenpost capture region“ festlegen.</translation>
     </message>
 </context>
 <context>

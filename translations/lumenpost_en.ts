@@ -3335,14 +3335,6 @@ Space previews, Return opens.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>This Wayland session has no X11 display: turn on Xwayland, or start Lumenpost in an X11 session.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Lumenpost can&apos;t capture the screen of a Wayland session yet: log in to an X11 session instead.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>The display “%1” can&apos;t be reached: check DISPLAY and that its desktop session runs.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -3600,6 +3592,46 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>There is no camera that can be used.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Windows can&apos;t be shown in this Wayland session: install qt6-wayland.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop refused a picture of the screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough memory for a picture of the screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The Wayland session doesn&apos;t answer: it may have ended.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop tells programs of no windows: capture a region instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop lets no program turn the wheel.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop tells programs of no windows: regions and displays can be captured, and Lumenpost&apos;s own windows are in their pictures.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This Wayland session shows Lumenpost nothing of its screen: log in to an X11 session instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A Wayland session doesn&apos;t tell programs what is clicked and typed in other ones.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop gives programs no shortcuts: in its settings, set a key for the command “lumenpost capture region”.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -12,6 +12,7 @@
 #include "platform/platform.h"
 #include "platform/secrets.h"
 #include "platform/session/make_platform.h"
+#include "platform/session/session_kind.h"
 #include "platform/trash.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
@@ -76,6 +77,7 @@ void CommandContext::startApplication(Needs needs)
         qputenv("QT_QPA_PLATFORM", "offscreen");
         [[fallthrough]];
     case Needs::Display:
+        matchToolkit();
         m_parts->application = std::make_unique<QGuiApplication>(m_parts->argc, m_parts->argv);
         break;
     }

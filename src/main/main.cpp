@@ -40,6 +40,7 @@ int runDesktopProgram(int argc, char **argv)
         std::fprintf(stderr, "lumenpost: %s\n", qUtf8Printable(reached.error().message));
         return EXIT_FAILURE;
     }
+    matchToolkit();
     QCoreApplication::setApplicationName(QStringLiteral("lumenpost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMENPOST_VERSION));
     // No display name: it would be added to the title of every window.

@@ -6,10 +6,12 @@
 #include <QRect>
 #include <QRectF>
 #include <QString>
+#include <optional>
 
 // Coordinates. There is one global space in points, origin at the top left, y down. A screen stands in it at
-// its native origin, with its native size divided by its scale: frames of screens never overlap, and they
-// equal what the windows of this program see. Images are in backing pixels.
+// its native origin, or at the place that the session tells, with its native size divided by its scale:
+// frames of screens never overlap, and they equal what the windows of this program see. Images are in backing
+// pixels.
 
 // Whether the point lies on one of the pixels that the frame covers: its right and bottom edges are outside.
 inline bool holds(const QRectF &frame, QPointF point)
@@ -24,22 +26,15 @@ struct Screen {
     QRect native;     // in pixels of the whole desktop
     double scale = 1; // backing pixels for a point
     bool isPrimary = false;
+    std::optional<QPoint> place = {}; // in points, where that isn't its native origin
 
-    QRectF frame() const
-    {
-        return {QPointF(native.topLeft()), QSizeF(native.width() / scale, native.height() / scale)};
-    }
+    QPointF origin() const { return place ? QPointF(*place) : QPointF(native.topLeft()); }
+    QRectF frame() const { return {origin(), QSizeF(native.width() / scale, native.height() / scale)}; }
     // Each point belongs to at most one screen: the right and bottom edges are the neighbour's.
     bool holds(QPointF point) const { return ::holds(frame(), point); }
     // A global point inside this screen, in pixels of the whole desktop, and back.
-    QPointF toNative(QPointF point) const
-    {
-        return QPointF(native.topLeft()) + (point - QPointF(native.topLeft())) * scale;
-    }
-    QPointF fromNative(QPointF pixel) const
-    {
-        return QPointF(native.topLeft()) + (pixel - QPointF(native.topLeft())) / scale;
-    }
+    QPointF toNative(QPointF point) const { return QPointF(native.topLeft()) + (point - origin()) * scale; }
+    QPointF fromNative(QPointF pixel) const { return origin() + (pixel - QPointF(native.topLeft())) / scale; }
     bool operator==(const Screen &) const = default;
 };
 

@@ -13,5 +13,17 @@ bool isWaylandSession()
 QString whyNoWaylandScreen()
 {
     return PlatformTexts::tr(
-        "Lumenpost can't capture the screen of a Wayland session yet: log in to an X11 session instead.");
+        "This Wayland session shows Lumenpost nothing of its screen: log in to an X11 session instead.");
+}
+
+QString whyNoWaylandInput()
+{
+    return PlatformTexts::tr(
+        "A Wayland session doesn't tell programs what is clicked and typed in other ones.");
+}
+
+QString whyNoWaylandShortcuts()
+{
+    return PlatformTexts::tr("This desktop gives programs no shortcuts: in its settings, set a key for "
+                             "the command “lumenpost capture region”.");
 }

@@ -6,5 +6,7 @@
 // a DISPLAY is there too.
 bool isWaylandSession();
 
-// The sentence for the user when the screen of such a session is wanted.
+// The sentences for the user when such a session doesn't let a program do what is wanted.
 QString whyNoWaylandScreen();
+QString whyNoWaylandInput();
+QString whyNoWaylandShortcuts();

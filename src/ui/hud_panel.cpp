@@ -51,7 +51,7 @@ HUDPanel::~HUDPanel() = default;
 QRectF HUDPanel::usableFrame(const Screen &screen)
 {
     for (const QScreen *candidate : QGuiApplication::screens()) {
-        if (candidate->geometry().topLeft() == screen.native.topLeft())
+        if (candidate->geometry().topLeft() == screen.origin().toPoint())
             return candidate->availableGeometry();
     }
     return screen.frame();

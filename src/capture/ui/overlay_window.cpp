@@ -8,11 +8,11 @@
 
 namespace {
 
-// Both sides keep a screen's native origin, so it tells which is which.
+// Both sides keep a screen's origin, so it tells which is which.
 QScreen *screenOf(const Screen &screen)
 {
     for (QScreen *candidate : QGuiApplication::screens()) {
-        if (candidate->geometry().topLeft() == screen.native.topLeft())
+        if (candidate->geometry().topLeft() == screen.origin().toPoint())
             return candidate;
     }
     return nullptr;

@@ -27,6 +27,12 @@
 #include "platform/sound_sources.h"
 #include "platform/speech_engine.h"
 #include "platform/text_engine.h"
+#include "platform/wayland/wayland_pointer_control.h"
+#include "platform/wayland/wayland_screen_pictures.h"
+#include "platform/wayland/wayland_screens.h"
+#include "platform/wayland/wayland_windows.h"
+#include "platform/wayland/wayland_workspace.h"
+#include "platform/wayland_session.h"
 #include "platform/x11/x11_clipboard_manager.h"
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_input_monitor.h"
@@ -67,12 +73,20 @@ void addNoScreen(Platform &platform)
     platform.inputMonitors = std::make_unique<NullInputMonitors>(reason);
 }
 
-// Windows, files and the clipboard are served by the toolkit and the desktop's programs.
+// What no compositor tells or does says so where it is asked for.
 void addWayland(Platform &platform)
 {
-    addNoScreen(platform);
-    platform.workspace =
-        std::make_unique<X11Workspace>(X11Workspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
+    const std::shared_ptr<WaylandWindows> windows = waylandWindows();
+    platform.screens = std::make_unique<WaylandScreens>(windows);
+    platform.pictures = std::make_unique<WaylandScreenPictures>(windows);
+    platform.films = std::make_unique<NullScreenFilms>(whyNoWaylandScreen());
+    platform.pointer = std::make_unique<WaylandPointerControl>(*platform.screens);
+    platform.presses = std::make_unique<NullPressPictures>(whyNoWaylandInput());
+    platform.elements = std::make_unique<NullAccessibleElements>();
+    platform.hotKeys = std::make_unique<NullHotKeys>(whyNoWaylandShortcuts());
+    platform.inputMonitors = std::make_unique<NullInputMonitors>(whyNoWaylandInput());
+    platform.workspace = std::make_unique<WaylandWorkspace>(
+        windows, WaylandWorkspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
     platform.pasteboard = std::make_unique<QtPasteboard>();
 }
 
@@ -103,7 +117,7 @@ Platform makePlatform()
 {
     Platform platform;
     const SessionKind kind = sessionKind();
-    addDesktop(platform, kind == SessionKind::X11);
+    addDesktop(platform, kind != SessionKind::None);
     switch (kind) {
     case SessionKind::X11:
         addX11(platform);

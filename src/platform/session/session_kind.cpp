@@ -1,9 +1,13 @@
 #include "platform/session/session_kind.h"
 
 #include "platform/texts.h"
+#include "platform/wayland/wayland_connection.h"
 #include "platform/wayland_session.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_toolkit.h"
+
+#include <QDir>
+#include <QLibraryInfo>
 
 namespace {
 
@@ -18,6 +22,8 @@ SessionKind sessionKind()
 {
     if (isForced("x11"))
         return SessionKind::X11;
+    if (isForced("wayland"))
+        return SessionKind::Wayland;
     if (isForced("null"))
         return SessionKind::None;
     if (isWaylandSession())
@@ -29,9 +35,8 @@ QString whyNoScreen()
 {
     switch (sessionKind()) {
     case SessionKind::X11:
-        return {};
     case SessionKind::Wayland:
-        return whyNoWaylandScreen();
+        return {};
     case SessionKind::None:
         break;
     }
@@ -41,18 +46,35 @@ QString whyNoScreen()
     return PlatformTexts::tr("There is no display: start Lumenpost in a desktop session, or set DISPLAY.");
 }
 
+static Result<void> reachCompositor()
+{
+    const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+    if (plugins.entryList({QStringLiteral("libqwayland*")}, QDir::Files).isEmpty()) {
+        return fail(
+            Error::Kind::Unavailable,
+            PlatformTexts::tr("Windows can't be shown in this Wayland session: install qt6-wayland."));
+    }
+    const auto connection = WaylandConnection::open();
+    return connection ? Result<void>() : fail(connection.error().kind, connection.error().message);
+}
+
+void matchToolkit()
+{
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        return;
+    if (sessionKind() == SessionKind::Wayland)
+        qputenv("QT_QPA_PLATFORM", "wayland");
+    else if (sessionKind() == SessionKind::X11)
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
 Result<void> reachDisplay()
 {
     // A platform of the toolkit without any display, as tests use.
     if (qgetenv("QT_QPA_PLATFORM").startsWith("offscreen"))
         return {};
-    // Pictures can be opened and edited in any session that shows windows.
-    const bool hasXServer = !qEnvironmentVariableIsEmpty("DISPLAY");
-    if (sessionKind() == SessionKind::Wayland && !hasXServer) {
-        return fail(Error::Kind::Unavailable,
-                    PlatformTexts::tr("This Wayland session has no X11 display: turn on Xwayland, or start "
-                                      "Lumenpost in an X11 session."));
-    }
+    if (sessionKind() == SessionKind::Wayland)
+        return reachCompositor();
     if (sessionKind() == SessionKind::None)
         return fail(Error::Kind::Unavailable, whyNoScreen());
     const auto connection = X11Connection::open(X11Extensions());

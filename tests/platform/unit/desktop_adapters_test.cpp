@@ -260,17 +260,18 @@ TEST(Session, IsToldByTheSessionItselfAndNotByADisplayBesideIt)
     }
 }
 
-TEST(Session, RefusesPicturesOfAWaylandSessionWithASentence)
+TEST(Session, RefusesPicturesOfAWaylandSessionThatIsGoneWithASentence)
 {
     const Variable type("XDG_SESSION_TYPE", "wayland");
+    const Variable wayland("WAYLAND_DISPLAY", "wayland-that-is-gone");
     const Variable display("DISPLAY", ":0");
     const Variable forced("LUMENPOST_PLATFORM", "");
     const Platform platform = makePlatform();
     const auto refused = platform.pictures->display({}, Pointer::Hidden).result();
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().message,
-              "Lumenpost can't capture the screen of a Wayland session yet: log in to "
-              "an X11 session instead.");
+    EXPECT_EQ(refused.error().message, "The Wayland session doesn't answer: it may have ended.");
+    EXPECT_EQ(platform.pictures->capabilities().reason, refused.error().message);
+    EXPECT_TRUE(platform.screens->screens().isEmpty());
 }
 
 TEST(Session, AnswersEveryPortWithASentenceWhenThereIsNoDisplay)

@@ -1,0 +1,89 @@
+#include "platform/wayland/sway_windows.h"
+
+#include "platform/wayland/sway_ipc.h"
+#include "platform/wayland/sway_tree.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <utility>
+
+namespace {
+
+QByteArray about(quint32 id)
+{
+    return "[con_id=" + QByteArray::number(id) + "] ";
+}
+
+// How opaque a window is isn't told by older versions; but they refuse to take away more than there is. What
+// it has is a sum of halves, quarters and so on, each of which is taken if it is there.
+double takeOpacity(quint32 id)
+{
+    if (SwayIpc::run(about(id) + "opacity minus 1"))
+        return 1;
+    double taken = 0;
+    double part = 0.5;
+    for (int bit = 0; bit < 24; ++bit, part /= 2) {
+        if (SwayIpc::run(about(id) + "opacity minus " + QByteArray::number(part, 'f', 24)))
+            taken += part;
+    }
+    return taken;
+}
+
+class SwayVeil : public WaylandVeil {
+public:
+    explicit SwayVeil(const QList<quint32> &ids)
+    {
+        for (const quint32 id : ids)
+            m_opacities.append({id, takeOpacity(id)});
+    }
+    ~SwayVeil() override
+    {
+        QByteArray commands;
+        for (const auto &[id, opacity] : std::as_const(m_opacities))
+            commands += about(id) + "opacity " + QByteArray::number(opacity, 'f', 8) + ';';
+        SwayIpc::run(commands);
+    }
+
+private:
+    QList<std::pair<quint32, double>> m_opacities;
+};
+
+} // namespace
+
+QList<WaylandWindow> SwayWindows::list() const
+{
+    const auto tree = SwayIpc::ask(SwayIpc::Ask::Tree);
+    if (!tree)
+        return {};
+    QList<WaylandWindow> windows;
+    for (const SwayTree::Window &window : SwayTree::windows(tree->object()))
+        windows.append({window.listed, window.hasFocus, window.content});
+    return windows;
+}
+
+void SwayWindows::activate(quint32 id)
+{
+    SwayIpc::run(about(id) + "focus");
+}
+
+std::unique_ptr<WaylandVeil> SwayWindows::hide(const QList<quint32> &ids)
+{
+    return std::make_unique<SwayVeil>(ids);
+}
+
+int SwayWindows::listen()
+{
+    return SwayIpc::listen();
+}
+
+bool SwayWindows::drain(int file)
+{
+    return SwayIpc::drain(file);
+}
+
+std::shared_ptr<WaylandWindows> waylandWindows()
+{
+    if (SwayIpc::isOffered())
+        return std::make_shared<SwayWindows>();
+    return nullptr;
+}

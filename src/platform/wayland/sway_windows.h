@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/wayland/wayland_windows.h"
+
+// Windows by sway's own socket.
+class SwayWindows : public WaylandWindows {
+public:
+    QList<WaylandWindow> list() const override;
+    void activate(quint32 id) override;
+    std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) override;
+    bool canHide() const override { return true; }
+    int listen() override;
+    bool drain(int file) override;
+};

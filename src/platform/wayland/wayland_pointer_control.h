@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/pointer_control.h"
+#include "platform/screens.h"
+
+#include <QElapsedTimer>
+#include <memory>
+
+class WaylandConnection;
+class WaylandOutputs;
+struct zwlr_virtual_pointer_manager_v1;
+struct zwlr_virtual_pointer_v1;
+
+// The pointer of a compositor that lets programs play one. Main thread.
+class WaylandPointerControl : public PointerControl {
+public:
+    explicit WaylandPointerControl(const Screens &screens);
+    ~WaylandPointerControl() override;
+    QPointF position() const override;
+    void warp(QPointF point) override;
+    bool canScroll() const override;
+    QFuture<Result<void>> wheel(int clicks) override;
+
+private:
+    struct Device;
+    Device *device() const;
+
+    const Screens &m_screens;
+    mutable std::unique_ptr<Device> m_device; // from the first use on
+    // Where this program put the pointer last.
+    QPointF m_put;
+    QElapsedTimer m_sincePut;
+};
