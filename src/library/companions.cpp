@@ -3,6 +3,7 @@
 #include "base/file_lock.h"
 #include "base/file_name.h"
 #include "base/file_tree.h"
+#include "base/log.h"
 #include "document/project_save.h"
 #include "library/library.h"
 #include "library/library_names.h"
@@ -10,6 +11,7 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <optional>
 
 using LibraryNames::baseOf;
 
@@ -19,6 +21,24 @@ namespace {
 QString asText(const QString &name)
 {
     return name.isValidUtf16() ? name : QString::fromLatin1(FileName::toBytes(name).toPercentEncoding());
+}
+
+bool move(const QString &from, const QString &to)
+{
+    const bool isMoved = QDir().rename(from, to);
+    if (!isMoved)
+        Log::error(QStringLiteral("%1 could not be moved to %2").arg(from, to));
+    return isMoved;
+}
+
+// Moves an earlier version into that directory, under its time or the next that is free: its new folder.
+std::optional<QString> moveStamp(const LibraryVersion &version, const QString &directory)
+{
+    qint64 stamp = version.date.toMSecsSinceEpoch();
+    const auto target = [&] { return directory + QLatin1Char('/') + QString::number(stamp); };
+    while (QFileInfo::exists(target()))
+        ++stamp;
+    return move(version.folder, target()) ? std::optional(target()) : std::nullopt;
 }
 
 } // namespace
@@ -85,13 +105,13 @@ void Companions::moveProject(const QString &oldName, const QString &newName) con
     const auto lock = FileLock::take(ProjectSave::lockFile(projects()));
     const QString from = projectDirectory(oldName);
     if (QFileInfo::exists(from) && isProjectOf(oldName, from)) {
-        QString to = projects() + QLatin1Char('/') + baseOf(newName);
+        QString to = projects() + QLatin1Char('/') + asText(baseOf(newName));
         if (QFileInfo::exists(to))
-            to = projects() + QStringLiteral("/.") + newName;
+            to = projects() + QStringLiteral("/.") + asText(newName);
         if (QFileInfo::exists(to))
             ProjectSave::setAside(to);
-        QDir().rename(from, to);
-        ProjectSave::setOwner(to, newName);
+        if (move(from, to))
+            ProjectSave::setOwner(to, newName);
     } else if (const QString to = projectDirectory(newName); ProjectSave::owner(to) == oldName) {
         ProjectSave::setOwner(to, newName);
     }
@@ -105,16 +125,12 @@ void Companions::moveVersions(const QString &oldName, const QString &newName) co
         return;
     const VersionFolders folders = VersionFolders::of(from, oldName, m_folder);
     if (!folders.hasOthers && !QFileInfo::exists(to)) {
-        QDir().rename(from, to);
+        move(from, to);
         return;
     }
     QDir().mkpath(to);
-    for (const LibraryVersion &version : folders.own) {
-        qint64 stamp = version.date.toMSecsSinceEpoch();
-        while (QFileInfo::exists(to + QLatin1Char('/') + QString::number(stamp)))
-            ++stamp;
-        QDir().rename(version.folder, to + QLatin1Char('/') + QString::number(stamp));
-    }
+    for (const LibraryVersion &version : folders.own)
+        moveStamp(version, to);
     QDir().rmdir(from); // if nothing is left
 }
 
@@ -160,23 +176,28 @@ void Companions::setAside(const QString &name, const QString &folder) const
         drop(version.folder, aside(kAsideVersions + QLatin1Char('/') + QFileInfo(version.folder).fileName()));
 }
 
-void Companions::takeBack(const QString &name, const QString &folder) const
+void Companions::takeBack(const QString &name, const QString &oldName, const QString &folder) const
 {
     if (const QString project = folder + kAsideProject; QFileInfo::exists(project)) {
         QDir().mkpath(projects());
         const auto lock = FileLock::take(ProjectSave::lockFile(projects()));
         QString target = projectDirectory(name);
         if (QFileInfo::exists(target))
-            target = projects() + QStringLiteral("/.") + name;
-        if (!QFileInfo::exists(target) && QDir().rename(project, target))
+            target = projects() + QStringLiteral("/.") + asText(name);
+        if (QFileInfo::exists(target))
+            ProjectSave::setAside(target);
+        if (move(project, target))
             ProjectSave::setOwner(target, name);
     }
-    const QDir versions(folder + kAsideVersions);
-    const QStringList stamps = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    if (stamps.isEmpty())
-        return;
+    // All of them are this file's, whatever has one of its earlier names by now.
+    const QList<LibraryVersion> versions = VersionFolders::of(folder + kAsideVersions, oldName, folder).own;
     const QString target = versionsDirectory(name);
-    QDir().mkpath(target);
-    for (const QString &stamp : stamps)
-        QDir().rename(versions.filePath(stamp), target + QLatin1Char('/') + stamp);
+    if (!versions.isEmpty())
+        QDir().mkpath(target);
+    for (const LibraryVersion &version : versions) {
+        const auto stamp = moveStamp(version, target);
+        // A version is one of the file that has the name of the copy in it.
+        if (stamp && name != oldName && QFileInfo::exists(*stamp + QLatin1Char('/') + oldName))
+            move(*stamp + QLatin1Char('/') + oldName, *stamp + QLatin1Char('/') + name);
+    }
 }

@@ -26,7 +26,7 @@ public:
     // The same, but all of it is moved into a folder, unless its name is empty.
     void setAside(const QString &name, const QString &folder) const;
     // Gives what was set aside to a file, which need not have the name that it had.
-    void takeBack(const QString &name, const QString &folder) const;
+    void takeBack(const QString &name, const QString &oldName, const QString &folder) const;
     // Whether there is anything.
     bool hasAny(const QString &name) const;
 

@@ -17,6 +17,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stop_token>
 
 class AppSettings;
@@ -66,6 +67,9 @@ public:
     struct Outcome {
         QString path;           // as it was given
         Result<QString> result; // where it is now
+
+        static int countOf(const QList<Outcome> &outcomes); // of those that worked
+        static std::optional<Error> firstFailure(const QList<Outcome> &outcomes);
     };
     // Copies files in, one after the other on workers, and tells of each when it is there. What lies in the
     // Library already is passed over.

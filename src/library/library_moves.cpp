@@ -15,6 +15,7 @@
 
 #include <QFileInfo>
 #include <QLocale>
+#include <algorithm>
 #include <sys/stat.h>
 
 using LibraryNames::baseOf;
@@ -28,6 +29,19 @@ std::unexpected<Error> notOfLibrary(const QString &path)
 }
 
 } // namespace
+
+int Library::Outcome::countOf(const QList<Outcome> &outcomes)
+{
+    return static_cast<int>(
+        std::ranges::count_if(outcomes, [](const Outcome &outcome) { return outcome.result.has_value(); }));
+}
+
+std::optional<Error> Library::Outcome::firstFailure(const QList<Outcome> &outcomes)
+{
+    const auto failed =
+        std::ranges::find_if_not(outcomes, [](const Outcome &outcome) { return outcome.result.has_value(); });
+    return failed == outcomes.end() ? std::nullopt : std::optional(failed->result.error());
+}
 
 // The copy of a file into the Library, for any thread.
 std::function<Result<QString>()> Library::copyOf(const QString &path)
@@ -180,7 +194,7 @@ Task<> Library::putBackEach(QStringList trashed, std::shared_ptr<Outcomes> outco
 {
     QList<Outcome> done;
     for (const QString &path : trashed) {
-        const auto capture = m_removed.take(path);
+        const auto capture = m_removed.find(path);
         if (!capture || !contains(capture->path)) {
             done.append(
                 {path, fail(Error::Kind::NotFound,
@@ -193,6 +207,9 @@ Task<> Library::putBackEach(QStringList trashed, std::shared_ptr<Outcomes> outco
         auto back = co_await guarded(runInBackground(takeBack), this);
         if (!back && back.error().isCancelled())
             co_return;
+        // What could not come yet keeps all that belongs to it for the next try.
+        if (back)
+            m_removed.forget(path);
         done.append({path, finishPuttingBack(*capture, std::move(back))});
     }
     outcomes->addResult(done);
@@ -206,7 +223,7 @@ Result<QString> Library::finishPuttingBack(const RemovedCaptures::Capture &captu
     const QString name = nameOf(*back);
     const auto lock = m_catalog.begin();
     if (!capture.aside.isEmpty())
-        Companions(folder()).takeBack(name, capture.aside);
+        Companions(folder()).takeBack(name, nameOf(capture.path), capture.aside);
     m_catalog.store(lock, capture.patch(m_catalog.data(), name));
     know({name});
     Q_EMIT added({*back});

@@ -84,15 +84,17 @@ void RemovedCaptures::add(const QString &trashed, Capture capture)
     m_batches.back().captures.insert(trashed, std::move(capture));
 }
 
-std::optional<RemovedCaptures::Capture> RemovedCaptures::take(const QString &trashed)
+std::optional<RemovedCaptures::Capture> RemovedCaptures::find(const QString &trashed) const
 {
-    for (Batch &batch : m_batches) {
-        const auto found = batch.captures.find(trashed);
-        if (found == batch.captures.end())
-            continue;
-        Capture capture = *std::move(found);
-        batch.captures.erase(found);
-        return capture;
+    for (const Batch &batch : m_batches) {
+        if (const auto found = batch.captures.find(trashed); found != batch.captures.end())
+            return *found;
     }
     return std::nullopt;
+}
+
+void RemovedCaptures::forget(const QString &trashed)
+{
+    for (Batch &batch : m_batches)
+        batch.captures.remove(trashed);
 }

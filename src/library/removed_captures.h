@@ -35,8 +35,9 @@ public:
     // A folder to put things of the next capture into, inside `hidden`; empty where none can be made.
     QString nextAside(const QString &hidden);
     void add(const QString &trashed, Capture capture);
-    // Takes it out.
-    std::optional<Capture> take(const QString &trashed);
+    std::optional<Capture> find(const QString &trashed) const;
+    // It has come back.
+    void forget(const QString &trashed);
 
 private:
     struct Batch {

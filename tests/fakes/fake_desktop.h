@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/async.h"
+#include "base/free_name.h"
 #include "platform/login_item.h"
 #include "platform/pasteboard.h"
 #include "platform/paths.h"
@@ -47,9 +48,13 @@ public:
     }
     Result<QString> takeBack(const QString &trash, const QString &path, const std::stop_token &) override
     {
-        if (refuses || !QFile::rename(trash, path))
+        const QFileInfo info(path);
+        const QString back = QFileInfo::exists(path)
+                                 ? freeFilePath(info.path(), info.completeBaseName(), info.suffix())
+                                 : path;
+        if (refuses || !QFile::rename(trash, back))
             return fail(QStringLiteral("The Trash keeps it."));
-        return path;
+        return back;
     }
 
     bool refuses = false;

@@ -317,10 +317,26 @@ TEST_F(LibraryFilesTest, HasBackWhatWasRemovedWithAllThatWasKnownOfIt)
         EXPECT_TRUE(QTest::qWaitFor([&] { return back.isFinished(); }));
         return back.result().first().result;
     };
-    EXPECT_EQ(putBack(trashed), inFolder("b.png"));
+    machine.trash.refuses = true;
+    EXPECT_FALSE(putBack(trashed));
+    machine.trash.refuses = false;
+    EXPECT_EQ(putBack(trashed), inFolder("b.png")) << "a failed try loses nothing";
     EXPECT_EQ(contents("b.png"), "b.png");
     EXPECT_EQ(contents(".lumenpost/versions/b/1700000000000/b.png"), "earlier");
     EXPECT_TRUE(exists(".lumenpost/projects/b/project.json"));
     EXPECT_EQ(catalog.data(), before);
     EXPECT_FALSE(putBack(trashed)) << "it is there only once";
+
+    // Its name is another's meanwhile: it comes back beside that one, and its versions with it.
+    const auto again = m_library->removeInBackground({inFolder("b.png")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return again.isFinished(); }));
+    put("b.png", "another");
+    const auto beside = putBack(again.result().first().result.value());
+    ASSERT_TRUE(beside && *beside != inFolder("b.png"));
+    EXPECT_EQ(ProjectSave::owner(m_library->projectDirectory(*beside)), LibraryNames::nameOf(*beside));
+    LibraryVersions versions(*m_library, clock);
+    ASSERT_EQ(versions.versions(*beside).size(), 1);
+    EXPECT_TRUE(versions.restore(versions.versions(*beside).first(), *beside));
+    EXPECT_EQ(contents(LibraryNames::nameOf(*beside)), "earlier");
+    EXPECT_EQ(contents("b.png"), "another");
 }
