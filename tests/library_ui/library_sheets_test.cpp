@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QThreadPool>
 #include <algorithm>
 
 namespace {
@@ -97,6 +98,54 @@ TEST_F(LibrarySheetsTest, WorkGoesOnWhenTheWindowClosesAndEndsWithCancel)
     });
     ASSERT_TRUE(QTest::qWaitFor([&] { return isCancelled; }));
     EXPECT_FALSE(QFile::exists(home.path("none.pdf")));
+}
+
+TEST_F(LibrarySheetsTest, TellsWhyNothingWasDone)
+{
+    LibraryWork::PdfOrder order{
+        {inFolder("A")}, {}, LibraryWork::Captions::Written, Exporter::PageSize::Fit, home.path("none.pdf")};
+    std::optional<Error> failure;
+    QObject::connect(m_work->makePdf(order), &BatchJob::ended, &notices,
+                     [&](const Result<void> &result) { failure = result ? Error() : result.error(); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return failure.has_value(); }));
+    EXPECT_EQ(failure->kind, Error::Kind::Denied) << "there is no key";
+    EXPECT_FALSE(QFile::exists(home.path("none.pdf")));
+
+    prefs.setApiKey("key");
+    m_work->describe(*m_model);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_told.isEmpty(); }));
+    EXPECT_EQ(m_told, QStringList{"server.example refuses the connection."});
+
+    m_told.clear();
+    machine.trash.refuses = true;
+    clock.time = clock.time.addDays(100);
+    prefs.setAutoDeleteDays(30);
+    m_work->runAutoDelete(LibraryWork::WhenNothing::Tell);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_told.isEmpty(); }));
+    EXPECT_EQ(m_told, QStringList{"The Trash refuses."});
+    EXPECT_EQ(m_library->items().size(), 10);
+}
+
+TEST_F(LibrarySheetsTest, WorkEndsWithItsOwnerAndLeavesNothingWhenCancelled)
+{
+    LibraryWork::CombineOrder order;
+    order.paths = m_library->items();
+    BatchJob *job = m_work->combine(order);
+    bool isCancelled = false;
+    QObject::connect(job, &BatchJob::ended, &notices, [&](const Result<void> &result) {
+        isCancelled = !result && result.error().isCancelled();
+    });
+    QTest::qWait(0); // it has begun
+    job->cancel();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isCancelled; }));
+    m_work->combine(order);
+    QTest::qWait(0);
+    m_window.reset();
+    m_work.reset();
+    ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(10'000));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_library->items().size(), 10);
+    EXPECT_TRUE(m_opened.isEmpty() && m_told.isEmpty());
 }
 
 TEST_F(LibrarySheetsTest, CombinesAndMakesGuidesAsNewCapturesThatOpen)

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int kMostFailures = 3;
+
 // Read and scaled on a worker; the cache is not for this.
 Result<QImage> picture(const QString &path, int longestEdge)
 {
@@ -124,31 +126,45 @@ QFuture<Result<QString>> TextIndexing::descriptionOf(ClaudeClient &client, const
 }
 
 void TextIndexing::describeMissing(ClaudeClient &client, int limit, std::function<void(int, int)> told,
-                                   std::function<void(int)> ended)
+                                   Ended ended)
 {
     describe(client, withoutDescription(m_library).mid(0, limit), std::move(told), std::move(ended));
 }
 
+bool TextIndexing::isWorthAsking(const Error &failure, int inARow)
+{
+    return failure.kind != Error::Kind::Denied && inARow < kMostFailures;
+}
+
 Task<> TextIndexing::describe(ClaudeClient &client, QStringList paths, std::function<void(int, int)> told,
-                              std::function<void(int)> ended)
+                              Ended ended)
 {
     int described = 0;
+    int failedInARow = 0;
+    std::optional<Error> first;
     const auto total = static_cast<int>(paths.size());
     for (int i = 0; i < total; ++i) {
         told(i, total);
         const auto image = co_await guarded(pictureOf(paths[i]), this);
         if (!image && image.error().isCancelled())
             co_return;
-        if (!image)
+        if (!image) {
+            first = first.value_or(image.error());
             continue;
+        }
         const auto text = co_await guarded(descriptionOf(client, *image), this);
         if (!text && text.error().isCancelled())
             co_return;
-        if (!text)
+        if (text) {
+            m_library.catalog().setDescription(paths[i], *text);
+            ++described;
+            failedInARow = 0;
             continue;
-        m_library.catalog().setDescription(paths[i], *text);
-        ++described;
+        }
+        first = first.value_or(text.error());
+        if (!isWorthAsking(text.error(), ++failedInARow))
+            break;
     }
     m_library.postChanged();
-    ended(described);
+    ended(described, first);
 }

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 class ClaudeClient;
 class Library;
@@ -40,9 +41,12 @@ public:
     static QFuture<Result<QString>> textOf(TextRecognizer &recognizer, const QString &path);
 
     // Describes at most `limit` images without a description, one request at a time. `told` hears how many
-    // are done, of how many; `ended` the number of those that worked.
-    void describeMissing(ClaudeClient &client, int limit, std::function<void(int, int)> told,
-                         std::function<void(int)> ended);
+    // are done, of how many; `ended` the number of those that worked, and why the first other one did not.
+    // Ends early when it seems to be the service that fails, not a picture.
+    using Ended = std::function<void(int, const std::optional<Error> &)>;
+    void describeMissing(ClaudeClient &client, int limit, std::function<void(int, int)> told, Ended ended);
+    // Whether to ask for more after so many failures one after the other, of which this was the last.
+    static bool isWorthAsking(const Error &failure, int inARow);
     static QFuture<Result<QImage>> pictureOf(const QString &path);
     static QFuture<Result<QString>> descriptionOf(ClaudeClient &client, const QImage &image);
 
@@ -54,8 +58,7 @@ private:
 
     void next();
     void finish();
-    Task<> describe(ClaudeClient &client, QStringList paths, std::function<void(int, int)> told,
-                    std::function<void(int)> ended);
+    Task<> describe(ClaudeClient &client, QStringList paths, std::function<void(int, int)> told, Ended ended);
 
     Library &m_library;
     TextRecognizer &m_recognizer;

@@ -23,13 +23,6 @@ namespace {
 
 const QString kWarning = QStringLiteral("exclamationmark.triangle.fill");
 
-int countOf(const QList<Library::Outcome> &outcomes)
-{
-    return static_cast<int>(
-        std::count_if(outcomes.begin(), outcomes.end(),
-                      [](const Library::Outcome &outcome) { return outcome.result.has_value(); }));
-}
-
 QStringList placesOf(const QList<Library::Outcome> &outcomes)
 {
     QStringList places;
@@ -40,27 +33,26 @@ QStringList placesOf(const QList<Library::Outcome> &outcomes)
     return places;
 }
 
-std::optional<Error> firstFailure(const QList<Library::Outcome> &outcomes)
-{
-    for (const Library::Outcome &outcome : outcomes) {
-        if (!outcome.result)
-            return outcome.result.error();
-    }
-    return std::nullopt;
-}
-
 // Both live as long as the program.
-void putBack(Library &library, NoticeBoard &notices, const QStringList &trashed)
+void putBack(Library &library, NoticeBoard &notices, const QStringList &trashed,
+             const std::function<void(const QStringList &)> &keep = {})
 {
     if (trashed.isEmpty())
         return;
     whenDone(library.putBackInBackground(trashed), &notices,
-             [&notices](const QList<Library::Outcome> &outcomes) {
-                 if (const auto failure = firstFailure(outcomes))
+             [&notices, keep](const QList<Library::Outcome> &outcomes) {
+                 if (const auto failure = Library::Outcome::firstFailure(outcomes))
                      notices.post(failure->message, kWarning);
-                 if (const int back = countOf(outcomes); back > 0)
+                 if (const int back = Library::Outcome::countOf(outcomes); back > 0)
                      notices.post(LibraryUiTexts::tr("Put %n item(s) back", nullptr, back),
                                   QStringLiteral("arrow.uturn.backward"));
+                 QStringList failed;
+                 for (const Library::Outcome &outcome : outcomes) {
+                     if (!outcome.result && outcome.result.error().kind != Error::Kind::NotFound)
+                         failed.append(outcome.path);
+                 }
+                 if (keep && !failed.isEmpty())
+                     keep(failed);
              });
 }
 
@@ -272,8 +264,10 @@ QFuture<QList<Library::Outcome>> LibraryActions::trashTelling(const QStringList 
     connect(watcher, &QFutureWatcherBase::finished, notices,
             [notices, library, watcher, alive = QPointer<LibraryActions>(this)] {
                 watcher->deleteLater();
+                if (watcher->future().resultCount() == 0)
+                    return; // the Library has gone
                 const QList<Library::Outcome> outcomes = watcher->result();
-                if (const auto failure = firstFailure(outcomes))
+                if (const auto failure = Library::Outcome::firstFailure(outcomes))
                     notices->post(failure->message, kWarning);
                 const QStringList trashed = placesOf(outcomes);
                 if (trashed.isEmpty())
@@ -294,7 +288,12 @@ QFuture<QList<Library::Outcome>> LibraryActions::trashTelling(const QStringList 
 
 void LibraryActions::undoTrash()
 {
-    putBack(m_ports.model.library(), m_ports.notices, std::exchange(m_trashed, {}));
+    // What stays in the Trash can be tried again.
+    const auto keep = [alive = QPointer<LibraryActions>(this)](const QStringList &failed) {
+        if (alive && alive->m_trashed.isEmpty())
+            alive->m_trashed = failed;
+    };
+    putBack(m_ports.model.library(), m_ports.notices, std::exchange(m_trashed, {}), keep);
 }
 
 void LibraryActions::importFiles(const QStringList &paths)
@@ -302,11 +301,11 @@ void LibraryActions::importFiles(const QStringList &paths)
     NoticeBoard *notices = &m_ports.notices;
     whenDone(m_ports.model.library().importInBackground(paths), notices,
              [notices](const QList<Library::Outcome> &outcomes) {
-                 const int count = countOf(outcomes);
-                 const auto failure = firstFailure(outcomes);
+                 const int count = Library::Outcome::countOf(outcomes);
+                 const auto failure = Library::Outcome::firstFailure(outcomes);
                  if (failure && failure->kind != Error::Kind::Invalid)
                      notices->post(failure->message, kWarning);
-                 else if (count == 0)
+                 else if (failure && count == 0)
                      notices->post(LibraryUiTexts::tr("None of these is a picture or a video"), kWarning);
                  if (count > 0)
                      notices->post(LibraryUiTexts::tr("Imported %n item(s)", nullptr, count),

@@ -115,38 +115,47 @@ BatchJob *LibraryWork::exportFiles(const ExportOrder &order)
     return start<Exporter::Outcome>(QStringLiteral("exporting captures"), work, then);
 }
 
-Task<QStringList> LibraryWork::captionsFor(BatchJob *job, QStringList paths, Captions captions,
-                                           QString status)
+// A caption that can't be had stays empty, unless none can.
+Task<Result<QStringList>> LibraryWork::captionsFor(BatchJob *job, QStringList paths, Captions captions,
+                                                   QString status)
+{
+    if (captions == Captions::Written)
+        co_return co_await writtenCaptions(job, std::move(paths), std::move(status));
+    QStringList made;
+    for (const QString &path : paths)
+        made.append(captions == Captions::Names ? LibraryNames::baseOf(path) : QString());
+    co_return made;
+}
+
+Task<Result<QStringList>> LibraryWork::writtenCaptions(BatchJob *job, QStringList paths, QString status)
 {
     QStringList made;
-    for (qsizetype i = 0; i < paths.size(); ++i) {
-        switch (captions) {
-        case Captions::None:
-            made.append(QString());
-            break;
-        case Captions::Names:
-            made.append(LibraryNames::baseOf(paths[i]));
-            break;
-        case Captions::Written: {
-            if (job->isCancelled())
-                co_return made;
-            job->setStatus(status.arg(i + 1).arg(paths.size()));
-            job->tell(static_cast<int>(i), static_cast<int>(paths.size()));
-            const auto image = co_await guarded(TextIndexing::pictureOf(paths[i]), job);
-            if (!image && image.error().isCancelled())
-                co_return {};
-            QString caption;
-            if (image) {
-                const auto text =
-                    co_await guarded(m_parts.claude.ask(captionPrompt(), *image, QStringLiteral("low")), job);
-                if (!text && text.error().isCancelled())
-                    co_return {};
-                caption = text.value_or(QString());
-            }
-            made.append(caption);
-            break;
+    int failedInARow = 0;
+    const auto total = static_cast<int>(paths.size());
+    for (const QString &path : paths) {
+        if (job->isCancelled())
+            co_return cancelled();
+        job->setStatus(status.arg(made.size() + 1).arg(total));
+        job->tell(static_cast<int>(made.size()), total);
+        made.append(QString());
+        const auto image = co_await guarded(TextIndexing::pictureOf(path), job);
+        if (!image && image.error().isCancelled())
+            co_return cancelled();
+        if (!image)
+            continue;
+        const auto text =
+            co_await guarded(m_parts.claude.ask(captionPrompt(), *image, QStringLiteral("low")), job);
+        if (text) {
+            made.last() = *text;
+            failedInARow = 0;
+            continue;
         }
-        }
+        if (text.error().isCancelled())
+            co_return cancelled();
+        // The file is not written without any: the work would seem done.
+        if (const bool isLast = made.size() == total;
+            !TextIndexing::isWorthAsking(text.error(), ++failedInARow) || (isLast && failedInARow == total))
+            co_return std::unexpected(text.error());
     }
     job->setStatus({});
     co_return made;
@@ -162,13 +171,15 @@ BatchJob *LibraryWork::makePdf(const PdfOrder &order)
 Task<> LibraryWork::writePdf(BatchJob *job, PdfOrder order)
 {
     const QPointer<BatchJob> alive = job;
-    const QStringList captions = co_await captionsFor(job, order.paths, order.captions,
-                                                      LibraryUiTexts::tr("Writing caption %1 of %2…"));
+    const auto captions = co_await captionsFor(job, order.paths, order.captions,
+                                               LibraryUiTexts::tr("Writing caption %1 of %2…"));
     if (!alive)
         co_return;
+    if (!captions)
+        co_return finish(job, std::unexpected(captions.error()));
     QList<Exporter::PdfPage> pages;
     for (qsizetype i = 0; i < order.paths.size(); ++i)
-        pages.append(Exporter::pageOfFile(order.paths[i], captions.value(i)));
+        pages.append(Exporter::pageOfFile(order.paths[i], captions->value(i)));
     const auto writing = runInBackground([pages, order, progress = job->progress()]() -> Result<void> {
         if (!progress(0, static_cast<int>(pages.size())))
             return cancelled();
@@ -215,13 +226,15 @@ BatchJob *LibraryWork::makeGuide(const GuideOrder &order)
 Task<> LibraryWork::writeGuide(BatchJob *job, GuideOrder order)
 {
     const QPointer<BatchJob> alive = job;
-    const QStringList captions =
+    const auto captions =
         co_await captionsFor(job, order.paths, order.captions, LibraryUiTexts::tr("Writing step %1 of %2…"));
     if (!alive)
         co_return;
+    if (!captions)
+        co_return finish(job, std::unexpected(captions.error()));
     QList<GuideRenderer::FileStep> steps;
     for (qsizetype i = 0; i < order.paths.size(); ++i)
-        steps.append({order.paths[i], captions.value(i)});
+        steps.append({order.paths[i], captions->value(i)});
     const auto picture =
         runInBackground([steps, title = order.title, progress = job->progress()]() -> Result<QImage> {
             if (!progress(0, static_cast<int>(steps.size())))
@@ -235,30 +248,28 @@ Task<> LibraryWork::writeGuide(BatchJob *job, GuideOrder order)
 // `problem` is said before the reason of a failure, where there is something to say.
 Task<> LibraryWork::keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, QString name, QString problem)
 {
+    const QPointer<BatchJob> alive = job;
     m_parts.pending.keep("making " + name, picture);
     const auto made = co_await guarded(picture, job);
-    if (!made && made.error().isCancelled()) {
-        // Either the user's wish or the end of this.
-        if (job->isCancelled())
-            finish(job, cancelled());
+    if (!alive)
         co_return;
-    }
-    const auto told = [&problem](const Error &error) {
-        const bool isSame = problem.isEmpty() || error.message == problem;
-        return fail(isSame ? error.message : problem + QLatin1Char(' ') + error.message, error.detail);
+    const auto told = [&problem](const Error &error) -> Result<void> {
+        const bool isSame = problem.isEmpty() || error.isCancelled() || error.message == problem;
+        return std::unexpected(
+            isSame ? error : Error{error.kind, problem + QLatin1Char(' ') + error.message, error.detail});
     };
-    if (!made) {
-        finish(job, told(made.error()));
-        co_return;
-    }
+    if (!made || job->isCancelled())
+        co_return finish(job, made ? Result<void>(cancelled()) : told(made.error()));
     const auto saving = m_parts.library.saveInBackground(*made);
     m_parts.pending.keep("saving " + name, saving);
     const auto saved = co_await guarded(saving, job);
-    if (!saved && saved.error().isCancelled())
+    if (!alive)
         co_return;
-    if (!saved) {
-        finish(job, told(saved.error()));
-        co_return;
+    if (!saved)
+        co_return finish(job, told(saved.error()));
+    if (job->isCancelled()) {
+        std::ignore = m_parts.library.remove(*saved);
+        co_return finish(job, cancelled());
     }
     const auto renamed = m_parts.library.rename(*saved, name);
     finish(job, {});
@@ -309,10 +320,9 @@ void LibraryWork::runAutoDelete(WhenNothing whenNothing)
     whenDone(m_parts.library.removeInBackground(outdated), this,
              [this, whenNothing](const QList<Library::Outcome> &outcomes) {
                  // One that the Trash doesn't take stays, and isn't told of as gone.
-                 const auto moved = static_cast<int>(
-                     std::count_if(outcomes.begin(), outcomes.end(), [](const Library::Outcome &outcome) {
-                         return outcome.result.has_value();
-                     }));
+                 const int moved = Library::Outcome::countOf(outcomes);
+                 if (const auto failure = Library::Outcome::firstFailure(outcomes); failure && moved == 0)
+                     return complain(failure->message);
                  if (moved == 0 && whenNothing == WhenNothing::Silent)
                      return;
                  m_parts.notices.post(
@@ -364,9 +374,13 @@ void LibraryWork::startDescribing(LibraryModel &model)
         [&model](int done, int total) {
             model.setAiProgress(LibraryUiTexts::tr("Describing %1 of %2…").arg(done + 1).arg(total));
         },
-        [this, &model](int described) {
+        [this, &model](int described, const std::optional<Error> &failure) {
             m_isDescribing = false;
             model.setAiProgress(std::nullopt);
+            if (failure)
+                Log::error(QStringLiteral("A capture could not be described"), *failure);
+            if (failure && described == 0)
+                return complain(failure->message);
             m_parts.notices.post(described > 0 ? LibraryUiTexts::tr("Added AI descriptions to %n capture(s)",
                                                                     nullptr, described)
                                                : LibraryUiTexts::tr("Everything is already described"),

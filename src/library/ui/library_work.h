@@ -100,7 +100,9 @@ private:
                     std::function<Result<void>(T)> then);
     void finish(BatchJob *job, const Result<void> &result);
     void complain(const QString &text);
-    Task<QStringList> captionsFor(BatchJob *job, QStringList paths, Captions captions, QString status);
+    Task<Result<QStringList>> captionsFor(BatchJob *job, QStringList paths, Captions captions,
+                                          QString status);
+    Task<Result<QStringList>> writtenCaptions(BatchJob *job, QStringList paths, QString status);
     Task<> writePdf(BatchJob *job, PdfOrder order);
     Task<> writeGuide(BatchJob *job, GuideOrder order);
     Task<> keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, QString name, QString problem);
