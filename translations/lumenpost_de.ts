@@ -2238,6 +2238,74 @@
         <source>Uploaded: %1</source>
         <translation>Hochgeladen: %1</translation>
     </message>
+    <message>
+        <source>%1 by %2</source>
+        <translation>%1 mal %2</translation>
+    </message>
+    <message>
+        <source>%1, %2 at %3, %4</source>
+        <translation>%1, %2 bei %3, %4</translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation>%1 mal %2 bei %3, %4</translation>
+    </message>
+    <message>
+        <source>Columns %1 to %2</source>
+        <translation>Spalten %1 bis %2</translation>
+    </message>
+    <message>
+        <source>Rows %1 to %2</source>
+        <translation>Zeilen %1 bis %2</translation>
+    </message>
+    <message>
+        <source>F6 goes to the bars.</source>
+        <translation>F6 führt zu den Leisten.</translation>
+    </message>
+    <message>
+        <source>Return places: %1. Arrow keys move it, with Alt they size it.</source>
+        <translation>Die Eingabetaste setzt ein Objekt: %1. Die Pfeiltasten bewegen es, mit Alt ändern sie seine Größe.</translation>
+    </message>
+    <message>
+        <source>Go to Pinned Image</source>
+        <translation>Zum angehefteten Bild</translation>
+    </message>
+    <message>
+        <source>Tools and actions</source>
+        <translation>Werkzeuge und Aktionen</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Kind of stamp</source>
+        <translation>Art des Stempels</translation>
+    </message>
+    <message>
+        <source>Stamps</source>
+        <translation>Stempel</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Arrow keys move the point, ⇧ faster · Return picks its color · Esc cancels</source>
+        <translation>Pfeiltasten bewegen den Punkt, ⇧ schneller · Eingabe übernimmt seine Farbe · Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Arrow keys move the frame, ⌥ sizes it, ⇧ faster · Return takes it · Esc cancels</source>
+        <translation>Pfeiltasten bewegen den Rahmen, ⌥ ändert die Größe, ⇧ schneller · Eingabe übernimmt · Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>  ·  F6 for the bars</source>
+        <translation>  ·  F6 für die Leisten</translation>
+    </message>
 </context>
 <context>
     <name>LibraryTexts</name>
@@ -3292,6 +3360,14 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>Close All Pins</source>
         <translation>Alle angehefteten Bilder schließen</translation>
     </message>
+    <message>
+        <source>Arrow keys move it, with Alt they size it. Tab goes to the next one, Esc closes it.</source>
+        <translation>Die Pfeiltasten bewegen es, mit Alt ändern sie seine Größe. Tab führt zum nächsten, Esc schließt es.</translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation>%1 mal %2 bei %3, %4</translation>
+    </message>
 </context>
 <context>
     <name>PlatformTexts</name>
@@ -3911,10 +3987,6 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Exporting MP4…</source>
         <translation>MP4 wird exportiert …</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
     </message>
     <message>
         <source>The film is no longer there</source>
@@ -5510,6 +5582,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Open</source>
         <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 </TS>

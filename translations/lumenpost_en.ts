@@ -2238,6 +2238,74 @@
         <source>Uploaded: %1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 by %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2 at %3, %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Columns %1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rows %1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>F6 goes to the bars.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Return places: %1. Arrow keys move it, with Alt they size it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go to Pinned Image</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tools and actions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Kind of stamp</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stamps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Arrow keys move the point, ⇧ faster · Return picks its color · Esc cancels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Arrow keys move the frame, ⌥ sizes it, ⇧ faster · Return takes it · Esc cancels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>  ·  F6 for the bars</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>LibraryTexts</name>
@@ -3291,6 +3359,14 @@ Space previews, Return opens.</source>
         <source>Close All Pins</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Arrow keys move it, with Alt they size it. Tab goes to the next one, Esc closes it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PlatformTexts</name>
@@ -3909,10 +3985,6 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Exporting MP4…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>OK</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -5508,6 +5580,10 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -98,7 +98,7 @@ QString describe(const Annotation &annotation)
                                        : QString::number(annotation.number),
                  spokenColor(annotation.color));
     case ToolKind::Stamp:
-        return EditorTexts::tr("Stamp %1").arg(annotation.text.mid(annotation.text.lastIndexOf(':') + 1));
+        return EditorTexts::tr("Stamp %1").arg(stampWords(annotation.text));
     case ToolKind::Measure:
         return EditorTexts::tr("Measurement %1").arg(Renderer::measureLabel(annotation));
     case ToolKind::Select:

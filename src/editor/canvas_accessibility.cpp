@@ -79,7 +79,14 @@ public:
 
     QString text(QAccessible::Text which) const override
     {
-        return which == QAccessible::Name ? canvas()->accessibleLabel() : QAccessibleWidget::text(which);
+        switch (which) {
+        case QAccessible::Name:
+            return canvas()->accessibleLabel();
+        case QAccessible::Description:
+            return canvas()->accessibleHelp();
+        default:
+            return QAccessibleWidget::text(which);
+        }
     }
     // The objects come first, then the field in which a text is being typed.
     int childCount() const override

@@ -14,6 +14,8 @@ namespace {
 constexpr double kSelectionOutset = 4;
 constexpr double kHandleSide = 9;
 constexpr double kChromeWidth = 1.5;
+constexpr double kAimRadius = 12, kAimReach = 20;
+constexpr double kAimLabel = 80; // room for its words
 const QColor kSystemBlue(0, 122, 255);
 const QColor kSystemRed(255, 59, 48);
 
@@ -115,4 +117,25 @@ void CanvasChrome::drawSelection(const CanvasPainter::Scene &scene, QPainter &pa
         else
             painter.drawRect(knob);
     }
+}
+
+QRectF CanvasChrome::aimRect(const CanvasPainter::Scene &scene)
+{
+    const QPointF at = scene.imageToView().map(*scene.aim);
+    return QRectF(at, QSizeF(0.01, 0.01)).adjusted(-kAimReach, -kAimReach, kAimReach + kAimLabel, kAimReach);
+}
+
+void CanvasChrome::drawAim(const CanvasPainter::Scene &scene, QPainter &painter)
+{
+    const QPointF at = scene.imageToView().map(*scene.aim);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // The ring shows the colour; its edges read on any other.
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::black, 8));
+    painter.drawEllipse(at, kAimRadius, kAimRadius);
+    painter.setPen(QPen(Qt::white, 6));
+    painter.drawEllipse(at, kAimRadius, kAimRadius);
+    painter.setPen(QPen(scene.aimedColor, 4));
+    painter.drawEllipse(at, kAimRadius, kAimRadius);
+    drawLabel(painter, scene.viewport.view, at + QPointF(kAimReach, -8), scene.aimedColor.name().toUpper());
 }

@@ -12,4 +12,8 @@ void drawBand(const CanvasPainter::Scene &scene, QPainter &painter);
 // Outline and handles of the selected object.
 void drawSelection(const CanvasPainter::Scene &scene, QPainter &painter);
 
+// The point that keys pick a colour from, with that colour, and what it covers of the view.
+void drawAim(const CanvasPainter::Scene &scene, QPainter &painter);
+QRectF aimRect(const CanvasPainter::Scene &scene);
+
 } // namespace CanvasChrome

@@ -18,8 +18,8 @@ public:
     // Recognises the text in a part of the finished picture and copies it.
     virtual void copyText(const QRect &area) = 0;
     virtual void notify(const QString &text, const QString &symbol) = 0;
-    // Tells assistive technology which object is selected now.
-    virtual void announceSelection() = 0;
+    // Tells what has just been done to who can't see it.
+    virtual void announce(const QString &words) = 0;
     // Where the pointer is; nothing when outside of the view.
     virtual std::optional<QPointF> pointer() const = 0;
 };

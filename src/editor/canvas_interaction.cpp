@@ -131,11 +131,16 @@ std::optional<AnnotationHandle> CanvasInteraction::handleHit(const QPointF &view
     return std::nullopt;
 }
 
+bool CanvasInteraction::cutsColumns() const
+{
+    return m_document.toolStyle(ToolKind::Cutout) == 1;
+}
+
 QRectF CanvasInteraction::band(const QPointF &a, const QPointF &b) const
 {
     const QRectF image = m_document.imageBounds();
     const QRectF between = rectBetween(a, b);
-    const bool columns = m_document.toolStyle(ToolKind::Cutout) == 1;
+    const bool columns = cutsColumns();
     const QRectF strip = columns ? QRectF(between.left(), 0, between.width(), image.height())
                                  : QRectF(0, between.top(), image.width(), between.height());
     return strip & image;
@@ -155,6 +160,7 @@ void CanvasInteraction::pickColor(const QPointF &point)
 void CanvasInteraction::press(const Press &press)
 {
     commitText();
+    stopPlacing();
     const CanvasViewport view = viewport();
     const QPointF point = view.toImage(press.position);
     m_dragOrigin = point;
@@ -312,7 +318,7 @@ void CanvasInteraction::release(const QPointF &)
                    },
                    [this](const Cutting &) {
                        if (m_band)
-                           m_document.applyCutout(*m_band, m_document.toolStyle(ToolKind::Cutout) == 1);
+                           m_document.applyCutout(*m_band, cutsColumns());
                    },
                    [this](const SelectingText &) { finishTextSelection(); },
                    [](const Panning &) {},
@@ -326,7 +332,9 @@ void CanvasInteraction::endDrag()
     m_band.reset();
     m_draft.reset();
     m_dragOrigin.reset();
+    m_aim.reset();
     m_mode = None{};
+    m_session.setPlacing(false);
     m_host.updateCursor();
     m_host.canvasChanged();
 }
@@ -384,7 +392,7 @@ CanvasInteraction::Cursor CanvasInteraction::cursor() const
         return Cursor::Cross;
     switch (m_document.tool()) {
     case ToolKind::Cutout:
-        return m_document.toolStyle(ToolKind::Cutout) == 1 ? Cursor::ResizeColumns : Cursor::ResizeRows;
+        return cutsColumns() ? Cursor::ResizeColumns : Cursor::ResizeRows;
     case ToolKind::Text:
         return Cursor::Text;
     case ToolKind::Select:

@@ -97,6 +97,10 @@ public:
     const std::optional<Annotation> &draft() const { return m_draft; }
     const std::optional<QRectF> &band() const { return m_band; }
     BandKind bandKind() const;
+    // Where keys have moved what picks a colour; image pixels.
+    const std::optional<QPointF> &aim() const { return m_aim; }
+    // Lets go of a frame or a point that keys have placed.
+    void stopPlacing();
     // The object that follows the pointer now; null otherwise.
     QUuid movingObject() const;
     Cursor cursor() const;
@@ -126,12 +130,26 @@ private:
     void finishDrawing();
     void finishTextSelection();
     void beforeFirstMove();
+    bool cutsColumns() const;
     QRectF band(const QPointF &a, const QPointF &b) const;
     std::optional<AnnotationHandle> handleHit(const QPointF &viewPoint) const;
     double tolerance() const;
+    bool returnKey();
     bool arrowKey(const Key &key);
+    void arrowObject(const Key &key, const QPointF &step);
+    void arrowFrame(const Key &key, const QPointF &step);
+    bool scrollByKey(const Key &key);
     void escape();
     void endDrag();
+    // By keyboard: without a press and its position.
+    bool isPlacingFrame() const { return m_band && !m_dragOrigin; }
+    bool placeTool();
+    void placeObject(ToolKind tool);
+    void placeFrame(const DragMode &mode, const QRectF &frame);
+    void moveAim(const QPointF &to);
+    void announceFrame();
+    QRectF visiblePart() const;
+    void reveal(const QRectF &part);
 
     EditorDocument &m_document;
     EditorSession &m_session;
@@ -145,6 +163,7 @@ private:
     std::optional<QPointF> m_dragOrigin; // image point of the last press
     bool m_movedSinceDown = false;
     std::optional<QRectF> m_band; // image pixels
+    std::optional<QPointF> m_aim;
     TextEditing m_text;
     bool m_spaceHeld = false;
     std::optional<QUuid> m_arrowedObject; // moved by the key that is held

@@ -3,6 +3,7 @@
 #include "document/editor_document.h"
 #include "editor/editor_session.h"
 #include "editor/object_clipboard.h"
+#include "editor/texts.h"
 
 // The canvas by keyboard and menu: keys, and the commands on what is selected.
 
@@ -11,6 +12,8 @@ namespace {
 constexpr double kArrowStep = 1; // image pixels
 constexpr double kLargeArrowStep = 10;
 constexpr double kLeastWidth = 2, kMostWidth = 30;
+constexpr double kScrollStep = 40; // points
+constexpr double kPageShare = 0.9; // of the view, with Shift
 
 // What of the modifiers decides between a command and a plain key.
 Qt::KeyboardModifiers commandModifiers(Qt::KeyboardModifiers modifiers)
@@ -18,11 +21,34 @@ Qt::KeyboardModifiers commandModifiers(Qt::KeyboardModifiers modifiers)
     return modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
 }
 
+QPointF directionOf(int arrow)
+{
+    switch (arrow) {
+    case Qt::Key_Left:
+        return {-1, 0};
+    case Qt::Key_Right:
+        return {1, 0};
+    case Qt::Key_Up:
+        return {0, -1};
+    default:
+        return {0, 1};
+    }
+}
+
+QString placeWords(const QPointF &place)
+{
+    return QStringLiteral("%1, %2").arg(qRound(place.x())).arg(qRound(place.y()));
+}
+
+QString sizeWords(const QSizeF &size)
+{
+    return EditorTexts::tr("%1 by %2").arg(qRound(size.width())).arg(qRound(size.height()));
+}
+
 } // namespace
 
 bool CanvasInteraction::keyPress(const Key &key)
 {
-    const auto selected = m_document.selected();
     switch (key.key) {
     case Qt::Key_Space:
         if (commandModifiers(key.modifiers))
@@ -34,10 +60,7 @@ bool CanvasInteraction::keyPress(const Key &key)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!selected || !Tools::holdsText(selected->kind))
-            return false;
-        m_text.begin(*selected);
-        return true;
+        return returnKey();
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         if (commandModifiers(key.modifiers) || m_document.annotations().isEmpty())
@@ -58,8 +81,10 @@ bool CanvasInteraction::keyPress(const Key &key)
     if (commandModifiers(key.modifiers) || key.key < Qt::Key_A || key.key > Qt::Key_Z)
         return false;
     const auto tool = Tools::ofShortcut(QChar(key.key).toLower());
-    if (tool)
+    if (tool) {
+        stopPlacing();
         m_document.chooseTool(*tool);
+    }
     return tool.has_value();
 }
 
@@ -80,30 +105,57 @@ void CanvasInteraction::escape()
 
 bool CanvasInteraction::arrowKey(const Key &key)
 {
-    auto selected = m_document.selected();
-    if (!selected)
-        return false;
-    const double step = key.modifiers & Qt::ShiftModifier ? kLargeArrowStep : kArrowStep;
-    const double dx = key.key == Qt::Key_Left ? -step : key.key == Qt::Key_Right ? step : 0;
-    const double dy = key.key == Qt::Key_Up ? -step : key.key == Qt::Key_Down ? step : 0;
+    const bool isLarge = key.modifiers & Qt::ShiftModifier;
+    const double length = isLarge ? kLargeArrowStep : kArrowStep;
+    const QPointF step = directionOf(key.key) * length;
+    if (isPlacingFrame()) {
+        arrowFrame(key, step);
+    } else if (m_session.mode() == EditorSession::Mode::PickingColor) {
+        moveAim(m_aim.value_or(visiblePart().center()) + step);
+    } else if (m_document.selected()) {
+        arrowObject(key, step);
+    } else {
+        return scrollByKey(key);
+    }
+    return true;
+}
+
+void CanvasInteraction::arrowObject(const Key &key, const QPointF &step)
+{
+    Annotation selected = *m_document.selected();
     // A key that is held is one step.
-    if (!key.isRepeat || m_arrowedObject != selected->id)
+    if (!key.isRepeat || m_arrowedObject != selected.id)
         m_document.pushUndo();
-    m_arrowedObject = selected->id;
-    if (!(key.modifiers & Qt::AltModifier)) {
-        selected->offset(dx, dy);
-    } else if (const auto corner = selected->handlePoint(AnnotationHandle::BottomRight)) {
-        selected->move(AnnotationHandle::BottomRight, *corner + QPointF(dx, dy));
-    } else if (const auto end = selected->handlePoint(AnnotationHandle::End)) {
-        selected->move(AnnotationHandle::End, *end + QPointF(dx, dy));
+    m_arrowedObject = selected.id;
+    const bool resizes = key.modifiers & Qt::AltModifier;
+    if (!resizes) {
+        selected.offset(step.x(), step.y());
+    } else if (const auto corner = selected.handlePoint(AnnotationHandle::BottomRight)) {
+        selected.move(AnnotationHandle::BottomRight, *corner + step);
+    } else if (const auto end = selected.handlePoint(AnnotationHandle::End)) {
+        selected.move(AnnotationHandle::End, *end + step);
     } else {
         const double grow = key.key == Qt::Key_Right || key.key == Qt::Key_Up ? 1 : -1;
         // As the bar's slider does, so that it shows the new size.
-        m_document.setLineWidth(std::clamp(selected->lineWidth + grow, kLeastWidth, kMostWidth));
-        return true;
+        m_document.setLineWidth(std::clamp(selected.lineWidth + grow, kLeastWidth, kMostWidth));
+        return m_host.announce(QString::number(m_document.lineWidth()));
     }
-    m_document.replace(*selected);
+    m_document.replace(selected);
+    reveal(selected.bounds());
     m_host.canvasChanged();
+    m_host.announce(resizes ? sizeWords(selected.bounds().size())
+                            : placeWords(selected.bounds().topLeft()));
+}
+
+bool CanvasInteraction::scrollByKey(const Key &key)
+{
+    if (!m_session.zoom())
+        return false;
+    QPointF part(kScrollStep, kScrollStep);
+    if (key.modifiers & Qt::ShiftModifier)
+        part = QPointF(m_viewSize.width(), m_viewSize.height()) * kPageShare;
+    const QPointF direction = directionOf(key.key);
+    panBy({-direction.x() * part.x(), -direction.y() * part.y()});
     return true;
 }
 
@@ -130,7 +182,7 @@ void CanvasInteraction::selectNext(bool backwards)
     }
     const qsizetype next = at < 0 ? (backwards ? count - 1 : 0) : (at + (backwards ? -1 : 1) + count) % count;
     select(objects[next].id);
-    m_host.announceSelection();
+    reveal(objects[next].bounds());
 }
 
 void CanvasInteraction::selectForMenu(const QPointF &position)
@@ -167,12 +219,14 @@ void CanvasInteraction::paste()
 
 void CanvasInteraction::startEyedropper()
 {
+    stopPlacing();
     m_session.setMode(EditorSession::Mode::PickingColor);
     m_host.updateCursor();
 }
 
 void CanvasInteraction::startTextSelection()
 {
+    stopPlacing();
     m_session.setMode(EditorSession::Mode::SelectingText);
     m_host.updateCursor();
 }

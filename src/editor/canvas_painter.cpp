@@ -120,6 +120,9 @@ CanvasPainter::Scene CanvasPainter::Scene::of(const EditorDocument &document,
         scene.selected.reset();
     scene.band = interaction.band();
     scene.bandKind = interaction.bandKind();
+    scene.aim = interaction.aim();
+    if (scene.aim)
+        scene.aimedColor = document.sampleColor(*scene.aim).value_or(QColor());
     scene.cutsColumns = document.toolStyle(ToolKind::Cutout) == 1;
     return scene;
 }
@@ -248,6 +251,8 @@ QRegion CanvasPainter::overlayRegion() const
             rect |= QRectF(point, QSizeF(0.01, 0.01));
         region |= outset(m_scene.imageToView().mapRect(rect), kChromeReach).toAlignedRect();
     }
+    if (m_scene.aim)
+        region |= CanvasChrome::aimRect(m_scene).toAlignedRect();
     if (m_scene.band) // the crop band darkens all around it; labels hang below
         region |= QRect(QPoint(), m_scene.viewport.view.toSize());
     return region;
@@ -387,4 +392,6 @@ void CanvasPainter::paint(QPainter &painter) const
         CanvasChrome::drawBand(m_scene, painter);
     if (m_scene.selected)
         CanvasChrome::drawSelection(m_scene, painter);
+    if (m_scene.aim)
+        CanvasChrome::drawAim(m_scene, painter);
 }

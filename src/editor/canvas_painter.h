@@ -31,6 +31,8 @@ public:
         std::optional<QRectF> band;         // image pixels
         CanvasInteraction::BandKind bandKind = CanvasInteraction::BandKind::Crop;
         bool cutsColumns = false;
+        std::optional<QPointF> aim; // of keys that pick a colour; image pixels
+        QColor aimedColor;
 
         static Scene of(const EditorDocument &document, const CanvasInteraction &interaction);
         QTransform imageToView() const;

@@ -9,6 +9,8 @@
 #include "editor/editor_session.h"
 #include "editor/inline_text_field.h"
 #include "editor/texts.h"
+#include "ui/announcement.h"
+#include "ui/latin_keys.h"
 
 #include <QAccessible>
 #include <QContextMenuEvent>
@@ -74,15 +76,7 @@ CanvasView::CanvasView(EditorDocument &document, EditorSession &session, Pastebo
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     grabGesture(Qt::PinchGesture);
-    connect(&document, &EditorDocument::changed, this, [this](EditorDocument::Field field) {
-        canvasChanged();
-        if (field == EditorDocument::Field::Tool || field == EditorDocument::Field::Style)
-            updateCursor();
-        if (field == EditorDocument::Field::Annotations && QAccessible::isActive()) {
-            QAccessibleEvent event(this, QAccessible::NameChanged);
-            QAccessible::updateAccessibility(&event);
-        }
-    });
+    connect(&document, &EditorDocument::changed, this, &CanvasView::follow);
     connect(&session, &EditorSession::changed, this, [this](EditorSession::Field field) {
         if (field == EditorSession::Field::Mode)
             updateCursor();
@@ -94,6 +88,41 @@ CanvasView::CanvasView(EditorDocument &document, EditorSession &session, Pastebo
 
 CanvasView::~CanvasView() = default;
 
+void CanvasView::follow(EditorDocument::Field field)
+{
+    if (field == EditorDocument::Field::Tool)
+        m_interaction.stopPlacing();
+    canvasChanged();
+    if (field == EditorDocument::Field::Tool || field == EditorDocument::Field::Style)
+        updateCursor();
+    if (field == EditorDocument::Field::Selection)
+        tellOfSelection();
+    const auto count = m_document.annotations().size(); // which the name tells
+    if (std::exchange(m_toldCount, count) != count && QAccessible::isActive()) {
+        QAccessibleEvent event(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+// Once for all that a turn of the loop brings. Without a selection the canvas itself has the focus.
+void CanvasView::tellOfSelection()
+{
+    if (!QAccessible::isActive() || std::exchange(m_isTellingOfSelection, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_isTellingOfSelection = false;
+            if (!hasFocus())
+                return;
+            QAccessibleInterface *canvas = QAccessible::queryAccessibleInterface(this);
+            QAccessibleInterface *child = canvas->focusChild();
+            QAccessibleEvent event(child ? child : canvas, QAccessible::Focus);
+            QAccessible::updateAccessibility(&event);
+        },
+        Qt::QueuedConnection);
+}
+
 QString CanvasView::accessibleLabel() const
 {
     const auto count = static_cast<int>(m_document.annotations().size());
@@ -101,6 +130,17 @@ QString CanvasView::accessibleLabel() const
                               .arg(m_document.base().width())
                               .arg(m_document.base().height());
     return count > 0 ? label + EditorTexts::tr(". Tab moves between objects.") : label;
+}
+
+QString CanvasView::accessibleHelp() const
+{
+    const ToolKind tool = m_document.tool();
+    const QString go = EditorTexts::tr("F6 goes to the bars.");
+    if (tool == ToolKind::Select)
+        return go;
+    return EditorTexts::tr("Return places: %1. Arrow keys move it, with Alt they size it.")
+               .arg(Tools::shortTitle(tool)) +
+           ' ' + go;
 }
 
 void CanvasView::canvasChanged()
@@ -281,7 +321,8 @@ void CanvasView::wheelEvent(QWheelEvent *event)
 
 void CanvasView::keyPressEvent(QKeyEvent *event)
 {
-    if (!m_interaction.keyPress({event->key(), event->modifiers(), event->isAutoRepeat()}))
+    const int key = LatinKeys::standIn(*event).value_or(event->key());
+    if (!m_interaction.keyPress({key, event->modifiers(), event->isAutoRepeat()}))
         QWidget::keyPressEvent(event);
 }
 
@@ -377,16 +418,9 @@ void CanvasView::notify(const QString &text, const QString &symbol)
     m_notices.post(text, symbol);
 }
 
-void CanvasView::announceSelection()
+void CanvasView::announce(const QString &words)
 {
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleInterface *canvas = QAccessible::queryAccessibleInterface(this);
-    QAccessibleInterface *child = canvas ? canvas->focusChild() : nullptr;
-    if (!child)
-        return;
-    QAccessibleEvent event(child, QAccessible::Focus);
-    QAccessible::updateAccessibility(&event);
+    ::announce(this, words);
 }
 
 std::optional<QPointF> CanvasView::pointer() const

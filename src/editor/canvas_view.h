@@ -1,12 +1,12 @@
 #pragma once
 
+#include "document/editor_document.h"
 #include "editor/canvas_interaction.h"
 #include "editor/canvas_painter.h"
 
 #include <QPointer>
 #include <QWidget>
 
-class EditorDocument;
 class EditorSession;
 class InlineTextField;
 class NoticeBoard;
@@ -28,6 +28,8 @@ public:
 
     // "Capture, 800 by 600 pixels, 2 objects. Tab moves between objects."
     QString accessibleLabel() const;
+    // What keys do now.
+    QString accessibleHelp() const;
 
     QSize sizeHint() const override { return {900, 600}; }
     QSize minimumSizeHint() const override { return {200, 120}; }
@@ -61,10 +63,12 @@ private:
     QString closeTextField() override;
     void copyText(const QRect &area) override;
     void notify(const QString &text, const QString &symbol) override;
-    void announceSelection() override;
+    void announce(const QString &words) override;
     std::optional<QPointF> pointer() const override;
 
     void synchronize();
+    void follow(EditorDocument::Field field);
+    void tellOfSelection();
     void reportZoom();
     void drawAhead();
     void makeMosaic();
@@ -80,4 +84,6 @@ private:
     bool m_isDrawingAhead = false;
     bool m_isMakingMosaic = false;
     bool m_wasShown = false;
+    bool m_isTellingOfSelection = false;
+    qsizetype m_toldCount = 0;
 };

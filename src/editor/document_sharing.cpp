@@ -86,6 +86,11 @@ void DocumentSharing::pin()
         [&pins = m_desk.ports.pins](const QImage &image) { pins.pin(image); });
 }
 
+void DocumentSharing::goToPin()
+{
+    m_desk.ports.pins.goToNext();
+}
+
 // The desktop has no picker of programs to share with; these are the ways it has.
 void DocumentSharing::share()
 {

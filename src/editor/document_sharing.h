@@ -20,6 +20,7 @@ public:
     // For those who can't drag: the file goes to the clipboard.
     void copyFile();
     void pin();
+    void goToPin();
     void share();
     void upload();
     // Makes the file that is dragged out of the window; drags it once it is there, if the button is still

@@ -2,6 +2,7 @@
 
 #include "editor/texts.h"
 #include "ui/controls.h"
+#include "ui/roles.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 
@@ -38,6 +39,8 @@ DraftBar::DraftBar(Unsaved what, QWidget *parent) : QWidget(parent)
     auto *words = new QLabel(what == Unsaved::Edits
                                  ? EditorTexts::tr("Your unsaved edits are back. Save to keep them.")
                                  : EditorTexts::tr("Your unsaved picture is back. Save to keep it."));
+    setAccessibleName(words->text());
+    Roles::set(this, QAccessible::AlertMessage);
     words->setFont(Theme::font(Theme::Type::Body));
     auto *discard = new QPushButton(what == Unsaved::Edits ? EditorTexts::tr("Discard Edits")
                                                            : EditorTexts::tr("Discard Picture"));
@@ -62,5 +65,5 @@ void DraftBar::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.fillRect(rect(), t.window);
     painter.fillRect(rect(), t.accentWash);
-    painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
+    Theme::fillHairline(painter, QRectF(0, height() - 1, width(), 1), t.hairline);
 }

@@ -6,6 +6,10 @@
 
 namespace {
 
+constexpr double kPlacedShare = 0.4; // of the shorter side that is seen
+constexpr double kPlacedHeight = 0.6; // of its width
+constexpr double kLeastPlaced = 24;  // image pixels
+
 // The size of a callout that was clicked instead of drawn.
 QPointF defaultCallout(const QPointF &start, double imageWidth)
 {
@@ -63,6 +67,58 @@ QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind)
     }
     const double side = std::max(std::abs(d.x()), std::abs(d.y()));
     return a + QPointF(d.x() < 0 ? -side : side, d.y() < 0 ? -side : side);
+}
+
+Annotation placed(Annotation draft, const QPointF &center, const QSizeF &visible)
+{
+    const double width = std::max(std::min(visible.width(), visible.height()) * kPlacedShare, kLeastPlaced);
+    const auto around = [&](double w, double h) {
+        draft.start = center - QPointF(w, h) / 2;
+        draft.end = center + QPointF(w, h) / 2;
+    };
+    switch (draft.kind) {
+    case ToolKind::Arrow:
+    case ToolKind::Line:
+    case ToolKind::Measure:
+        around(width, 0);
+        break;
+    case ToolKind::Pen: {
+        around(width, 0);
+        draft.points.clear();
+        constexpr int kSteps = 24;
+        for (int i = 0; i <= kSteps; ++i) {
+            const double along = double(i) / kSteps;
+            draft.points.append(draft.start +
+                                QPointF(width * along, std::sin(along * 2 * std::numbers::pi) * width / 8));
+        }
+        break;
+    }
+    case ToolKind::Highlight:
+        around(width, width / 4);
+        break;
+    case ToolKind::Callout: {
+        const QPointF size = defaultCallout({}, visible.width());
+        around(size.x(), size.y());
+        break;
+    }
+    case ToolKind::Text:
+    case ToolKind::Step:
+    case ToolKind::Stamp:
+        draft.start = draft.end = center;
+        break;
+    case ToolKind::Select:
+    case ToolKind::Rectangle:
+    case ToolKind::Ellipse:
+    case ToolKind::Blur:
+    case ToolKind::Spotlight:
+    case ToolKind::Magnify:
+    case ToolKind::Crop:
+    case ToolKind::Cutout:
+    case ToolKind::Image:
+        around(width, width * kPlacedHeight);
+        break;
+    }
+    return draft;
 }
 
 std::optional<Annotation> drawn(Annotation draft, const QSize &image)

@@ -11,6 +11,10 @@
 // all others become square.
 QPointF constrained(const QPointF &a, const QPointF &b, ToolKind kind);
 
+// An object of a usual size for a picture of which `visible` is seen, around `center`, for who draws without
+// a pointer.
+Annotation placed(Annotation draft, const QPointF &center, const QSizeF &visible);
+
 // The object at the drag's end: a callout or stamp that was clicked instead of drawn takes its usual size,
 // for a picture of `image` pixels. Nothing for what is too small to have been meant.
 std::optional<Annotation> drawn(Annotation draft, const QSize &image);

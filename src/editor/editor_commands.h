@@ -19,6 +19,7 @@ enum class EditorCommand {
     Share,
     Upload,
     Pin,
+    GoToPin,
     DragOut,
     ZoomIn,
     ZoomOut,
@@ -50,7 +51,7 @@ enum class EditorCommand {
 };
 
 // What must be so for a command to make sense.
-enum class CommandCondition { Always, Selection, SelectedText, UndoableStep, RedoableStep, PasteableContent };
+enum class CommandCondition { Always, Selection, SelectedText, UndoableStep, RedoableStep, PasteableContent, OpenPin };
 
 // Who hears a command's keys: the whole window; the canvas alone, so that a bare key belongs to any other
 // control that has the focus; or nobody, where the canvas knows the key by itself.

@@ -24,6 +24,10 @@ public:
     Mode mode() const { return m_mode; }
     void setMode(Mode mode);
 
+    // Keys move a frame, or a point to pick a colour from, until Return takes it.
+    bool isPlacing() const { return m_isPlacing; }
+    void setPlacing(bool isPlacing) { set(m_isPlacing, isPlacing, Field::Mode); }
+
     // Device pixels for an image pixel that were asked for; none fits the window.
     std::optional<double> zoom() const { return m_zoom; }
     void setZoom(const std::optional<double> &zoom);
@@ -60,6 +64,7 @@ private:
     }
 
     Mode m_mode = Mode::Editing;
+    bool m_isPlacing = false;
     std::optional<double> m_zoom;
     double m_displayZoom = 1;
     bool m_isPaletteOpen = false;

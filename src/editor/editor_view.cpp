@@ -6,8 +6,10 @@
 #include "editor/options_bar.h"
 #include "editor/status_line.h"
 #include "editor/texts.h"
+#include "ui/bar_keys.h"
 #include "ui/color_panel.h"
 #include "ui/controls.h"
+#include "ui/roles.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -45,7 +47,7 @@ protected:
         const auto &t = Theme::tokens(this);
         QPainter painter(this);
         painter.fillRect(rect(), t.surface);
-        painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
+        Theme::fillHairline(painter, QRectF(0, height() - 1, width(), 1), t.hairline);
     }
 };
 
@@ -132,6 +134,8 @@ EditorView::EditorView(EditorWindowController &controller, EditorPorts &ports)
     column->addWidget(m_options);
     column->addWidget(m_canvas, 1);
     column->addWidget(m_status);
+    for (QWidget *bar : {m_mainBar, static_cast<QWidget *>(m_options), static_cast<QWidget *>(m_status)})
+        new BarKeys(bar);
     addShortcuts();
     connect(&m_document, &EditorDocument::changed, this, &EditorView::follow);
     connect(m_canvas, &CanvasView::menuRequested, this,
@@ -151,6 +155,8 @@ void EditorView::paintEvent(QPaintEvent *)
 QWidget *EditorView::makeMainBar()
 {
     auto *bar = new Bar(kBarHeight);
+    bar->setAccessibleName(EditorTexts::tr("Tools and actions"));
+    Roles::set(bar, QAccessible::ToolBar);
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(kBarMargin, 0, kBarMargin, 1);
     row->setSpacing(1);
@@ -173,6 +179,7 @@ void EditorView::addTools(QHBoxLayout *row)
                 new BarButton(Tools::symbol(tool), Tools::shortTitle(tool), BarButton::Label::Under);
             button->setObjectName("tool-" + Tools::rawValue(tool));
             button->setCheckable(true);
+            Roles::set(button, QAccessible::RadioButton);
             TipCenter::describe(
                 button, {Tools::shortTitle(tool), Tools::tipDetail(tool), QString(Tools::shortcutKey(tool))});
             connect(button, &QAbstractButton::clicked, this, [this, tool] {
@@ -270,6 +277,7 @@ void EditorView::tellOfDraft()
     });
     auto *column = static_cast<QVBoxLayout *>(layout());
     column->insertWidget(column->indexOf(m_canvas), bar);
+    new BarKeys(bar);
 }
 
 void EditorView::addEffects(QHBoxLayout *row)
@@ -386,22 +394,31 @@ void EditorView::addShortcuts()
             [this] { movePane(-1); });
 }
 
+// Round the parts of the window, each of which the keyboard enters where it left.
 void EditorView::movePane(int delta)
 {
-    const QList<QWidget *> panes{m_mainBar, m_options, m_canvas, m_status};
-    int at = 0;
-    for (int i = 0; i < panes.size(); ++i) {
-        if (QWidget *focus = focusWidget(); focus && (focus == panes[i] || panes[i]->isAncestorOf(focus)))
-            at = i;
+    QList<QWidget *> stops;
+    qsizetype at = -1;
+    const auto *row = layout();
+    for (int i = 0; i < row->count(); ++i) {
+        QWidget *part = row->itemAt(i)->widget();
+        const auto *bar = part->findChild<BarKeys *>(QString(), Qt::FindDirectChildrenOnly);
+        QWidget *stop = bar ? bar->stop() : part;
+        if (!stop || !part->isVisible())
+            continue;
+        if (QWidget *focus = focusWidget(); focus && (focus == part || part->isAncestorOf(focus)))
+            at = stops.size();
+        stops += stop;
     }
-    const auto count = static_cast<int>(panes.size());
-    QWidget *pane = panes[(at + delta + count) % count];
-    if (pane == m_canvas)
-        return m_canvas->setFocus(Qt::TabFocusReason);
-    for (QWidget *child : pane->findChildren<QWidget *>()) {
-        if (child->isVisible() && child->isEnabled() && (child->focusPolicy() & Qt::TabFocus))
-            return child->setFocus(Qt::TabFocusReason);
-    }
+    const auto count = stops.size();
+    if (count > 0)
+        stops[(at + delta + count) % count]->setFocus(Qt::TabFocusReason);
+}
+
+bool EditorView::focusNextPrevChild(bool next)
+{
+    movePane(next ? 1 : -1);
+    return true;
 }
 
 void EditorView::follow(EditorDocument::Field field)

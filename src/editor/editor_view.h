@@ -33,6 +33,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     QWidget *makeMainBar();

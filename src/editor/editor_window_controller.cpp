@@ -7,6 +7,7 @@
 #include "editor/object_clipboard.h"
 #include "editor/texts.h"
 #include "library/library.h"
+#include "pins/pins.h"
 #include "ui/sheet.h"
 
 #include <QCloseEvent>
@@ -180,6 +181,8 @@ bool EditorWindowController::isEnabled(EditorCommand command) const
         return m_document->canUndo();
     case CommandCondition::RedoableStep:
         return m_document->canRedo();
+    case CommandCondition::OpenPin:
+        return !m_ports.pins.windows().empty();
     case CommandCondition::PasteableContent:
         return ObjectClipboard::canPaste(m_ports.pasteboard);
     }
@@ -215,8 +218,9 @@ QList<PaletteCommand> EditorWindowController::paletteCommands()
                          [this, tool] { m_document->chooseTool(tool); }});
     }
     for (const EditorCommandInfo &row : editorCommands()) {
-        const bool needsObject = row.condition == CommandCondition::Selection;
-        if (!*row.paletteTitle || (needsObject && !isEnabled(row.command)))
+        const bool needsSomething = row.condition == CommandCondition::Selection ||
+                                 row.condition == CommandCondition::OpenPin;
+        if (!*row.paletteTitle || (needsSomething && !isEnabled(row.command)))
             continue;
         const char *shortcut = row.paletteShortcut ? row.paletteShortcut : row.shortcut;
         commands.append({row.shownPaletteTitle(), QString::fromLatin1(row.symbol),

@@ -6,6 +6,7 @@
 #include "editor/texts.h"
 #include "ui/color_panel.h"
 #include "ui/controls.h"
+#include "ui/roles.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 #include "ui/tips.h"
@@ -78,6 +79,8 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
     : m_controller(controller), m_document(controller.document()), m_presets(presets)
 {
     setFixedHeight(kBarHeight);
+    setAccessibleName(EditorTexts::tr("Options"));
+    Roles::set(this, QAccessible::ToolBar);
     m_what = new QLabel;
     m_what->setFont(Theme::font(Theme::Type::Control, QFont::DemiBold));
     // As wide as the widest words, so that nothing beside it moves when an object is selected.
@@ -173,12 +176,14 @@ void OptionsBar::paintEvent(QPaintEvent *)
     const auto &t = Theme::tokens(this);
     QPainter painter(this);
     painter.fillRect(rect(), t.window);
-    painter.fillRect(QRect(0, height() - 1, width(), 1), t.hairline);
+    Theme::fillHairline(painter, QRectF(0, height() - 1, width(), 1), t.hairline);
 }
 
 QWidget *OptionsBar::makeColors()
 {
     auto *colors = new QWidget;
+    colors->setAccessibleName(EditorTexts::tr("Color"));
+    Roles::set(colors, QAccessible::Grouping);
     auto *row = new QHBoxLayout(colors);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);

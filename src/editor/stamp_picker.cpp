@@ -7,6 +7,7 @@
 #include "editor/texts.h"
 #include "ui/controls.h"
 #include "ui/floating.h"
+#include "ui/roles.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 
@@ -32,6 +33,8 @@ public:
         setFocusPolicy(Qt::StrongFocus);
         setAttribute(Qt::WA_Hover);
         setAccessibleName(stampWords(value));
+        Roles::set(this, QAccessible::RadioButton);
+        setProperty("focusRadius", -1.0); // it draws its own, in a window too narrow for another
     }
 
 protected:
@@ -68,6 +71,20 @@ protected:
         }
     }
 
+    // The picker knows rows and columns, the button only neighbours.
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        switch (event->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            return event->ignore();
+        default:
+            QAbstractButton::keyPressEvent(event);
+        }
+    }
+
 private:
     QString m_value;
 };
@@ -86,6 +103,9 @@ StampPicker::StampPicker(const QString &current, QWidget *parent)
     m_tabs->setSegments(
         {{EditorTexts::tr("Symbols"), {}}, {EditorTexts::tr("Emoji"), {}}, {EditorTexts::tr("Keys"), {}}});
     m_tabs->setStretches(true);
+    m_tabs->setIsTabs(true);
+    m_tabs->setAccessibleName(EditorTexts::tr("Kind of stamp"));
+    Roles::set(this, QAccessible::Dialog);
     const QList<QStringList> pages{StampLibrary::symbols(), StampLibrary::emoji(), StampLibrary::keys()};
     for (const QStringList &values : pages)
         m_pages->addWidget(makePage(values, current));
@@ -106,6 +126,8 @@ StampPicker::StampPicker(const QString &current, QWidget *parent)
 QWidget *StampPicker::makePage(const QStringList &values, const QString &current)
 {
     auto *page = new QWidget;
+    Roles::set(page, QAccessible::Grouping);
+    page->setAccessibleName(EditorTexts::tr("Stamps"));
     auto *grid = new QGridLayout(page);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(2);

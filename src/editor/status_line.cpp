@@ -5,6 +5,7 @@
 #include "editor/editor_window_controller.h"
 #include "editor/texts.h"
 #include "ui/controls.h"
+#include "ui/roles.h"
 #include "ui/shortcut_text.h"
 #include "ui/theme.h"
 #include "ui/tips.h"
@@ -23,6 +24,7 @@ ElidedLabel::ElidedLabel(QWidget *parent) : QWidget(parent)
 {
     setFont(Theme::font(Theme::Type::Control));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    Roles::set(this, QAccessible::StaticText);
 }
 
 void ElidedLabel::setText(const QString &text)
@@ -57,6 +59,8 @@ StatusLine::StatusLine(EditorWindowController &controller)
       m_zoom(new NumberLabel)
 {
     setFixedHeight(kLineHeight);
+    setAccessibleName(EditorTexts::tr("Status"));
+    Roles::set(this, QAccessible::StatusBar);
     m_hint->setObjectName("hint");
     m_counts->setObjectName("counts");
     m_zoom->setObjectName("zoom");
@@ -102,6 +106,11 @@ QString StatusLine::hint() const
 {
     if (m_session.isBusy())
         return EditorTexts::tr("Working…");
+    if (m_session.isPlacing())
+        return withShortcutWords(
+            m_session.mode() == EditorSession::Mode::PickingColor
+                ? EditorTexts::tr("Arrow keys move the point, ⇧ faster · Return picks its color · Esc cancels")
+                : EditorTexts::tr("Arrow keys move the frame, ⌥ sizes it, ⇧ faster · Return takes it · Esc cancels"));
     switch (m_session.mode()) {
     case EditorSession::Mode::SelectingText:
         return EditorTexts::tr("Drag over text in the image to copy it · Esc to cancel");
@@ -110,7 +119,8 @@ QString StatusLine::hint() const
     case EditorSession::Mode::Editing:
         break;
     }
-    return withShortcutWords(Tools::hint(m_document.tool()) + EditorTexts::tr("  ·  ⌘K for all commands"));
+    return withShortcutWords(Tools::hint(m_document.tool()) + EditorTexts::tr("  ·  ⌘K for all commands") +
+                             EditorTexts::tr("  ·  F6 for the bars"));
 }
 
 QString StatusLine::counts() const
@@ -144,5 +154,5 @@ void StatusLine::paintEvent(QPaintEvent *)
     const auto &t = Theme::tokens(this);
     QPainter painter(this);
     painter.fillRect(rect(), t.surface);
-    painter.fillRect(QRect(0, 0, width(), 1), t.hairline);
+    Theme::fillHairline(painter, QRectF(0, 0, width(), 1), t.hairline);
 }

@@ -5,6 +5,7 @@
 #include "document/image_files.h"
 #include "pins/texts.h"
 #include "platform/pasteboard.h"
+#include "ui/announcement.h"
 #include "ui/floating.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -30,6 +31,8 @@ constexpr double kLeastOpacity = 0.2;
 constexpr double kCorner = 6;
 constexpr double kEdge = 8; // points at the border that size the window
 constexpr double kLinesPerNotch = 3;
+constexpr int kKeyStep = 4, kLargeKeyStep = 40; // points
+constexpr double kKeyZoom = 1.1;
 constexpr double kRounding = 1e-6; // what a quotient may be beside a whole number
 
 } // namespace
@@ -68,7 +71,20 @@ void Pins::pin(const QImage &image)
         m_windows.emplace_back(std::make_unique<PinWindow>(*this, image, frame, backing)).get();
     window->show();
     window->raise();
-    window->activateWindow();
+}
+
+bool Pins::goToNext()
+{
+    if (m_windows.empty())
+        return false;
+    const auto active = std::find_if(m_windows.begin(), m_windows.end(),
+                                     [](const auto &pin) { return pin->isActiveWindow(); });
+    const bool isLast = active == m_windows.end() || active + 1 == m_windows.end();
+    PinWindow &next = isLast ? *m_windows.front() : **(active + 1);
+    next.raise();
+    next.activateWindow();
+    next.setFocus(Qt::TabFocusReason);
+    return true;
 }
 
 void Pins::closeAll()
@@ -102,9 +118,12 @@ PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, doubl
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                    Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
+    setAttribute(Qt::WA_ShowWithoutActivating); // the keyboard stays with what was worked on
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(PinsTexts::tr("Pinned Image"));
     setAccessibleName(PinsTexts::tr("Pinned image"));
+    setAccessibleDescription(
+        PinsTexts::tr("Arrow keys move it, with Alt they size it. Tab goes to the next one, Esc closes it."));
     setMouseTracking(true);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
@@ -239,10 +258,49 @@ bool PinWindow::event(QEvent *event)
 
 void PinWindow::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape)
+    switch (event->key()) {
+    case Qt::Key_Escape:
         close();
-    else
+        return;
+    case Qt::Key_Left:
+        return arrowKey({-1, 0}, event->modifiers());
+    case Qt::Key_Right:
+        return arrowKey({1, 0}, event->modifiers());
+    case Qt::Key_Up:
+        return arrowKey({0, -1}, event->modifiers());
+    case Qt::Key_Down:
+        return arrowKey({0, 1}, event->modifiers());
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        zoom(kKeyZoom);
+        return announce(this, placeWords());
+    case Qt::Key_Minus:
+        zoom(1 / kKeyZoom);
+        return announce(this, placeWords());
+    default:
         QWidget::keyPressEvent(event);
+    }
+}
+
+// With Alt its lower right corner moves, as that of an object in the editor does.
+void PinWindow::arrowKey(const QPoint &direction, Qt::KeyboardModifiers modifiers)
+{
+    const int step = modifiers & Qt::ShiftModifier ? kLargeKeyStep : kKeyStep;
+    if (modifiers & Qt::AltModifier)
+        resizeTo(width() + step * (direction.x() + direction.y()), geometry().topLeft(), 0, 0);
+    else
+        move(pos() + direction * step);
+    announce(this, placeWords());
+}
+
+QString PinWindow::placeWords() const
+{
+    return PinsTexts::tr("%1 by %2 at %3, %4").arg(width()).arg(height()).arg(x()).arg(y());
+}
+
+bool PinWindow::focusNextPrevChild(bool)
+{
+    return m_pins.goToNext();
 }
 
 QMenu *PinWindow::makeMenu()

@@ -30,6 +30,8 @@ public:
 
     void pin(const QImage &image);
     void closeAll();
+    // Gives the keyboard to the pin after the one that has it. False without pins.
+    bool goToNext();
     const std::vector<std::unique_ptr<PinWindow>> &windows() const { return m_windows; }
 
 private:
@@ -43,7 +45,7 @@ private:
 };
 
 // One pin. Drag moves it, its edges size it, a wheel zooms it (with Alt: its opacity), a double click closes
-// it.
+// it. Of the keys, arrows move it, with Alt they size it, and Tab goes on to the next pin.
 class PinWindow : public QWidget {
     Q_OBJECT
 public:
@@ -53,6 +55,8 @@ public:
     // Around the window's centre; 60 to 6000 wide.
     void zoom(double factor);
     void showActualSize();
+    // Where and how large it is, for who can't see it.
+    QString placeWords() const;
     QMenu *makeMenu();
 
 protected:
@@ -67,8 +71,10 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     bool event(QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
+    void arrowKey(const QPoint &direction, Qt::KeyboardModifiers modifiers);
     bool isOnEdge(const QPointF &position) const;
     void resizeTo(double width, const QPointF &fixed, double fixedX, double fixedY);
 

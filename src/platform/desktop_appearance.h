@@ -11,6 +11,7 @@ public:
     // Nothing when the desktop doesn't say; it may say so later, with changed().
     virtual std::optional<bool> prefersDark() = 0;
     virtual bool reducesMotion() = 0;
+    virtual bool wantsContrast() = 0;
 
 Q_SIGNALS:
     void changed();

@@ -36,7 +36,7 @@ void ToggleSwitch::paintEvent(QPaintEvent *)
     if (!isEnabled())
         painter.setOpacity(kDisabledOpacity);
     const QRectF track(0, (height() - kTrackHeight) / 2.0, width(), kTrackHeight);
-    const QColor edge = isChecked() ? QColor(Qt::transparent) : t.hairline;
+    const QColor edge = isChecked() ? QColor(Qt::transparent) : t.edge;
     StylePainting::fillRounded(&painter, track, kTrackHeight / 2.0, isChecked() ? t.accentFill : t.pressed, edge);
     if (underMouse())
         StylePainting::fillRounded(&painter, track, kTrackHeight / 2.0, t.hover);
@@ -45,7 +45,7 @@ void ToggleSwitch::paintEvent(QPaintEvent *)
     const QRectF knob(right ? track.right() - kKnobInset - side : track.left() + kKnobInset,
                       track.top() + kKnobInset, side, side);
     StylePainting::fillRounded(&painter, knob.translated(0, 0.5), side / 2, t.raisedShadow);
-    StylePainting::fillRounded(&painter, knob, side / 2, t.onAccent);
+    StylePainting::fillRounded(&painter, knob, side / 2, isChecked() ? t.onAccent : t.secondary);
 }
 
 void ToggleSwitch::keyPressEvent(QKeyEvent *event)

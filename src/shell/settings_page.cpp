@@ -98,7 +98,7 @@ protected:
             if (!row || row->isHidden())
                 continue;
             if (!std::exchange(isFirst, false))
-                painter.fillRect(QRect(kRowInset, row->y(), width() - kRowInset, 1), t.hairline);
+                Theme::fillHairline(painter, QRectF(kRowInset, row->y(), width() - kRowInset, 1), t.hairline);
         }
     }
 };

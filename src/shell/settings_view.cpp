@@ -95,7 +95,7 @@ protected:
         const auto &t = Theme::tokens(this);
         QPainter painter(this);
         painter.fillRect(rect(), t.surface);
-        painter.fillRect(QRect(width() - 1, 0, 1, height()), t.hairline);
+        Theme::fillHairline(painter, QRectF(width() - 1, 0, 1, height()), t.hairline);
     }
 };
 

@@ -5,12 +5,13 @@
 
 class DesktopAppearance;
 class FocusRing;
+class LatinKeys;
 class QApplication;
 class ThemeStyle;
 
 // Gives the application its style, font and colours, and follows the desktop's wish for light or dark.
 //
-// LUMENPOST_THEME=light|dark overrides the desktop. Without either, the palette that the platform gave
+// LUMENPOST_THEME=light|dark|light-contrast|dark-contrast overrides the desktop. Without either, the palette that the platform gave
 // decides.
 class Appearance : public QObject {
     Q_OBJECT
@@ -24,12 +25,14 @@ Q_SIGNALS:
 
 private:
     void follow();
-    void apply(bool dark);
+    void apply(bool dark, bool highContrast);
 
     QApplication &m_application;
     DesktopAppearance *m_desktop;
     ThemeStyle *m_style;
     std::unique_ptr<FocusRing> m_ring;
+    std::unique_ptr<LatinKeys> m_latinKeys;
     bool m_paletteIsDark;
     bool m_dark;
+    bool m_highContrast = false;
 };

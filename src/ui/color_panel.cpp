@@ -1,6 +1,7 @@
 #include "ui/color_panel.h"
 
 #include "ui/floating.h"
+#include "ui/roles.h"
 #include "ui/texts.h"
 #include "ui/theme.h"
 
@@ -73,6 +74,7 @@ public:
         setFocusPolicy(Qt::StrongFocus);
         setCursor(Qt::CrossCursor);
         setAccessibleName(UiTexts::tr("Saturation and brightness"));
+        Roles::set(this, QAccessible::Slider);
     }
 
 protected:
@@ -125,6 +127,7 @@ public:
         setFixedSize(kPlaneSize.width(), kBarHeight);
         setFocusPolicy(Qt::StrongFocus);
         setAccessibleName(UiTexts::tr("Hue"));
+        Roles::set(this, QAccessible::Slider);
     }
 
 protected:
@@ -177,6 +180,7 @@ ColorPanel::ColorPanel(const QColor &color, QWidget *parent)
 {
     setObjectName(QStringLiteral("colorPanel"));
     setAccessibleName(UiTexts::tr("Color"));
+    Roles::set(this, QAccessible::Dialog);
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
     m_field->setObjectName(QStringLiteral("hexField"));

@@ -24,7 +24,7 @@ void drawPushButton(const QStyleOptionButton &button, QPainter *painter)
     const bool over = isOn(&button, QStyle::State_MouseOver);
     const bool flat = button.features & QStyleOptionButton::Flat;
     const bool primary = button.features & QStyleOptionButton::DefaultButton;
-    QColor fill = t.surface, edge = t.hairline;
+    QColor fill = t.surface, edge = enabled ? t.edge : t.hairline;
     if (flat) {
         fill = Qt::transparent;
         edge = Qt::transparent;
@@ -61,7 +61,7 @@ void drawField(const QStyleOption &field, QPainter *painter)
     const bool enabled = isOn(&field, QStyle::State_Enabled);
     const bool focused = enabled && isOn(&field, QStyle::State_HasFocus);
     fillRounded(painter, field.rect, Theme::Radius::control, enabled ? t.surface : t.window,
-                focused ? t.accent : t.hairline);
+                focused ? t.accent : enabled ? t.edge : t.hairline);
 }
 
 void drawMark(const QStyleOption *option, QPainter *painter, Mark mark)
@@ -76,7 +76,7 @@ void drawMark(const QStyleOption *option, QPainter *painter, Mark mark)
     QColor fill = on || mixed ? t.accent : t.surface;
     if (!enabled)
         fill = on || mixed ? t.disabled : t.window;
-    QColor edge = on || mixed ? QColor(Qt::transparent) : t.dark ? QColor(0x77777F) : QColor(0x8C8C96);
+    QColor edge = on || mixed ? QColor(Qt::transparent) : t.edge;
     if (!enabled && !on)
         edge = t.hairline;
     fillRounded(painter, rect, radius, fill, edge);
@@ -105,17 +105,17 @@ void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect
         filled = track;
         slider.upsideDown ? filled.setTop(center.y()) : filled.setBottom(center.y());
     }
-    fillRounded(painter, track, kSliderTrack / 2.0, t.track);
+    fillRounded(painter, track, kSliderTrack / 2.0, enabled ? t.edge : t.track);
     fillRounded(painter, filled, kSliderTrack / 2.0, enabled ? t.accent : t.disabled);
     fillRounded(painter, QRectF(knob).translated(0, 0.5), kSliderKnob / 2.0, t.raisedShadow);
-    fillRounded(painter, knob, kSliderKnob / 2.0, t.dark ? QColor(0xE6E6EC) : QColor(Qt::white), t.hairline);
+    fillRounded(painter, knob, kSliderKnob / 2.0, t.dark ? QColor(0xE6E6EC) : QColor(Qt::white), t.edge);
 }
 
 void drawComboBox(const QStyleOption &box, QPainter *painter, const QRect &arrow)
 {
     const auto &t = Theme::tokens(box.palette);
     const bool enabled = isOn(&box, QStyle::State_Enabled);
-    fillRounded(painter, box.rect, Theme::Radius::control, t.surface, t.hairline);
+    fillRounded(painter, box.rect, Theme::Radius::control, t.surface, enabled ? t.edge : t.hairline);
     if (enabled && isOn(&box, QStyle::State_MouseOver))
         fillRounded(painter, box.rect, Theme::Radius::control, t.hover);
     drawSymbol(*painter, QRectF(arrow.center() - QPoint(5, 5), QSizeF(11, 11)), "chevron.down",

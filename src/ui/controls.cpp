@@ -1,9 +1,9 @@
 #include "ui/controls.h"
 
+#include "ui/roles.h"
 #include "ui/symbol.h"
 #include "ui/theme_style.h"
 
-#include <QAccessible>
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kSymbolGap = 6;
 constexpr int kArrowSize = 8;
+constexpr double kMarkWidth = 16, kMarkHeight = 3; // under what is on
 constexpr qreal kDisabledOpacity = 0.4;
 
 // The look of a plain control's background for the pointer and the keyboard.
@@ -107,6 +108,11 @@ void BarButton::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     painter.setBrush(washFor(*this, t));
     painter.drawRoundedRect(rect(), Theme::Radius::control, Theme::Radius::control);
+    if (isChecked()) { // not told by colours alone
+        painter.setBrush(t.accentText);
+        painter.drawRoundedRect(QRectF(width() / 2.0 - kMarkWidth / 2, height() - kMarkHeight, kMarkWidth, kMarkHeight),
+                                kMarkHeight / 2, kMarkHeight / 2);
+    }
     if (!isEnabled())
         painter.setOpacity(kDisabledOpacity);
     const QColor ink = isChecked() ? t.accentText : t.text;
@@ -132,7 +138,7 @@ void BarButton::paintEvent(QPaintEvent *)
     icon.moveTopLeft(QPointF(std::round(icon.left()), std::round(icon.top())));
     if (m_swatch.isValid()) {
         painter.setBrush(m_swatch);
-        painter.setPen(QPen(t.hairline, 1));
+        painter.setPen(QPen(t.edge, 1));
         painter.drawEllipse(icon.adjusted(1.5, 1.5, -1.5, -1.5));
     } else {
         drawSymbol(painter, icon, m_symbol, ink);
@@ -177,7 +183,7 @@ QSize Hairline::sizeHint() const
 void Hairline::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), Theme::tokens(this).hairline);
+    Theme::fillHairline(painter, rect(), Theme::tokens(this).hairline);
 }
 
 Chip::Chip(const QString &text, const QString &symbol, QWidget *parent)
@@ -210,8 +216,8 @@ void Chip::paintEvent(QPaintEvent *)
     if (underMouse())
         fill = isChecked() ? t.accentHover : t.pressed;
     painter.setBrush(fill);
-    painter.setPen(Qt::NoPen);
-    painter.drawRoundedRect(body, radius, radius);
+    painter.setPen(QPen(isChecked() ? t.accentText : t.edge, 1));
+    painter.drawRoundedRect(body.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     const QColor ink = isChecked() ? t.accentText : t.text;
     const QRectF icon(12, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
                       Theme::Size::rowIcon);
@@ -233,6 +239,7 @@ Swatch::Swatch(const QColor &color, const QString &name, QWidget *parent)
     setCheckable(true);
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    Roles::set(this, QAccessible::RadioButton);
     setProperty("focusRadius", Theme::Size::target / 2.0 - Theme::Size::focusRing);
     setProperty("focusRect", QRect(2, 2, Theme::Size::target - 4, Theme::Size::target - 4));
 }
@@ -254,9 +261,7 @@ void Swatch::paintEvent(QPaintEvent *)
                                          : Theme::Size::swatch - 2) /
                          2.0;
     painter.setBrush(m_color);
-    QColor edge = t.text; // keeps black visible on dark and white on light
-    edge.setAlphaF(t.dark ? 0.35f : 0.22f);
-    painter.setPen(QPen(edge, 1));
+    painter.setPen(QPen(t.edge, 1)); // keeps black visible on dark and white on light
     painter.drawEllipse(center, radius - 0.5, radius - 0.5);
     if (isChecked()) {
         painter.setBrush(Qt::NoBrush);
@@ -282,7 +287,8 @@ ValueSlider::ValueSlider(const QString &name, int minimum, int maximum, QWidget 
 
 void ValueSlider::setName(const QString &name)
 {
-    m_name = name;
+    if (std::exchange(m_name, name) == name)
+        return;
     m_slider->setAccessibleName(name);
     updateGeometry();
     resizeEvent(nullptr);
@@ -341,6 +347,7 @@ NumberLabel::NumberLabel(QWidget *parent) : QWidget(parent)
 {
     setFont(Theme::font(Theme::Type::Control));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    Roles::set(this, QAccessible::StaticText);
 }
 
 void NumberLabel::setText(const QString &text)

@@ -103,6 +103,7 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::KeyPress:
+    case QEvent::ShortcutOverride: // of a key that a shortcut takes
         switch (static_cast<QKeyEvent *>(event)->key()) {
         case Qt::Key_Tab:
         case Qt::Key_Backtab:
@@ -110,6 +111,7 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
         case Qt::Key_Right:
         case Qt::Key_Up:
         case Qt::Key_Down:
+        case Qt::Key_F6:
             setByKeyboard(true);
         }
         break;

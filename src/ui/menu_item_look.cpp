@@ -54,7 +54,7 @@ void draw(const QStyleOptionMenuItem &item, QPainter *painter)
     const auto &t = Theme::tokens(item.palette);
     const QRect row = item.rect.adjusted(kInset, 0, -kInset, 0);
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
-        painter->fillRect(QRect(row.left() + 6, row.center().y(), row.width() - 12, 1), t.hairline);
+        Theme::fillHairline(*painter, QRectF(row.left() + 6, row.center().y(), row.width() - 12, 1), t.hairline);
         return;
     }
     const bool enabled = isOn(&item, QStyle::State_Enabled);

@@ -1,5 +1,6 @@
 #include "ui/segmented_picker.h"
 
+#include "ui/picker_accessibility.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 #include "ui/theme_style.h"
@@ -43,10 +44,9 @@ void SegmentedPicker::setCurrent(int index)
     if (index == m_current)
         return;
     m_slide.stop();
-    m_current = index;
-    if (index >= 0 && index < m_segments.size())
-        setAccessibleDescription(m_segments[index].text);
+    const int before = std::exchange(m_current, index);
     update();
+    tellOfChoice(this, before);
 }
 
 void SegmentedPicker::setStretches(bool stretches)
@@ -129,7 +129,7 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
                                      ? m_slide.currentValue().toRectF()
                                      : QRectF(segmentRect(m_current));
         painter.setBrush(t.dark ? QColor(0x4A4A54) : t.surface);
-        painter.setPen(QPen(t.hairline, 1));
+        painter.setPen(QPen(t.edge, 1));
         painter.drawRoundedRect(selection.adjusted(0.5, 0.5, -0.5, -0.5), Theme::Radius::control - 1.5,
                                 Theme::Radius::control - 1.5);
     }
@@ -218,6 +218,12 @@ void SegmentedPicker::leaveEvent(QEvent *)
 {
     m_hovered = -1;
     update();
+}
+
+void SegmentedPicker::focusInEvent(QFocusEvent *event)
+{
+    QWidget::focusInEvent(event);
+    tellOfChoice(this, -1);
 }
 
 void SegmentedPicker::keyPressEvent(QKeyEvent *event)

@@ -28,6 +28,12 @@ public:
     // The words under the symbols instead of beside them.
     void setLabelsUnder(bool under);
     void setSegmentEnabled(int index, bool enabled);
+    bool isSegmentEnabled(int index) const { return !m_disabled.contains(index); }
+    // It chooses what is shown beside it, rather than a value.
+    void setIsTabs(bool isTabs) { m_isTabs = isTabs; }
+    bool isTabs() const { return m_isTabs; }
+    // As the user does, and tells chosen().
+    void choose(int index);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -42,10 +48,10 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
-    void choose(int index);
     int nextEnabled(int from, int step) const;
     int segmentAt(const QPoint &position) const;
     int naturalWidth(const Segment &segment) const;
@@ -53,6 +59,7 @@ private:
     QList<Segment> m_segments;
     int m_current = 0;
     int m_hovered = -1;
+    bool m_isTabs = false;
     bool m_stretches = false;
     bool m_labelsUnder = false;
     QSet<int> m_disabled;

@@ -1,6 +1,7 @@
 #include "ui/sheet.h"
 
 #include "base/log.h"
+#include "ui/roles.h"
 #include "ui/symbol.h"
 #include "ui/texts.h"
 #include "ui/theme.h"
@@ -33,6 +34,7 @@ Sheet::Sheet(QWidget *over, const QString &symbol, const QString &title)
     : QWidget(over->window()), m_card(new Card(this)), m_content(new QVBoxLayout), m_buttons(new QHBoxLayout)
 {
     setAccessibleName(title);
+    Roles::set(this, QAccessible::Dialog);
     setFocusPolicy(Qt::StrongFocus);
     setProperty("focusRadius", -1.0);
     hide();
@@ -81,6 +83,9 @@ void Sheet::addText(const QString &text)
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     m_content->addWidget(label);
+    // Read with the title as the sheet opens.
+    const QString before = accessibleDescription();
+    setAccessibleDescription(before.isEmpty() ? text : before + ' ' + text);
 }
 
 QPushButton *Sheet::insertButton(const QString &title, After after)

@@ -32,6 +32,7 @@ Tokens makeLight()
     t.secondary = 0x63636E;
     t.disabled = 0xA3A3AD;
     t.hairline = rgba(0x000000, 0x1F);
+    t.edge = 0x85858F;
     t.accent = brandColor();
     t.accentText = 0x5A48E0; // the accent itself has too little contrast for small type on white
     t.accentFill = 0x6F5CF7;
@@ -62,6 +63,7 @@ Tokens makeDark()
     t.secondary = 0xA6A6B0;
     t.disabled = 0x6B6B75;
     t.hairline = rgba(0xFFFFFF, 0x1F);
+    t.edge = 0x80808A;
     t.accent = brandColor();
     t.accentText = 0xA195FF;
     t.accentFill = 0x6F5CF7;
@@ -74,6 +76,24 @@ Tokens makeDark()
     t.success = 0x3CCB7F;
     t.warning = 0xF2A93B;
     t.danger = 0xFF6369;
+    return t;
+}
+
+Tokens highContrast(Tokens t)
+{
+    const QColor ground = t.dark ? Qt::black : Qt::white, ink = t.dark ? Qt::white : Qt::black;
+    t.highContrast = true;
+    t.window = t.surface = t.raised = ground;
+    t.text = t.secondary = t.hairline = t.edge = t.raisedEdge = ink;
+    t.disabled = t.dark ? QColor(0x9A9AA4) : QColor(0x5E5E68);
+    t.accentText = t.accent = t.accentFill = t.dark ? QColor(0xC9C1FF) : QColor(0x3A2BB0);
+    t.onAccent = ground;
+    t.track = rgba(ink.rgb(), 0x30);
+    t.hover = rgba(ink.rgb(), 0x26);
+    t.pressed = rgba(ink.rgb(), 0x40);
+    t.success = t.dark ? QColor(0x5CF09F) : QColor(0x0B6B36);
+    t.warning = t.dark ? QColor(0xFFC766) : QColor(0x7A4900);
+    t.danger = t.dark ? QColor(0xFF9498) : QColor(0xA1141A);
     return t;
 }
 
@@ -91,9 +111,24 @@ const Tokens &dark()
     return tokens;
 }
 
+const Tokens &highContrastLight()
+{
+    static const Tokens tokens = highContrast(makeLight());
+    return tokens;
+}
+
+const Tokens &highContrastDark()
+{
+    static const Tokens tokens = highContrast(makeDark());
+    return tokens;
+}
+
 const Tokens &tokens(const QPalette &palette)
 {
-    return palette.color(QPalette::Active, QPalette::Window).lightnessF() < 0.5f ? dark() : light();
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    if (window.lightnessF() < 0.5f)
+        return window == highContrastDark().window ? highContrastDark() : dark();
+    return window == highContrastLight().window ? highContrastLight() : light();
 }
 
 const Tokens &tokens(const QWidget *widget)
@@ -110,7 +145,7 @@ QPalette palette(const Tokens &t)
     palette.setColor(QPalette::AlternateBase, t.window);
     palette.setColor(QPalette::ToolTipBase, material(false));
     palette.setColor(QPalette::ToolTipText, onMaterial());
-    palette.setColor(QPalette::PlaceholderText, t.dark ? t.secondary.darker(115) : t.secondary);
+    palette.setColor(QPalette::PlaceholderText, t.secondary);
     palette.setColor(QPalette::Text, t.text);
     palette.setColor(QPalette::Button, t.surface);
     palette.setColor(QPalette::ButtonText, t.text);
@@ -163,6 +198,20 @@ QFont font(qreal points, QFont::Weight weight)
 {
     // The scale of a screen is in the painter already: a point is a logical pixel.
     return Fonts::font(Fonts::Design::System, points, weight);
+}
+
+void fillHairline(QPainter &painter, const QRectF &line, const QColor &color)
+{
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF exact = toDevice.mapRect(line);
+    const double thick = std::max(1.0, std::floor(std::min(exact.width(), exact.height())));
+    QRectF whole(QPointF(std::round(exact.left()), std::round(exact.top())),
+                 QPointF(std::round(exact.right()), std::round(exact.bottom())));
+    if (exact.width() < exact.height())
+        whole.setWidth(thick);
+    else
+        whole.setHeight(thick);
+    painter.fillRect(toDevice.inverted().mapRect(whole), color);
 }
 
 namespace {

@@ -19,6 +19,7 @@ namespace Theme {
 
 struct Tokens {
     bool dark = false;
+    bool highContrast = false;
     QColor window;
     QColor surface; // bars, cards, fields
     QColor raised;  // menus, panels, sheets
@@ -29,7 +30,8 @@ struct Tokens {
     QColor text;
     QColor secondary;
     QColor disabled;
-    QColor hairline;
+    QColor hairline; // parts things
+    QColor edge;     // outlines what can be used: at least 3:1 on each of the grounds
     QColor accent;     // fills, rings, marks
     QColor accentText; // text and icons in the accent colour
     QColor accentFill; // under text: a trifle darker than the accent, which is too light for small white type
@@ -46,6 +48,9 @@ struct Tokens {
 
 const Tokens &light();
 const Tokens &dark();
+// For who asks the desktop for more contrast: black and white, every outline drawn in full.
+const Tokens &highContrastLight();
+const Tokens &highContrastDark();
 // The set that belongs to the palette's window colour.
 const Tokens &tokens(const QPalette &palette);
 const Tokens &tokens(const QWidget *widget);
@@ -106,6 +111,10 @@ enum class Type { Caption = 11, Control = 12, Body = 13, Title = 15, Heading = 2
 
 QFont font(Type type, QFont::Weight weight = QFont::Normal);
 QFont font(qreal points, QFont::Weight weight = QFont::Normal);
+
+// Fills a line of the theme that is one point thick as whole device pixels, rounded down and at least one, so
+// that all are equally thick at every scale.
+void fillHairline(QPainter &painter, const QRectF &line, const QColor &color);
 
 // Draws one line whose digits all take the same width, so that a running number does not tremble.
 void drawTabular(QPainter &painter, const QRectF &rect, Qt::Alignment alignment, const QString &text);

@@ -128,7 +128,8 @@ void TipCenter::describe(QWidget *control, const TipContent &content)
     if (!content.shortcut.isEmpty())
         description +=
             (description.isEmpty() ? "" : " ") + QStringLiteral("(%1)").arg(shortcutText(content.shortcut));
-    control->setAccessibleDescription(description);
+    if (control->accessibleDescription() != description) // each setting is an event
+        control->setAccessibleDescription(description);
 }
 
 TipContent TipCenter::content(const QWidget *control)

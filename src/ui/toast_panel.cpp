@@ -2,11 +2,11 @@
 
 #include "ui/controls.h"
 #include "ui/floating.h"
+#include "ui/roles.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QDrag>
 #include <QFileInfo>
@@ -102,6 +102,7 @@ ToastPanel::ToastPanel(const Notice &notice)
     Floating::useDarkPalette(this);
     setObjectName("toast");
     setAccessibleName(withShortcutWords(notice.text));
+    Roles::set(this, QAccessible::Notification);
 
     auto *row = new QHBoxLayout(this);
     if (notice.picture.isNull()) {
@@ -184,8 +185,6 @@ void ToastPanel::showAt(const QPoint &topLeft, int milliseconds)
     show();
     raise();
     m_leaving.start(milliseconds);
-    QAccessibleEvent event(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
 }
 
 void ToastPanel::fade()

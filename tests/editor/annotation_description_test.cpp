@@ -29,7 +29,7 @@ TEST(AnnotationDescription, TellsKindAndColour)
     EXPECT_EQ(describe(step), "Step AB, green");
     Annotation stamp = object(ToolKind::Stamp);
     stamp.text = "key:⌘";
-    EXPECT_EQ(describe(stamp), "Stamp ⌘");
+    EXPECT_EQ(describe(stamp), "Stamp ⌘ key");
     for (const QStringList &values : {StampLibrary::symbols(), StampLibrary::emoji()}) {
         QSet<QString> words;
         for (const QString &value : values) {

@@ -103,7 +103,7 @@ protected:
     }
     void copyText(const QRect &area) override { textAreas.append(area); }
     void notify(const QString &text, const QString &symbol) override { notices.append({text, symbol}); }
-    void announceSelection() override { ++announcements; }
+    void announce(const QString &words) override { announced.append(words); }
     std::optional<QPointF> pointer() const override { return pointerPosition; }
 
     TemporaryFolder home;
@@ -116,6 +116,6 @@ protected:
     QString typed;
     QList<QRect> textAreas;
     QList<Notice> notices;
-    int announcements = 0;
+    QStringList announced;
     std::optional<QPointF> pointerPosition;
 };

@@ -273,7 +273,7 @@ TEST_F(EditorWindowTest, TheStatusLineTellsWhatIsThereAndWhatToDo)
     EXPECT_EQ(status.counts(), objects(0) + "  ·  120 × 80 px");
     EXPECT_EQ(status.hint(),
               "Drag to draw an arrow. Hold Shift to snap to 45°. Pick a style above.  ·  Ctrl+K for all "
-              "commands");
+              "commands  ·  F6 for the bars");
     addBox(document);
     EXPECT_EQ(status.counts(), "Red box  ·  " + objects(1) + "  ·  120 × 80 px");
     editor->session().setMode(EditorSession::Mode::PickingColor);

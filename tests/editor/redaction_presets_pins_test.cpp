@@ -219,6 +219,28 @@ TEST_F(PinsTest, ClosesByEscAndDoubleClickAndAllAtOnce)
     EXPECT_TRUE(stage.pins.windows().empty());
 }
 
+TEST_F(PinsTest, KeysMoveSizeAndGoFromPinToPin)
+{
+    PinWindow &first = pin();
+    const QPoint before = first.pos();
+    QTest::keyClick(&first, Qt::Key_Right);
+    QTest::keyClick(&first, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(first.pos(), before + QPoint(4, 40));
+    QTest::keyClick(&first, Qt::Key_Right, Qt::ShiftModifier | Qt::AltModifier);
+    EXPECT_EQ(first.size(), QSize(340, 170));
+    EXPECT_EQ(first.pos(), before + QPoint(4, 40)) << "its upper left corner stays";
+    QTest::keyClick(&first, Qt::Key_Minus);
+    EXPECT_LT(first.width(), 340);
+
+    PinWindow &second = pin();
+    EXPECT_TRUE(stage.pins.goToNext());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return first.isActiveWindow(); }));
+    QTest::keyClick(&first, Qt::Key_Tab);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second.isActiveWindow(); }));
+    stage.pins.closeAll();
+    EXPECT_FALSE(stage.pins.goToNext());
+}
+
 TEST_F(PinsTest, ItsMenuCopiesAndOpensTheImage)
 {
     PinWindow &window = pin();

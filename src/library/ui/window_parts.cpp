@@ -26,16 +26,16 @@ void Surface::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), theme.surface);
     switch (m_edge) {
     case Edge::Left:
-        painter.fillRect(0, 0, 1, height(), theme.hairline);
+        Theme::fillHairline(painter, QRectF(0, 0, 1, height()), theme.hairline);
         break;
     case Edge::Right:
-        painter.fillRect(width() - 1, 0, 1, height(), theme.hairline);
+        Theme::fillHairline(painter, QRectF(width() - 1, 0, 1, height()), theme.hairline);
         break;
     case Edge::Bottom:
-        painter.fillRect(0, height() - 1, width(), 1, theme.hairline);
+        Theme::fillHairline(painter, QRectF(0, height() - 1, width(), 1), theme.hairline);
         break;
     case Edge::Top:
-        painter.fillRect(0, 0, width(), 1, theme.hairline);
+        Theme::fillHairline(painter, QRectF(0, 0, width(), 1), theme.hairline);
         break;
     }
 }

@@ -15,6 +15,12 @@ const QString kAppearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString kSchemeKey = QStringLiteral("color-scheme"); // 0 no wish, 1 dark, 2 light
 const QString kInterfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString kAnimationsKey = QStringLiteral("enable-animations");
+const QString kGtkThemeKey = QStringLiteral("gtk-theme");
+const QString kContrastKey = QStringLiteral("contrast"); // 1 for more
+const QString kAccessGroup = QStringLiteral("org.gnome.desktop.a11y.interface");
+const QString kHighContrastKey = QStringLiteral("high-contrast");
+const QString kPlasmaGroup = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString kPlasmaMotionKey = QStringLiteral("AnimationDurationFactor"); // 0 for none
 
 // Hears the portal's signal.
 class Listener : public QObject {
@@ -43,7 +49,13 @@ std::optional<bool> PortalAppearance::prefersDark()
 bool PortalAppearance::reducesMotion()
 {
     begin();
-    return m_reducesMotion;
+    return !m_reducingMotion.isEmpty();
+}
+
+bool PortalAppearance::wantsContrast()
+{
+    begin();
+    return !m_wantingContrast.isEmpty();
 }
 
 void PortalAppearance::begin()
@@ -61,6 +73,10 @@ void PortalAppearance::begin()
                 SLOT(settingChanged(QDBusMessage)));
     ask(kAppearanceGroup, kSchemeKey);
     ask(kInterfaceGroup, kAnimationsKey);
+    ask(kInterfaceGroup, kGtkThemeKey);
+    ask(kAppearanceGroup, kContrastKey);
+    ask(kAccessGroup, kHighContrastKey);
+    ask(kPlasmaGroup, kPlasmaMotionKey);
 }
 
 void PortalAppearance::ask(const QString &group, const QString &key)
@@ -82,14 +98,30 @@ void PortalAppearance::take(const QString &group, const QString &key, QVariant v
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
     const auto dark = m_prefersDark;
-    const bool reduces = m_reducesMotion;
+    const auto motion = m_reducingMotion, contrast = m_wantingContrast;
+    const auto note = [&key](QSet<QString> &wishes, bool isWished) {
+        if (isWished)
+            wishes.insert(key);
+        else
+            wishes.remove(key);
+    };
     if (group == kAppearanceGroup && key == kSchemeKey) {
         const uint scheme = value.toUInt();
         m_prefersDark = scheme == 1 ? std::optional(true) : scheme == 2 ? std::optional(false) : std::nullopt;
     } else if (group == kInterfaceGroup && key == kAnimationsKey) {
-        m_reducesMotion = !value.toBool();
+        note(m_reducingMotion, !value.toBool());
+    } else if (group == kPlasmaGroup && key == kPlasmaMotionKey) {
+        bool isNumber = false;
+        const double factor = value.toDouble(&isNumber);
+        note(m_reducingMotion, isNumber && factor <= 0);
+    } else if (group == kAppearanceGroup && key == kContrastKey) {
+        note(m_wantingContrast, value.toUInt() == 1);
+    } else if (group == kAccessGroup && key == kHighContrastKey) {
+        note(m_wantingContrast, value.toBool());
+    } else if (group == kInterfaceGroup && key == kGtkThemeKey) {
+        note(m_wantingContrast, value.toString().startsWith(QLatin1String("HighContrast")));
     }
-    if (dark != m_prefersDark || reduces != m_reducesMotion)
+    if (dark != m_prefersDark || motion != m_reducingMotion || contrast != m_wantingContrast)
         Q_EMIT changed();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/desktop_appearance.h"
 
+#include <QSet>
 #include <QVariant>
 
 // Reads the user's wishes from the desktop portal's settings and follows their changes. Begins at the first
@@ -13,6 +14,7 @@ public:
 
     std::optional<bool> prefersDark() override;
     bool reducesMotion() override;
+    bool wantsContrast() override;
 
 private:
     void begin();
@@ -21,5 +23,7 @@ private:
 
     bool m_hasBegun = false;
     std::optional<bool> m_prefersDark;
-    bool m_reducesMotion = false;
+    // By what each desktop calls it; any of them counts.
+    QSet<QString> m_reducingMotion;
+    QSet<QString> m_wantingContrast;
 };

@@ -36,7 +36,7 @@ protected:
         const Theme::Tokens &theme = Theme::tokens(this);
         QPainter painter(this);
         painter.fillRect(rect(), theme.surface);
-        painter.fillRect(0, 0, width(), 1, theme.hairline);
+        Theme::fillHairline(painter, QRectF(0, 0, width(), 1), theme.hairline);
     }
 };
 

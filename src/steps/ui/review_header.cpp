@@ -159,5 +159,5 @@ void ReviewHeader::paintEvent(QPaintEvent *)
     const Theme::Tokens &theme = Theme::tokens(this);
     QPainter painter(this);
     painter.fillRect(rect(), theme.surface);
-    painter.fillRect(0, height() - 1, width(), 1, theme.hairline);
+    Theme::fillHairline(painter, QRectF(0, height() - 1, width(), 1), theme.hairline);
 }

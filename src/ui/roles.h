@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QAccessible>
+
+class QWidget;
+
+// What assistive technology is told of the program's own widgets, as the toolkit does of its own: windows are
+// windows, buttons tell what they open and whether they are on, pickers have their choices as children.
+namespace Roles {
+
+// Of widgets that are no control, and of buttons that are one of several choices (QAccessible::RadioButton).
+// Dialogs that are sheets tell that they are modal.
+void set(QWidget *widget, QAccessible::Role role);
+// Once for the program; more often does nothing.
+void install();
+
+} // namespace Roles
