@@ -3321,6 +3321,13 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>Undo</source>
         <translation>Rückgängig</translation>
     </message>
+    <message numerus="yes">
+        <source>%n picture(s) could not be read and were left out</source>
+        <translation>
+            <numerusform>%n Bild konnte nicht gelesen werden und fehlt</numerusform>
+            <numerusform>%n Bilder konnten nicht gelesen werden und fehlen</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>PinsTexts</name>

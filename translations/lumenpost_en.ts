@@ -3320,6 +3320,13 @@ Space previews, Return opens.</source>
         <source>Undo</source>
         <translation type="unfinished"></translation>
     </message>
+    <message numerus="yes">
+        <source>%n picture(s) could not be read and were left out</source>
+        <translation>
+            <numerusform>%n picture could not be read and was left out</numerusform>
+            <numerusform>%n pictures could not be read and were left out</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>PinsTexts</name>

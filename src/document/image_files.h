@@ -49,7 +49,7 @@ std::optional<QString> temporaryPNG(const QImage &image, const QString &name);
 // A JPEG whose longer edge is at most maxEdge pixels; never enlarged. Quality is 0 to 1.
 QByteArray jpegData(const QImage &image, double maxEdge, double quality);
 
-// Pixel size of image 0 without decoding it.
+// Pixel size of image 0, orientation applied, without decoding it.
 std::optional<QSize> pixelSize(const QString &path);
 std::optional<QSize> pixelSizeOf(const QByteArray &bytes);
 

@@ -273,6 +273,8 @@ std::optional<QSize> ImageFiles::pixelSizeOf(const QByteArray &bytes)
         QImageReader reader(&buffer, decoderOf(*format));
         reader.setAutoDetectImageFormat(false);
         size = reader.size();
+        if (reader.transformation().testFlag(QImageIOHandler::TransformationRotate90))
+            size.transpose();
     }
     }
     return size.isEmpty() ? std::nullopt : std::optional(size);

@@ -1,6 +1,7 @@
 #include "library/auto_delete.h"
 
 #include "library/library.h"
+#include "library/library_names.h"
 
 #include <algorithm>
 
@@ -9,14 +10,14 @@ QStringList outdatedCaptures(Library &library, int days, const QDateTime &now)
     if (days < 1)
         return {};
     const QDateTime cutoff = now.addSecs(-86400ll * days);
+    QSet<QString> kept = library.catalog().data().favorites;
+    for (const LibraryCollection &collection : library.catalog().meta().collections)
+        kept += QSet<QString>(collection.items.begin(), collection.items.end());
     QStringList paths;
     for (const QString &path : library.items()) {
         const QDateTime date = library.item(path).date;
-        if (!date.isValid() || date >= cutoff)
-            continue;
-        if (library.catalog().isFavorite(path) || library.catalog().isInAnyCollection(path))
-            continue;
-        paths.append(path);
+        if (date.isValid() && date < cutoff && !kept.contains(LibraryNames::nameOf(path)))
+            paths.append(path);
     }
     return paths;
 }

@@ -1,6 +1,7 @@
 #include "library/film_thumbnails.h"
 
 #include "document/image_files.h"
+#include "library/library.h"
 #include "platform/movies.h"
 
 namespace {
@@ -16,6 +17,12 @@ std::optional<QImage> FilmThumbnails::cached(Movies &movies, const QString &path
         auto image = (*frames)->at(kMoment);
         return image ? std::optional(*std::move(image)) : std::nullopt;
     });
+}
+
+std::optional<QImage> FilmThumbnails::ofAny(Movies &movies, const QString &path, int maxPixels)
+{
+    return Library::isVideo(path) ? cached(movies, path, maxPixels)
+                                  : ImageFiles::cachedThumbnail(path, maxPixels);
 }
 
 QString FilmThumbnails::durationText(double seconds)

@@ -13,6 +13,9 @@ namespace FilmThumbnails {
 // thumbnails, or made and stored there.
 std::optional<QImage> cached(Movies &movies, const QString &path, int maxPixels);
 
+// The same for any file of the Library, a picture or a film.
+std::optional<QImage> ofAny(Movies &movies, const QString &path, int maxPixels);
+
 // "1:05", in minutes and seconds.
 QString durationText(double seconds);
 

@@ -259,13 +259,16 @@ void Library::watch()
 // too.
 void Library::takeInCopies()
 {
-    if (m_isTakingIn)
+    if (m_takingIn != TakingIn::Idle) {
+        m_takingIn = TakingIn::AgainAfterwards;
         return;
-    m_isTakingIn = true;
+    }
+    m_takingIn = TakingIn::Running;
     const QString directory = Companions::hiddenIn(folder());
     whenDone(runInBackground([directory] { return ConflictCopies::read(directory); }), this,
              [this, directory](const ConflictCopies::Copies &copies) {
-                 m_isTakingIn = false;
+                 if (std::exchange(m_takingIn, TakingIn::Idle) == TakingIn::AgainAfterwards)
+                     takeInCopies();
                  if (copies.names.isEmpty() || directory != Companions::hiddenIn(folder()))
                      return;
                  if (const auto taken = ConflictCopies::takeIn(*this, copies); !taken)

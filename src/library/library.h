@@ -146,7 +146,8 @@ private:
     const Clock &m_clock;
     LibraryCatalog m_catalog;
     std::shared_ptr<Reservations> m_reservations; // names that workers fill
-    bool m_isTakingIn = false;                    // what another machine wrote
+    enum class TakingIn { Idle, Running, AgainAfterwards };
+    TakingIn m_takingIn = TakingIn::Idle; // what another machine wrote
     RemovedCaptures m_removed;
     std::stop_source m_stop; // of what workers copy
     std::unique_ptr<FolderWatch> m_watch;

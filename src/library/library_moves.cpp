@@ -103,7 +103,7 @@ Task<> Library::importEach(QStringList paths, std::shared_ptr<Outcomes> outcomes
     QList<Outcome> done;
     QStringList imports;
     for (const QString &path : paths) {
-        if (contains(path))
+        if (contains(path) && FileTree::isFile(path))
             continue;
         auto target = co_await guarded(runInBackground(copyOf(path)), this);
         if (!target && target.error().isCancelled())

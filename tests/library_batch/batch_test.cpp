@@ -230,6 +230,24 @@ TEST(Combiner, DrawsPicturesWithShadowsOnTheGround)
     EXPECT_FALSE(Combiner::combine({}, Combiner::Layout::Grid, 0, std::nullopt));
 }
 
+TEST_F(ExporterTest, JoinsFilesOfWhichOneIsTurnedAndOneIsNoPicture)
+{
+    // Lies on its side in the file, and is told to be turned.
+    QByteArray jpeg = ImageFiles::encode(filled({100, 50}, Qt::blue), ImageFiles::Type::Jpeg);
+    jpeg.insert(2, QByteArray::fromHex("ffe10022457869660000"
+                                       "4d4d002a00000008000101120003000000010006000000000000"));
+    const QString turned = bytes("turned.jpg", jpeg), broken = bytes("broken.png", "\x89PNG\r\n\x1a\n");
+    EXPECT_EQ(ImageFiles::pixelSize(turned), QSize(50, 100));
+    const auto joined =
+        Combiner::combineFiles({broken, turned}, Combiner::Layout::Horizontal, 10, QColor(Qt::white));
+    ASSERT_TRUE(joined);
+    EXPECT_EQ(joined->image.size(), QSize(70, 120));
+    EXPECT_EQ(joined->leftOut, 1);
+    const auto guide = GuideRenderer::renderFiles({}, {{turned, {}}, {broken, {}}});
+    ASSERT_TRUE(guide);
+    EXPECT_EQ(guide->image.height(), 60 + 52 + 20 + 100 + 60);
+}
+
 TEST(GuideRenderer, StacksNumberedSteps)
 {
     const QImage small = filled({300, 200}, Qt::red);

@@ -161,13 +161,15 @@ namespace {
 // A picture made of others, one after the other.
 class Canvas {
 public:
-    Canvas(const QSize &size, const std::optional<QColor> &background)
-        : m_image(size, background ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied)
+    Canvas(const Combiner::Arrangement &arrangement, const std::optional<QColor> &background)
+        : m_frames(arrangement.frames),
+          m_image(arrangement.canvas, background ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied)
     {
         m_image.fill(background.value_or(QColor(Qt::transparent)));
     }
-    void draw(const QRectF &frame, const QImage &image)
+    void draw(qsizetype index, const QImage &image)
     {
+        const QRectF &frame = m_frames[index];
         QPainter painter(&m_image);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
         const SoftShadow shadow{kShadowBlur, QColor::fromRgbF(0, 0, 0, kShadowOpacity), {}};
@@ -180,6 +182,7 @@ public:
     const QImage &image() const { return m_image; }
 
 private:
+    QList<QRectF> m_frames;
     QImage m_image;
 };
 
@@ -199,58 +202,23 @@ std::optional<QImage> Combiner::combine(const QList<QImage> &images, Layout layo
     const auto arrangement = arrange(sizes, layout, spacing);
     if (!arrangement)
         return std::nullopt;
-    Canvas canvas(arrangement->canvas, background);
+    Canvas canvas(*arrangement, background);
     for (qsizetype i = 0; i < images.size(); ++i)
-        canvas.draw(arrangement->frames[i], images[i]);
+        canvas.draw(i, images[i]);
     return canvas.image().isNull() ? std::nullopt : std::optional(canvas.image());
 }
 
-namespace {
-
-struct Source {
-    QString path;
-    QSize size; // as its header tells it
-};
-
-Result<QImage> combined(QList<Source> sources, Combiner::Layout layout, double spacing,
-                        const std::optional<QColor> &background, const Progress &progress)
+Result<Composition> Combiner::combineFiles(const QStringList &paths, Layout layout, double spacing,
+                                           const std::optional<QColor> &background, const Progress &progress)
 {
-    QList<QSize> sizes;
-    for (const Source &source : sources)
-        sizes.append(source.size);
-    const auto arrangement = Combiner::arrange(sizes, layout, spacing);
-    if (!arrangement)
-        return impossible();
-    Canvas canvas(arrangement->canvas, background);
-    if (canvas.image().isNull())
-        return impossible();
-    const auto count = static_cast<int>(sources.size());
-    for (int i = 0; i < count; ++i) {
-        const auto image = ImageFiles::read(sources[i].path);
-        // The header may promise too much, or not tell that the picture is turned.
-        if (!image || image->size() != sources[i].size) {
-            if (image)
-                sources[i].size = image->size();
-            else
-                sources.removeAt(i);
-            return combined(std::move(sources), layout, spacing, background, progress);
-        }
-        canvas.draw(arrangement->frames[i], *image);
-        if (!goesOn(progress, i + 1, count))
-            return cancelled();
-    }
-    return canvas.image();
-}
-
-} // namespace
-
-Result<QImage> Combiner::combineFiles(const QStringList &paths, Layout layout, double spacing,
-                                      const std::optional<QColor> &background, const Progress &progress)
-{
-    QList<Source> sources;
-    for (const QString &path : paths) {
-        if (const auto size = ImageFiles::pixelSize(path))
-            sources.append({path, *size});
-    }
-    return combined(std::move(sources), layout, spacing, background, progress);
+    return Composition::of(paths, progress, [&](const QList<Composition::Part> &parts) -> Result<Canvas> {
+        QList<QSize> sizes;
+        for (const Composition::Part &part : parts)
+            sizes.append(part.size);
+        const auto arrangement = arrange(sizes, layout, spacing);
+        if (!arrangement)
+            return impossible();
+        Canvas canvas(*arrangement, background);
+        return canvas.image().isNull() ? Result<Canvas>(impossible()) : canvas;
+    });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/result.h"
-#include "library/batch/progress.h"
+#include "library/batch/composition.h"
 
 #include <QColor>
 #include <QImage>
@@ -39,8 +39,8 @@ QColor dark();
 // Without a background colour what lies between the pictures is transparent.
 std::optional<QImage> combine(const QList<QImage> &images, Layout layout, double spacing,
                               const std::optional<QColor> &background);
-// The same for files, of which one at a time is in memory. What is no picture is left out.
-Result<QImage> combineFiles(const QStringList &paths, Layout layout, double spacing,
-                            const std::optional<QColor> &background, const Progress &progress = {});
+// The same for files, one after the other. What is no picture is left out.
+Result<Composition> combineFiles(const QStringList &paths, Layout layout, double spacing,
+                                 const std::optional<QColor> &background, const Progress &progress = {});
 
 } // namespace Combiner

@@ -133,8 +133,8 @@ public:
         constexpr double kTallest = 1 << 24;
         if (height > kTallest)
             return std::nullopt;
-        Guide guide{QImage(width, static_cast<int>(std::ceil(height)), QImage::Format_RGB32),
-                    std::move(rows)};
+        Guide guide{QImage(width, static_cast<int>(std::ceil(height)), QImage::Format_RGB32), std::move(rows),
+                    steps};
         if (guide.m_image.isNull())
             return std::nullopt;
         guide.m_image.fill(QColor::fromRgbF(0.97f, 0.97f, 0.97f));
@@ -145,7 +145,7 @@ public:
         }
         return guide;
     }
-    void draw(qsizetype index, const QImage &image, const QString &caption)
+    void draw(qsizetype index, const QImage &image)
     {
         QPainter painter(&m_image);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform |
@@ -155,15 +155,18 @@ public:
         drawBadge(painter, row.badge, static_cast<int>(index) + 1);
         painter.setPen(QColor::fromRgbF(0.12f, 0.12f, 0.12f));
         painter.setFont(captionFont());
-        painter.drawText(row.caption, kWrapped | Qt::TextDontClip, caption);
+        painter.drawText(row.caption, kWrapped | Qt::TextDontClip, m_steps[index].caption);
     }
     const QImage &image() const { return m_image; }
 
 private:
-    Guide(QImage image, QList<Row> rows) : m_image(std::move(image)), m_rows(std::move(rows)) {}
+    Guide(QImage image, QList<Row> rows, QList<Measure> steps)
+        : m_image(std::move(image)), m_rows(std::move(rows)), m_steps(std::move(steps))
+    {}
 
     QImage m_image;
     QList<Row> m_rows;
+    QList<Measure> m_steps;
 };
 
 } // namespace
@@ -177,52 +180,22 @@ std::optional<QImage> GuideRenderer::render(const QString &title, const QList<St
     if (!guide)
         return std::nullopt;
     for (qsizetype i = 0; i < steps.size(); ++i)
-        guide->draw(i, steps[i].image, steps[i].caption);
+        guide->draw(i, steps[i].image);
     return guide->image();
 }
 
-namespace {
-
-struct Source {
-    GuideRenderer::FileStep step;
-    QSize size; // as the file's header tells it
-};
-
-Result<QImage> rendered(const QString &title, QList<Source> sources, int width, const Progress &progress)
+Result<Composition> GuideRenderer::renderFiles(const QString &title, const QList<FileStep> &steps, int width,
+                                               const Progress &progress)
 {
-    QList<Measure> measures;
-    for (const Source &source : sources)
-        measures.append({source.size, source.step.caption});
-    auto guide = Guide::of(title, measures, width);
-    if (!guide)
-        return fail(LibraryTexts::tr("Couldn't create the guide."));
-    const auto count = static_cast<int>(sources.size());
-    for (int i = 0; i < count; ++i) {
-        const auto image = ImageFiles::read(sources[i].step.path);
-        // The header may promise too much, or not tell that the picture is turned.
-        if (!image || image->size() != sources[i].size) {
-            if (image)
-                sources[i].size = image->size();
-            else
-                sources.removeAt(i);
-            return rendered(title, std::move(sources), width, progress);
-        }
-        guide->draw(i, *image, sources[i].step.caption);
-        if (!goesOn(progress, i + 1, count))
-            return cancelled();
-    }
-    return guide->image();
-}
-
-} // namespace
-
-Result<QImage> GuideRenderer::renderFiles(const QString &title, const QList<FileStep> &steps, int width,
-                                          const Progress &progress)
-{
-    QList<Source> sources;
-    for (const FileStep &step : steps) {
-        if (const auto size = ImageFiles::pixelSize(step.path))
-            sources.append({step, *size});
-    }
-    return rendered(title, std::move(sources), width, progress);
+    QStringList paths;
+    for (const FileStep &step : steps)
+        paths.append(step.path);
+    return Composition::of(paths, progress, [&](const QList<Composition::Part> &parts) -> Result<Guide> {
+        QList<Measure> measures;
+        for (const Composition::Part &part : parts)
+            measures.append({part.size, steps[part.index].caption});
+        auto guide = Guide::of(title, measures, width);
+        return guide ? Result<Guide>(*std::move(guide))
+                     : fail(LibraryTexts::tr("Couldn't create the guide."));
+    });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/result.h"
-#include "library/batch/progress.h"
+#include "library/batch/composition.h"
 
 #include <QImage>
 #include <QList>
@@ -25,8 +25,8 @@ struct FileStep {
     QString path;
     QString caption;
 };
-// The same for files, of which one at a time is in memory. What is no picture is left out.
-Result<QImage> renderFiles(const QString &title, const QList<FileStep> &steps, int width = kStandardWidth,
-                           const Progress &progress = {});
+// The same for files, one after the other. What is no picture is left out.
+Result<Composition> renderFiles(const QString &title, const QList<FileStep> &steps,
+                                int width = kStandardWidth, const Progress &progress = {});
 
 } // namespace GuideRenderer

@@ -1,9 +1,8 @@
 #include "library/model/library_contents.h"
 
 #include "base/async.h"
+#include "base/file_tree.h"
 #include "library/library_names.h"
-
-#include <QFileInfo>
 
 namespace {
 
@@ -14,14 +13,6 @@ QString textOf(const QHash<QString, QString> &texts, const QHash<QString, QStrin
     if (description == descriptions.constEnd())
         return texts.value(name);
     return texts.value(name) + QLatin1Char('\n') + *description;
-}
-
-CaptureTable::File fileAt(const QString &path)
-{
-    const QFileInfo info(path);
-    const QDateTime date = info.lastModified();
-    return {info.fileName(), date.isValid() ? date.toMSecsSinceEpoch() : CaptureTable::kUnknownDate,
-            info.size()};
 }
 
 } // namespace
@@ -217,9 +208,12 @@ QStringList LibraryContents::takeIn(const QStringList &paths)
     QStringList known;
     for (const QString &path : QSet<QString>(paths.begin(), paths.end())) {
         // One that is told of late may have another name by now.
-        if (!isMine(path) || !QFileInfo::exists(path))
+        if (!isMine(path) || !FileTree::isFile(path))
             continue;
-        CaptureTable::File file = fileAt(path);
+        const LibraryItem item = m_library.item(path);
+        CaptureTable::File file{
+            LibraryNames::nameOf(path),
+            item.date.isValid() ? item.date.toMSecsSinceEpoch() : CaptureTable::kUnknownDate, item.bytes};
         if (const auto row = m_table.find(file.name)) {
             known.append(path);
             m_index->remove(m_table.at(*row).slot);

@@ -3,10 +3,10 @@
 #include "library/film_thumbnails.h"
 #include "library/library_names.h"
 #include "library/ui/card_actions.h"
+#include "library/ui/window_parts.h"
 #include "ui/symbol.h"
 
 #include <QFileInfo>
-#include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -38,7 +38,7 @@ QString cardDetail(const LibraryItem &item, const CardPictures::Card *content)
     if (content && !content->pixelSize.isEmpty())
         parts.append(
             QStringLiteral("%1 × %2").arg(content->pixelSize.width()).arg(content->pixelSize.height()));
-    parts.append(QLocale().formattedDataSize(item.bytes, 1, QLocale::DataSizeSIFormat));
+    parts.append(WindowParts::bytesText(item.bytes));
     return parts.join(QStringLiteral(" · "));
 }
 

@@ -26,16 +26,13 @@ const CardPictures::Card *CardPictures::find(const LibraryItem &item, int edge)
     return nullptr;
 }
 
-CardPictures::Card CardPictures::make(Movies &movies, const QString &path, int edge)
+CardPictures::Card CardPictures::of(Movies &movies, const QString &path, int edge)
 {
     Card card;
+    card.picture = FilmThumbnails::ofAny(movies, path, edge).value_or(QImage());
     if (!Library::isVideo(path)) {
-        card.picture = ImageFiles::cachedThumbnail(path, edge).value_or(QImage());
         card.pixelSize = ImageFiles::pixelSize(path).value_or(QSize());
-        return card;
-    }
-    card.picture = FilmThumbnails::cached(movies, path, edge).value_or(QImage());
-    if (const auto info = movies.info(path)) {
+    } else if (const auto info = movies.info(path)) {
         card.pixelSize = info->size;
         card.seconds = info->duration;
     }
@@ -53,7 +50,7 @@ void CardPictures::start()
         }
         ++m_running;
         const auto work = [movies = &m_movies, path = order.path, edge = order.edge] {
-            return make(*movies, path, edge);
+            return of(*movies, path, edge);
         };
         whenDone(runInBackground(work), this, [this, order](Card card) {
             --m_running;

@@ -26,6 +26,8 @@ public:
         QSize pixelSize;    // of the file; empty when it isn't known
         double seconds = 0; // that a film takes; 0 when it isn't known
     };
+    // For a worker.
+    static Card of(Movies &movies, const QString &path, int edge);
     // Whether the card of a path is on the screen.
     std::function<bool(const QString &)> isWanted;
 
@@ -42,7 +44,6 @@ private:
         int edge;
     };
     void start();
-    static Card make(Movies &movies, const QString &path, int edge);
 
     static constexpr int kWorkers = 2;
     static constexpr int kKilobytes = 160 * 1024; // about 700 cards of 256 × 256 … at twice that size

@@ -103,9 +103,9 @@ QWidget *CleanUpSheet::makeDuplicates()
     auto *middle = new QVBoxLayout(busy);
     middle->addStretch(1);
     middle->addWidget(new Spinner(28), 0, Qt::AlignHCenter);
-    m_scanned = label(Theme::Type::Body, QFont::Normal, true);
-    m_scanned->setText(LibraryUiTexts::tr("Looking for duplicates…"));
-    middle->addWidget(m_scanned, 0, Qt::AlignHCenter);
+    QLabel *looking = label(Theme::Type::Body, QFont::Normal, true);
+    looking->setText(LibraryUiTexts::tr("Looking for duplicates…"));
+    middle->addWidget(looking, 0, Qt::AlignHCenter);
     m_line = new ProgressLine;
     m_line->setFixedWidth(220);
     middle->addWidget(m_line, 0, Qt::AlignHCenter);

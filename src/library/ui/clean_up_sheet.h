@@ -15,7 +15,6 @@ class QPushButton;
 class QStackedLayout;
 class QTimer;
 class QVBoxLayout;
-class SegmentedPicker;
 
 // Finds what takes room: look-alikes, large files, and old ones.
 class CleanUpSheet : public Sheet {
@@ -49,7 +48,6 @@ private:
     QTimer *m_look = nullptr;
     QStackedLayout *m_tabs;
     QStackedLayout *m_stages = nullptr; // of the duplicates
-    QLabel *m_scanned = nullptr;
     ProgressLine *m_line = nullptr;
     QLabel *m_head = nullptr;
     QPushButton *m_trashAll = nullptr;

@@ -8,7 +8,6 @@
 #include <QTimer>
 #include <memory>
 
-class MovieFrames;
 class Movies;
 
 // Plays a film without its sound, over and over. Pictures are decoded on a worker, one at a time; what would

@@ -14,6 +14,16 @@ namespace {
 constexpr std::array kCaptions{LibraryWork::Captions::None, LibraryWork::Captions::Names,
                                LibraryWork::Captions::Written};
 
+// As this sheet says it.
+QStringList captionTitles()
+{
+    QStringList titles;
+    for (const LibraryWork::Captions captions : kCaptions)
+        titles.append(captions == LibraryWork::Captions::Names ? LibraryUiTexts::tr("File names")
+                                                               : LibraryWork::title(captions));
+    return titles;
+}
+
 } // namespace
 
 GuideSheet::GuideSheet(const LibraryPorts &ports, QWidget *over, const QStringList &paths)
@@ -23,8 +33,7 @@ GuideSheet::GuideSheet(const LibraryPorts &ports, QWidget *over, const QStringLi
       m_ports(ports),
       m_paths(paths),
       m_title(new QLineEdit(LibraryUiTexts::tr("How To"))),
-      m_captions(WindowParts::picker({}, {LibraryUiTexts::tr("None"), LibraryUiTexts::tr("File names"),
-                                          LibraryUiTexts::tr("AI-written (Claude)")})),
+      m_captions(WindowParts::picker({}, captionTitles())),
       m_keyNote(
           WindowParts::note(LibraryUiTexts::tr("Add an Anthropic API key in Settings to use AI captions.")))
 {

@@ -205,16 +205,7 @@ void ItemDetail::load()
                        project = m_ports.model.library().projectDirectory(m_item.path),
                        history = FileHistory(m_ports.model.library(), m_item.path)] {
         Facts facts;
-        if (Library::isVideo(path)) {
-            facts.picture = FilmThumbnails::cached(*movies, path, kPixels).value_or(QImage());
-            if (const auto info = movies->info(path)) {
-                facts.size = info->size;
-                facts.seconds = info->duration;
-            }
-        } else {
-            facts.picture = ImageFiles::cachedThumbnail(path, kPixels).value_or(QImage());
-            facts.size = ImageFiles::pixelSize(path).value_or(QSize());
-        }
+        facts.card = CardPictures::of(*movies, path, kPixels);
         if (const auto read = ProjectFile::readDescription(project + QStringLiteral("/project.json")))
             facts.layers = static_cast<int>(read->annotations.size());
         facts.versions = history.versions();
@@ -229,11 +220,11 @@ void ItemDetail::load()
 void ItemDetail::take(const Facts &facts)
 {
     m_facts = facts;
-    m_picture->setPicture(facts.picture);
+    m_picture->setPicture(facts.card.picture);
     const bool isVideo = Library::isVideo(m_item.path);
-    m_picture->setSymbol(isVideo                  ? QStringLiteral("play.fill")
-                         : facts.picture.isNull() ? QStringLiteral("photo")
-                                                  : QString());
+    m_picture->setSymbol(isVideo                       ? QStringLiteral("play.fill")
+                         : facts.card.picture.isNull() ? QStringLiteral("photo")
+                                                       : QString());
     m_versions->setVersions(facts.versions);
     updateCatalog();
 }
@@ -260,11 +251,12 @@ void ItemDetail::updateCatalog()
     };
     if (m_item.date.isValid())
         rows.append({LibraryUiTexts::tr("Modified"), QLocale().toString(m_item.date, QLocale::ShortFormat)});
-    if (!m_facts.size.isEmpty())
-        rows.append({LibraryUiTexts::tr("Dimensions"),
-                     QStringLiteral("%1 × %2").arg(m_facts.size.width()).arg(m_facts.size.height())});
-    if (m_facts.seconds > 0)
-        rows.append({LibraryUiTexts::tr("Duration"), FilmThumbnails::durationText(m_facts.seconds)});
+    if (!m_facts.card.pixelSize.isEmpty())
+        rows.append({LibraryUiTexts::tr("Dimensions"), QStringLiteral("%1 × %2")
+                                                           .arg(m_facts.card.pixelSize.width())
+                                                           .arg(m_facts.card.pixelSize.height())});
+    if (m_facts.card.seconds > 0)
+        rows.append({LibraryUiTexts::tr("Duration"), FilmThumbnails::durationText(m_facts.card.seconds)});
     if (const QString source = catalog.meta().sources.value(name); !source.isEmpty())
         rows.append({LibraryUiTexts::tr("From"), source});
     if (m_facts.layers) {

@@ -2,9 +2,9 @@
 
 #include "library/library.h"
 #include "library/library_versions.h"
+#include "library/ui/card_pictures.h"
 #include "library/ui/library_actions.h"
 
-#include <QImage>
 #include <QTimer>
 #include <QWidget>
 #include <optional>
@@ -29,9 +29,7 @@ public:
 private:
     // What a worker finds out about the file.
     struct Facts {
-        QImage picture;
-        QSize size;         // pixels
-        double seconds = 0; // of a film
+        CardPictures::Card card;
         std::optional<int> layers;
         QList<LibraryVersion> versions;
     };
@@ -51,7 +49,6 @@ private:
     int m_generation = 0; // of loading
     PicturePane *m_picture;
     QLineEdit *m_name;
-    BarButton *m_open = nullptr;
     BarButton *m_pin = nullptr;
     BarButton *m_star = nullptr;
     QGridLayout *m_info;

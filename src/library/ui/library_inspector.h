@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-class EmptyState;
 class ItemDetail;
 class QStackedLayout;
 

@@ -249,7 +249,7 @@ bool LibraryWindow::eventFilter(QObject *watched, QEvent *event)
     if (watched != searchField() && (event->type() == QEvent::DragEnter || event->type() == QEvent::Drop)) {
         auto *drop = static_cast<QDropEvent *>(event);
         const QStringList paths = localFiles(drop->mimeData());
-        if (paths.isEmpty())
+        if (paths.isEmpty() || drop->source() == grid())
             return false;
         drop->acceptProposedAction();
         if (event->type() == QEvent::Drop)

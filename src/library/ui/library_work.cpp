@@ -236,7 +236,7 @@ Task<> LibraryWork::writeGuide(BatchJob *job, GuideOrder order)
     for (qsizetype i = 0; i < order.paths.size(); ++i)
         steps.append({order.paths[i], captions->value(i)});
     const auto picture =
-        runInBackground([steps, title = order.title, progress = job->progress()]() -> Result<QImage> {
+        runInBackground([steps, title = order.title, progress = job->progress()]() -> Result<Composition> {
             if (!progress(0, static_cast<int>(steps.size())))
                 return cancelled();
             return GuideRenderer::renderFiles(title, steps, GuideRenderer::kStandardWidth, progress);
@@ -246,7 +246,8 @@ Task<> LibraryWork::writeGuide(BatchJob *job, GuideOrder order)
 }
 
 // `problem` is said before the reason of a failure, where there is something to say.
-Task<> LibraryWork::keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, QString name, QString problem)
+Task<> LibraryWork::keepAndOpen(BatchJob *job, QFuture<Result<Composition>> picture, QString name,
+                                QString problem)
 {
     const QPointer<BatchJob> alive = job;
     m_parts.pending.keep("making " + name, picture);
@@ -260,7 +261,7 @@ Task<> LibraryWork::keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, 
     };
     if (!made || job->isCancelled())
         co_return finish(job, made ? Result<void>(cancelled()) : told(made.error()));
-    const auto saving = m_parts.library.saveInBackground(*made);
+    const auto saving = m_parts.library.saveInBackground(made->image);
     m_parts.pending.keep("saving " + name, saving);
     const auto saved = co_await guarded(saving, job);
     if (!alive)
@@ -273,6 +274,9 @@ Task<> LibraryWork::keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, 
     }
     const auto renamed = m_parts.library.rename(*saved, name);
     finish(job, {});
+    if (made->leftOut > 0)
+        complain(
+            LibraryUiTexts::tr("%n picture(s) could not be read and were left out", nullptr, made->leftOut));
     m_parts.openItem(renamed.value_or(*saved));
 }
 

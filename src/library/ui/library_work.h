@@ -105,7 +105,7 @@ private:
     Task<Result<QStringList>> writtenCaptions(BatchJob *job, QStringList paths, QString status);
     Task<> writePdf(BatchJob *job, PdfOrder order);
     Task<> writeGuide(BatchJob *job, GuideOrder order);
-    Task<> keepAndOpen(BatchJob *job, QFuture<Result<QImage>> picture, QString name, QString problem);
+    Task<> keepAndOpen(BatchJob *job, QFuture<Result<Composition>> picture, QString name, QString problem);
     void renameSome(BatchJob *job, const Names &names, int renamed);
     void startDescribing(LibraryModel &model);
 

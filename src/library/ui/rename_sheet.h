@@ -6,7 +6,6 @@
 #include <QDate>
 #include <QList>
 
-class QLabel;
 class QLineEdit;
 class Stepper;
 

@@ -1,7 +1,6 @@
 #include "library/ui/small_thumb.h"
 
 #include "base/async.h"
-#include "document/image_files.h"
 #include "library/film_thumbnails.h"
 #include "library/library.h"
 #include "library/library_names.h"
@@ -39,10 +38,7 @@ SmallThumb::SmallThumb(Movies &movies, const QString &path, QSize size, Mark mar
     setToolTip(name);
     setAccessibleName(mark == Mark::None ? name : name + QStringLiteral(", ") + words(mark));
     setFixedSize(sizeHint());
-    const auto load = [movies = &movies, path, isVideo = m_isVideo] {
-        return isVideo ? FilmThumbnails::cached(*movies, path, kPixels)
-                       : ImageFiles::cachedThumbnail(path, kPixels);
-    };
+    const auto load = [movies = &movies, path] { return FilmThumbnails::ofAny(*movies, path, kPixels); };
     whenDone(runInBackground(load), this, [this](const std::optional<QImage> &picture) {
         m_picture = picture.value_or(QImage());
         update();
