@@ -24,10 +24,16 @@ def svg(i, width=500, height=200):
             f"<rect width='100%' height='100%' fill='#eef'/>{marks}</svg>")
 
 
+# Tells in the title how tall a window has to be to show all of it.
+HEIGHT_IN_TITLE = ("<script>setInterval(()=>{const i=document.querySelector('.p>article');document.title='Scrolled '+Math."
+                   "ceil(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement.offsetHeight)},"
+                   "100)</script>")
+
+
 def page(style, body):
     return ("<!doctype html><meta charset=utf-8><title>Scrolled</title><style>html{overflow-y:scroll}*{box-sizing:border-box}"
             "body{margin:0;font:15px/1.6 sans-serif;background:#fff}p{margin:0 0 14px}h2{margin:18px 0 8px}"
-            f"{style}</style>{body}")
+            f"{style}</style>{body}{HEIGHT_IN_TITLE}")
 
 
 def side(width, inner, more=""):
@@ -89,8 +95,8 @@ def blank_areas():
 
 def inner_pane():
     return page(".p{position:fixed;left:140px;right:160px;top:90px;bottom:70px;overflow-y:scroll;border:1px solid #999;"
-                "padding:10px 20px}body{background:#e8ecef}h1{margin:20px 140px;font-size:22px}",
-                f"<h1>{words(8, 5)}</h1><div class=p>{article(20)}</div>")
+                "padding:10px 20px}article{display:flow-root}body{background:#e8ecef}h1{margin:20px 140px;font-size:22px}",
+                f"<h1>{words(8, 5)}</h1><div class=p><article>{article(20)}</article></div>")
 
 
 FLOAT = ".c{position:fixed;right:70px;bottom:24px;width:64px;height:64px;border-radius:32px;background:#06c;color:#fff;" \

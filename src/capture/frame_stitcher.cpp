@@ -10,13 +10,11 @@
 namespace {
 
 constexpr int kLeastMovingRows = 17;
-constexpr int kLeastOverlap = 12;
 constexpr int kLeastComparedRows = 6;
 constexpr double kGoodScore = 0.85; // animation or a caret may spoil some rows
 constexpr double kNearPerfectScore = 0.999;
 
 constexpr int kLeastTellingRows = 12; // that occur once, or else rows are alike
-constexpr double kExpectedReach = 0.03;
 
 struct FirstLook {
     FrameStitcher::Step step;
@@ -49,7 +47,7 @@ std::optional<int> alikeShift(const RowSignatures &previous, const RowSignatures
 {
     const int end = int(previous.hashes.size()) - step.footer;
     const int middle = int(std::lround(expected));
-    const int reach = std::max(2, int(expected * kExpectedReach));
+    const int reach = ScrollStep::reachOf(expected);
     const auto fits = [&](int shift) {
         int compared = 0;
         for (int row = step.header; row + shift < end; ++row) {
@@ -63,7 +61,7 @@ std::optional<int> alikeShift(const RowSignatures &previous, const RowSignatures
     };
     for (int off = 0; off <= reach; ++off) {
         for (const int shift : {middle - off, middle + off}) {
-            if (shift > 0 && end - step.header - shift >= kLeastOverlap && fits(shift))
+            if (shift > 0 && end - step.header - shift >= ScrollStep::kLeastOverlap && fits(shift))
                 return shift;
         }
     }
@@ -101,7 +99,7 @@ std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSigna
     double bestScore = 0;
     int bestShift = 0;
     auto tellingEnd = telling.cend();
-    for (int shift = 1; shift < moving && moving - shift >= kLeastOverlap; ++shift) {
+    for (int shift = 1; shift < moving && moving - shift >= ScrollStep::kLeastOverlap; ++shift) {
         while (tellingEnd != telling.cbegin() && *(tellingEnd - 1) >= header + moving - shift)
             --tellingEnd;
         const auto compared = tellingEnd - telling.cbegin();
@@ -133,42 +131,40 @@ std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSigna
 bool FrameStitcher::add(const QImage &image, std::optional<double> expected)
 {
     std::optional<RowSignatures> rows = RowSignatures::of(image);
-    if (!rows || m_isFull)
+    if (!rows)
         return false;
-    if (!m_frames.isEmpty()) {
-        const Frame &last = m_frames.last();
-        if (last.image.size() != image.size())
+    const Sight sight = m_frames.isEmpty() ? Sight{} : look(image, *rows, expected);
+    return add(image, std::move(*rows), sight);
+}
+
+bool FrameStitcher::add(const QImage &image, RowSignatures rows, const Sight &sight)
+{
+    if (m_isFull)
+        return false;
+    if (m_frames.isEmpty()) {
+        m_first = image;
+        m_height = image.height();
+    } else {
+        if (!sight.step || image.size() != m_frames.last().image.size())
             return false;
-        m_sight = look(image, *rows, expected);
-        const std::optional<Step> &step = m_sight.step;
-        if (!step)
-            return false;
-        m_isFull = (m_height + step->shift) * image.width() > m_mostPixels;
+        m_isFull = (m_height + sight.step->shift) * image.width() > m_mostPixels;
         if (m_isFull)
             return false;
-        m_height += step->shift;
-        m_steps.append(*step);
-    } else {
-        m_height = image.height();
+        m_height += sight.step->shift;
+        m_steps.append(*sight.step);
     }
-    m_frames.append({image, std::move(*rows)});
+    m_frames.append({RowSignatures::comparable(image), std::move(rows)});
     m_lastTiles.reset();
     return true;
 }
 
-std::optional<FrameStitcher::Step> FrameStitcher::match(const RowSignatures &previous,
-                                                        const RowSignatures &next)
+void FrameStitcher::refresh(const QImage &image, RowSignatures rows)
 {
-    const std::optional<FirstLook> look = firstLook(previous, next);
-    return look ? std::optional(look->step) : std::nullopt;
-}
-
-void FrameStitcher::refresh(const QImage &image)
-{
-    std::optional<RowSignatures> rows = RowSignatures::of(image);
-    if (!rows || m_frames.isEmpty() || image.size() != m_frames.last().image.size())
+    if (m_frames.isEmpty() || image.size() != m_frames.last().image.size())
         return;
-    m_frames.last() = {image, std::move(*rows)};
+    if (m_frames.size() == 1)
+        m_first = image;
+    m_frames.last() = {RowSignatures::comparable(image), std::move(rows)};
     m_lastTiles.reset();
 }
 
@@ -176,6 +172,8 @@ FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignature
                                          std::optional<double> expected)
 {
     const RowSignatures &before = m_frames.last().rows;
+    if (image.size() != m_frames.last().image.size())
+        return {};
     if (before.hashes == rows.hashes)
         return {.step = {}, .isStill = true};
     std::optional<FirstLook> first = firstLook(before, rows);
@@ -193,7 +191,7 @@ FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignature
     first->step.shift = alike.value_or(first->step.shift);
     first->step.sure = false;
     // Blank rows beside a side bar are alike too, and fit wherever few rows are compared.
-    if (expected && first->step.shift > *expected * (1 + kExpectedReach) + 2)
+    if (expected && first->step.shift > *expected + ScrollStep::reachOf(*expected))
         return sight;
     return {.step = first->step};
 }
@@ -201,7 +199,7 @@ FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignature
 std::optional<FrameStitcher::Step> FrameStitcher::secondLook(const QImage &image,
                                                              std::optional<double> expected, bool &isStill)
 {
-    const QImage before = RowSignatures::comparable(m_frames.last().image);
+    const QImage &before = m_frames.last().image;
     const QImage pixels = RowSignatures::comparable(image);
     if (before.isNull() || pixels.isNull())
         return {};
@@ -219,7 +217,7 @@ std::optional<QImage> FrameStitcher::result() const
     if (m_frames.isEmpty())
         return {};
     if (m_frames.size() == 1)
-        return m_frames.first().image;
+        return m_first;
     QList<QImage> images;
     for (const Frame &frame : m_frames)
         images.append(frame.image);

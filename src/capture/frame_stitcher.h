@@ -12,6 +12,9 @@
 // Turns a series of same-sized pictures of a scrolling region into one tall picture. It knows neither how far
 // the content was scrolled nor what program shows it: rows are compared exactly, what stands still is found.
 // All numbers are rows of image pixels. One thread at a time.
+//
+// The first look is at whole rows: a moving region of 17 rows, 12 rows of overlap and 6 rows that are not of one
+// colour are the least; more than 85% of those must be found again. The second look is MovingPart's.
 class FrameStitcher {
 public:
     // `mostPixels` bounds the tall picture, since one that is larger could not be opened again.
@@ -19,7 +22,7 @@ public:
     {}
 
     struct Frame {
-        QImage image;
+        QImage image; // as it is compared
         RowSignatures rows;
     };
 
@@ -36,20 +39,21 @@ public:
     // move, scrolled back or has another size is dropped, and the next one is compared with the same kept
     // frame. `expected` is how far the content should have moved, where that is known.
     bool add(const QImage &image, std::optional<double> expected = {});
+    // The same for a picture that was looked at: with its rows and what look() told of them.
+    bool add(const QImage &image, RowSignatures rows, const Sight &sight);
 
     // How the picture would continue the last kept frame; there must be one. Whole rows are looked at first,
     // and parts of rows where those tell too little.
     Sight look(const QImage &image, const RowSignatures &rows, std::optional<double> expected = {});
 
-    // What the last picture that was added looked like.
-    const Sight &lastSight() const { return m_sight; }
-
     // Takes a later picture of the same place for the last kept frame: what came late is in it.
-    void refresh(const QImage &image);
+    void refresh(const QImage &image, RowSignatures rows);
 
     // A frame went on where the tall picture has no more room; it and those after it are dropped.
     bool isFull() const { return m_isFull; }
 
+    // Rows of the tall picture so far.
+    qint64 height() const { return m_height; }
     const QList<Frame> &frames() const { return m_frames; }
     // steps()[i] leads from frames()[i] to frames()[i + 1].
     const QList<Step> &steps() const { return m_steps; }
@@ -58,19 +62,14 @@ public:
     // is. Nothing when there are no frames, or when the picture would not fit in memory.
     std::optional<QImage> result() const;
 
-    // How `next` continues `previous`, pictures of equal height; nothing when it doesn't, or when too little
-    // of them could be compared. A moving region of 17 rows, 12 rows of overlap and 6 rows that are not of
-    // one colour are the least; more than 85% of those must be found again.
-    static std::optional<Step> match(const RowSignatures &previous, const RowSignatures &next);
-
 private:
     std::optional<Step> secondLook(const QImage &image, std::optional<double> expected, bool &isStill);
 
     qint64 m_mostPixels;
     qint64 m_height = 0; // of the tall picture so far
     bool m_isFull = false;
+    QImage m_first; // as it was given
     QList<Frame> m_frames;
     QList<Step> m_steps;
-    Sight m_sight;
     std::optional<TileGrid> m_lastTiles; // of the last frame, once they were needed
 };

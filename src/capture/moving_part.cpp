@@ -1,5 +1,6 @@
 #include "capture/moving_part.h"
 
+#include "capture/pixel_rows.h"
 #include "capture/row_signatures.h"
 
 #include <algorithm>
@@ -11,11 +12,9 @@ namespace {
 
 constexpr int kLeastRows = 12;          // that tell of one shift
 constexpr double kAboveRivals = 2;      // evidence against that of the best rival
-constexpr int kLeastOverlap = 12;       // rows
 constexpr int kLeastRowsOfBand = 4;     // that moved, or else a band stands still
 constexpr double kLeastHeight = 0.2;    // of the rows that can be compared: less is an animation
 constexpr double kLeastWidth = 0.1;     // of the columns
-constexpr double kExpectedShare = 0.03; // how far a step may be from the learned one
 constexpr double kExplained = 0.6;      // of what changed, where only the learned step speaks for a shift
 constexpr double kSmallChange = 0.2;    // of what is to be seen, while nothing is known of what scrolls
 constexpr double kChangeInPane = 0.67;  // of what scrolled before
@@ -155,7 +154,7 @@ Moved movedBy(const TileGrid &previous, const TileGrid &next, int shift)
 // Within the reach of `expected`, the shift that explains most, if that is nearly all.
 std::optional<int> expectedShift(const TileGrid &previous, const TileGrid &next, double expected)
 {
-    const int reach = std::max(2, int(expected * kExpectedShare));
+    const int reach = ScrollStep::reachOf(expected);
     const int middle = int(std::lround(expected));
     std::optional<int> best;
     int mostTiles = 0;
@@ -178,7 +177,7 @@ std::optional<ScrollStep> stepOf(const Votes &votes, const TileGrid &previous, c
         return ScrollStep{.shift = best};
     if (!expected)
         return {};
-    const int reach = std::max(2, int(*expected * kExpectedShare));
+    const int reach = ScrollStep::reachOf(*expected);
     if (votes.tellingRows(best) >= kLeastRows) {
         const int middle = int(std::lround(*expected));
         int near = std::clamp(middle, 1, next.rows);
@@ -192,22 +191,12 @@ std::optional<ScrollStep> stepOf(const Votes &votes, const TileGrid &previous, c
     return {};
 }
 
-bool isSame(const QImage &a, const QImage &b, int row, int from, int to)
-{
-    const auto *left = reinterpret_cast<const quint32 *>(a.constScanLine(row));
-    const auto *right = reinterpret_cast<const quint32 *>(b.constScanLine(row));
-    quint32 differing = 0;
-    for (int x = from; x < to; ++x)
-        differing |= left[x] ^ right[x];
-    return (differing & 0x00ffffff) == 0;
-}
-
 // The bands that moved, to the pixel: from the first column that changed to the last.
 void findColumns(const QImage &a, const QImage &b, int first, int last, ScrollStep &step)
 {
     const auto changes = [&](int column) {
         for (int y = 0; y < a.height(); ++y) {
-            if (!isSame(a, b, y, column, column + 1))
+            if (!PixelRows::isSame(PixelRows::row(a, y), PixelRows::row(b, y), column, column + 1))
                 return true;
         }
         return false;
@@ -249,12 +238,15 @@ std::optional<ScrollStep> MovingPart::find(const View &previous, const View &nex
 
     const int end =
         std::min(next.pixels.width() - step->right, RowSignatures::comparedColumns(next.pixels.width()));
-    const auto stands = [&](int row) { return isSame(previous.pixels, next.pixels, row, step->left, end); };
+    const auto stands = [&](int y) {
+        return PixelRows::isSame(PixelRows::row(previous.pixels, y), PixelRows::row(next.pixels, y),
+                                 step->left, end);
+    };
     while (step->header < rows && stands(step->header))
         ++step->header;
     while (step->footer < rows - step->header && stands(rows - 1 - step->footer))
         ++step->footer;
-    if (rows - step->header - step->footer - step->shift < kLeastOverlap)
+    if (rows - step->header - step->footer - step->shift < ScrollStep::kLeastOverlap)
         return {};
     return step;
 }

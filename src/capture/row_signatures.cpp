@@ -1,5 +1,7 @@
 #include "capture/row_signatures.h"
 
+#include "capture/pixel_rows.h"
+
 #include <QColorSpace>
 #include <array>
 #include <cstring>
@@ -9,20 +11,7 @@ namespace {
 constexpr int kScrollBarColumns = 48;
 constexpr int kLeastColumns = 4;
 
-// The hash of a row never leaves the process, so it need not be a published one; it has to tell rows apart.
-// Two pixels are taken at a step of xor, odd multiplication and xor-shift. Each is a bijection of the state
-// and of the pixels, so rows that differ in a single step never collide; others do with a chance of about
-// 2^-64.
-constexpr quint64 kSeed = 0xcbf29ce484222325;
-constexpr quint64 kMultiplier = 0x9e3779b97f4a7c15;
 constexpr quint64 kColorsOfTwo = 0x00ffffff00ffffff;
-constexpr quint32 kColorsOfOne = 0x00ffffff;
-
-quint64 mixed(quint64 state, quint64 pixels)
-{
-    state = (state ^ pixels) * kMultiplier;
-    return state ^ (state >> 32);
-}
 
 // Each row is a serial chain of multiplications; several rows side by side keep the multiplier busy.
 template <int Lanes>
@@ -32,20 +21,20 @@ void hashRows(const QImage &image, int firstRow, int columns, quint64 *hashes)
     std::array<quint64, Lanes> state;
     for (int lane = 0; lane < Lanes; ++lane) {
         row[lane] = image.constScanLine(firstRow + lane);
-        state[lane] = kSeed;
+        state[lane] = PixelRows::kSeed;
     }
     for (int x = 0; x + 1 < columns; x += 2) {
         for (int lane = 0; lane < Lanes; ++lane) {
             quint64 pixels;
             std::memcpy(&pixels, row[lane] + qsizetype(x) * 4, sizeof pixels);
-            state[lane] = mixed(state[lane], pixels & kColorsOfTwo);
+            state[lane] = PixelRows::mixed(state[lane], pixels & kColorsOfTwo);
         }
     }
     for (int lane = 0; lane < Lanes; ++lane) {
         if (columns % 2 == 1) {
             quint32 pixel;
             std::memcpy(&pixel, row[lane] + qsizetype(columns - 1) * 4, sizeof pixel);
-            state[lane] = mixed(state[lane], pixel & kColorsOfOne);
+            state[lane] = PixelRows::mixed(state[lane], pixel & PixelRows::kColors);
         }
         hashes[firstRow + lane] = state[lane];
     }
@@ -59,7 +48,7 @@ bool isUniform(const quint32 *row, int columns)
         quint32 differing = 0;
         for (int x = start; x < end; ++x)
             differing |= row[x] ^ row[0];
-        if (differing & kColorsOfOne)
+        if (differing & PixelRows::kColors)
             return false;
     }
     return true;

@@ -1,24 +1,24 @@
 #include "capture/scrolling_session.h"
 
+#include "capture/blank_areas.h"
 #include "capture/texts.h"
+#include "capture/wheel_hand.h"
 #include "document/image_files.h"
 #include "platform/permissions.h"
 #include "platform/pointer_control.h"
 #include "platform/screen_pictures.h"
 
 #include <QCoreApplication>
-#include <QLineF>
 
 namespace {
 
 constexpr int kUnchangedAtTheEnd = 3;
-constexpr int kUnchangedWhileAlive = 6; // something that moves by itself may tell that more is on its way
+constexpr int kUnchangedWhileExpecting = 6; // where the page has shown that more may be on its way
 constexpr int kLostByHand = 2;          // shots, before the user is told
 constexpr double kStepOfHeight = 0.55;  // leaves an overlap of about 45 percent
 constexpr double kLeastStep = 40;       // points
 
 // Milliseconds.
-constexpr int kAimPause = 60;     // until the window under the pointer knows that it is there
 constexpr int kByHandPause = 300; // between two shots
 constexpr int kSampleGap = 50;
 constexpr int kQuietTime = 100;     // without movement counts as standing still
@@ -28,8 +28,7 @@ constexpr int kLongestWait = 1000;  // for a page that never stands still
 constexpr int kHandCheck = 100;
 constexpr int kHandRest = 300;
 
-constexpr double kNearlyAll = 0.9;  // of the expected shift
-constexpr double kHandDistance = 4; // points; less is rounding
+constexpr double kNearlyAll = 0.9; // of the expected shift
 constexpr int kTimesToRegain = 2;
 
 } // namespace
@@ -64,10 +63,15 @@ QFuture<Result<std::optional<QImage>>> ScrollingCaptureSession::run()
 
 void ScrollingCaptureSession::stop()
 {
+    if (m_state == State::ScrollingBack)
+        m_back->cancel();
     if (m_stopped)
         return;
     m_stopped = true;
     switch (m_state) {
+    case State::AtLimit:
+        end(Reason::Limit);
+        break;
     case State::YieldingToHand:
     case State::Aiming:
     case State::Settling:
@@ -83,6 +87,21 @@ void ScrollingCaptureSession::stop()
     case State::Finished:
         break; // read when what is under way comes back
     }
+}
+
+void ScrollingCaptureSession::cancel()
+{
+    m_isCancelled = true;
+    stop();
+}
+
+void ScrollingCaptureSession::goOn()
+{
+    if (m_state != State::AtLimit)
+        return;
+    m_maxFrames += m_moreFrames;
+    say(m_automatic ? CaptureTexts::tr("Auto-scrolling…") : CaptureTexts::tr("Scroll the area slowly"));
+    nextStep();
 }
 
 void ScrollingCaptureSession::pauseFor(int milliseconds, void (ScrollingCaptureSession::*then)())
@@ -114,15 +133,22 @@ void ScrollingCaptureSession::takeFirstShot(const QImage &shot)
 {
     m_plan.emplace(shot.height(),
                    std::floor(std::max(m_rect.height() * kStepOfHeight, kLeastStep)) * m_screen.scale);
-    addShot(shot);
+    m_moreFrames = m_maxFrames;
+    addShot(lookAt(shot));
 }
 
 void ScrollingCaptureSession::nextStep()
 {
     if (m_stopped)
         return end(Reason::Stopped);
-    if (m_frames >= m_maxFrames || m_stitcher->isFull())
+    if (m_stitcher->isFull() || (m_frames >= m_maxFrames && !m_asksAtLimit))
         return end(Reason::Limit);
+    if (m_frames >= m_maxFrames) {
+        m_state = State::AtLimit;
+        m_message = CaptureTexts::tr("The picture is long, and it goes on");
+        Q_EMIT changed();
+        return;
+    }
     if (m_automatic && isAtTheEnd()) {
         const Reason still = m_frames == 1 ? Reason::NothingMoved : Reason::End;
         return end(m_lost > 0 ? Reason::LostThread : still);
@@ -138,7 +164,12 @@ void ScrollingCaptureSession::nextStep()
 void ScrollingCaptureSession::shootByHand()
 {
     m_state = State::Shooting;
-    shoot(&ScrollingCaptureSession::addShot);
+    shoot(&ScrollingCaptureSession::addShotByHand);
+}
+
+void ScrollingCaptureSession::addShotByHand(const QImage &shot)
+{
+    addShot(lookAt(shot));
 }
 
 std::optional<quint32> ScrollingCaptureSession::windowAtTarget() const
@@ -151,13 +182,6 @@ std::optional<quint32> ScrollingCaptureSession::windowAtTarget() const
     return {};
 }
 
-bool ScrollingCaptureSession::isOnScreen(quint32 window) const
-{
-    const QList<ListedWindow> windows = m_ports.screens.windows();
-    return std::any_of(windows.cbegin(), windows.cend(),
-                       [window](const ListedWindow &listed) { return listed.id == window; });
-}
-
 QPointF ScrollingCaptureSession::target() const
 {
     return m_screen.frame().topLeft() + m_rect.center();
@@ -165,11 +189,10 @@ QPointF ScrollingCaptureSession::target() const
 
 void ScrollingCaptureSession::scrollOnce()
 {
-    // Turning the wheel over whatever lay under a closed window would do anything but scroll.
-    if (m_window && !isOnScreen(*m_window))
+    if (!WheelHand::isThere(m_ports.screens, m_window))
         return end(Reason::WindowGone);
     const QPointF hand = m_ports.pointer.position();
-    const bool movedAway = m_aimedAt && QLineF(hand, *m_aimedAt).length() > kHandDistance;
+    const bool movedAway = m_aimedAt && WheelHand::isAway(hand, *m_aimedAt);
     if (m_held || (movedAway && m_handRested < kHandRest)) {
         m_handRested = hand == m_handAt ? m_handRested + kHandCheck : 0;
         m_handAt = hand;
@@ -185,13 +208,14 @@ void ScrollingCaptureSession::scrollOnce()
     if (isThere)
         startTurning();
     else
-        pauseFor(kAimPause, &ScrollingCaptureSession::startTurning);
+        pauseFor(WheelHand::kAimPause, &ScrollingCaptureSession::startTurning);
 }
 
 void ScrollingCaptureSession::startTurning()
 {
     m_clicks = 0;
     m_regained = 0;
+    m_patience.begin();
     turn(m_plan->clicks());
 }
 
@@ -224,24 +248,40 @@ void ScrollingCaptureSession::takeSample()
     shoot(&ScrollingCaptureSession::judgeSample);
 }
 
+// A picture that there is no memory to compare looks like one that didn't change.
+ScrollingCaptureSession::Shot ScrollingCaptureSession::lookAt(const QImage &image)
+{
+    Shot shot{.image = image, .rows = RowSignatures::of(image).value_or(RowSignatures{}), .sight = {}};
+    if (!m_stitcher->frames().isEmpty())
+        shot.sight = m_stitcher->look(image, shot.rows, expectedShift());
+    return shot;
+}
+
 void ScrollingCaptureSession::judgeSample(const QImage &sample)
 {
-    std::optional<RowSignatures> rows = RowSignatures::of(sample);
-    if (!rows) {
-        addShot(sample);
-        return;
-    }
-    const FrameStitcher::Sight sight = m_stitcher->look(sample, *rows, expectedShift());
-    noteSight(sight);
-    m_stillness.addSample(std::move(*rows), kSampleGap);
-    if (!hasComeToRest(sight.step))
+    const Shot shot = lookAt(sample);
+    noteSight(shot.sight);
+    m_stillness.addSample(shot.rows, kSampleGap);
+    if (!hasComeToRest(shot.sight.step) || isWorthWaiting(shot))
         settle();
-    else if (sight.step)
-        useStep(sample, *sight.step);
-    else if (!sight.isStill && m_clicks > 0 && m_regained < kTimesToRegain)
+    else if (shot.sight.step)
+        useStep(shot);
+    else if (!shot.sight.isStill && m_clicks > 0 && m_regained < kTimesToRegain)
         regainOverlap();
     else
-        addShot(sample);
+        addShot(shot);
+}
+
+bool ScrollingCaptureSession::isWorthWaiting(const Shot &shot)
+{
+    return shot.sight.step && m_plan->hasLearned() && m_patience.isWorthIt(signsIn(shot), m_settling);
+}
+
+Patience::Signs ScrollingCaptureSession::signsIn(const Shot &shot) const
+{
+    return {.changes = m_stillness.quietFor() < kQuietTime,
+            .hasBlank = shot.sight.step &&
+                        BlankAreas::areIn(TileGrid::of(RowSignatures::comparable(shot.image)), *shot.sight.step)};
 }
 
 std::optional<double> ScrollingCaptureSession::expectedShift() const
@@ -272,14 +312,15 @@ bool ScrollingCaptureSession::hasComeToRest(const std::optional<FrameStitcher::S
     return step && expected && step->shift >= kNearlyAll * *expected;
 }
 
-void ScrollingCaptureSession::useStep(const QImage &sample, const FrameStitcher::Step &step)
+void ScrollingCaptureSession::useStep(const Shot &shot)
 {
+    const FrameStitcher::Step &step = *shot.sight.step;
     const bool wasFirstClick = !m_plan->hasLearned();
     m_plan->learn(step, m_clicks);
     if (const int more = wasFirstClick ? m_plan->clicksAfter(step.shift) : 0; more > 0)
         turn(more);
     else
-        addShot(sample);
+        addShot(shot);
 }
 
 void ScrollingCaptureSession::regainOverlap()
@@ -291,25 +332,27 @@ void ScrollingCaptureSession::regainOverlap()
     turn(m_regained < kTimesToRegain ? -((m_clicks + 1) / 2) : -m_clicks);
 }
 
-void ScrollingCaptureSession::addShot(const QImage &shot)
+void ScrollingCaptureSession::addShot(const Shot &shot)
 {
-    if (m_stitcher->add(shot, expectedShift())) {
+    if (m_stitcher->add(shot.image, shot.rows, shot.sight)) {
         m_frames = int(m_stitcher->frames().size());
+        m_hasGrown = m_hasGrown || m_unchanged > 0;
+        m_expectsMore = shot.sight.step && m_patience.expectsMore(signsIn(shot));
         m_unchanged = 0;
         m_lost = 0;
         if (!m_automatic)
             m_message = CaptureTexts::tr("Scroll the area slowly");
         Q_EMIT changed();
     } else {
-        noteUnchanged(shot, m_stitcher->lastSight());
+        noteUnchanged(shot);
     }
     nextStep();
 }
 
-void ScrollingCaptureSession::noteUnchanged(const QImage &shot, const FrameStitcher::Sight &sight)
+void ScrollingCaptureSession::noteUnchanged(const Shot &shot)
 {
     ++m_unchanged;
-    if (!sight.isStill) {
+    if (!shot.sight.isStill) {
         ++m_lost;
         if (!m_automatic && m_lost >= kLostByHand)
             say(CaptureTexts::tr("Scroll back a little"));
@@ -317,17 +360,19 @@ void ScrollingCaptureSession::noteUnchanged(const QImage &shot, const FrameStitc
     }
     if (!m_automatic) {
         m_lost = 0;
+        say(CaptureTexts::tr("Scroll the area slowly"));
         return;
     }
-    const std::optional<RowSignatures> rows = RowSignatures::of(shot);
-    m_isAlive = rows && rows->hashes != m_stitcher->frames().last().rows.hashes;
-    if (m_isAlive)
-        m_stitcher->refresh(shot); // pictures that came late
+    if (shot.rows.hashes != m_stitcher->frames().last().rows.hashes) {
+        m_expectsMore = true;
+        m_stitcher->refresh(shot.image, shot.rows); // pictures that came late
+    }
 }
 
 bool ScrollingCaptureSession::isAtTheEnd() const
 {
-    return m_unchanged >= (m_isAlive && m_lost == 0 ? kUnchangedWhileAlive : kUnchangedAtTheEnd);
+    const bool mayGoOn = (m_expectsMore || m_hasGrown) && m_lost == 0;
+    return m_unchanged >= (mayGoOn ? kUnchangedWhileExpecting : kUnchangedAtTheEnd);
 }
 
 void ScrollingCaptureSession::say(const QString &message)
@@ -340,39 +385,40 @@ void ScrollingCaptureSession::say(const QString &message)
 
 void ScrollingCaptureSession::end(Reason reason)
 {
-    m_reason = reason;
-    m_composed = runInBackground(
-        [stitcher = std::shared_ptr<const FrameStitcher>(m_stitcher)] { return stitcher->result(); });
+    m_reason = m_isCancelled ? Reason::Cancelled : reason;
+    if (m_isCancelled)
+        m_composed = readyFuture(std::optional<QImage>());
+    else
+        m_composed = runInBackground(
+            [stitcher = std::shared_ptr<const FrameStitcher>(m_stitcher)] { return stitcher->result(); });
     const bool hasScrolled = m_automatic && m_turned > 0 && (m_frames > 1 || reason != Reason::NothingMoved);
-    if (!hasScrolled || reason == Reason::WindowGone || (m_window && !isOnScreen(*m_window))) {
+    if (!hasScrolled || reason == Reason::WindowGone || !WheelHand::isThere(m_ports.screens, m_window))
         deliverComposed();
-        return;
-    }
-    m_state = State::ScrollingBack;
-    say(CaptureTexts::tr("Scrolling back…"));
-    m_handAt = m_ports.pointer.position();
-    if (m_aimedAt && QLineF(m_handAt, *m_aimedAt).length() <= kHandDistance) {
+    else
         scrollBack();
-        return;
-    }
-    m_ports.pointer.warp(target());
-    pauseFor(kAimPause, &ScrollingCaptureSession::scrollBack);
 }
 
 void ScrollingCaptureSession::scrollBack()
 {
+    m_state = State::ScrollingBack;
+    say(CaptureTexts::tr("Scrolling back…"));
+    m_back = std::make_unique<ScrollBack>(
+        ScrollBack::Ports{m_ports.screens, m_ports.pointer, m_ports.pause},
+        ScrollBack::Place{target(), m_window});
+    m_back->start(clicksBack(), [this] { deliverComposed(); });
+}
+
+int ScrollingCaptureSession::clicksBack() const
+{
+    if (!m_plan->hasLearned())
+        return m_turned;
     qint64 shift = 0;
     for (const FrameStitcher::Step &step : steps())
         shift += step.shift;
     // What was turned and not seen to move is still to come, or was lost.
-    const bool isPending = m_reason == Reason::Stopped || m_reason == Reason::LostThread;
-    const int clicks =
-        m_plan->hasLearned() ? m_plan->clicksBack(shift) + (isPending ? std::max(0, m_clicks) : 0) : m_turned;
-    whenDone(m_ports.pointer.wheel(-clicks), this, [this](const Result<void> &) {
-        if (m_aimedAt && QLineF(m_handAt, *m_aimedAt).length() > kHandDistance)
-            m_ports.pointer.warp(m_handAt);
-        deliverComposed();
-    });
+    const bool isPending =
+        m_reason == Reason::Stopped || m_reason == Reason::Cancelled || m_reason == Reason::LostThread;
+    return m_plan->clicksBack(shift) + (isPending ? std::max(0, m_clicks) : 0);
 }
 
 void ScrollingCaptureSession::deliverComposed()

@@ -12,10 +12,10 @@ public:
     int quietFor() const { return m_quietFor; }
     const std::optional<RowSignatures> &last() const { return m_last; }
 
+private:
     // Whether two pictures show the content at the same place.
     static bool isSamePlace(const RowSignatures &a, const RowSignatures &b);
 
-private:
     std::optional<RowSignatures> m_last;
     int m_quietFor = 0;
 };

@@ -1,5 +1,6 @@
 #include "capture/tall_picture.h"
 
+#include "capture/pixel_rows.h"
 #include "capture/row_signatures.h"
 
 #include <algorithm>
@@ -8,34 +9,19 @@
 
 namespace {
 
+using PixelRows::isSame;
+using PixelRows::row;
+
 constexpr double kStickyShare = 0.12; // of a frame's height: what sticks to the top is seldom taller
 constexpr int kAgreeingRows = 4;      // a single one may be alike by chance
 constexpr int kGroundRows = 3;        // that are alike are the ground of a side bar
-
-const quint32 *row(const QImage &image, int y)
-{
-    return reinterpret_cast<const quint32 *>(image.constScanLine(y));
-}
 
 int differences(const quint32 *a, const quint32 *b, int from, int to)
 {
     int count = 0;
     for (int x = from; x < to; ++x)
-        count += ((a[x] ^ b[x]) & 0x00ffffff) != 0;
+        count += ((a[x] ^ b[x]) & PixelRows::kColors) != 0;
     return count;
-}
-
-bool isSame(const quint32 *a, const quint32 *b, int from, int to)
-{
-    constexpr int kBlock = 128; // long enough to run in vectors, short enough to stop early
-    for (int start = from; start < to; start += kBlock) {
-        quint32 differing = 0;
-        for (int x = start; x < std::min(to, start + kBlock); ++x)
-            differing |= a[x] ^ b[x];
-        if (differing & 0x00ffffff)
-            return false;
-    }
-    return true;
 }
 
 class Composition {
@@ -216,9 +202,10 @@ std::optional<QImage> TallPicture::compose(const QList<QImage> &frames, const QL
     if (tall.isNull())
         return {};
     tall.setDevicePixelRatio(frames.first().devicePixelRatio());
+    // Pictures that were taken as they are compared have this form already.
     QList<QImage> pixels;
     for (const QImage &frame : frames) {
-        pixels.append(RowSignatures::comparable(frame).convertToFormat(format));
+        pixels.append(frame.format() == format ? frame : frame.convertToFormat(format));
         if (pixels.last().isNull())
             return {};
     }

@@ -4,7 +4,6 @@ namespace {
 // Beside a tall header and footer a fifth of what moves stays in sight, and in a low region what the stitcher
 // needs.
 constexpr double kMostOfMoving = 0.8;
-constexpr double kLeastOverlap = 12;
 } // namespace
 
 int WheelPlan::clicks() const
@@ -18,7 +17,7 @@ int WheelPlan::clicksAfter(int shift) const
         return 0;
     const double moving = m_frameHeight - m_fixedRows;
     const double wanted = std::min(m_distance, moving * kMostOfMoving) - shift;
-    const double possible = moving - kLeastOverlap - shift;
+    const double possible = moving - ScrollStep::kLeastOverlap - shift;
     const double clicks =
         std::min(std::round(wanted / m_pixelsPerClick), std::floor(possible / m_pixelsPerClick));
     return std::clamp(int(clicks), 0, m_mostClicks);

@@ -38,6 +38,7 @@ QString nameOf(Reason reason)
     switch (reason) {
     case Reason::Running:
     case Reason::Stopped:
+    case Reason::Cancelled:
         return QStringLiteral("stopped");
     case Reason::End:
         return QStringLiteral("end");

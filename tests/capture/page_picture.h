@@ -31,6 +31,7 @@ public:
         return *this;
     }
     const QImage &image() const { return m_image; }
+    QImage &editable() { return m_image; }
     QImage rows(int top, int height) const { return m_image.copy(0, top, kWidth, height); }
     // What a window of `height` rows shows of it at `offset`, between a fixed header and a fixed footer.
     QImage frame(int offset, int height, const QImage &header = {}, const QImage &footer = {}) const

@@ -6,6 +6,7 @@
 
 #include <QTest>
 #include <gtest/gtest.h>
+#include <numeric>
 
 namespace {
 
@@ -24,6 +25,7 @@ public:
     bool scrollsByWheel = true;
     bool isOpen = true;
     std::function<void()> atPause;  // what happens meanwhile
+    std::function<void(int clicks)> atWheel;
     std::optional<Error> shotError; // of every shot after the first
 
     // What the session did.
@@ -84,8 +86,11 @@ public:
             return readyFuture(Result<QImage>(std::unexpected(*shotError)));
         return readyFuture(Result<QImage>(picture()));
     }
-    // Clicks of the last step; after them the wheel is turned back.
-    int lastStep() const { return turns.value(turns.size() - 2); }
+    // Clicks of the last step; after it the wheel is turned back.
+    int lastStep() const
+    {
+        return *std::find_if(turns.crbegin(), turns.crend(), [](int clicks) { return clicks > 0; });
+    }
     QImage picture() const { return page.frame(int(offset), int(height * scale), header, footer); }
 
     QPointF position() const override { return pointer; }
@@ -98,6 +103,8 @@ public:
     QFuture<Result<void>> wheel(int clicks) override
     {
         turns.append(clicks);
+        if (atWheel)
+            atWheel(clicks);
         pending += clicks * pixelsPerClick;
         return readyFuture(Result<void>{});
     }
@@ -263,6 +270,93 @@ TEST_F(ScrollingSession, TellsThatItLostTheThreadAndWherePictureAndPageThenAre)
     EXPECT_LE(window.offset + window.pending, 0);
 }
 
+TEST_F(ScrollingSession, LeavesThePageWhereItIsWhenTheUserNeedsThePointerOnTheWayBack)
+{
+    const auto backBy = [this](const std::function<void(ScrollingWindow &, int turn)> &meanwhile) {
+        ScrollingWindow window(Page(9000), 400);
+        window.atWheel = [&](int turn) { meanwhile(window, turn); };
+        ends = 0;
+        EXPECT_TRUE(sameRows(run(window), window.page.image()));
+        return -std::accumulate(window.turns.cbegin(), window.turns.cend(), 0,
+                                [](int sum, int turn) { return sum + std::min(turn, 0); });
+    };
+    EXPECT_GE(backBy([](ScrollingWindow &, int) {}), 172); // clicks down
+    EXPECT_EQ(backBy([](ScrollingWindow &window, int turn) {
+                  if (turn < 0)
+                      window.pointer = {3, 3};
+              }),
+              10);
+    EXPECT_EQ(backBy([this](ScrollingWindow &, int turn) {
+                  if (turn < 0)
+                      session->stop();
+              }),
+              10);
+    EXPECT_EQ(backBy([](ScrollingWindow &window, int turn) { window.isOpen = window.isOpen && turn > 0; }), 10);
+}
+
+TEST_F(ScrollingSession, WaitsAtTheLimitToBeToldToGoOn)
+{
+    ScrollingWindow window(Page(3000), 400);
+    session = std::make_unique<ScrollingCaptureSession>(window.ports(), window.screen(), window.region());
+    session->setMaxFrames(4);
+    session->setAsksAtLimit();
+    auto future = session->run();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return session->isAtLimit(); }));
+    EXPECT_EQ(session->height(), 400 + 3 * 200);
+    session->goOn();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return session->isAtLimit(); }));
+    EXPECT_EQ(session->frames(), 8);
+    session->stop();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return future.isFinished(); }));
+    EXPECT_EQ(session->reason(), ScrollingCaptureSession::Reason::Limit);
+    EXPECT_TRUE(sameRows(*future.result(), window.page.rows(0, 400 + 7 * 200)));
+}
+
+TEST_F(ScrollingSession, GivesNothingWhenCancelledAndScrollsBack)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.atPause = [&] {
+        if (window.offset > 800 && session->reason() == ScrollingCaptureSession::Reason::Running)
+            session->cancel();
+    };
+    EXPECT_FALSE(run(window));
+    EXPECT_FALSE(error);
+    EXPECT_EQ(session->reason(), ScrollingCaptureSession::Reason::Cancelled);
+    EXPECT_LE(window.offset + window.pending, 0);
+}
+
+TEST_F(ScrollingSession, WaitsForWhatLoadsLateAndSoonNoMoreForWhatStaysBlank)
+{
+    // Grey boxes that are filled 500 ms after they came into view, and then some that never are.
+    const auto run = [this](bool areFilled) {
+        Page loaded(3000);
+        ScrollingWindow window(loaded, 400);
+        QList<int> tops{450, 1000, 1600, 2300};
+        QHash<int, int> seenAt;
+        const auto fill = [&](int top, int bottom, const QImage &with) {
+            QPainter(&window.page.editable()).drawImage(0, top, with, 0, top, Page::kWidth, bottom - top);
+        };
+        QImage grey = loaded.image();
+        grey.fill(Qt::lightGray);
+        for (const int top : tops)
+            fill(top, top + 150, grey);
+        const QImage blank = window.page.image();
+        window.atPause = [&] {
+            for (const int top : tops) {
+                if (top < window.offset + 400 && !seenAt.contains(top))
+                    seenAt[top] = window.milliseconds;
+                if (areFilled && seenAt.contains(top) && window.milliseconds - seenAt[top] > 500)
+                    fill(top, top + 150, loaded.image());
+            }
+        };
+        ends = 0;
+        EXPECT_TRUE(sameRows(ScrollingSession::run(window), areFilled ? loaded.image() : blank));
+        return window.milliseconds;
+    };
+    run(true);
+    EXPECT_LT(run(false), 13 * 220 + 3 * 500 + 2 * 900);
+}
+
 TEST_F(ScrollingSession, TakesWhatComesLateAtTheEnd)
 {
     ScrollingWindow window(Page(1300), 400);
@@ -347,7 +441,8 @@ TEST_F(ScrollingSession, LetsTheHandReachTheDoneButton)
             session->stop();
     };
     EXPECT_TRUE(run(window));
-    EXPECT_LE(window.turns.size(), turnsThen + 1);
+    const auto downwards = std::ranges::count_if(window.turns, [](int clicks) { return clicks > 0; });
+    EXPECT_LE(downwards, turnsThen + 1);
     EXPECT_EQ(window.pointer, QPointF(300, 940));
 }
 
