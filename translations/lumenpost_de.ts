@@ -243,6 +243,10 @@
         <source>Steps</source>
         <translation>Schritte</translation>
     </message>
+    <message>
+        <source>The whole picture doesn’t fit in memory.</source>
+        <translation>Das ganze Bild passt nicht in den Speicher.</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -377,6 +381,30 @@
         <source>Scrolling back…</source>
         <translation>Es wird zurückgerollt …</translation>
     </message>
+    <message>
+        <source>The picture is long, and it goes on</source>
+        <translation>Das Bild ist lang, und es geht weiter</translation>
+    </message>
+    <message>
+        <source>Nothing in that region scrolled.</source>
+        <translation>In diesem Bereich ließ sich nichts scrollen.</translation>
+    </message>
+    <message>
+        <source>Something in that region scrolled, but it could not be followed.</source>
+        <translation>In diesem Bereich wurde gescrollt, aber es ließ sich nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>The picture ends early: what came next could not be followed.</source>
+        <translation>Das Bild endet früh: Was danach kam, ließ sich nicht verfolgen.</translation>
+    </message>
+    <message>
+        <source>The picture has reached its limit, and the content goes on below it.</source>
+        <translation>Das Bild hat seine Grenze erreicht, und der Inhalt geht darunter weiter.</translation>
+    </message>
+    <message>
+        <source>So many rows look alike that some may be missing from the picture.</source>
+        <translation>So viele Zeilen sehen gleich aus, dass im Bild einige fehlen können.</translation>
+    </message>
 </context>
 <context>
     <name>CaptureUiTexts</name>
@@ -390,6 +418,22 @@
             <numerusform>%n Bild</numerusform>
             <numerusform>%n Bilder</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 · %2 px</source>
+        <translation>%1 · %2 px</translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>As many frames again.</source>
+        <translation>Noch einmal so viele Bilder.</translation>
+    </message>
+    <message>
+        <source>Keep what was captured.</source>
+        <translation>Behalten, was aufgenommen wurde.</translation>
     </message>
 </context>
 <context>
@@ -921,26 +965,6 @@
     <message>
         <source>X,Y,WxH in points from the top left</source>
         <translation>X,Y,BxH in Punkten von links oben</translation>
-    </message>
-    <message>
-        <source>Nothing in that region scrolled.</source>
-        <translation>In diesem Bereich rollt nichts.</translation>
-    </message>
-    <message>
-        <source>Something in that region scrolled, but it could not be followed.</source>
-        <translation>In diesem Bereich rollte etwas, dem nicht zu folgen war.</translation>
-    </message>
-    <message>
-        <source>The picture ends early: what came next could not be followed.</source>
-        <translation>Das Bild endet zu früh: Dem, was danach kam, war nicht zu folgen.</translation>
-    </message>
-    <message>
-        <source>The picture has reached its limit, and the content goes on below it.</source>
-        <translation>Das Bild hat seine Grenze erreicht; der Inhalt geht darunter weiter.</translation>
-    </message>
-    <message>
-        <source>So many rows look alike that some may be missing from the picture.</source>
-        <translation>So viele Zeilen gleichen sich, dass im Bild einige fehlen können.</translation>
     </message>
     <message>
         <source>Print the path, the number of frames, each step and why it ended</source>

@@ -243,6 +243,10 @@
         <source>Steps</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The whole picture doesn’t fit in memory.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -377,6 +381,30 @@
         <source>Scrolling back…</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The picture is long, and it goes on</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing in that region scrolled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Something in that region scrolled, but it could not be followed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture ends early: what came next could not be followed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture has reached its limit, and the content goes on below it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>So many rows look alike that some may be missing from the picture.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CaptureUiTexts</name>
@@ -390,6 +418,22 @@
             <numerusform>%n frame</numerusform>
             <numerusform>%n frames</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 · %2 px</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>As many frames again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep what was captured.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -920,26 +964,6 @@
     </message>
     <message>
         <source>X,Y,WxH in points from the top left</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Nothing in that region scrolled.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Something in that region scrolled, but it could not be followed.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The picture ends early: what came next could not be followed.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The picture has reached its limit, and the content goes on below it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>So many rows look alike that some may be missing from the picture.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

@@ -26,7 +26,7 @@ def svg(i, width=500, height=200):
 
 # Tells in the title how tall a window has to be to show all of it.
 HEIGHT_IN_TITLE = ("<script>setInterval(()=>{const i=document.querySelector('.p>article');document.title='Scrolled '+Math."
-                   "ceil(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement.offsetHeight)},"
+                   "ceil(outerHeight-innerHeight+(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement.offsetHeight))},"
                    "100)</script>")
 
 

@@ -177,6 +177,7 @@ void AppDelegate::buildCaptures()
         .permissions = *m_platform.permissions,
         .workspace = *m_platform.workspace,
         .settings = *m_settings,
+        .notices = m_notices,
     });
     connect(m_captures.get(), &CaptureFlow::failed, this,
             [this](const Error &error) { tellFailed(AppTexts::tr("Capture failed"), error); });

@@ -3,7 +3,9 @@
 #include "app/countdown.h"
 #include "app/source_application.h"
 #include "app/texts.h"
+#include "base/notice.h"
 #include "capture/scrolling_session.h"
+#include "capture/scrolling_words.h"
 #include "capture/ui/scrolling_chrome.h"
 #include "platform/pointer_control.h"
 #include "platform/workspace.h"
@@ -13,6 +15,7 @@ namespace {
 
 // Milliseconds until the overlay's windows are off the screen.
 constexpr int kOverlayGone = 80;
+const auto kWarning = QStringLiteral("exclamationmark.triangle.fill");
 
 QString hintFor(CaptureFlow::Intent intent)
 {
@@ -36,6 +39,17 @@ const DisplaySnapshot &snapshotAt(const QList<DisplaySnapshot> &snapshots, QPoin
             return snapshot;
     }
     return snapshots.first();
+}
+
+// Why there is no picture to deliver: an empty text where the user wants none.
+std::optional<QString> whyNothing(const ScrollingCaptureSession &session, bool hasPicture)
+{
+    if (session.reason() == ScrollingCaptureSession::Reason::Cancelled)
+        return QString();
+    if (const auto why = ScrollingWords::whyNothing(session))
+        return why;
+    return hasPicture ? std::nullopt
+                      : std::optional(AppTexts::tr("The whole picture doesn’t fit in memory."));
 }
 
 } // namespace
@@ -185,6 +199,7 @@ Task<> CaptureFlow::runScrollingCapture(Run run, Order order, Screen screen, QRe
         ScrollingCaptureSession::Ports{m_parts.screens, m_parts.pictures, m_parts.pointer,
                                        m_parts.permissions},
         screen, rect);
+    session->setAsksAtLimit();
     ScrollingChrome chrome(*session);
     chrome.show();
     const auto finished = session->run();
@@ -194,11 +209,16 @@ Task<> CaptureFlow::runScrollingCapture(Run run, Order order, Screen screen, QRe
             reportFailure(run, image.error());
         co_return;
     }
-    // A session that outlasted the limit for lost captures still has its picture.
-    if (*image)
-        deliver(**image, order, Intent::Capture, run);
-    else
+    if (const auto why = whyNothing(*session, image->has_value())) {
         m_parts.activity.end(run);
+        if (!why->isEmpty())
+            m_parts.notices.post(*why, kWarning);
+        co_return;
+    }
+    // A session that outlasted the limit for lost captures still has its picture.
+    deliver(**image, order, Intent::Capture, run);
+    if (const QStringList doubts = ScrollingWords::doubts(*session); !doubts.isEmpty())
+        m_parts.notices.post(doubts.join(' '), kWarning);
 }
 
 void CaptureFlow::deliver(const QImage &image, const Order &order, Intent intent, Run run)

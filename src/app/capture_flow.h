@@ -13,6 +13,7 @@
 
 class CaptureSettings;
 class Countdown;
+class NoticeBoard;
 class Permissions;
 class PointerControl;
 class SourceApplication;
@@ -40,6 +41,7 @@ public:
         Permissions &permissions;
         Workspace &workspace;
         CaptureSettings &settings;
+        NoticeBoard &notices;
     };
 
     explicit CaptureFlow(Parts parts, QObject *parent = nullptr);

@@ -1,6 +1,7 @@
 #include "capture/frame_stitcher.h"
 
 #include "capture/moving_part.h"
+#include "capture/pixel_rows.h"
 #include "capture/tall_picture.h"
 
 #include <algorithm>
@@ -41,16 +42,15 @@ bool isDistinct(const RowSignatures &previous, const RowSignatures &next, const 
     return telling >= std::min(kLeastTellingRows, compared / 2);
 }
 
-// Where rows are alike, the shift near `expected` at which all of them fit.
-std::optional<int> alikeShift(const RowSignatures &previous, const RowSignatures &next,
-                              const FrameStitcher::Step &step, double expected)
+// Where rows are alike, the shift near `expected` at which all between header and footer fit.
+std::optional<int> alikeShift(const RowSignatures &previous, const RowSignatures &next, int header,
+                              int footer, double expected)
 {
-    const int end = int(previous.hashes.size()) - step.footer;
+    const int end = int(previous.hashes.size()) - footer;
     const int middle = int(std::lround(expected));
-    const int reach = ScrollStep::reachOf(expected);
     const auto fits = [&](int shift) {
         int compared = 0;
-        for (int row = step.header; row + shift < end; ++row) {
+        for (int row = header; row + shift < end; ++row) {
             if (next.uniform[row])
                 continue;
             ++compared;
@@ -59,13 +59,24 @@ std::optional<int> alikeShift(const RowSignatures &previous, const RowSignatures
         }
         return compared >= kLeastComparedRows;
     };
-    for (int off = 0; off <= reach; ++off) {
+    for (int off = 0; off <= ScrollStep::reachOf(expected); ++off) {
         for (const int shift : {middle - off, middle + off}) {
-            if (shift > 0 && end - step.header - shift >= ScrollStep::kLeastOverlap && fits(shift))
+            if (shift > 0 && end - header - shift >= ScrollStep::kLeastOverlap && fits(shift))
                 return shift;
         }
     }
     return {};
+}
+
+// Beside content that looks the same, only its scroll bar tells that it moved.
+bool hasMovedScrollBar(const QImage &previous, const QImage &next)
+{
+    const int from = RowSignatures::comparedColumns(next.width());
+    for (int y = 0; y < next.height(); ++y) {
+        if (!PixelRows::isSame(PixelRows::row(previous, y), PixelRows::row(next, y), from, next.width()))
+            return true;
+    }
+    return false;
 }
 
 std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSignatures &next)
@@ -130,14 +141,11 @@ std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSigna
 
 bool FrameStitcher::add(const QImage &image, std::optional<double> expected)
 {
-    std::optional<RowSignatures> rows = RowSignatures::of(image);
-    if (!rows)
-        return false;
-    const Sight sight = m_frames.isEmpty() ? Sight{} : look(image, *rows, expected);
-    return add(image, std::move(*rows), sight);
+    const std::optional<ComparedPicture> picture = ComparedPicture::of(image);
+    return picture && add(image, *picture, m_frames.isEmpty() ? Sight{} : look(*picture, expected));
 }
 
-bool FrameStitcher::add(const QImage &image, RowSignatures rows, const Sight &sight)
+bool FrameStitcher::add(const QImage &image, const ComparedPicture &picture, const Sight &sight)
 {
     if (m_isFull)
         return false;
@@ -145,49 +153,57 @@ bool FrameStitcher::add(const QImage &image, RowSignatures rows, const Sight &si
         m_first = image;
         m_height = image.height();
     } else {
-        if (!sight.step || image.size() != m_frames.last().image.size())
+        if (!sight.step || image.size() != m_frames.last().pixels().size())
             return false;
         m_isFull = (m_height + sight.step->shift) * image.width() > m_mostPixels;
         if (m_isFull)
             return false;
         m_height += sight.step->shift;
         m_steps.append(*sight.step);
+        m_frames.last().dropTiles();
     }
-    m_frames.append({RowSignatures::comparable(image), std::move(rows)});
-    m_lastTiles.reset();
+    m_frames.append(picture);
     return true;
 }
 
-void FrameStitcher::refresh(const QImage &image, RowSignatures rows)
+void FrameStitcher::refresh(const QImage &image, const ComparedPicture &picture)
 {
-    if (m_frames.isEmpty() || image.size() != m_frames.last().image.size())
+    if (m_frames.isEmpty() || image.size() != m_frames.last().pixels().size())
         return;
     if (m_frames.size() == 1)
         m_first = image;
-    m_frames.last() = {RowSignatures::comparable(image), std::move(rows)};
-    m_lastTiles.reset();
+    m_frames.last() = picture;
 }
 
-FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignatures &rows,
-                                         std::optional<double> expected)
+FrameStitcher::Sight FrameStitcher::look(const ComparedPicture &picture, std::optional<double> expected) const
 {
-    const RowSignatures &before = m_frames.last().rows;
-    if (image.size() != m_frames.last().image.size())
+    if (picture.pixels().size() != m_frames.last().pixels().size())
         return {};
-    if (before.hashes == rows.hashes)
+    const RowSignatures &before = m_frames.last().rows();
+    const RowSignatures &rows = picture.rows();
+    if (before.hashes == rows.hashes) {
+        if (expected && hasMovedScrollBar(m_frames.last().pixels(), picture.pixels())) {
+            if (const std::optional<Step> step = stepByDistance(rows, *expected))
+                return {.step = step};
+        }
         return {.step = {}, .isStill = true};
+    }
     std::optional<FirstLook> first = firstLook(before, rows);
     const bool isSure = first && isDistinct(before, rows, first->step);
     if (isSure && first->score >= kNearPerfectScore)
         return {.step = first->step};
     Sight sight;
-    sight.step = secondLook(image, expected, sight.isStill);
+    sight.step = secondLook(picture, expected, sight.isStill);
     // Where most rows were found again as a whole, parts of them can only tell more exactly what stands.
+    if (!first && !sight.step && expected)
+        sight.step = stepByDistance(rows, *expected);
+    sight.isStill = sight.isStill && !sight.step;
     if (!first || (sight.step && (!isSure || sight.step->shift == first->step.shift)))
         return sight;
     if (isSure)
         return {.step = first->step};
-    const auto alike = expected ? alikeShift(before, rows, first->step, *expected) : std::nullopt;
+    const auto alike =
+        expected ? alikeShift(before, rows, first->step.header, first->step.footer, *expected) : std::nullopt;
     first->step.shift = alike.value_or(first->step.shift);
     first->step.sure = false;
     // Blank rows beside a side bar are alike too, and fit wherever few rows are compared.
@@ -196,19 +212,28 @@ FrameStitcher::Sight FrameStitcher::look(const QImage &image, const RowSignature
     return {.step = first->step};
 }
 
-std::optional<FrameStitcher::Step> FrameStitcher::secondLook(const QImage &image,
-                                                             std::optional<double> expected, bool &isStill)
+// What the distance of the clicks says, if all rows agree: those beside what stood before, or all there are.
+std::optional<FrameStitcher::Step> FrameStitcher::stepByDistance(const RowSignatures &rows,
+                                                                 double expected) const
 {
-    const QImage &before = m_frames.last().image;
-    const QImage pixels = RowSignatures::comparable(image);
-    if (before.isNull() || pixels.isNull())
-        return {};
-    if (!m_lastTiles)
-        m_lastTiles = TileGrid::of(before);
-    const TileGrid tiles = TileGrid::of(pixels);
-    const std::optional<Step> step = MovingPart::find({before, *m_lastTiles}, {pixels, tiles}, expected);
+    const Step last = m_steps.isEmpty() ? Step{} : m_steps.last();
+    for (Step step : {Step{.footer = last.footer, .header = last.header}, Step{}}) {
+        if (const auto shift = alikeShift(m_frames.last().rows(), rows, step.header, step.footer, expected)) {
+            step.shift = *shift;
+            step.sure = false;
+            return step;
+        }
+    }
+    return {};
+}
+
+std::optional<FrameStitcher::Step>
+FrameStitcher::secondLook(const ComparedPicture &picture, std::optional<double> expected, bool &isStill) const
+{
+    const ComparedPicture &before = m_frames.last();
+    const std::optional<Step> step = MovingPart::find(before, picture, expected);
     const std::optional<Step> pane = m_steps.isEmpty() ? std::nullopt : std::optional(m_steps.last());
-    isStill = !step && MovingPart::isStill(*m_lastTiles, tiles, pane);
+    isStill = !step && MovingPart::isStill(before.tiles(), picture.tiles(), pane);
     return step;
 }
 
@@ -219,7 +244,7 @@ std::optional<QImage> FrameStitcher::result() const
     if (m_frames.size() == 1)
         return m_first;
     QList<QImage> images;
-    for (const Frame &frame : m_frames)
-        images.append(frame.image);
+    for (const ComparedPicture &frame : m_frames)
+        images.append(frame.pixels());
     return TallPicture::compose(images, m_steps);
 }

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int kLeastRows = 12;          // that tell of one shift
-constexpr double kAboveRivals = 2;      // evidence against that of the best rival
+constexpr double kAboveRivals = 3;      // evidence against that of the best rival
 constexpr int kLeastRowsOfBand = 4;     // that moved, or else a band stands still
 constexpr double kLeastHeight = 0.2;    // of the rows that can be compared: less is an animation
 constexpr double kLeastWidth = 0.1;     // of the columns
@@ -213,33 +213,69 @@ void findColumns(const QImage &a, const QImage &b, int first, int last, ScrollSt
     step.right = last + 1 >= bands || right == compared ? 0 : a.width() - right;
 }
 
+// Whether a band shows something that the shift takes where it is, such as lines at even distances.
+bool isCarried(const TileGrid &previous, const TileGrid &next, int band, const Moved &moved, int shift)
+{
+    bool isPlain = true;
+    for (int y = moved.firstRow; y < moved.endRow; ++y) {
+        const quint64 tile = next.hashes[next.at(band, y)];
+        if (tile != previous.hashes[previous.at(band, y + shift)])
+            return false;
+        isPlain = isPlain && tile == next.hashes[next.at(band, moved.firstRow)];
+    }
+    return !isPlain;
+}
+
+// The first and the last band that moved.
+std::optional<std::pair<int, int>> movedBands(const Moved &moved)
+{
+    const auto hasMoved = [](int rows) { return rows >= kLeastRowsOfBand; };
+    const auto first = std::ranges::find_if(moved.rowsOfBand, hasMoved);
+    if (first == moved.rowsOfBand.cend())
+        return {};
+    const auto end = std::find_if(moved.rowsOfBand.crbegin(), moved.rowsOfBand.crend(), hasMoved).base();
+    return std::pair(int(first - moved.rowsOfBand.cbegin()), int(end - moved.rowsOfBand.cbegin()) - 1);
+}
+
+// Beside the columns that moved also whole bands that were carried.
+void addCarried(const TileGrid &previous, const TileGrid &next, const Moved &moved, ScrollStep &step,
+                std::pair<int, int> bands, int width)
+{
+    auto [first, last] = bands;
+    while (first > 0 && isCarried(previous, next, first - 1, moved, step.shift))
+        step.left = --first * TileGrid::kTileColumns;
+    while (last + 1 < next.bands && isCarried(previous, next, last + 1, moved, step.shift))
+        step.right = width - (++last + 1) * TileGrid::kTileColumns;
+    if (last + 1 == next.bands)
+        step.right = 0;
+}
+
 } // namespace
 
-std::optional<ScrollStep> MovingPart::find(const View &previous, const View &next,
+std::optional<ScrollStep> MovingPart::find(const ComparedPicture &previous, const ComparedPicture &next,
                                            std::optional<double> expected)
 {
-    const Votes votes(previous.tiles, next.tiles);
-    std::optional<ScrollStep> step = stepOf(votes, previous.tiles, next.tiles, expected);
+    const Votes votes(previous.tiles(), next.tiles());
+    std::optional<ScrollStep> step = stepOf(votes, previous.tiles(), next.tiles(), expected);
     if (!step || step->shift <= 0)
         return {};
 
-    const Moved moved = movedBy(previous.tiles, next.tiles, step->shift);
-    const auto hasMoved = [](int rows) { return rows >= kLeastRowsOfBand; };
-    const auto first = std::find_if(moved.rowsOfBand.cbegin(), moved.rowsOfBand.cend(), hasMoved);
-    if (first == moved.rowsOfBand.cend())
+    const Moved moved = movedBy(previous.tiles(), next.tiles(), step->shift);
+    const auto bands = movedBands(moved);
+    if (!bands)
         return {};
-    const auto last = std::find_if(moved.rowsOfBand.crbegin(), moved.rowsOfBand.crend(), hasMoved).base() - 1;
-    const int rows = next.tiles.rows;
+    const auto [first, last] = *bands;
+    const int rows = next.tiles().rows;
     if (double(moved.endRow - moved.firstRow) < kLeastHeight * (rows - step->shift) ||
-        double(last - first + 1) < kLeastWidth * next.tiles.bands)
+        double(last - first + 1) < kLeastWidth * next.tiles().bands)
         return {};
-    findColumns(previous.pixels, next.pixels, int(first - moved.rowsOfBand.cbegin()),
-                int(last - moved.rowsOfBand.cbegin()), *step);
+    findColumns(previous.pixels(), next.pixels(), first, last, *step);
+    addCarried(previous.tiles(), next.tiles(), moved, *step, *bands, next.pixels().width());
 
     const int end =
-        std::min(next.pixels.width() - step->right, RowSignatures::comparedColumns(next.pixels.width()));
+        std::min(next.pixels().width() - step->right, RowSignatures::comparedColumns(next.pixels().width()));
     const auto stands = [&](int y) {
-        return PixelRows::isSame(PixelRows::row(previous.pixels, y), PixelRows::row(next.pixels, y),
+        return PixelRows::isSame(PixelRows::row(previous.pixels(), y), PixelRows::row(next.pixels(), y),
                                  step->left, end);
     };
     while (step->header < rows && stands(step->header))

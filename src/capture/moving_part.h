@@ -1,23 +1,18 @@
 #pragma once
 
+#include "capture/compared_picture.h"
 #include "capture/scroll_step.h"
-#include "capture/tile_grid.h"
 
-#include <QImage>
 #include <optional>
 
 // The second look at two pictures of a scrolling region, for those where something stands still or moves by
 // itself beside what scrolls. Tiles that occur once vote for the shift at which they are found again.
 class MovingPart {
 public:
-    struct View {
-        const QImage &pixels; // as RowSignatures::comparable gives them
-        const TileGrid &tiles;
-    };
-    // Both views have one size. `expected` is how far the content should have moved, as far as that is known;
-    // it decides where several shifts fit. Nothing when no shift has evidence well above its rivals, or when
-    // the content moved down.
-    static std::optional<ScrollStep> find(const View &previous, const View &next,
+    // Both pictures have one size. `expected` is how far the content should have moved, as far as that is
+    // known; it decides where several shifts fit. Nothing when no shift has evidence well above its rivals,
+    // or when the content moved down.
+    static std::optional<ScrollStep> find(const ComparedPicture &previous, const ComparedPicture &next,
                                           std::optional<double> expected);
 
     // What is to be seen stands where it stood, whatever may move by itself. Where `pane` tells what scrolled

@@ -100,6 +100,7 @@ void ScrollingCaptureSession::goOn()
     if (m_state != State::AtLimit)
         return;
     m_maxFrames += m_moreFrames;
+    m_state = State::ByHand; // until the step that follows says more
     say(m_automatic ? CaptureTexts::tr("Auto-scrolling…") : CaptureTexts::tr("Scroll the area slowly"));
     nextStep();
 }
@@ -251,9 +252,9 @@ void ScrollingCaptureSession::takeSample()
 // A picture that there is no memory to compare looks like one that didn't change.
 ScrollingCaptureSession::Shot ScrollingCaptureSession::lookAt(const QImage &image)
 {
-    Shot shot{.image = image, .rows = RowSignatures::of(image).value_or(RowSignatures{}), .sight = {}};
+    Shot shot{.image = image, .picture = ComparedPicture::of(image).value_or(ComparedPicture{}), .sight = {}};
     if (!m_stitcher->frames().isEmpty())
-        shot.sight = m_stitcher->look(image, shot.rows, expectedShift());
+        shot.sight = m_stitcher->look(shot.picture, expectedShift());
     return shot;
 }
 
@@ -261,7 +262,7 @@ void ScrollingCaptureSession::judgeSample(const QImage &sample)
 {
     const Shot shot = lookAt(sample);
     noteSight(shot.sight);
-    m_stillness.addSample(shot.rows, kSampleGap);
+    m_stillness.addSample(shot.picture, kSampleGap);
     if (!hasComeToRest(shot.sight.step) || isWorthWaiting(shot))
         settle();
     else if (shot.sight.step)
@@ -280,8 +281,7 @@ bool ScrollingCaptureSession::isWorthWaiting(const Shot &shot)
 Patience::Signs ScrollingCaptureSession::signsIn(const Shot &shot) const
 {
     return {.changes = m_stillness.quietFor() < kQuietTime,
-            .hasBlank = shot.sight.step &&
-                        BlankAreas::areIn(TileGrid::of(RowSignatures::comparable(shot.image)), *shot.sight.step)};
+            .hasBlank = shot.sight.step && BlankAreas::areIn(shot.picture.tiles(), *shot.sight.step)};
 }
 
 std::optional<double> ScrollingCaptureSession::expectedShift() const
@@ -334,7 +334,7 @@ void ScrollingCaptureSession::regainOverlap()
 
 void ScrollingCaptureSession::addShot(const Shot &shot)
 {
-    if (m_stitcher->add(shot.image, shot.rows, shot.sight)) {
+    if (m_stitcher->add(shot.image, shot.picture, shot.sight)) {
         m_frames = int(m_stitcher->frames().size());
         m_hasGrown = m_hasGrown || m_unchanged > 0;
         m_expectsMore = shot.sight.step && m_patience.expectsMore(signsIn(shot));
@@ -363,9 +363,9 @@ void ScrollingCaptureSession::noteUnchanged(const Shot &shot)
         say(CaptureTexts::tr("Scroll the area slowly"));
         return;
     }
-    if (shot.rows.hashes != m_stitcher->frames().last().rows.hashes) {
+    if (shot.picture.rows().hashes != m_stitcher->frames().last().rows().hashes) {
         m_expectsMore = true;
-        m_stitcher->refresh(shot.image, shot.rows); // pictures that came late
+        m_stitcher->refresh(shot.image, shot.picture); // pictures that came late
     }
 }
 
@@ -402,9 +402,8 @@ void ScrollingCaptureSession::scrollBack()
 {
     m_state = State::ScrollingBack;
     say(CaptureTexts::tr("Scrolling back…"));
-    m_back = std::make_unique<ScrollBack>(
-        ScrollBack::Ports{m_ports.screens, m_ports.pointer, m_ports.pause},
-        ScrollBack::Place{target(), m_window});
+    m_back = std::make_unique<ScrollBack>(ScrollBack::Ports{m_ports.screens, m_ports.pointer, m_ports.pause},
+                                          ScrollBack::Place{target(), m_window});
     m_back->start(clicksBack(), [this] { deliverComposed(); });
 }
 

@@ -105,7 +105,7 @@ private:
 
     struct Shot {
         QImage image;
-        RowSignatures rows;
+        ComparedPicture picture;
         FrameStitcher::Sight sight;
     };
 

@@ -21,9 +21,8 @@ inline bool isAway(QPointF pointer, QPointF aimedAt)
 // Turning the wheel over whatever lay under a closed window would do anything but scroll.
 inline bool isThere(const Screens &screens, const std::optional<quint32> &window)
 {
-    return !window || std::ranges::any_of(screens.windows(), [&](const ListedWindow &listed) {
-        return listed.id == *window;
-    });
+    return !window || std::ranges::any_of(screens.windows(),
+                                          [&](const ListedWindow &listed) { return listed.id == *window; });
 }
 
 } // namespace WheelHand

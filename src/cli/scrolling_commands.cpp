@@ -4,6 +4,7 @@
 #include "capture/frame_stitcher.h"
 #include "capture/screen_capturer.h"
 #include "capture/scrolling_session.h"
+#include "capture/scrolling_words.h"
 #include "cli/pictures.h"
 #include "cli/rectangle.h"
 #include "cli/texts.h"
@@ -88,7 +89,7 @@ bool addFrames(CommandContext &context, FrameStitcher &stitcher, const std::vect
         }
         if (i + 1 < files.size())
             next = read(i + 1);
-        if (i > 0 && frame->size() != stitcher.frames().first().image.size()) {
+        if (i > 0 && frame->size() != stitcher.frames().first().pixels().size()) {
             CommandContext::warn(CliTexts::tr("%1 is left out: it has another size than the first frame.")
                                      .arg(absolutePath(files[i])));
             continue;
@@ -140,29 +141,18 @@ struct ScrollCall {
     bool json = false;
 };
 
-// What the user should know of a picture that may not show all. False where there is nothing to keep.
-bool tell(CommandContext &context, const ScrollCall &call, const ScrollingCaptureSession &session,
-          bool hasUnsureRows)
+// What the user should know of the picture. False where there is nothing to keep.
+bool tell(CommandContext &context, const ScrollCall &call, const ScrollingCaptureSession &session)
 {
-    if (session.reason() == Reason::NothingMoved) {
-        CommandContext::warn(CliTexts::tr("Nothing in that region scrolled."));
-        context.status = ExitStatus::NothingFound;
-        return !call.output.empty(); // asked for by name
+    if (const auto why = ScrollingWords::whyNothing(session)) {
+        const bool hasScrolled = session.reason() != Reason::NothingMoved;
+        context.fail({Error::Kind::Failed, *why, {}});
+        if (!hasScrolled)
+            context.status = ExitStatus::NothingFound;
+        return !hasScrolled && !call.output.empty(); // asked for by name
     }
-    if (session.reason() == Reason::LostThread && session.frames() == 1) {
-        context.fail({Error::Kind::Failed,
-                      CliTexts::tr("Something in that region scrolled, but it could not be followed."),
-                      {}});
-        return false;
-    }
-    if (session.reason() == Reason::LostThread)
-        CommandContext::warn(CliTexts::tr("The picture ends early: what came next could not be followed."));
-    else if (session.reason() == Reason::Limit)
-        CommandContext::warn(
-            CliTexts::tr("The picture has reached its limit, and the content goes on below it."));
-    if (hasUnsureRows)
-        CommandContext::warn(
-            CliTexts::tr("So many rows look alike that some may be missing from the picture."));
+    for (const QString &doubt : ScrollingWords::doubts(session))
+        CommandContext::warn(doubt);
     return true;
 }
 
@@ -174,7 +164,7 @@ void deliver(CommandContext &context, const ScrollCall &call, const ScrollingCap
     for (const FrameStitcher::Step &step : session.steps())
         shifts += step.shift;
     const QJsonArray unsure = unsureRows(session.steps(), picture.height() - shifts);
-    if (!tell(context, call, session, !unsure.isEmpty()))
+    if (!tell(context, call, session))
         return;
     QString path;
     if (!call.output.empty()) {

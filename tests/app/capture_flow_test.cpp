@@ -75,7 +75,7 @@ protected:
     Countdown countdown;
     SourceApplication source{machine.workspace};
     CaptureFlow flow{{activity, countdown, source, delivery, capturer, machine.screens, machine.pictures,
-                      machine.pointer, machine.permissions, machine.workspace, settings}};
+                      machine.pointer, machine.permissions, machine.workspace, settings, notices}};
     QList<Notice> shown;
     QList<Error> failures;
 };
@@ -268,4 +268,15 @@ TEST_F(CaptureFlowTest, CountsDownBeforeADelayedCapture)
     EXPECT_TRUE(machine.pictures.requests.isEmpty());
     ASSERT_TRUE(waitForNotice());
     EXPECT_EQ(seconds, (QList<int>{1, 0}));
+}
+
+TEST_F(CaptureFlowTest, KeepsNoPictureOfARegionInWhichNothingScrolled)
+{
+    machine.pointer.mayScroll = true;
+    flow.startCapture(Intent::Scrolling, 0);
+    pick(CaptureOverlayController::Selection{machine.screens.connected[0], QRectF(20, 20, 200, 100)});
+    ASSERT_TRUE(waitForNotice());
+    EXPECT_EQ(shown[0].text, "Nothing in that region scrolled.");
+    EXPECT_TRUE(activity.isIdle());
+    EXPECT_TRUE(library.items().isEmpty());
 }

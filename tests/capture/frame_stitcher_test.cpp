@@ -31,7 +31,7 @@ std::optional<FrameStitcher::Step> matchOf(const QImage &previous, const QImage 
 {
     FrameStitcher stitcher;
     stitcher.add(previous);
-    return stitcher.look(next, *RowSignatures::of(next)).step;
+    return stitcher.look(*ComparedPicture::of(next)).step;
 }
 
 int shiftOf(const QImage &previous, const QImage &next)

@@ -155,9 +155,9 @@ TEST(MovingPart, RefusesWhatDidNotScroll)
     };
     const QImage risen = scene.frame(1, 300);
     EXPECT_FALSE(stitcher.add(risen));
-    EXPECT_TRUE(stitcher.look(risen, *RowSignatures::of(risen)).isStill);
+    EXPECT_TRUE(stitcher.look(*ComparedPicture::of(risen)).isStill);
     const QImage lost = scene.frame(0, 900);
-    EXPECT_FALSE(stitcher.look(lost, *RowSignatures::of(lost)).isStill);
+    EXPECT_FALSE(stitcher.look(*ComparedPicture::of(lost)).isStill);
 }
 
 TEST(MovingPart, DecidesAmongRowsThatAreAlikeByTheDistanceOfAClick)
@@ -171,4 +171,40 @@ TEST(MovingPart, DecidesAmongRowsThatAreAlikeByTheDistanceOfAClick)
     EXPECT_EQ(stitcher.steps().last().shift, 14);
     for (const FrameStitcher::Step &step : stitcher.steps())
         EXPECT_FALSE(step.sure);
+}
+
+TEST(MovingPart, TakesWhatLooksUnmovedAtTheDistanceOfItsLinesAlong)
+{
+    // A list of which only the left half has words; its lines are 36 rows apart, and so are the steps.
+    Scene scene({120, 0, 480, 400});
+    QImage list({480, 1500}, QImage::Format_RGB32);
+    list.fill(Qt::white);
+    QPainter painter(&list);
+    painter.drawImage(0, 0, text({200, 1500}, 1));
+    for (int y = 35; y < 1500; y += 36)
+        painter.fillRect(0, y, 480, 1, Qt::lightGray);
+    painter.end();
+    scene.page = list;
+    const Joined joined = join(scene, {0, 72, 252, 432, 500});
+    EXPECT_EQ(joined.kept, 5);
+    EXPECT_TRUE(isExact(joined, scene, 500));
+}
+
+TEST(MovingPart, FollowsRowsThatAreAllAlikeByTheDistanceOfAClickWhileTheScrollBarMoves)
+{
+    const Page page = Page(2400).repeat(300, 2000, 24);
+    const auto frameAt = [&](int offset, int thumb) {
+        QImage frame = page.frame(offset, 400);
+        QPainter painter(&frame);
+        painter.fillRect(60, 0, 40, 400, Qt::white);
+        painter.fillRect(70, thumb / 6, 20, 60, Qt::gray);
+        return frame;
+    };
+    FrameStitcher stitcher;
+    for (int offset = 0; offset <= 1920; offset += 240) {
+        EXPECT_TRUE(stitcher.add(frameAt(offset, offset), 240)) << offset;
+        EXPECT_FALSE(stitcher.add(frameAt(offset, offset), 240)) << "nothing tells that it moved";
+    }
+    const QImage picture = stitcher.result().value_or(QImage());
+    EXPECT_TRUE(sameRows(picture, page.rows(0, 1920 + 400), 0, 50));
 }

@@ -291,7 +291,8 @@ TEST_F(ScrollingSession, LeavesThePageWhereItIsWhenTheUserNeedsThePointerOnTheWa
                       session->stop();
               }),
               10);
-    EXPECT_EQ(backBy([](ScrollingWindow &window, int turn) { window.isOpen = window.isOpen && turn > 0; }), 10);
+    EXPECT_EQ(backBy([](ScrollingWindow &window, int turn) { window.isOpen = window.isOpen && turn > 0; }),
+              10);
 }
 
 TEST_F(ScrollingSession, WaitsAtTheLimitToBeToldToGoOn)

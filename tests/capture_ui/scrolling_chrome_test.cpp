@@ -51,14 +51,36 @@ TEST(ScrollingChrome, ShowsTheSessionAndEndsItWithDone)
     EXPECT_EQ(chrome.hud().geometry().top(), 312) << "12 under the region";
 
     ASSERT_TRUE(QTest::qWaitFor([&] { return session.frames() == 1; }, 2000));
-    auto *done = chrome.hud().findChild<QPushButton *>();
+    auto *done = chrome.hud().findChild<QPushButton *>("done");
     ASSERT_TRUE(done);
+    EXPECT_FALSE(chrome.hud().findChild<QPushButton *>("goOn")->isVisible());
     EXPECT_EQ(done->text(), "Done");
     QTest::mouseClick(done, Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor([&] { return result.isFinished(); }, 2000));
     EXPECT_FALSE(chrome.frameWindow().isVisible() || chrome.hud().isVisible());
     ASSERT_TRUE(result.result());
     EXPECT_EQ(result.result()->value().size(), QSize(400, 200));
+}
+
+TEST(ScrollingChrome, OffersToGoOnAtTheLimitAndIsGivenUpByEsc)
+{
+    ByHand hand;
+    ScrollingCaptureSession &session = hand.session;
+    session.setMaxFrames(1);
+    session.setAsksAtLimit();
+    ScrollingChrome chrome(session);
+    chrome.show();
+    const auto result = session.run();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session.isAtLimit(); }, 2000));
+    auto *goOn = chrome.hud().findChild<QPushButton *>("goOn");
+    EXPECT_TRUE(goOn->isVisible());
+    EXPECT_TRUE(chrome.hud().rect().contains(chrome.hud().findChild<QPushButton *>("done")->geometry()));
+    QTest::mouseClick(goOn, Qt::LeftButton);
+    EXPECT_FALSE(goOn->isVisible());
+    QTest::keyClick(&chrome.hud(), Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return result.isFinished(); }, 2000));
+    EXPECT_FALSE(result.result()->has_value());
+    EXPECT_FALSE(chrome.hud().isVisible());
 }
 
 TEST(ScrollingChrome, PutsOwnWindowsAsideThatWouldCatchTheWheel)

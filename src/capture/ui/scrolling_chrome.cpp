@@ -6,37 +6,58 @@
 #include "ui/controls.h"
 #include "ui/region_frame_window.h"
 #include "ui/theme.h"
+#include "ui/tips.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
+#include <QWindow>
 
-QString ScrollHUDView::frameCount(int frames)
+namespace {
+
+constexpr int kHoldAgain = 50; // milliseconds
+
+} // namespace
+
+QString ScrollHUDView::gained(int frames, qint64 rows)
 {
-    return CaptureUiTexts::tr("%n frame(s)", nullptr, frames);
+    return CaptureUiTexts::tr("%1 · %2 px")
+        .arg(CaptureUiTexts::tr("%n frame(s)", nullptr, frames), QLocale().toString(rows));
 }
 
 ScrollHUDView::ScrollHUDView(ScrollingCaptureSession &session, QWidget *parent)
-    : QWidget(parent), m_session(session), m_message(new QLabel), m_frames(new NumberLabel)
+    : QWidget(parent), m_session(session), m_message(new QLabel), m_gained(new NumberLabel)
 {
     m_message->setFont(Theme::font(Theme::Type::Body, QFont::Medium));
-    m_frames->setFont(Theme::font(Theme::Type::Body));
-    m_frames->setColor(Theme::onMaterialSecondary());
-    auto *button = new QPushButton(CaptureUiTexts::tr("Done"));
-    button->setFocusPolicy(Qt::NoFocus); // the keyboard stays with the program that is captured
-    button->setDefault(true);
-    connect(button, &QPushButton::clicked, &session, &ScrollingCaptureSession::stop);
+    m_gained->setFont(Theme::font(Theme::Type::Body));
+    m_gained->setColor(Theme::onMaterialSecondary());
+    const auto makeButton = [](const QString &text, const QString &help) {
+        auto *button = new QPushButton(text);
+        button->setFocusPolicy(Qt::NoFocus); // the keyboard stays with the program that is captured
+        TipCenter::describe(button, {text, help, {}});
+        return button;
+    };
+    m_goOn = makeButton(CaptureUiTexts::tr("Go On"), CaptureUiTexts::tr("As many frames again."));
+    QPushButton *done = makeButton(CaptureUiTexts::tr("Done"), CaptureUiTexts::tr("Keep what was captured."));
+    done->setDefault(true);
+    done->setObjectName(QStringLiteral("done"));
+    m_goOn->setObjectName(QStringLiteral("goOn"));
+    connect(m_goOn, &QPushButton::clicked, &session, &ScrollingCaptureSession::goOn);
+    connect(done, &QPushButton::clicked, &session, &ScrollingCaptureSession::stop);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0); // the panel has its own
     row->setSpacing(Theme::Space::group);
     row->addWidget(m_message);
-    row->addWidget(m_frames);
-    row->addWidget(button);
-    // The count grows without moving the button away from under the pointer.
-    m_frames->setMinimumWidth(int(std::ceil(Theme::tabularWidth(m_frames->font(), frameCount(88)))));
+    row->addWidget(m_gained);
+    row->addWidget(m_goOn);
+    row->addWidget(done);
+    // What is told grows without moving the button away from under the pointer.
+    m_gained->setMinimumWidth(int(std::ceil(Theme::tabularWidth(m_gained->font(), gained(88, 88888)))));
     connect(&session, &ScrollingCaptureSession::changed, this, &ScrollHUDView::refresh);
     refresh();
 }
@@ -44,13 +65,17 @@ ScrollHUDView::ScrollHUDView(ScrollingCaptureSession &session, QWidget *parent)
 void ScrollHUDView::refresh()
 {
     m_message->setText(m_session.message());
-    m_frames->setText(frameCount(m_session.frames()));
+    m_gained->setText(gained(m_session.frames(), m_session.height()));
+    m_goOn->setVisible(m_session.isAtLimit());
 }
 
 ScrollingChrome::ScrollingChrome(ScrollingCaptureSession &session, QObject *parent)
     : QObject(parent), m_session(session)
 {
     connect(&session, &ScrollingCaptureSession::shootingEnded, this, &ScrollingChrome::hide);
+    m_holdAgain.setSingleShot(true);
+    m_holdAgain.setInterval(kHoldAgain);
+    connect(&m_holdAgain, &QTimer::timeout, this, &ScrollingChrome::holdKeys);
 }
 
 ScrollingChrome::~ScrollingChrome()
@@ -67,6 +92,33 @@ void ScrollingChrome::show()
     m_hud->installEventFilter(this);
     m_frameWindow->show();
     m_hud->show();
+    connect(&m_session, &ScrollingCaptureSession::changed, this, [this, region] {
+        if (m_session.isAtLimit()) // a button more
+            m_hud->placeNear(region, HUDPanel::usableFrame(m_session.screen()));
+        holdKeys();
+    });
+}
+
+// Whoever scrolls by hand may do it with the keyboard.
+void ScrollingChrome::holdKeys()
+{
+    if (!m_session.isAutomatic() || m_holdsKeys || !m_hud->isVisible())
+        return;
+    m_hud->grabKeyboard();
+    m_holdsKeys = !m_hud->windowHandle() || m_hud->windowHandle()->setKeyboardGrabEnabled(true);
+    if (!m_holdsKeys) // someone else has it, such as an open menu
+        m_holdAgain.start();
+}
+
+bool ScrollingChrome::key(const QKeyEvent &event)
+{
+    if (event.key() == Qt::Key_Escape)
+        m_session.cancel();
+    else if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
+        m_session.stop();
+    else
+        return false;
+    return true;
 }
 
 bool ScrollingChrome::eventFilter(QObject *watched, QEvent *event)
@@ -74,6 +126,8 @@ bool ScrollingChrome::eventFilter(QObject *watched, QEvent *event)
     // The pointer must be able to rest on the panel: a step would take it back into the region.
     if (watched == m_hud.get() && (event->type() == QEvent::Enter || event->type() == QEvent::Leave))
         m_session.setHeld(event->type() == QEvent::Enter);
+    if (watched == m_hud.get() && event->type() == QEvent::KeyPress)
+        return key(*static_cast<QKeyEvent *>(event));
     return QObject::eventFilter(watched, event);
 }
 
@@ -83,8 +137,11 @@ void ScrollingChrome::hide()
     putWindowsBack();
     if (m_frameWindow)
         m_frameWindow->hide();
-    if (m_hud)
+    m_holdAgain.stop();
+    if (m_hud) {
+        m_hud->releaseKeyboard();
         m_hud->hide();
+    }
 }
 
 void ScrollingChrome::clearTheWay(const QPoint &target)
