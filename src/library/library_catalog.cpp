@@ -38,16 +38,34 @@ void LibraryCatalog::setDirectory(const QString &directory)
         Log::error(QStringLiteral("Library metadata could not be saved"), flushed.error());
     m_files = std::make_shared<CatalogFiles>(directory);
     m_snapshot.reset();
+    const bool isAwaited = std::exchange(m_firstRead, {}).isValid();
     m_unwritten.clear();
     m_lastError.reset();
     m_fold = {};
+    if (isAwaited)
+        readInBackground();
 }
 
 CatalogFiles::Snapshot &LibraryCatalog::snapshot() const
 {
     if (!m_snapshot)
-        m_snapshot = m_files->load();
+        m_snapshot = m_firstRead.isValid() ? m_firstRead.result() : m_files->load();
     return *m_snapshot;
+}
+
+void LibraryCatalog::readInBackground()
+{
+    if (m_snapshot || m_firstRead.isValid())
+        return;
+    m_firstRead = runInBackground([files = m_files] { return files->load(); });
+    whenDone(m_firstRead, this, [this, files = m_files](CatalogFiles::Snapshot snapshot) {
+        if (files != m_files)
+            return;
+        m_firstRead = {};
+        if (!m_snapshot)
+            m_snapshot = std::move(snapshot);
+        Q_EMIT read();
+    });
 }
 
 bool LibraryCatalog::isFavorite(const QString &name) const

@@ -34,6 +34,10 @@ public:
     // Goes on with another Library.
     void setDirectory(const QString &directory);
 
+    // Reads on a worker what is otherwise read when it is first asked for, and makes wait then.
+    void readInBackground();
+    bool isRead() const { return m_snapshot.has_value(); }
+
     // Why less may be known than was stored, if that is so.
     std::optional<Error> problem() const { return snapshot().problem; }
     const LibraryMeta &meta() const { return snapshot().data.meta; }
@@ -72,6 +76,8 @@ public:
     void store(const Result<FileLock> &lock, const CatalogPatch &patch);
 
 Q_SIGNALS:
+    // What `readInBackground` reads is there.
+    void read();
     // Of these files something is known now that wasn't, or no longer.
     void changed(const QStringList &names);
     void collectionsChanged();
@@ -88,6 +94,7 @@ private:
 
     std::shared_ptr<CatalogFiles> m_files;
     mutable std::optional<CatalogFiles::Snapshot> m_snapshot; // read at first need
+    QFuture<CatalogFiles::Snapshot> m_firstRead;              // by a worker, while that lasts
     QList<CatalogPatch> m_unwritten;
     std::optional<Error> m_lastError;
     QTimer m_foldTimer;

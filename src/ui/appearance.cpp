@@ -8,6 +8,20 @@
 #include "ui/theme_style.h"
 
 #include <QApplication>
+#include <QThread>
+#include <QThreadPool>
+
+namespace {
+
+// The toolkit paints larger areas on the threads of its pool and waits for them, and work in the background
+// runs there, too: two long works held up all painting of a machine with two cores for three seconds.
+void leaveThreadsForPainting()
+{
+    constexpr int kMoreThanWorkAtOnce = 6;
+    QThreadPool::globalInstance()->setMaxThreadCount(QThread::idealThreadCount() + kMoreThanWorkAtOnce);
+}
+
+} // namespace
 
 Appearance::Appearance(QApplication &application, DesktopAppearance *desktop)
     : m_application(application),
@@ -16,6 +30,7 @@ Appearance::Appearance(QApplication &application, DesktopAppearance *desktop)
       m_paletteIsDark(Theme::tokens(application.palette()).dark),
       m_dark(m_paletteIsDark)
 {
+    leaveThreadsForPainting();
     application.setStyle(m_style); // which takes it over
     application.setFont(Theme::font(Theme::Type::Body));
     Roles::install();

@@ -17,10 +17,11 @@ QString textOf(const QHash<QString, QString> &texts, const QHash<QString, QStrin
 
 } // namespace
 
-// What a look at the folder gave, with the names already to be found.
+// What a look at the folder gave.
 struct LibraryContents::Loaded {
     QString folder;
     CaptureTable table;
+    std::unique_ptr<SearchIndex> index = std::make_unique<SearchIndex>(); // finds nothing yet
 };
 
 // What a worker indexes of a row.
@@ -28,6 +29,13 @@ struct LibraryContents::Document {
     Row row;
     QString name;
     QString source;
+};
+
+// What the catalog says of documents, in their order.
+struct LibraryContents::Known {
+    std::vector<char> isFavorite;
+    std::vector<qsizetype> source; // in `sources`
+    QStringList sources;
 };
 
 LibraryContents::LibraryContents(Library &library, QObject *parent)
@@ -39,6 +47,10 @@ LibraryContents::LibraryContents(Library &library, QObject *parent)
     connect(&library, &Library::renamed, this, &LibraryContents::fileRenamed);
     connect(&library, &Library::changed, this, &LibraryContents::folderChanged);
     connect(&library.catalog(), &LibraryCatalog::changed, this, &LibraryContents::namesChanged);
+    connect(&library.catalog(), &LibraryCatalog::read, this, [this] {
+        if (follows())
+            learn();
+    });
 }
 
 LibraryContents::~LibraryContents() = default;
@@ -59,17 +71,24 @@ std::optional<LibraryContents::Row> LibraryContents::find(const QString &path) c
 
 std::shared_ptr<LibraryContents::Loaded> LibraryContents::filesOf(const QString &folder)
 {
-    return std::make_shared<Loaded>(
+    auto loaded = std::make_shared<Loaded>(
         Loaded{folder, CaptureTable::of(CaptureTable::list(folder), CaptureTable::Orders::Ready)});
+    const std::array<QString, 1> nothing;
+    for (Row row = 0; row < loaded->table.rowCount(); ++row)
+        loaded->table.at(row).slot = loaded->index->add(nothing);
+    return loaded;
 }
 
 void LibraryContents::reload()
 {
     ++m_generation;
-    takeFiles(filesOf(m_library.folder()));
+    takeFiles(*filesOf(m_library.folder()));
+    std::ignore = m_library.catalog().data(); // waits for it
     m_index = std::make_unique<SearchIndex>();
-    for (const Row row : m_table.order(LibrarySort::Newest))
+    for (const Row row : m_table.order(LibrarySort::Newest)) {
+        readMeta(row);
         m_table.at(row).slot = m_index->add(fieldsOf(row));
+    }
     m_reading = Reading::Done;
     Q_EMIT replaced();
     Q_EMIT readingChanged();
@@ -84,79 +103,145 @@ void LibraryContents::load()
              [this, generation](const std::shared_ptr<Loaded> &loaded) {
                  if (generation != m_generation)
                      return;
-                 takeFiles(loaded);
-                 buildIndex();
+                 m_reading = Reading::Texts;
+                 takeFiles(*loaded);
+                 buildIndex(Fields::Names);
                  Q_EMIT replaced();
                  Q_EMIT readingChanged();
+                 // Later than the files, which are waited for.
+                 m_library.catalog().readInBackground();
+                 if (m_library.catalog().isRead())
+                     learn();
              });
 }
 
-void LibraryContents::takeFiles(std::shared_ptr<Loaded> loaded)
+void LibraryContents::takeFiles(Loaded &loaded)
 {
-    m_folder = loaded->folder;
-    m_table = std::move(loaded->table);
-    for (Row row = 0; row < m_table.rowCount(); ++row)
-        readMeta(row);
+    m_folder = loaded.folder;
+    std::swap(m_table, loaded.table);
+    std::swap(m_index, loaded.index);
+    m_changedMeanwhile.clear();
+    const QStringList missed = std::exchange(m_missed, {});
+    takeOut(missed);
+    takeIn(missed);
 }
 
-void LibraryContents::buildIndex()
+LibraryContents::Documents LibraryContents::documents() const
 {
     auto documents = std::make_shared<std::vector<Document>>();
     documents->reserve(static_cast<size_t>(m_table.size()));
     for (const Row row : m_table.order(LibrarySort::Newest))
         documents->push_back({row, m_table.at(row).name, m_table.source(m_table.at(row).source)});
-    m_changedMeanwhile.clear();
-    m_reading = Reading::Texts;
-    indexNames(*documents);
+    return documents;
+}
 
-    // A copy that shares the texts themselves.
-    const auto texts = std::make_shared<QHash<QString, QString>>(m_library.catalog().data().texts);
-    const auto descriptions =
-        std::make_shared<QHash<QString, QString>>(m_library.catalog().meta().descriptions);
+bool LibraryContents::isThere(const Document &document) const
+{
+    const CaptureTable::Capture &capture = m_table.at(document.row);
+    return capture.isThere && capture.name == document.name;
+}
+
+// Takes over what the catalog knows of all files, a thing of milliseconds when a worker has looked it up.
+void LibraryContents::learn()
+{
+    const Documents looked = documents();
+    const auto look = [looked, favorites = m_library.catalog().data().favorites,
+                       sources = m_library.catalog().meta().sources] {
+        auto known = std::make_shared<Known>();
+        QHash<QString, qsizetype> places;
+        for (const Document &document : *looked) {
+            known->isFavorite.push_back(favorites.contains(document.name));
+            const QString source = sources.value(document.name);
+            if (!places.contains(source)) {
+                places.insert(source, known->sources.size());
+                known->sources.append(source);
+            }
+            known->source.push_back(places.value(source));
+        }
+        return known;
+    };
+    whenDone(runInBackground(look), this,
+             [this, generation = m_generation, looked](const std::shared_ptr<Known> &known) {
+                 if (generation == m_generation)
+                     take(*known, *looked);
+             });
+}
+
+void LibraryContents::take(const Known &known, const std::vector<Document> &documents)
+{
+    std::vector<quint32> numbers;
+    for (const QString &source : known.sources)
+        numbers.push_back(m_table.sourceNumber(source));
+    for (size_t i = 0; i < documents.size(); ++i) {
+        if (!isThere(documents[i]))
+            continue;
+        CaptureTable::Capture &capture = m_table.at(documents[i].row);
+        capture.isFavorite = known.isFavorite[i];
+        capture.source = numbers[static_cast<size_t>(known.source[i])];
+    }
+    for (const QString &name : std::as_const(m_changedMeanwhile)) {
+        if (const auto row = m_table.find(name))
+            readMeta(*row);
+    }
+    Q_EMIT changed();
+    buildIndex(Fields::All);
+}
+
+void LibraryContents::buildIndex(Fields fields)
+{
+    m_reading = Reading::Texts;
+    const Documents indexed = documents();
+    CatalogData data;
+    if (fields == Fields::All)
+        data = m_library.catalog().data(); // a copy that shares the texts themselves
     struct Built {
         std::unique_ptr<SearchIndex> index = std::make_unique<SearchIndex>();
     };
-    const auto build = [documents, texts, descriptions] {
+    const auto build = [indexed, texts = data.texts, descriptions = data.meta.descriptions] {
         auto built = std::make_shared<Built>();
-        for (const Document &document : *documents) {
-            const std::array fields{LibraryNames::baseOf(document.name), document.source,
-                                    textOf(*texts, *descriptions, document.name)};
-            built->index->add(fields);
+        for (const Document &document : *indexed) {
+            const std::array words{LibraryNames::baseOf(document.name), document.source,
+                                   textOf(texts, descriptions, document.name)};
+            built->index->add(words);
         }
         return built;
     };
     whenDone(runInBackground(build), this,
-             [this, generation = m_generation, documents](const std::shared_ptr<Built> &built) {
-                 if (generation == m_generation)
-                     takeIndex(std::move(built->index), *documents);
+             [this, generation = m_generation, indexed, fields](const std::shared_ptr<Built> &built) {
+                 if (generation == m_generation && m_reading != Reading::Done)
+                     takeIndex(std::move(built->index), *indexed, fields);
              });
 }
 
-// Names and applications are quick, and stand in for the rest until that is read.
-void LibraryContents::indexNames(const std::vector<Document> &documents)
-{
-    m_index = std::make_unique<SearchIndex>();
-    for (const Document &document : documents) {
-        const std::array fields{LibraryNames::baseOf(document.name), document.source};
-        m_table.at(document.row).slot = m_index->add(fields);
-    }
-}
-
 // An index with a slot for each document, in their order.
-void LibraryContents::takeIndex(std::unique_ptr<SearchIndex> index, const std::vector<Document> &documents)
+void LibraryContents::takeIndex(std::unique_ptr<SearchIndex> index, const std::vector<Document> &documents,
+                                Fields fields)
 {
-    m_index = std::move(index);
+    constexpr auto kNone = std::numeric_limits<SearchIndex::Slot>::max();
+    std::vector<Row> changed;
+    for (const QString &name : std::as_const(m_changedMeanwhile)) {
+        if (const auto row = m_table.find(name)) {
+            changed.push_back(*row);
+            m_table.at(*row).slot = kNone;
+        }
+    }
+    std::swap(m_index, index);
     for (SearchIndex::Slot slot = 0; slot < documents.size(); ++slot) {
-        const Document &document = documents[slot];
-        if (m_table.find(document.name) == document.row)
-            m_table.at(document.row).slot = slot;
+        if (isThere(documents[slot]))
+            m_table.at(documents[slot].row).slot = slot;
         else
             m_index->remove(slot);
     }
-    m_reading = Reading::Done;
-    for (const QString &name : std::exchange(m_changedMeanwhile, {})) {
-        if (const auto row = m_table.find(name))
-            m_table.at(*row).slot = m_index->add(fieldsOf(*row));
+    for (const Row row : changed) {
+        if (m_table.at(row).slot != kNone)
+            m_index->remove(m_table.at(row).slot);
+        m_table.at(row).slot = m_index->add(fieldsOf(row));
+    }
+    // To give its memory back takes a while.
+    runInBackground([old = std::shared_ptr<SearchIndex>(std::move(index))]() mutable { old.reset(); });
+    if (fields == Fields::All) {
+        m_changedMeanwhile.clear();
+        m_reading = Reading::Done;
     }
     Q_EMIT textsRead();
     Q_EMIT readingChanged();
@@ -166,6 +251,8 @@ std::array<QString, 3> LibraryContents::fieldsOf(Row row) const
 {
     const CaptureTable::Capture &capture = m_table.at(row);
     const LibraryCatalog &catalog = m_library.catalog();
+    if (!catalog.isRead())
+        return {LibraryNames::baseOf(capture.name), {}, {}};
     return {LibraryNames::baseOf(capture.name), m_table.source(capture.source),
             textOf(catalog.data().texts, catalog.meta().descriptions, capture.name)};
 }
@@ -173,7 +260,7 @@ std::array<QString, 3> LibraryContents::fieldsOf(Row row) const
 void LibraryContents::readMeta(Row row)
 {
     CaptureTable::Capture &capture = m_table.at(row);
-    if (!capture.isThere)
+    if (!capture.isThere || !m_library.catalog().isRead())
         return;
     const CatalogData &data = m_library.catalog().data();
     capture.isFavorite = data.favorites.contains(capture.name);
@@ -192,7 +279,7 @@ void LibraryContents::indexRow(Row row)
     constexpr SearchIndex::Slot kMany = 5000;
     if (m_reading == Reading::Done && m_index->removedCount() > kMany &&
         m_index->removedCount() > m_index->slotCount() / 2)
-        buildIndex();
+        buildIndex(Fields::All);
 }
 
 bool LibraryContents::isMine(const QString &path) const
@@ -242,9 +329,17 @@ void LibraryContents::takeOut(const QStringList &paths)
     m_table.change(names, {});
 }
 
+// Whether a change of these files is to be followed at once; a worker that lists them may miss it.
+bool LibraryContents::follows(const QStringList &paths)
+{
+    if (m_reading == Reading::Files)
+        m_missed += paths;
+    return follows();
+}
+
 void LibraryContents::filesCame(const QStringList &paths)
 {
-    if (!follows())
+    if (!follows(paths))
         return;
     const QStringList known = takeIn(paths);
     Q_EMIT changed();
@@ -254,7 +349,7 @@ void LibraryContents::filesCame(const QStringList &paths)
 
 void LibraryContents::filesWent(const QStringList &paths)
 {
-    if (!follows())
+    if (!follows(paths))
         return;
     takeOut(paths);
     Q_EMIT changed();
@@ -263,7 +358,7 @@ void LibraryContents::filesWent(const QStringList &paths)
 
 void LibraryContents::fileRenamed(const QString &oldPath, const QString &newPath)
 {
-    if (!follows())
+    if (!follows({oldPath, newPath}))
         return;
     takeOut({oldPath});
     const QStringList known = takeIn({newPath});

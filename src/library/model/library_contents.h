@@ -26,8 +26,8 @@ public:
 
     // Reads everything at once, for who can wait.
     void reload();
-    // The same on workers: first the files, then the texts. Until those are there, only names and
-    // applications are found.
+    // The same on workers: first the files, then what is known of them, then the texts. Until those are
+    // there, only names are found.
     void load();
     Reading reading() const { return m_reading; }
 
@@ -57,14 +57,22 @@ Q_SIGNALS:
 private:
     struct Loaded;
     struct Document;
+    struct Known;
+
+    using Documents = std::shared_ptr<const std::vector<Document>>;
+    enum class Fields { Names, All };
 
     static std::shared_ptr<Loaded> filesOf(const QString &folder);
-    void takeFiles(std::shared_ptr<Loaded> loaded);
-    void buildIndex();
-    void indexNames(const std::vector<Document> &documents);
-    void takeIndex(std::unique_ptr<SearchIndex> index, const std::vector<Document> &documents);
+    void takeFiles(Loaded &loaded);
+    void learn();
+    void take(const Known &known, const std::vector<Document> &documents);
+    Documents documents() const;
+    bool isThere(const Document &document) const;
+    void buildIndex(Fields fields);
+    void takeIndex(std::unique_ptr<SearchIndex> index, const std::vector<Document> &documents, Fields fields);
 
     bool follows() const { return m_reading == Reading::Texts || m_reading == Reading::Done; }
+    bool follows(const QStringList &paths);
     bool isMine(const QString &path) const;
     void filesCame(const QStringList &paths);
     void filesWent(const QStringList &paths);
@@ -82,6 +90,7 @@ private:
     CaptureTable m_table;
     std::unique_ptr<SearchIndex> m_index;
     Reading m_reading = Reading::Nothing;
+    QStringList m_missed;             // told while a worker listed the files
     int m_generation = 0;             // of what workers read; older results are dropped
-    QSet<QString> m_changedMeanwhile; // names whose text changed while a worker read the texts
+    QSet<QString> m_changedMeanwhile; // names of which something changed while workers read
 };

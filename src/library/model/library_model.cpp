@@ -209,7 +209,7 @@ const LibraryModel::Counts &LibraryModel::counts() const
         if (sources[source] > 0)
             m_counts->apps.insert(table().source(source), sources[source]);
     }
-    for (const LibraryCollection &collection : m_library.catalog().meta().collections) {
+    for (const LibraryCollection &collection : collections()) {
         m_counts->collections.insert(
             collection.id, static_cast<int>(std::count_if(
                                collection.items.begin(), collection.items.end(),
@@ -244,13 +244,19 @@ QList<LibraryModel::Application> LibraryModel::apps() const
     return apps;
 }
 
-const LibraryCollection *LibraryModel::collectionOf(const QUuid &id) const
+QList<LibraryCollection> LibraryModel::collections() const
 {
-    const QList<LibraryCollection> &collections = m_library.catalog().meta().collections;
-    const auto found =
-        std::find_if(collections.begin(), collections.end(),
-                     [&id](const LibraryCollection &collection) { return collection.id == id; });
-    return found == collections.end() ? nullptr : &*found;
+    const LibraryCatalog &catalog = m_library.catalog();
+    return catalog.isRead() ? catalog.meta().collections : QList<LibraryCollection>();
+}
+
+std::optional<LibraryCollection> LibraryModel::collectionOf(const QUuid &id) const
+{
+    for (const LibraryCollection &collection : collections()) {
+        if (collection.id == id)
+            return collection;
+    }
+    return std::nullopt;
 }
 
 QString LibraryModel::title() const
@@ -258,7 +264,7 @@ QString LibraryModel::title() const
     if (const auto *filter = std::get_if<LibraryFilter>(&m_sidebar))
         return ::title(*filter);
     if (const auto *row = std::get_if<CollectionRow>(&m_sidebar)) {
-        if (const LibraryCollection *collection = collectionOf(row->id))
+        if (const auto collection = collectionOf(row->id))
             return collection->name;
         return LibraryTexts::tr("Collection");
     }
@@ -273,7 +279,7 @@ std::function<bool(LibraryModel::Row)> LibraryModel::sidebarRule()
         return [this, source](Row row) { return source != 0 && table().at(row).source == source; };
     }
     if (const auto *row = std::get_if<CollectionRow>(&m_sidebar)) {
-        if (const LibraryCollection *collection = collectionOf(row->id)) {
+        if (const auto collection = collectionOf(row->id)) {
             std::vector<bool> isIn(table().rowCount());
             for (const QString &name : collection->items) {
                 if (const auto found = table().find(name))

@@ -52,6 +52,8 @@ public:
     void setCardSize(double size);
 
     // The sidebar
+    // In order of creation; none until the catalog is read.
+    QList<LibraryCollection> collections() const;
     int count(const SidebarItem &sidebar) const;
     struct Application {
         QString name;
@@ -129,7 +131,7 @@ private:
     const CaptureTable &table() const { return m_contents.table(); }
     QString path(Row row) const { return m_contents.path(row); }
     LibraryItem item(Row row) const { return m_contents.item(row); }
-    const LibraryCollection *collectionOf(const QUuid &id) const;
+    std::optional<LibraryCollection> collectionOf(const QUuid &id) const;
     const Counts &counts() const;
 
     void contentsReplaced();

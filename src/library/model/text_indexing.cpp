@@ -2,10 +2,13 @@
 
 #include "document/image_files.h"
 #include "library/library.h"
+#include "library/model/capture_table.h"
 #include "services/claude_client.h"
 #include "services/text_recognizer.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace {
 
@@ -25,26 +28,41 @@ Result<QImage> picture(const QString &path, int longestEdge)
 
 TextIndexing::TextIndexing(Library &library, TextRecognizer &recognizer, QObject *parent)
     : QObject(parent), m_library(library), m_recognizer(recognizer)
-{}
+{
+    connect(&library.catalog(), &LibraryCatalog::read, this, [this] {
+        if (m_state == State::Looking)
+            look();
+    });
+}
+
+namespace {
+
+// For any thread.
+QStringList picturesWithout(const QHash<QString, QString> &known, const QString &folder)
+{
+    std::vector<CaptureTable::File> files = CaptureTable::list(folder);
+    std::erase_if(files, [&](const CaptureTable::File &file) {
+        return Library::isVideo(file.name) || known.contains(file.name);
+    });
+    std::ranges::sort(files, [](const CaptureTable::File &a, const CaptureTable::File &b) {
+        return a.modified != b.modified ? a.modified > b.modified : a.name < b.name;
+    });
+    QStringList paths;
+    for (const CaptureTable::File &file : files)
+        paths.append(QDir(folder).filePath(file.name));
+    return paths;
+}
+
+} // namespace
 
 QStringList TextIndexing::withoutText(Library &library)
 {
-    const auto &texts = library.catalog().data().texts;
-    QStringList paths = library.items();
-    paths.removeIf([&](const QString &path) {
-        return Library::isVideo(path) || texts.contains(QFileInfo(path).fileName());
-    });
-    return paths;
+    return picturesWithout(library.catalog().data().texts, library.folder());
 }
 
 QStringList TextIndexing::withoutDescription(Library &library)
 {
-    const auto &descriptions = library.catalog().meta().descriptions;
-    QStringList paths = library.items();
-    paths.removeIf([&](const QString &path) {
-        return Library::isVideo(path) || descriptions.contains(QFileInfo(path).fileName());
-    });
-    return paths;
+    return picturesWithout(library.catalog().meta().descriptions, library.folder());
 }
 
 QFuture<Result<QString>> TextIndexing::textOf(TextRecognizer &recognizer, const QString &path)
@@ -65,12 +83,30 @@ void TextIndexing::indexMissingText()
         m_callsAgain = true;
         return;
     }
-    m_paths = withoutText(m_library);
+    m_state = State::Looking;
+    m_library.catalog().readInBackground();
+    if (m_library.catalog().isRead())
+        look();
+}
+
+void TextIndexing::look()
+{
+    const auto looking =
+        runInBackground([texts = m_library.catalog().data().texts, folder = m_library.folder()] {
+            return picturesWithout(texts, folder);
+        });
+    whenDone(looking, this, [this](const QStringList &paths) { begin(paths); });
+}
+
+void TextIndexing::begin(const QStringList &paths)
+{
+    m_paths = paths;
     m_done = 0;
-    if (m_paths.isEmpty())
-        return;
     m_state = State::Running;
-    next();
+    if (m_paths.isEmpty())
+        finish();
+    else
+        next();
 }
 
 void TextIndexing::setPaused(bool paused)
@@ -104,8 +140,10 @@ void TextIndexing::finish()
     m_state = State::Idle;
     const auto total = static_cast<int>(m_paths.size());
     m_paths.clear();
-    Q_EMIT m_library.indexing(total, total);
-    m_library.postChanged();
+    if (total > 0) {
+        Q_EMIT m_library.indexing(total, total);
+        m_library.postChanged();
+    }
     Q_EMIT finished();
     if (std::exchange(m_callsAgain, false))
         indexMissingText();

@@ -26,8 +26,8 @@ public:
     static constexpr int kReadingEdge = 2400;
     static constexpr int kDescribingEdge = 1568;
 
-    // Starts a run over all images without an entry and returns at once. One run goes on at a time; files
-    // that come during one are looked for when it ends.
+    // Starts a run over all images without an entry and returns at once; workers look for those. One run
+    // goes on at a time; files that come during one are looked for when it ends.
     void indexMissingText();
     bool isIndexing() const { return m_state != State::Idle; }
     // Between two files, a paused run waits: the user's own work comes first.
@@ -54,8 +54,10 @@ Q_SIGNALS:
     void finished();
 
 private:
-    enum class State { Idle, Running, Paused };
+    enum class State { Idle, Looking, Running, Paused };
 
+    void look();
+    void begin(const QStringList &paths);
     void next();
     void finish();
     Task<> describe(ClaudeClient &client, QStringList paths, std::function<void(int, int)> told, Ended ended);

@@ -140,7 +140,7 @@ void LibrarySidebar::fill()
     add(LibraryFilter::Week, "calendar");
     add(LibraryFilter::Month, "calendar");
     addHeading(LibraryUiTexts::tr("Collections"));
-    for (const LibraryCollection &collection : m_model.library().catalog().meta().collections)
+    for (const LibraryCollection &collection : m_model.collections())
         addRow(CollectionRow{collection.id}, collection.name, QStringLiteral("folder"));
     auto *make = new QListWidgetItem(LibraryUiTexts::tr("New Collection…"), this);
     make->setData(Symbol, QStringLiteral("plus"));
