@@ -435,6 +435,18 @@
         <source>Keep what was captured.</source>
         <translation>Behalten, was aufgenommen wurde.</translation>
     </message>
+    <message>
+        <source>Arrow keys move the pointer, with Shift faster. Space begins and ends an area. Return takes it, Esc cancels.</source>
+        <translation>Die Pfeiltasten bewegen den Zeiger, mit der Umschalttaste schneller. Die Leertaste beginnt und beendet einen Bereich. Die Eingabetaste übernimmt ihn, Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation>%1 mal %2 bei %3, %4</translation>
+    </message>
+    <message>
+        <source>Area begins at %1</source>
+        <translation>Bereich beginnt bei %1</translation>
+    </message>
 </context>
 <context>
     <name>CliTexts</name>
@@ -2323,12 +2335,16 @@
         <translation>Pfeiltasten bewegen den Punkt, ⇧ schneller · Eingabe übernimmt seine Farbe · Esc bricht ab</translation>
     </message>
     <message>
-        <source>Arrow keys move the frame, ⌥ sizes it, ⇧ faster · Return takes it · Esc cancels</source>
-        <translation>Pfeiltasten bewegen den Rahmen, ⌥ ändert die Größe, ⇧ schneller · Eingabe übernimmt · Esc bricht ab</translation>
-    </message>
-    <message>
         <source>  ·  F6 for the bars</source>
         <translation>  ·  F6 für die Leisten</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
+    <message>
+        <source>Arrow keys move the frame, with Alt size it, ⇧ faster · Return takes it · Esc cancels</source>
+        <translation>Pfeiltasten bewegen den Rahmen, mit Alt ändern sie die Größe, ⇧ schneller · Eingabe übernimmt · Esc bricht ab</translation>
     </message>
 </context>
 <context>
@@ -5078,6 +5094,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>Continue</source>
         <translation>Weiter</translation>
     </message>
+    <message>
+        <source>Capture panel</source>
+        <translation>Aufnahmefenster</translation>
+    </message>
 </context>
 <context>
     <name>StepsTexts</name>
@@ -5617,6 +5637,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>saturation %1%, brightness %2%</source>
+        <translation>Sättigung %1 %, Helligkeit %2 %</translation>
     </message>
 </context>
 </TS>

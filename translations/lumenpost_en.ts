@@ -435,6 +435,18 @@
         <source>Keep what was captured.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Arrow keys move the pointer, with Shift faster. Space begins and ends an area. Return takes it, Esc cancels.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Area begins at %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CliTexts</name>
@@ -2323,11 +2335,15 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Arrow keys move the frame, ⌥ sizes it, ⇧ faster · Return takes it · Esc cancels</source>
+        <source>  ·  F6 for the bars</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>  ·  F6 for the bars</source>
+        <source>More</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Arrow keys move the frame, with Alt size it, ⇧ faster · Return takes it · Esc cancels</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -5077,6 +5093,10 @@ Space previews, Return opens.</source>
         <source>Continue</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Capture panel</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>StepsTexts</name>
@@ -5615,6 +5635,10 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>saturation %1%, brightness %2%</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -53,7 +53,7 @@ StatusItem::StatusItem(Actions actions, const Activity &activity, const AppSetti
       m_menu(std::make_unique<QMenu>())
 {
     connect(&m_tray, &QSystemTrayIcon::activated, this, &StatusItem::clicked);
-    connect(m_menu.get(), &QMenu::aboutToShow, this, [this] { rebuiltMenu(); });
+    connect(m_menu.get(), &QMenu::aboutToShow, this, &StatusItem::refill);
     connect(&activity, &Activity::changed, this, &StatusItem::update);
 }
 
@@ -98,6 +98,7 @@ QIcon StatusItem::currentIcon() const
 void StatusItem::show()
 {
     update();
+    refill();
     m_tray.setContextMenu(m_menu.get());
     m_tray.show();
 }
@@ -106,6 +107,22 @@ void StatusItem::update()
 {
     m_tray.setIcon(currentIcon());
     m_tray.setToolTip(QStringLiteral("Lumenpost") + m_title);
+    if (!m_filledFor.isEmpty())
+        refill();
+}
+
+// Trays that show the menu by themselves read it when they like, and show what they read last: it is filled
+// before it is asked for, and not exchanged under a tray that has it open.
+void StatusItem::refill()
+{
+    QStringList made{QString::number(m_activity.isRecording()), QString::number(m_activity.isStepping()),
+                     QString::number(m_actions.hasPins()),
+                     QString::number(m_settings.isOn(CaptureSettings::Switch::PreviewInEditor))};
+    for (const HotKeyInfo &key : kHotKeys)
+        made += m_prefs.hotkey(key.action).display() +
+                QString::number(!m_actions.isAvailable || m_actions.isAvailable(key.action));
+    if (const QString now = made.join(QLatin1Char('|')); std::exchange(m_filledFor, now) != now)
+        rebuiltMenu();
 }
 
 void StatusItem::setCountdown(int seconds)
@@ -127,6 +144,9 @@ void StatusItem::clicked(QSystemTrayIcon::ActivationReason reason)
         return;
     }
     Log::info(QStringLiteral("Menu bar icon clicked (panel %1)").arg(m_actions.panelState()));
+    // The middle button is for what is done most.
+    if (reason == QSystemTrayIcon::MiddleClick && m_actions.perform)
+        m_actions.perform(HotKeyAction::Capture);
     if (reason != QSystemTrayIcon::Trigger)
         return;
     if (m_actions.togglePanel && !QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))

@@ -55,6 +55,7 @@ public:
 private:
     QIcon currentIcon() const;
     void update();
+    void refill();
     void clicked(QSystemTrayIcon::ActivationReason reason);
     void addItem(const QString &title, const QString &symbol, HotKeyAction action);
     void addItem(const QString &title, const QString &symbol, const std::function<void()> &call);
@@ -66,5 +67,6 @@ private:
     std::unique_ptr<QMenu> m_menu;
     QSystemTrayIcon m_tray;
     QString m_title;
+    QString m_filledFor; // what the menu's entries were made of
     int m_countdown = 0;
 };

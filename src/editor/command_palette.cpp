@@ -169,7 +169,9 @@ CommandPalette::CommandPalette(QWidget *over, QList<PaletteCommand> commands)
     setCardWidth(kCardWidth);
     m_field->setObjectName("paletteField");
     m_field->setPlaceholderText(EditorTexts::tr("Type a command…"));
-    m_field->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition);
+    m_field->setAccessibleName(m_field->placeholderText());
+    m_field->addAction(symbolIcon("magnifyingglass"), QLineEdit::LeadingPosition)
+        ->setText(m_field->placeholderText());
     m_field->setFont(Theme::font(Theme::Type::Title));
     m_field->setMinimumHeight(38);
     m_field->setProperty("focusRadius", -1.0);

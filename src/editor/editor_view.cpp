@@ -9,6 +9,7 @@
 #include "ui/bar_keys.h"
 #include "ui/color_panel.h"
 #include "ui/controls.h"
+#include "ui/overflow_button.h"
 #include "ui/roles.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
@@ -163,6 +164,13 @@ QWidget *EditorView::makeMainBar()
     addTools(row);
     row->addStretch();
     addActions(row);
+    // On a small screen: first what else is in the palette, the tools that are needed least at last.
+    QList<BarButton *> yielding = m_rarelyUsed;
+    for (ToolKind tool : {ToolKind::Measure, ToolKind::Cutout, ToolKind::Magnify, ToolKind::Spotlight,
+                          ToolKind::Stamp, ToolKind::Pen, ToolKind::Line, ToolKind::Ellipse})
+        yielding += m_toolButtons[tool];
+    auto *more = new OverflowButton(bar, EditorTexts::tr("More"), yielding);
+    row->insertWidget(row->indexOf(m_commandButtons[EditorCommand::CopyImage]), more, 0, Qt::AlignVCenter);
     return bar;
 }
 
@@ -280,7 +288,7 @@ void EditorView::tellOfDraft()
     new BarKeys(bar);
 }
 
-void EditorView::addEffects(QHBoxLayout *row)
+BarButton *EditorView::addEffects(QHBoxLayout *row)
 {
     BarButton *button = addMenu(row, EditorMenus::kEffects, {});
     QMenu *menu = button->menu();
@@ -314,6 +322,7 @@ void EditorView::addEffects(QHBoxLayout *row)
                 item->setChecked(m_controller.isChecked(static_cast<EditorCommand>(item->data().toInt())));
         }
     });
+    return button;
 }
 
 void EditorView::chooseBorderColor(BarButton *button)
@@ -327,7 +336,7 @@ void EditorView::chooseBorderColor(BarButton *button)
     panel->openUnder(button);
 }
 
-void EditorView::addDragOut(QHBoxLayout *row)
+BarButton *EditorView::addDragOut(QHBoxLayout *row)
 {
     const EditorCommandInfo &shown = info(EditorCommand::DragOut);
     auto *button = new DragOutButton(m_controller, shown);
@@ -335,6 +344,7 @@ void EditorView::addDragOut(QHBoxLayout *row)
     TipCenter::describe(button, {shown.shownTitle(), shown.shownTip(), {}});
     connect(button, &QAbstractButton::clicked, this, [this] { m_controller.run(EditorCommand::DragOut); });
     row->addWidget(button, 0, Qt::AlignVCenter);
+    return button;
 }
 
 void EditorView::addActions(QHBoxLayout *row)
@@ -347,20 +357,21 @@ void EditorView::addActions(QHBoxLayout *row)
     addCommand(row, EditorCommand::Undo);
     addCommand(row, EditorCommand::Redo);
     separate();
-    addEffects(row);
-    addMenu(row, EditorMenus::kRedact,
+    BarButton *effects = addEffects(row);
+    BarButton *redact = addMenu(row, EditorMenus::kRedact,
             {EditorCommand::RedactSensitive, EditorCommand::RedactAllText, EditorCommand::RedactFaces,
              EditorCommand::GrabText, EditorCommand::CopyTextFromArea},
             2);
-    addMenu(row, EditorMenus::kAi,
+    BarButton *ai = addMenu(row, EditorMenus::kAi,
             {EditorCommand::Describe, EditorCommand::DescribeSteps, EditorCommand::AltText,
              EditorCommand::Rename});
     separate();
-    addCommand(row, EditorCommand::Pin);
-    addMenu(row, EditorMenus::kShare, {EditorCommand::Share, EditorCommand::Upload, EditorCommand::SaveAs});
-    addDragOut(row);
+    BarButton *pin = addCommand(row, EditorCommand::Pin);
+    BarButton *share = addMenu(row, EditorMenus::kShare, {EditorCommand::Share, EditorCommand::Upload, EditorCommand::SaveAs});
+    BarButton *drag = addDragOut(row);
     addCommand(row, EditorCommand::CopyImage);
     addCommand(row, EditorCommand::Save);
+    m_rarelyUsed = {drag, pin, ai, effects, share, redact};
 }
 
 void EditorView::addShortcuts()

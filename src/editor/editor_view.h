@@ -42,8 +42,8 @@ private:
     BarButton *addCommand(QHBoxLayout *row, EditorCommand command);
     BarButton *addMenu(QHBoxLayout *row, const EditorMenuInfo &menu, const QList<EditorCommand> &commands,
                        int separatorAfter = -1);
-    void addEffects(QHBoxLayout *row);
-    void addDragOut(QHBoxLayout *row);
+    BarButton *addEffects(QHBoxLayout *row);
+    BarButton *addDragOut(QHBoxLayout *row);
     // An item of a menu: with the words of bars and menus, or with those of the palette.
     enum class Words { Menu, Palette };
     QAction *addItem(QMenu *menu, EditorCommand command, Words words = Words::Menu);
@@ -61,4 +61,5 @@ private:
     QWidget *m_mainBar = nullptr;
     QHash<ToolKind, BarButton *> m_toolButtons;
     QHash<EditorCommand, BarButton *> m_commandButtons;
+    QList<BarButton *> m_rarelyUsed; // actions that may stand in a menu, the first one first
 };

@@ -11,13 +11,14 @@
 #include "ui/sheet.h"
 
 #include <QCloseEvent>
+#include <QCursor>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace {
 
-constexpr QSize kLeastWindow(1230, 540);
+constexpr QSize kLeastWindow(900, 440); // half of a usual screen, and the whole of a small one
 constexpr int kWidthBeyondImage = 80, kHeightBeyondImage = 200;
 constexpr int kUsualWidth = 1320, kUsualHeight = 620;
 constexpr double kShareOfScreen = 0.9;
@@ -48,7 +49,10 @@ EditorWindowController::EditorWindowController(std::unique_ptr<EditorDocument> d
       m_drafts(m_desk)
 {
     m_view->setMinimumSize(kLeastWindow);
-    const QScreen *screen = QGuiApplication::primaryScreen();
+    // Where the capture was asked for.
+    const QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
     m_view->resize(windowSize(m_document->base().size(), screen));
     if (screen) {
         QRect frame = m_view->frameGeometry();

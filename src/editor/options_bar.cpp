@@ -79,14 +79,11 @@ OptionsBar::OptionsBar(EditorWindowController &controller, PresetStore &presets)
     : m_controller(controller), m_document(controller.document()), m_presets(presets)
 {
     setFixedHeight(kBarHeight);
+    setMinimumWidth(1);
     setAccessibleName(EditorTexts::tr("Options"));
     Roles::set(this, QAccessible::ToolBar);
     m_what = new QLabel;
     m_what->setFont(Theme::font(Theme::Type::Control, QFont::DemiBold));
-    // As wide as the widest words, so that nothing beside it moves when an object is selected.
-    for (ToolKind tool : Tools::toolbarTools())
-        m_what->setMinimumWidth(std::max(m_what->minimumWidth(),
-                                         m_what->fontMetrics().horizontalAdvance(selectedWords(tool)) + 2));
     m_colors = makeColors();
     m_size = new ValueSlider(EditorTexts::tr("Width"), kLeastSize, kMostSize);
     m_size->setObjectName("size");
@@ -169,6 +166,33 @@ void OptionsBar::makeStampButton()
                 [this](const QString &value) { m_document.setStampValue(value); });
         picker->openUnder(m_stamp);
     });
+}
+
+void OptionsBar::resizeEvent(QResizeEvent *)
+{
+    fit();
+}
+
+// What there is no room for becomes shorter: first the words in front, then those beside symbols.
+void OptionsBar::fit()
+{
+    const auto needed = [this] {
+        layout()->invalidate();
+        return layout()->minimumSize().width();
+    };
+    // As wide as the widest words, so that nothing beside it moves when an object is selected.
+    int widest = 0;
+    for (ToolKind tool : Tools::toolbarTools())
+        widest = std::max(widest, m_what->fontMetrics().horizontalAdvance(selectedWords(tool)) + 2);
+    m_what->setMinimumWidth(widest);
+    m_presetButton->setLabel(BarButton::Label::Beside);
+    m_styles->setShowsText(true);
+    if (needed() > width())
+        m_presetButton->setLabel(BarButton::Label::None);
+    if (needed() > width())
+        m_styles->setShowsText(false);
+    if (needed() > width())
+        m_what->setMinimumWidth(1);
 }
 
 void OptionsBar::paintEvent(QPaintEvent *)
@@ -293,6 +317,7 @@ void OptionsBar::follow()
     const QString stamp = m_document.stampValue();
     m_stamp->setSymbol(stamp.startsWith("sym:") ? stamp.mid(4) : QStringLiteral("seal"));
     followStyles(shown);
+    fit();
 }
 
 void OptionsBar::followStyles(ToolKind shown)

@@ -31,6 +31,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *makeColors();
@@ -40,6 +41,7 @@ private:
     void chooseColor(QWidget *anchor);
     void fillPresetMenu();
     void follow();
+    void fit();
     void followStyles(ToolKind kind);
 
     EditorWindowController &m_controller;

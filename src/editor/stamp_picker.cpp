@@ -97,6 +97,7 @@ StampPicker::StampPicker(const QString &current, QWidget *parent)
       m_pages(new QStackedLayout)
 {
     setObjectName("stampPicker");
+    Roles::set(this, QAccessible::Dialog);
     setAccessibleName(EditorTexts::tr("Choose Stamp"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
@@ -105,7 +106,6 @@ StampPicker::StampPicker(const QString &current, QWidget *parent)
     m_tabs->setStretches(true);
     m_tabs->setIsTabs(true);
     m_tabs->setAccessibleName(EditorTexts::tr("Kind of stamp"));
-    Roles::set(this, QAccessible::Dialog);
     const QList<QStringList> pages{StampLibrary::symbols(), StampLibrary::emoji(), StampLibrary::keys()};
     for (const QStringList &values : pages)
         m_pages->addWidget(makePage(values, current));

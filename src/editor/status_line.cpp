@@ -110,7 +110,7 @@ QString StatusLine::hint() const
         return withShortcutWords(
             m_session.mode() == EditorSession::Mode::PickingColor
                 ? EditorTexts::tr("Arrow keys move the point, ⇧ faster · Return picks its color · Esc cancels")
-                : EditorTexts::tr("Arrow keys move the frame, ⌥ sizes it, ⇧ faster · Return takes it · Esc cancels"));
+                : EditorTexts::tr("Arrow keys move the frame, with Alt size it, ⇧ faster · Return takes it · Esc cancels"));
     switch (m_session.mode()) {
     case EditorSession::Mode::SelectingText:
         return EditorTexts::tr("Drag over text in the image to copy it · Esc to cancel");

@@ -58,6 +58,7 @@ CapturePanel::CapturePanel(Parts parts, CapturePanelActions actions, QWidget *pa
 {
     setFixedWidth(kWidth);
     setFocusPolicy(Qt::NoFocus);
+    setAccessibleName(ShellTexts::tr("Capture panel"));
     QList<SegmentedPicker::Segment> segments;
     for (const ModeWords &mode : kModeWords)
         segments += {ShellTexts::tr(mode.label), QLatin1String(mode.symbol)};

@@ -161,7 +161,8 @@ QWidget *SettingsView::makeSidebar()
     m_search->setPlaceholderText(ShellTexts::tr("Search settings"));
     m_search->setAccessibleName(ShellTexts::tr("Search settings"));
     m_search->setClearButtonEnabled(true);
-    m_search->addAction(symbolIcon(QStringLiteral("magnifyingglass")), QLineEdit::LeadingPosition);
+    m_search->addAction(symbolIcon(QStringLiteral("magnifyingglass")), QLineEdit::LeadingPosition)
+        ->setText(m_search->placeholderText());
     connect(m_search, &QLineEdit::textChanged, this, &SettingsView::arrange);
     column->addWidget(m_search);
     column->addSpacing(Theme::Space::inside);

@@ -179,8 +179,8 @@ ColorPanel::ColorPanel(const QColor &color, QWidget *parent)
       m_field(new QLineEdit)
 {
     setObjectName(QStringLiteral("colorPanel"));
-    setAccessibleName(UiTexts::tr("Color"));
     Roles::set(this, QAccessible::Dialog);
+    setAccessibleName(UiTexts::tr("Color"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
     m_field->setObjectName(QStringLiteral("hexField"));
@@ -235,6 +235,10 @@ void ColorPanel::take(double hue, double saturation, double value)
 void ColorPanel::show(const QColor &color)
 {
     m_field->setText(color.name().toUpper());
+    const int saturation = qRound(color.hsvSaturationF() * 100), brightness = qRound(color.valueF() * 100);
+    Roles::setValue(m_plane, brightness, 100,
+                    UiTexts::tr("saturation %1%, brightness %2%").arg(saturation).arg(brightness));
+    Roles::setValue(m_hueBar, qRound(m_hue * 360), 360);
     update();
     m_plane->update();
     m_hueBar->update();

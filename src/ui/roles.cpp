@@ -14,6 +14,9 @@
 namespace {
 
 constexpr char kRole[] = "lumenpostRole";
+constexpr char kValue[] = "lumenpostValue";
+constexpr char kMaximum[] = "lumenpostMaximum";
+constexpr char kValueWords[] = "lumenpostValueWords";
 
 std::optional<QAccessible::Role> roleOf(const QObject *object)
 {
@@ -21,10 +24,31 @@ std::optional<QAccessible::Role> roleOf(const QObject *object)
     return role.isValid() ? std::optional(static_cast<QAccessible::Role>(role.toInt())) : std::nullopt;
 }
 
-class AccessiblePart : public QAccessibleWidget {
+class AccessiblePart : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
-    using QAccessibleWidget::QAccessibleWidget;
+    explicit AccessiblePart(QWidget *part) : QAccessibleWidget(part) {}
 
+    // Asked for each time: a widget gets its role and its parent after its first event.
+    QAccessible::Role role() const override
+    {
+        return roleOf(widget()).value_or(widget()->isWindow() ? QAccessible::Window : QAccessible::Client);
+    }
+    QString text(QAccessible::Text which) const override
+    {
+        const QString words = widget()->property(kValueWords).toString();
+        return which == QAccessible::Value && !words.isEmpty() ? words : QAccessibleWidget::text(which);
+    }
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface && widget()->property(kValue).isValid())
+            return static_cast<QAccessibleValueInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return widget()->property(kValue); }
+    void setCurrentValue(const QVariant &) override {} // by keys alone
+    QVariant minimumValue() const override { return 0.0; }
+    QVariant maximumValue() const override { return widget()->property(kMaximum); }
+    QVariant minimumStepSize() const override { return {}; }
     QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
@@ -98,11 +122,7 @@ QAccessibleInterface *make(const QString &className, QObject *object)
         return new AccessibleButton(static_cast<QAbstractButton *>(widget));
     if (qobject_cast<QAbstractButton *>(widget))
         return nullptr;
-    if (const auto role = roleOf(widget))
-        return new AccessiblePart(widget, *role);
-    if (className == QLatin1String("QWidget") && widget->isWindow())
-        return new AccessiblePart(widget, QAccessible::Window);
-    return nullptr;
+    return className == QLatin1String("QWidget") || roleOf(widget) ? new AccessiblePart(widget) : nullptr;
 }
 
 } // namespace
@@ -110,6 +130,15 @@ QAccessibleInterface *make(const QString &className, QObject *object)
 void Roles::set(QWidget *widget, QAccessible::Role role)
 {
     widget->setProperty(kRole, static_cast<int>(role));
+}
+
+void Roles::setValue(QWidget *widget, double value, double maximum, const QString &words)
+{
+    widget->setProperty(kValue, value);
+    widget->setProperty(kMaximum, maximum);
+    widget->setProperty(kValueWords, words);
+    QAccessibleValueChangeEvent event(widget, value);
+    QAccessible::updateAccessibility(&event);
 }
 
 void Roles::install()

@@ -11,6 +11,8 @@ namespace Roles {
 // Of widgets that are no control, and of buttons that are one of several choices (QAccessible::RadioButton).
 // Dialogs that are sheets tell that they are modal.
 void set(QWidget *widget, QAccessible::Role role);
+// Of a widget that is a slider of its own kind; tells that it changed. `words` say it where the number doesn't.
+void setValue(QWidget *widget, double value, double maximum, const QString &words = {});
 // Once for the program; more often does nothing.
 void install();
 

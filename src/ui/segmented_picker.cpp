@@ -56,6 +56,14 @@ void SegmentedPicker::setStretches(bool stretches)
     updateGeometry();
 }
 
+void SegmentedPicker::setShowsText(bool shows)
+{
+    if (std::exchange(m_showsText, shows) == shows)
+        return;
+    updateGeometry();
+    update();
+}
+
 void SegmentedPicker::setLabelsUnder(bool under)
 {
     m_labelsUnder = under;
@@ -81,7 +89,7 @@ int SegmentedPicker::naturalWidth(const Segment &segment) const
     int width = 16;
     if (!segment.symbol.isEmpty())
         width += Theme::Size::rowIcon;
-    if (segment.showsText) {
+    if (showsText(segment)) {
         width += QFontMetrics(font()).horizontalAdvance(segment.text);
         if (!segment.symbol.isEmpty())
             width += kSymbolGap;
@@ -163,7 +171,7 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
                        segment.symbol, ink);
             left += Theme::Size::rowIcon + kSymbolGap;
         }
-        if (segment.showsText) {
+        if (showsText(segment)) {
             painter.setPen(ink);
             painter.drawText(QRect(left, place.top(), place.right() - left + 1, place.height()),
                              Qt::AlignVCenter | Qt::AlignLeft, segment.text);
@@ -250,7 +258,7 @@ bool SegmentedPicker::event(QEvent *event)
     if (event->type() == QEvent::ToolTip) {
         // A segment that shows its symbol alone tells its name.
         const int over = segmentAt(static_cast<QHelpEvent *>(event)->pos());
-        setToolTip(over >= 0 && !m_segments[over].showsText ? m_segments[over].text : QString());
+        setToolTip(over >= 0 && !showsText(m_segments[over]) ? m_segments[over].text : QString());
     }
     return QWidget::event(event);
 }

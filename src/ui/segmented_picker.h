@@ -25,6 +25,8 @@ public:
     void setCurrent(int index);
     // All segments equally wide, filling the widget.
     void setStretches(bool stretches);
+    // Without, a segment with a symbol shows that alone.
+    void setShowsText(bool shows);
     // The words under the symbols instead of beside them.
     void setLabelsUnder(bool under);
     void setSegmentEnabled(int index, bool enabled);
@@ -55,11 +57,16 @@ private:
     int nextEnabled(int from, int step) const;
     int segmentAt(const QPoint &position) const;
     int naturalWidth(const Segment &segment) const;
+    bool showsText(const Segment &segment) const
+    {
+        return segment.showsText && (m_showsText || segment.symbol.isEmpty());
+    }
 
     QList<Segment> m_segments;
     int m_current = 0;
     int m_hovered = -1;
     bool m_isTabs = false;
+    bool m_showsText = true;
     bool m_stretches = false;
     bool m_labelsUnder = false;
     QSet<int> m_disabled;

@@ -6,10 +6,12 @@
 #include "editor/texts.h"
 #include "editor_stage.h"
 #include "library/library_versions.h"
+#include "support/accessible_walk.h"
 #include "support/pictures.h"
 #include "support/printers.h"
 #include "ui/color_panel.h"
 #include "ui/controls.h"
+#include "ui/sheet.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -524,4 +526,24 @@ TEST_F(EditorWindowTest, ALateCopyNeverReplacesANewerOne)
     EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
     EXPECT_EQ(stage.fakes.pasteboard.text(), "newer");
     EXPECT_TRUE(stage.notices.isEmpty()) << "nothing is said to be copied";
+}
+
+TEST_F(EditorWindowTest, ReadersAndTheKeyboardGetEverywhere)
+{
+    auto editor = stage.open(filled({800, 600}));
+    editor->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor->window()));
+    AccessibleWalk::expectUsable(editor->window(), 36, 4);
+    for (EditorCommand command : {EditorCommand::CommandPalette, EditorCommand::Describe}) {
+        editor->run(command);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return editor->window().findChild<Sheet *>() != nullptr; }));
+        auto *sheet = editor->window().findChild<Sheet *>();
+        QAccessibleInterface *told = QAccessible::queryAccessibleInterface(sheet);
+        EXPECT_EQ(told->role(), QAccessible::Dialog);
+        EXPECT_TRUE(told->state().modal);
+        EXPECT_FALSE(told->text(QAccessible::Name).isEmpty());
+        AccessibleWalk::expectUsable(editor->window(), 1, 1);
+        sheet->close();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return editor->window().findChild<Sheet *>() == nullptr; }));
+    }
 }

@@ -1,4 +1,5 @@
 #include "library_window_stage.h"
+#include "support/accessible_walk.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -106,4 +107,11 @@ TEST_F(LibraryWindowTest, SearchingLeadsToWhatIsFoundAndCardsShowTheirPictures)
     const QRgb wanted = QColor::fromHsv(7 * 30, 200, 200).rgb();
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return grid().viewport()->grab().toImage().pixel(inPicture) == wanted; }, 5000));
+}
+
+TEST_F(LibraryWindowTest, ReadersAndTheKeyboardGetEverywhere)
+{
+    AccessibleWalk::expectUsable(*m_window, 20, 6);
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    AccessibleWalk::expectUsable(*m_window, 25, 8);
 }

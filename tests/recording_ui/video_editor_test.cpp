@@ -5,6 +5,7 @@
 #include "fakes/fake_platform.h"
 #include "recording/ui/trim_handle.h"
 #include "recording/ui/video_editor_view.h"
+#include "support/accessible_walk.h"
 #include "support/printers.h"
 #include "support/temporary_folder.h"
 
@@ -218,4 +219,10 @@ TEST_F(VideoEditor, SaysWhyAFilmPlaysNowhere)
     m_editor->showCaptions();
     EXPECT_TRUE(m_editor->model().busy().isEmpty());
     EXPECT_EQ(m_editor->window().findChild<QTableWidget *>(), nullptr);
+}
+
+TEST_F(VideoEditor, ReadersAndTheKeyboardGetEverywhere)
+{
+    openReady();
+    AccessibleWalk::expectUsable(m_editor->window(), 9, 6);
 }

@@ -4,6 +4,7 @@
 #include "shell/option_chips.h"
 #include "shell/recent_captures.h"
 #include "shell/shell_test.h"
+#include "support/accessible_walk.h"
 
 #include <QPushButton>
 
@@ -155,4 +156,12 @@ TEST_F(CapturePanelTest, ThePanelClosesForClicksOutsideAndForOtherPrograms)
     settings.setMode(CaptureMode::Video);
     EXPECT_TRUE(QTest::qWaitFor([&] { return panel.cardGeometry().height() > before.height(); }, 3000));
     EXPECT_EQ(panel.cardGeometry().topLeft(), before.topLeft());
+}
+
+TEST_F(CapturePanelTest, ReadersAndTheKeyboardGetEverywhere)
+{
+    addCapture("a.png");
+    auto panel = makePanel();
+    panel->show();
+    AccessibleWalk::expectUsable(*panel, 12, 6);
 }

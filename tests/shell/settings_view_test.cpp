@@ -6,6 +6,7 @@
 #include "shell/settings_view.h"
 #include "shell/shell_test.h"
 #include "shell/welcome_view.h"
+#include "support/accessible_walk.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -156,4 +157,18 @@ TEST_F(ShellTest, TheGuideHasThreePagesAndShowsTheShortcutThatIsStored)
     button("Done")->click();
     EXPECT_EQ(tried, 1);
     EXPECT_EQ(finished, 1);
+}
+
+TEST_F(ShellTest, ReadersAndTheKeyboardGetEverywhere)
+{
+    for (const char *page : {"general", "shortcuts", "presets", "recording", "ai", "help"}) {
+        SCOPED_TRACE(page);
+        prefs.setSettingsTab(page);
+        SettingsView view(settingsParts());
+        view.show();
+        AccessibleWalk::expectUsable(view, 3, 2);
+    }
+    WelcomeView guide({prefs, machine.permissions, holders, [] {}, [] {}});
+    guide.show();
+    AccessibleWalk::expectUsable(guide, 1, 1);
 }

@@ -6,6 +6,7 @@
 #include "steps/ui/step_picture_view.h"
 #include "steps/ui/step_row.h"
 #include "steps/ui/steps_review_window.h"
+#include "support/accessible_walk.h"
 #include "support/printers.h"
 #include "ui/sheet.h"
 
@@ -179,5 +180,12 @@ TEST_F(StepsReview, SaysWhyNothingWasExportedAndLooksAgain)
     EXPECT_TRUE(model->unsearched().isEmpty());
     EXPECT_TRUE(library.items().isEmpty()) << "what was refused isn't done later unasked";
 }
+TEST_F(StepsReview, ReadersAndTheKeyboardGetEverywhere)
+{
+    open(3);
+    settleAll(3);
+    AccessibleWalk::expectUsable(*window, 12, 6);
+}
+
 
 } // namespace

@@ -247,7 +247,10 @@ void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view,
     const CrosshairLines lines = crosshairLines(pointer, view, device);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(brandColor(0.85));
+    // White between the dashes: one of the two stands out from any ground.
+    painter.fillRect(lines.horizontal, Qt::white);
+    painter.fillRect(lines.vertical, Qt::white);
+    painter.setBrush(brandColor());
     painter.drawRects(
         dashes(view.width(), lines.horizontal.height(), lines.horizontal.top(), Qt::Horizontal, visible));
     painter.drawRects(

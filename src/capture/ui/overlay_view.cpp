@@ -2,6 +2,9 @@
 
 #include "capture/ui/capture_overlay.h"
 #include "capture/ui/picture_dimming.h"
+#include "capture/ui/texts.h"
+#include "ui/announcement.h"
+#include "ui/roles.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -25,6 +28,10 @@ OverlayView::OverlayView(const DisplaySnapshot &snapshot, CaptureOverlayControll
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::CrossCursor);
+    Roles::set(this, QAccessible::Canvas);
+    setAccessibleName(controller.hint());
+    setAccessibleDescription(CaptureUiTexts::tr("Arrow keys move the pointer, with Shift faster. Space begins "
+                                                "and ends an area. Return takes it, Esc cancels."));
 }
 
 void OverlayView::resizeEvent(QResizeEvent *)
@@ -239,19 +246,50 @@ void OverlayView::nudge(int dx, int dy)
                      std::clamp(from.y() + dy / scale, 0.0, bounds().height() - 1 / scale));
     m_nudgedTo = to;
     m_controller.warpPointer(to + m_snapshot.screen.frame().topLeft());
+    const quint32 before = m_hovered ? m_hovered->id : 0;
     if (m_dragStart && m_draggedBy == DraggedBy::ButtonAsAWhole)
         moveSelection(to);
     else if (m_dragStart)
         drag(to, Shape::Free);
     else
         pointerMoved(to);
+    const QString place = placeWords();
+    announce(this, m_hovered && m_hovered->id != before && !m_dragStart
+                       ? place + QStringLiteral(", ") + titleOf(m_hovered->id)
+                       : place);
+}
+
+// Where the pointer is, or how large what it holds is; pixels of the picture.
+QString OverlayView::placeWords() const
+{
+    if (m_selection) {
+        const QRect pixels = layout().pixels(*m_selection);
+        return CaptureUiTexts::tr("%1 by %2 at %3, %4")
+            .arg(pixels.width())
+            .arg(pixels.height())
+            .arg(pixels.x())
+            .arg(pixels.y());
+    }
+    const QPointF at = m_mouse.value_or(QPointF()) * layout().scale();
+    return QStringLiteral("%1, %2").arg(qRound(at.x())).arg(qRound(at.y()));
+}
+
+QString OverlayView::titleOf(quint32 window) const
+{
+    for (const WindowInfo &info : m_controller.windowInfos()) {
+        if (info.id == window)
+            return info.title;
+    }
+    return {};
 }
 
 void OverlayView::toggleSelection()
 {
     if (!m_dragStart) {
-        if (m_mouse)
+        if (m_mouse) {
             beginDrag(*m_mouse, DraggedBy::Keys);
+            announce(this, CaptureUiTexts::tr("Area begins at %1").arg(placeWords()));
+        }
         return;
     }
     switch (m_draggedBy) {

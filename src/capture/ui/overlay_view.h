@@ -65,6 +65,8 @@ private:
     void finishWithRect(const QRectF &rect);
     // Brings the marks up to date and repaints only what changed.
     void refresh();
+    QString placeWords() const;
+    QString titleOf(quint32 window) const;
     OverlayMarks currentMarks() const;
     void preparePicture();
     void paintPictures(QPainter &painter, const QRegion &region) const;

@@ -20,7 +20,6 @@ LibraryGrid::LibraryGrid(LibraryModel &model, LibraryActions &actions, Movies &m
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setAccessibleName(LibraryUiTexts::tr("Captures"));
-    setProperty("focusRadius", -1); // the card has the ring
     viewport()->setMouseTracking(true);
     viewport()->setAcceptDrops(true);
     setAcceptDrops(true);
@@ -69,6 +68,7 @@ void LibraryGrid::layOut()
 
 void LibraryGrid::resizeEvent(QResizeEvent *)
 {
+    setProperty("focusRect", rect().adjusted(6, 6, -6, -6)); // inside: it reaches from edge to edge
     layOut();
 }
 

@@ -102,7 +102,8 @@ QLineEdit *LibraryToolbar::makeSearch()
     search->setMinimumWidth(180);
     search->setMaximumWidth(340);
     search->setFixedHeight(Theme::Size::field);
-    search->addAction(symbolIcon(QStringLiteral("magnifyingglass")), QLineEdit::LeadingPosition);
+    search->addAction(symbolIcon(QStringLiteral("magnifyingglass")), QLineEdit::LeadingPosition)
+        ->setText(search->placeholderText());
     connect(search, &QLineEdit::textChanged, &m_model, &LibraryModel::setQuery);
     return search;
 }

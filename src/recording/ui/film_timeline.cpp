@@ -2,6 +2,7 @@
 
 #include "recording/ui/texts.h"
 #include "recording/ui/trim_handle.h"
+#include "ui/roles.h"
 #include "ui/theme.h"
 
 #include <QKeyEvent>
@@ -29,6 +30,7 @@ FilmTimeline::FilmTimeline(VideoEditorModel &model, QWidget *parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(RecordingUiTexts::tr("Timeline"));
+    Roles::set(this, QAccessible::Slider);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_settled.setSingleShot(true);
     m_settled.setInterval(kSettled);

@@ -1,5 +1,6 @@
 #include "recording/ui/trim_handle.h"
 
+#include "ui/roles.h"
 #include "ui/theme.h"
 
 #include <QKeyEvent>
@@ -19,6 +20,7 @@ TrimHandle::TrimHandle(Side side, const QString &name, QWidget *parent) : QWidge
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::SizeHorCursor);
     setAccessibleName(name);
+    Roles::set(this, QAccessible::Slider);
     setProperty("focusRadius", 3.0);
     hide();
 }

@@ -1,6 +1,7 @@
 #include "steps/ui/caption_field.h"
 
 #include "steps/ui/texts.h"
+#include "ui/roles.h"
 #include "ui/theme.h"
 
 #include <QKeyEvent>
@@ -39,6 +40,7 @@ CaptionField::CaptionField(QWidget *parent) : QWidget(parent)
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::IBeamCursor);
     setProperty("focusRadius", -1.0); // the field itself shows it
+    Roles::set(this, QAccessible::EditableText);
 }
 
 QFont CaptionField::captionFont() const
