@@ -75,7 +75,7 @@ Result<SingleInstance::Role> SingleInstance::start(const QStringList &arguments)
             const auto listening = listen();
             return listening ? Result<Role>(Role::Running) : std::unexpected(listening.error());
         }
-        if (handOver(arguments, int(deadline.remainingTime())))
+        if (handOverTo(m_socketPath, arguments, int(deadline.remainingTime())))
             return Role::HandedOver;
         if (deadline.hasExpired())
             return fail(Error::Kind::Unavailable,
@@ -105,15 +105,22 @@ Result<SingleInstance::Lock> SingleInstance::takeLock()
     return isHeld ? Result<Lock>(Lock::HeldElsewhere) : noLock(path);
 }
 
-bool SingleInstance::handOver(const QStringList &arguments, int patience) const
+bool SingleInstance::handOverAtOnce(const QStringList &words)
 {
-    if (!QFileInfo::exists(m_socketPath))
+    // Without a runtime folder nobody listens in it.
+    return !qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR") &&
+           handOverTo(defaultSocketPath(), words, kPatience);
+}
+
+bool SingleInstance::handOverTo(const QString &socketPath, const QStringList &words, int patience)
+{
+    if (!QFileInfo::exists(socketPath))
         return false;
     QLocalSocket socket;
-    socket.connectToServer(m_socketPath);
+    socket.connectToServer(socketPath);
     if (!socket.waitForConnected(patience))
         return false;
-    socket.write(QJsonDocument(QJsonArray::fromStringList(arguments)).toJson(QJsonDocument::Compact) + '\n');
+    socket.write(QJsonDocument(QJsonArray::fromStringList(words)).toJson(QJsonDocument::Compact) + '\n');
     return socket.waitForBytesWritten(patience) && socket.waitForReadyRead(patience);
 }
 

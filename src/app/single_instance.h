@@ -22,6 +22,12 @@ public:
     SingleInstance(const QString &socketPath, int patience, QObject *parent = nullptr);
     ~SingleInstance() override;
 
+    // Hands the words to the instance that runs, without waiting for one that is just starting; false where
+    // none takes them. Needs no application object, so that a key that a desktop bound to a command costs no
+    // more than a shortcut.
+    static bool handOverTo(const QString &socketPath, const QStringList &words, int patience);
+    static bool handOverAtOnce(const QStringList &words);
+
     // Becomes the running instance, which listens to later starts, or hands the arguments to the one that
     // runs. Blocks for a moment, before any window exists. Fails when the running instance doesn't answer, or
     // when nothing can be kept in the user's runtime folder.
@@ -36,7 +42,6 @@ private:
 
     Result<Lock> takeLock();
     Result<void> listen();
-    bool handOver(const QStringList &arguments, int patience) const;
     void read();
 
     QString m_socketPath;

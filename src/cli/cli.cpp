@@ -38,6 +38,10 @@ void describe(CLI::App &app, CommandContext &context, std::string &library)
         "lumenpost FILE… and lumenpost LINK… open files and lumenpost:// links in the program that runs, "
         "starting it if needed; lumenpost "
         "--open-clipboard opens what was copied; lumenpost alone starts it in the tray.\n\n"
+        "lumenpost capture WORD with no more words does in the program that runs what a shortcut does, for "
+        "the "
+        "keys that a desktop binds to commands: region, window, text, scrolling, video, steps, delayed, "
+        "panel.\n\n"
         "Exit status: 0 done, 1 failed, 2 wrong words in the call, 3 done but nothing was found.");
     // For the build, which installs both.
     app.add_flag_callback(

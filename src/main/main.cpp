@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 #include "app/lost_display.h"
 #include "app/quit_signals.h"
+#include "app/single_instance.h"
 #include "base/file_name.h"
 #include "base/translations.h"
 #include "cli/cli.h"
@@ -10,10 +11,12 @@
 #include <QApplication>
 #include <QFile>
 #include <QUrl>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -34,8 +37,10 @@ QStringList wordsOf(int argc, char **argv)
     return words;
 }
 
-int runDesktopProgram(int argc, char **argv)
+int runDesktopProgram(int argc, char **argv, const QStringList &words)
 {
+    if (SingleInstance::handOverAtOnce(words))
+        return EXIT_SUCCESS;
     if (const auto reached = reachDisplay(); !reached) {
         std::fprintf(stderr, "lumenpost: %s\n", qUtf8Printable(reached.error().message));
         return EXIT_FAILURE;
@@ -51,7 +56,7 @@ int runDesktopProgram(int argc, char **argv)
     const QuitSignals signals_;
     const LostDisplay lostDisplay;
     AppDelegate delegate(application);
-    const auto launched = delegate.launch(wordsOf(argc, argv));
+    const auto launched = delegate.launch(words);
     if (!launched) {
         std::fprintf(stderr, "lumenpost: %s\n", qUtf8Printable(launched.error().message));
         return EXIT_FAILURE;
@@ -59,6 +64,21 @@ int runDesktopProgram(int argc, char **argv)
     if (!*launched)
         return EXIT_SUCCESS;
     return QApplication::exec();
+}
+
+// A capture that a person is to point at is the running program's matter: `lumenpost capture region` with no
+// more words does what its shortcut does.
+std::optional<QString> linkOfCall(int argc, char **argv)
+{
+    static constexpr std::array kPointedAt{"region", "window", "text",    "scrolling",
+                                           "video",  "steps",  "delayed", "panel"};
+    if (argc != 3 || qstrcmp(argv[1], "capture") != 0)
+        return std::nullopt;
+    for (const char *word : kPointedAt) {
+        if (qstrcmp(argv[2], word) == 0)
+            return QStringLiteral("lumenpost://capture/") + QLatin1String(word);
+    }
+    return std::nullopt;
 }
 
 // Everything that isn't a command must be a file or a link to open.
@@ -77,6 +97,8 @@ int main(int argc, char **argv)
 {
     // A limit on the size of files is a failed write with a reason, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
+    if (const auto link = linkOfCall(argc, argv))
+        return runDesktopProgram(argc, argv, {*link});
     if (isCommandLineCall(argc, argv))
         return runCommandLine(argc, argv);
     for (int i = 1; i < argc; ++i) {
@@ -86,5 +108,5 @@ int main(int argc, char **argv)
             return kWrongCall;
         }
     }
-    return runDesktopProgram(argc, argv);
+    return runDesktopProgram(argc, argv, wordsOf(argc, argv));
 }

@@ -6,6 +6,10 @@
 #include <QUrl>
 #include <optional>
 
+// The title of windows that cover a whole screen for a moment, by which a desktop can be told to leave the
+// others alone.
+inline constexpr char kScreenCoverTitle[] = "lumenpost-cover";
+
 // Other programs: which is in front, and what can be asked of the desktop.
 class Workspace : public QObject {
     Q_OBJECT
@@ -23,7 +27,8 @@ public:
     virtual Result<void> open(const QUrl &url) = 0;
     // Shows a file in the file manager, selected where that is possible.
     virtual Result<void> reveal(const QString &path) = 0;
-    // Gives the keyboard back to the window that had it at the last call of rememberActiveWindow().
+    // Gives the keyboard back to the window that had it at the last call of rememberActiveWindow(), which comes
+    // before a screen is covered.
     virtual void rememberActiveWindow() = 0;
     virtual void restoreActiveWindow() = 0;
 

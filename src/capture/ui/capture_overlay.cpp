@@ -42,7 +42,10 @@ void CaptureOverlayController::warmUp()
 
 void CaptureOverlayController::show()
 {
-    const QPointF pointer = m_ports.pointer.position();
+    // Where it isn't known, the windows are told of it as they come up.
+    std::optional<QPointF> pointer;
+    if (m_ports.pointer.isPositionKnown())
+        pointer = m_ports.pointer.position();
     m_ports.workspace.rememberActiveWindow();
     for (const DisplaySnapshot &snapshot : m_snapshots)
         m_windows.push_back(std::make_unique<OverlayWindow>(snapshot, *this));
@@ -50,12 +53,11 @@ void CaptureOverlayController::show()
     OverlayWindow *key = nullptr;
     for (const auto &window : m_windows) {
         const Screen &screen = window->overlayView().snapshot().screen;
-        if (!key && screen.holds(pointer)) {
+        if (!key && pointer && screen.holds(*pointer)) {
             key = window.get();
-            key->overlayView().pointerMoved(pointer - screen.frame().topLeft());
+            key->overlayView().pointerMoved(*pointer - screen.frame().topLeft());
         }
-        window->show();
-        window->raise();
+        window->cover();
     }
     if (!key && !m_windows.empty())
         key = m_windows.front().get();
@@ -134,6 +136,13 @@ OverlayView &CaptureOverlayController::viewUnderPointer(OverlayView &otherwise)
     for (const auto &window : m_windows) {
         if (window->overlayView().dragStart())
             return window->overlayView();
+    }
+    if (!m_ports.pointer.isPositionKnown()) {
+        for (const auto &window : m_windows) {
+            if (window->overlayView().mouse())
+                return window->overlayView();
+        }
+        return otherwise;
     }
     const QPointF pointer = m_ports.pointer.position();
     for (const auto &window : m_windows) {

@@ -99,6 +99,13 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
         endDrag();
 }
 
+// Where nobody else tells it, a window that comes up under the pointer learns of it here.
+void OverlayView::enterEvent(QEnterEvent *event)
+{
+    if (!m_mouse)
+        pointerMoved(event->position());
+}
+
 void OverlayView::leaveEvent(QEvent *)
 {
     m_mouse.reset();

@@ -2,11 +2,18 @@
 
 #include "capture/ui/capture_overlay.h"
 #include "capture/ui/overlay_view.h"
+#include "platform/workspace.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace {
+
+// No program places its windows there, but each may ask to fill a screen.
+bool isWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
 
 // Both sides keep a screen's origin, so it tells which is which.
 QScreen *screenOf(const Screen &screen)
@@ -23,8 +30,10 @@ QScreen *screenOf(const Screen &screen)
 OverlayWindow::OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayController &controller)
     : m_controller(controller)
 {
-    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                   Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
+    setWindowTitle(QString::fromLatin1(kScreenCoverTitle));
+    setWindowFlags(isWayland() ? Qt::Window | Qt::FramelessWindowHint
+                               : Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                                     Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
     m_view = new OverlayView(snapshot, controller, this);
@@ -35,6 +44,15 @@ OverlayWindow::OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayCont
     } else {
         setGeometry(snapshot.screen.frame().toRect());
     }
+}
+
+void OverlayWindow::cover()
+{
+    if (isWayland())
+        showFullScreen();
+    else
+        show();
+    raise();
 }
 
 // Nobody closes it but the program, when it ends.

@@ -14,6 +14,8 @@ public:
     OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayController &controller);
 
     OverlayView &overlayView() { return *m_view; }
+    // Shows it over all that its display shows.
+    void cover();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

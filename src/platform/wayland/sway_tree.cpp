@@ -41,6 +41,7 @@ void addWindow(QList<SwayTree::Window> &windows, const QJsonObject &node)
     window.listed.frame = rect.adjusted(0, -title.height(), 0, 0);
     window.content = inside.isEmpty() ? rect : inside.translated(rect.topLeft());
     window.hasFocus = node.value(QLatin1String("focused")).toBool();
+    window.fillsScreen = node.value(QLatin1String("fullscreen_mode")).toInt() != 0;
     windows.append(window);
 }
 

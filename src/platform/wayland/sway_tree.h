@@ -10,6 +10,7 @@ namespace SwayTree {
 struct Window {
     ListedWindow listed;
     bool hasFocus = false;
+    bool fillsScreen = false;
     QRect content; // of the program itself, without what sway drew around it
 };
 

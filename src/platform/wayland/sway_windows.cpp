@@ -3,6 +3,7 @@
 #include "platform/wayland/sway_ipc.h"
 #include "platform/wayland/sway_tree.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <utility>
@@ -57,13 +58,28 @@ QList<WaylandWindow> SwayWindows::list() const
         return {};
     QList<WaylandWindow> windows;
     for (const SwayTree::Window &window : SwayTree::windows(tree->object()))
-        windows.append({window.listed, window.hasFocus, window.content});
+        windows.append({window.listed, window.hasFocus, window.fillsScreen, window.content});
     return windows;
 }
 
 void SwayWindows::activate(quint32 id)
 {
     SwayIpc::run(about(id) + "focus");
+}
+
+// A window of the plane would move its neighbours before it fills the screen.
+void SwayWindows::expectCovers(const QByteArray &title)
+{
+    if (m_expected == title)
+        return;
+    const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
+    if (SwayIpc::run("for_window [pid=" + pid + " title=\"^" + title + "$\"] floating enable"))
+        m_expected = title; // the rule stays
+}
+
+void SwayWindows::fillScreen(quint32 id)
+{
+    SwayIpc::run(about(id) + "fullscreen enable");
 }
 
 std::unique_ptr<WaylandVeil> SwayWindows::hide(const QList<quint32> &ids)

@@ -7,8 +7,13 @@ class SwayWindows : public WaylandWindows {
 public:
     QList<WaylandWindow> list() const override;
     void activate(quint32 id) override;
+    void expectCovers(const QByteArray &title) override;
+    void fillScreen(quint32 id) override;
     std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) override;
     bool canHide() const override { return true; }
     int listen() override;
     bool drain(int file) override;
+
+private:
+    QByteArray m_expected;
 };

@@ -17,6 +17,7 @@ public:
     explicit WaylandPointerControl(const Screens &screens);
     ~WaylandPointerControl() override;
     QPointF position() const override;
+    bool isPositionKnown() const override { return false; }
     void warp(QPointF point) override;
     bool canScroll() const override;
     QFuture<Result<void>> wheel(int clicks) override;

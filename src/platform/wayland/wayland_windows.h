@@ -11,6 +11,7 @@
 struct WaylandWindow {
     ListedWindow listed;
     bool hasFocus = false;
+    bool fillsScreen = false;
     QRect content; // of the program itself, in global points
 };
 
@@ -28,6 +29,10 @@ public:
     // Front to back; empty where the session doesn't tell.
     virtual QList<WaylandWindow> list() const = 0;
     virtual void activate(quint32 id) = 0;
+    // Windows of this program with that title will cover screens: the others shall stay as they are.
+    virtual void expectCovers(const QByteArray &title) = 0;
+    // Lets a window fill its screen again after that was covered.
+    virtual void fillScreen(quint32 id) = 0;
     // Null where windows can't be hidden.
     virtual std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) = 0;
     virtual bool canHide() const = 0;

@@ -41,18 +41,26 @@ Result<void> WaylandWorkspace::reveal(const QString &path)
 void WaylandWorkspace::rememberActiveWindow()
 {
     m_remembered = 0;
+    m_filling.clear();
     if (!m_windows)
         return;
     for (const WaylandWindow &window : m_windows->list()) {
         if (window.hasFocus)
             m_remembered = window.listed.id;
+        if (window.fillsScreen)
+            m_filling.append(window.listed.id);
     }
+    m_windows->expectCovers(kScreenCoverTitle);
 }
 
 // Where windows aren't told, the compositor gives the keyboard to the one below by itself.
 void WaylandWorkspace::restoreActiveWindow()
 {
-    if (m_windows && m_remembered != 0)
+    if (!m_windows)
+        return;
+    for (const quint32 id : std::exchange(m_filling, {}))
+        m_windows->fillScreen(id);
+    if (m_remembered != 0)
         m_windows->activate(m_remembered);
 }
 

@@ -38,4 +38,5 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::optional<Application> m_last;
     quint32 m_remembered = 0;
+    QList<quint32> m_filling; // windows that filled their screens then
 };
