@@ -27,7 +27,9 @@
 #include "platform/sound_sources.h"
 #include "platform/speech_engine.h"
 #include "platform/text_engine.h"
+#include "platform/wayland/wayland_pasteboard.h"
 #include "platform/wayland/wayland_pointer_control.h"
+#include "platform/wayland/wayland_screen_films.h"
 #include "platform/wayland/wayland_screen_pictures.h"
 #include "platform/wayland/wayland_screens.h"
 #include "platform/wayland/wayland_windows.h"
@@ -79,7 +81,7 @@ void addWayland(Platform &platform)
     const std::shared_ptr<WaylandWindows> windows = waylandWindows();
     platform.screens = std::make_unique<WaylandScreens>(windows);
     platform.pictures = std::make_unique<WaylandScreenPictures>(windows);
-    platform.films = std::make_unique<NullScreenFilms>(whyNoWaylandScreen());
+    platform.films = std::make_unique<WaylandScreenFilms>();
     platform.pointer = std::make_unique<WaylandPointerControl>(*platform.screens);
     platform.presses = std::make_unique<NullPressPictures>(whyNoWaylandInput());
     platform.elements = std::make_unique<NullAccessibleElements>();
@@ -87,7 +89,9 @@ void addWayland(Platform &platform)
     platform.inputMonitors = std::make_unique<NullInputMonitors>(whyNoWaylandInput());
     platform.workspace = std::make_unique<WaylandWorkspace>(
         windows, WaylandWorkspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
-    platform.pasteboard = std::make_unique<QtPasteboard>();
+    platform.pasteboard = WaylandPasteboard::open();
+    if (!platform.pasteboard)
+        platform.pasteboard = std::make_unique<QtPasteboard>();
 }
 
 void addNothing(Platform &platform)

@@ -12,9 +12,6 @@
 
 namespace {
 
-// No damage may come for as long as nothing moves.
-constexpr std::chrono::milliseconds kNoEnd{std::chrono::hours(24)};
-
 // What the compositor says of one copy.
 struct Frame {
     enum class State { Offered, Described, Ready, Failed };
@@ -92,7 +89,8 @@ void Screencopy::trim()
     m_picture.reset();
 }
 
-Result<Screencopy::Copy> Screencopy::take(const WaylandOutput &output, Pointer pointer, Wait wait, int wake)
+Result<Screencopy::Copy> Screencopy::copy(const WaylandOutput &output, Pointer pointer, Wait wait, int wake,
+                                          std::chrono::milliseconds patience)
 {
     if (!m_manager || !m_memory)
         return refused();
@@ -123,8 +121,8 @@ Result<Screencopy::Copy> Screencopy::take(const WaylandOutput &output, Pointer p
     const auto isOver = [&] {
         return frame.state == Frame::State::Ready || frame.state == Frame::State::Failed;
     };
-    if (!m_connection.waitFor(isOver, waits ? kNoEnd : WaylandConnection::kPatience, wake))
-        return m_connection.isBroken() || wake < 0 ? noCompositor() : cancelled();
+    if (!m_connection.waitFor(isOver, patience, wake))
+        return waits && !m_connection.isBroken() ? cancelled() : noCompositor();
     if (frame.state == Frame::State::Failed)
         return refused();
 

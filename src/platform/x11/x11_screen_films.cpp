@@ -1,5 +1,6 @@
 #include "platform/x11/x11_screen_films.h"
 
+#include "platform/film_region.h"
 #include "platform/texts.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_film_eye.h"
@@ -21,23 +22,6 @@ constexpr auto kLongestStill = std::chrono::milliseconds(500);
 constexpr auto kLongestBlindness = std::chrono::seconds(2);
 // More rectangles than this cost more to handle one by one than as a whole.
 constexpr int kMostRectangles = 24;
-
-// Halved colours are made of squares of two by two pixels.
-QRegion evened(const QRegion &region, QSize limits)
-{
-    const QRect all(QPoint(), limits);
-    const QRegion inside = region & all;
-    const auto even = [&](const QRect &rect) {
-        return QRect(QPoint(rect.left() & ~1, rect.top() & ~1), QPoint(rect.right() | 1, rect.bottom() | 1)) &
-               all;
-    };
-    if (inside.rectCount() > kMostRectangles)
-        return even(inside.boundingRect());
-    QRegion result;
-    for (const QRect &rect : inside)
-        result += even(rect);
-    return result;
-}
 
 class X11ScreenFilm : public ScreenFilm {
 public:
@@ -199,7 +183,7 @@ private:
     {
         const auto time = steady_clock::now();
         takeDamage();
-        const QRegion changed = evened(m_changed + m_eye->movePointer(), m_request.area.size());
+        const QRegion changed = filmRegion(m_changed + m_eye->movePointer(), m_request.area.size());
         m_changed = {};
         if (changed.isEmpty())
             return Seen::Nothing;

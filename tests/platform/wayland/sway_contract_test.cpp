@@ -1,7 +1,9 @@
 #include "platform/contracts/desktop_contract.h"
+#include "platform/contracts/pasteboard_contract.h"
 #include "platform/contracts/workspace_contract.h"
 #include "platform/desktop/desktop_opener.h"
 #include "platform/wayland/sway_window.h"
+#include "platform/wayland/wayland_pasteboard.h"
 #include "platform/wayland/wayland_pointer_control.h"
 #include "platform/wayland/wayland_screen_pictures.h"
 #include "platform/wayland/wayland_screens.h"
@@ -78,5 +80,6 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(Sway, DesktopContract,
                          testing::Values([] { return std::make_unique<SwayDesktopWorld>(); }));
+INSTANTIATE_TEST_SUITE_P(Sway, PasteboardContract, testing::Values([] { return WaylandPasteboard::open(); }));
 INSTANTIATE_TEST_SUITE_P(Sway, WorkspaceContract,
                          testing::Values([] { return std::make_unique<SwayWorkspaceWorld>(); }));
