@@ -25,7 +25,8 @@ public:
 
     Result<QImage> at(double seconds) override
     {
-        if (!m_hasShown || seconds < m_shownTime - kSame || seconds > m_shownTime + kFarAhead)
+        const bool isFar = m_hasComing && m_comingTime <= seconds && seconds > m_shownTime + kFarAhead;
+        if (!m_hasShown || seconds < m_shownTime - kSame || isFar)
             goTo(seconds);
         while (m_hasComing && m_comingTime <= seconds + kSame)
             advance();

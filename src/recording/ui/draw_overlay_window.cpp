@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <utility>
 
 namespace {
 
@@ -26,6 +27,13 @@ QPainterPath pathOf(const QList<QPointF> &stroke)
 QPen pen(const QBrush &brush, double width)
 {
     return {brush, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
+// What a line within these bounds covers, with its shadow.
+QRect roomOf(const QRectF &line)
+{
+    constexpr double kAround = Strokes::kWidth / 2 + Strokes::kShadowBlur + 1;
+    return line.adjusted(-kAround, -kAround, kAround, kAround).toAlignedRect();
 }
 
 } // namespace
@@ -78,7 +86,7 @@ void DrawOverlayWindow::showStrokes()
     update();
 }
 
-void DrawOverlayWindow::paintEvent(QPaintEvent *)
+void DrawOverlayWindow::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     if (!testAttribute(Qt::WA_TranslucentBackground)) {
@@ -90,6 +98,8 @@ void DrawOverlayWindow::paintEvent(QPaintEvent *)
     constexpr int kSteps = 3;
     for (const QList<QPointF> &stroke : m_strokes.all()) {
         const QPainterPath path = pathOf(stroke);
+        if (!roomOf(path.boundingRect()).intersects(event->rect()))
+            continue;
         for (int i = kSteps; i > 0; --i) {
             const QColor shade = QColor::fromRgbF(0, 0, 0, float(Strokes::kShadowAlpha / kSteps / 2));
             painter.strokePath(path, pen(shade, Strokes::kWidth + 2 * Strokes::kShadowBlur * i / kSteps));
@@ -116,6 +126,7 @@ void DrawOverlayWindow::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || passOn(*event))
         return;
     m_strokes.press(event->position());
+    m_last = event->position();
     showStrokes();
 }
 
@@ -124,7 +135,9 @@ void DrawOverlayWindow::mouseMoveEvent(QMouseEvent *event)
     if (!(event->buttons() & Qt::LeftButton))
         return;
     m_strokes.drag(event->position());
-    showStrokes();
+    if (!testAttribute(Qt::WA_TranslucentBackground))
+        return showStrokes();
+    update(roomOf(QRectF(std::exchange(m_last, event->position()), event->position()).normalized()));
 }
 
 void DrawOverlayWindow::mouseReleaseEvent(QMouseEvent *event)

@@ -31,4 +31,5 @@ private:
     bool passOn(const QMouseEvent &event);
 
     Strokes m_strokes;
+    QPointF m_last; // of the pointer, as it draws
 };
