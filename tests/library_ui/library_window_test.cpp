@@ -2,7 +2,9 @@
 #include "support/accessible_walk.h"
 
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QScrollBar>
 
 TEST_F(LibraryWindowTest, KeysMoveThroughRowsAndSections)
@@ -103,6 +105,11 @@ TEST_F(LibraryWindowTest, SearchingLeadsToWhatIsFoundAndCardsShowTheirPictures)
     QTest::keyClick(m_window->searchField(), Qt::Key_Return);
     EXPECT_EQ(selected(), "H");
     EXPECT_TRUE(grid().hasFocus());
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {});
+    QCoreApplication::sendEvent(&grid(), &menuKey);
+    auto *menu = m_window->findChild<QMenu *>();
+    ASSERT_TRUE(menu && menu->isVisible()) << "what was found has a menu";
+    menu->close();
     const QPoint inPicture = grid().cardRect(0).topLeft().toPoint() + QPoint(40, 40);
     const QRgb wanted = QColor::fromHsv(7 * 30, 200, 200).rgb();
     EXPECT_TRUE(QTest::qWaitFor(

@@ -61,6 +61,7 @@ private:
     void updateCard(const QString &path);
     void moveTo(int index, Qt::KeyboardModifiers modifiers);
     void makeVisible(int index);
+    int place() const;
     void hover(int index);
     void stretchBand();
     void startDrag();

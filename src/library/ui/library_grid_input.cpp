@@ -51,14 +51,18 @@ void LibraryGrid::moveTo(int index, Qt::KeyboardModifiers modifiers)
     Q_EMIT currentChanged();
 }
 
+// Where keys go on: without a place yet, at what is selected.
+int LibraryGrid::place() const
+{
+    if (const int index = current(); index >= 0)
+        return index;
+    const QStringList selected = m_model.selectedPaths();
+    return selected.isEmpty() ? -1 : m_model.visibleIndex(selected.first());
+}
+
 void LibraryGrid::keyPressEvent(QKeyEvent *event)
 {
-    // Without a place yet, every key leads to what is selected, or to the first card.
-    int at = current();
-    if (at < 0) {
-        const QStringList selected = m_model.selectedPaths();
-        at = selected.isEmpty() ? -1 : m_model.visibleIndex(selected.first());
-    }
+    const int at = place();
     const Qt::KeyboardModifiers modifiers = event->modifiers();
     const int rows =
         std::max(1, static_cast<int>(viewport()->height() /
@@ -274,7 +278,7 @@ void LibraryGrid::mouseDoubleClickEvent(QMouseEvent *event)
 void LibraryGrid::contextMenuEvent(QContextMenuEvent *event)
 {
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-    const int index = byKey ? current() : m_layout.cardAt(inContent(event->pos()));
+    const int index = byKey ? place() : m_layout.cardAt(inContent(event->pos()));
     if (index < 0 || index >= m_model.visibleCount())
         return;
     const QString path = m_model.visiblePath(index);
