@@ -17,6 +17,8 @@ public:
     bool isWorthIt(const Signs &signs, int rested);
     // The next place of the page.
     void begin() { m_waitsFor.reset(); }
+    bool isWaiting() const { return m_waitsFor.has_value(); }
+    // Whether the page has shown that waiting for such signs may help.
     bool expectsMore(const Signs &signs) const;
 
 private:

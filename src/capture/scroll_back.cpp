@@ -19,9 +19,13 @@ void ScrollBack::start(int clicks, const std::function<void()> &done)
     m_clicks = clicks;
     m_done = done;
     m_before = m_ports.pointer.position();
+    const bool isThere = !WheelHand::isAway(m_before, m_place.target);
     m_ports.pointer.warp(m_place.target);
     m_aimedAt = m_ports.pointer.position(); // as the screen's pixels round it
-    whenDone(m_ports.pause(WheelHand::kAimPause), this, [this](const Result<void> &) { turnSome(); });
+    if (isThere)
+        turnSome();
+    else
+        whenDone(m_ports.pause(WheelHand::kAimPause), this, [this](const Result<void> &) { turnSome(); });
 }
 
 void ScrollBack::turnSome()

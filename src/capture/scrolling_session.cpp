@@ -22,6 +22,7 @@ constexpr double kLeastStep = 40;       // points
 constexpr int kByHandPause = 300; // between two shots
 constexpr int kSampleGap = 50;
 constexpr int kQuietTime = 100;     // without movement counts as standing still
+constexpr int kSteadyTime = 200;    // the same, before it is known how far a click goes
 constexpr int kSameShiftTime = 200; // the same, beside something that moves by itself
 constexpr int kOrdinaryWait = 380;  // for movement that has not been seen yet
 constexpr int kLongestWait = 1000;  // for a page that never stands still
@@ -280,7 +281,8 @@ bool ScrollingCaptureSession::isWorthWaiting(const Shot &shot)
 
 Patience::Signs ScrollingCaptureSession::signsIn(const Shot &shot) const
 {
-    return {.changes = m_stillness.quietFor() < kQuietTime,
+    // Two samples that are alike are no reason to wait, but not the end of what changed before either.
+    return {.changes = m_stillness.quietFor() < (m_patience.isWaiting() ? kQuietTime : kSampleGap),
             .hasBlank = shot.sight.step && BlankAreas::areIn(shot.picture.tiles(), *shot.sight.step)};
 }
 
@@ -303,12 +305,16 @@ bool ScrollingCaptureSession::hasComeToRest(const std::optional<FrameStitcher::S
 {
     if (m_settling >= kLongestWait)
         return true;
-    if (m_stillness.quietFor() < kQuietTime && m_sameShiftFor < kSameShiftTime)
-        return false;
-    if (m_settling >= kOrdinaryWait)
-        return true;
-    // Sooner only when all the movement that was asked for has been seen.
     const std::optional<double> expected = expectedShift();
+    const bool isWhereExpected = step && expected && std::abs(step->shift - *expected) <= 1;
+    if (isWhereExpected && m_sameShiftFor >= kSampleGap)
+        return true;
+    const int quiet = m_stillness.quietFor();
+    if (quiet < kQuietTime && m_sameShiftFor < kSameShiftTime)
+        return false;
+    if (m_settling >= kOrdinaryWait || (step && quiet >= kSteadyTime))
+        return true;
+    // Sooner only when nearly all the movement that was asked for has been seen.
     return step && expected && step->shift >= kNearlyAll * *expected;
 }
 
