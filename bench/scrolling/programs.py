@@ -36,14 +36,14 @@ def document(work):
                        capture_output=True)
     config = pathlib.Path(work, "zathura")
     config.mkdir(exist_ok=True)
-    (config / "zathurarc").write_text("set adjust-open width\n")
+    (config / "zathurarc").write_text("set adjust-open width\nset guioptions \"\"\n")
     return ["zathura", "--config-dir", config, path]
 
 
-# name: (command, first column, end column)
+# name: (command, first column, end column, keys that lead to the top where it may not be shown first)
 PROGRAMS = {
     "text editor": (editor, 10, 1040),
     "terminal": (terminal, 4, 1040),
     "file manager": (files, 260, 1040),
-    "document viewer": (document, 10, 1040),
+    "document viewer": (document, 10, 1040, ["g", "g"]),
 }

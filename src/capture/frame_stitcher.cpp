@@ -139,6 +139,26 @@ std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSigna
 
 } // namespace
 
+// Whether more rows of what scrolled before stand where they stood than went along, as when a highlight jumped
+// from one of many icons to another.
+bool FrameStitcher::isContradicted(const RowSignatures &rows, const Step &step) const
+{
+    if (m_steps.isEmpty())
+        return false;
+    const RowSignatures &before = m_frames.last().rows();
+    const int n = int(rows.hashes.size());
+    int standing = 0;
+    int carried = 0;
+    for (int row = m_steps.last().header; row + step.shift < n - m_steps.last().footer; ++row) {
+        if (rows.uniform[row])
+            continue;
+        const bool isCarried = rows.hashes[row] == before.hashes[row + step.shift];
+        carried += isCarried;
+        standing += !isCarried && rows.hashes[row] == before.hashes[row];
+    }
+    return standing > carried;
+}
+
 bool FrameStitcher::add(const QImage &image, std::optional<double> expected)
 {
     const std::optional<ComparedPicture> picture = ComparedPicture::of(image);
@@ -189,6 +209,8 @@ FrameStitcher::Sight FrameStitcher::look(const ComparedPicture &picture, std::op
         return {.step = {}, .isStill = true};
     }
     std::optional<FirstLook> first = firstLook(before, rows);
+    if (first && isContradicted(rows, first->step))
+        first.reset();
     const bool isSure = first && isDistinct(before, rows, first->step);
     if (isSure && first->score >= kNearPerfectScore)
         return {.step = first->step};

@@ -57,6 +57,7 @@ public:
     std::optional<QImage> result() const;
 
 private:
+    bool isContradicted(const RowSignatures &rows, const Step &step) const;
     std::optional<Step> stepByDistance(const RowSignatures &rows, double expected) const;
     std::optional<Step> secondLook(const ComparedPicture &picture, std::optional<double> expected,
                                    bool &isStill) const;

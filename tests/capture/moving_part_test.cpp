@@ -208,3 +208,21 @@ TEST(MovingPart, FollowsRowsThatAreAllAlikeByTheDistanceOfAClickWhileTheScrollBa
     const QImage picture = stitcher.result().value_or(QImage());
     EXPECT_TRUE(sameRows(picture, page.rows(0, 1920 + 400), 0, 50));
 }
+
+TEST(MovingPart, TakesAHighlightThatJumpsAmongIconsForNoStep)
+{
+    Scene scene({0, 0, 600, 400});
+    QPainter painter(&scene.page);
+    const QImage icon = text({400, 50}, 8, Qt::cyan);
+    for (int y = 0; y < 1500; y += 90)
+        painter.drawImage(60, y, icon);
+    painter.end();
+    int highlit = 0;
+    scene.over = [&](QPainter &over, int) { over.fillRect(60, highlit, 400, 50, QColor(255, 255, 255, 100)); };
+    FrameStitcher stitcher;
+    EXPECT_TRUE(stitcher.add(scene.frame(0, 0)));
+    EXPECT_TRUE(stitcher.add(scene.frame(1, 180)));
+    highlit = 90;
+    EXPECT_FALSE(stitcher.add(scene.frame(2, 180), 180));
+    EXPECT_TRUE(stitcher.look(*ComparedPicture::of(scene.frame(2, 180)), 180).isStill);
+}
