@@ -55,6 +55,10 @@ def mails():
                 f"<header>Mail</header><div class=l>{links(9, 50)}</div><main>{rows}</main>")
 
 
+def lit_rows():
+    return mails().replace("</style>", ".m:hover{background:#ffe9a8;box-shadow:inset 3px 0 #c80}</style>", 1)
+
+
 def code():
     lines = "".join(f"<div>{i:4} {'&nbsp;' * (4 * (i * 7 % 4))}{words(i, 5).replace(' ', '_')}()</div>"
                     for i in range(180))
@@ -175,6 +179,7 @@ KINDS = {
     "side bar": (side(220, links(24, 1)), 230, 1040),
     "icon rail": (side(56, "".join(svg(i, 32, 32) for i in range(9))), 70, 1040),
     "mail list": (mails(), 210, 1040),
+    "lit rows": (lit_rows(), 210, 1040),
     "files and code": (code(), 270, 1040),
     "contents": (table_of_contents(), 10, 800),
     "sticky sections": (sticky_sections(), 10, 1040),

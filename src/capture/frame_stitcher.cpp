@@ -139,8 +139,8 @@ std::optional<FirstLook> firstLook(const RowSignatures &previous, const RowSigna
 
 } // namespace
 
-// Whether more rows of what scrolled before stand where they stood than went along, as when a highlight jumped
-// from one of many icons to another.
+// Whether more rows of what scrolled before stand where they stood than went along, as when a highlight
+// jumped from one of many icons to another.
 bool FrameStitcher::isContradicted(const RowSignatures &rows, const Step &step) const
 {
     if (m_steps.isEmpty())

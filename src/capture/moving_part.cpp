@@ -19,6 +19,9 @@ constexpr double kExplained = 0.6;      // of what changed, where only the learn
 constexpr double kSmallChange = 0.2;    // of what is to be seen, while nothing is known of what scrolls
 constexpr double kChangeInPane = 0.67;  // of what scrolled before
 
+constexpr int kAround = 60; // rows above and below the pointer: a row of a list, an icon
+constexpr int kLitRows = 8; // that look otherwise: less is a caret
+
 bool hasChanged(const TileGrid &a, const TileGrid &b, size_t tile)
 {
     return a.hashes[tile] != b.hashes[tile];
@@ -285,6 +288,24 @@ std::optional<ScrollStep> MovingPart::find(const ComparedPicture &previous, cons
     if (rows - step->header - step->footer - step->shift < ScrollStep::kLeastOverlap)
         return {};
     return step;
+}
+
+bool MovingPart::differsAround(const ComparedPicture &previous, const ComparedPicture &next,
+                               const ScrollStep &step, QPoint spot)
+{
+    const TileGrid &before = previous.tiles();
+    const TileGrid &tiles = next.tiles();
+    const int end = std::min(spot.y() + kAround, tiles.rows - step.footer - step.shift);
+    const int middle = spot.x() / TileGrid::kTileColumns;
+    int differing = 0; // rows
+    for (int y = std::max(spot.y() - kAround, step.header); y < end; ++y) {
+        bool differs = false;
+        for (int band = std::max(0, middle - 1); band <= std::min(tiles.bands - 1, middle + 1); ++band)
+            differs =
+                differs || tiles.hashes[tiles.at(band, y)] != before.hashes[before.at(band, y + step.shift)];
+        differing += differs;
+    }
+    return differing >= kLitRows;
 }
 
 bool MovingPart::isStill(const TileGrid &previous, const TileGrid &next,

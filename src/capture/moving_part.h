@@ -15,6 +15,10 @@ public:
     static std::optional<ScrollStep> find(const ComparedPicture &previous, const ComparedPicture &next,
                                           std::optional<double> expected);
 
+    // Whether what `step` brought to `spot` looks otherwise there than before.
+    static bool differsAround(const ComparedPicture &previous, const ComparedPicture &next,
+                              const ScrollStep &step, QPoint spot);
+
     // What is to be seen stands where it stood, whatever may move by itself. Where `pane` tells what scrolled
     // before, a third of that is enough, since scrolling would have moved all of it.
     static bool isStill(const TileGrid &previous, const TileGrid &next,

@@ -1,6 +1,7 @@
 #include "capture/scrolling_session.h"
 
 #include "capture/blank_areas.h"
+#include "capture/moving_part.h"
 #include "capture/texts.h"
 #include "capture/wheel_hand.h"
 #include "document/image_files.h"
@@ -29,6 +30,7 @@ constexpr int kLongestWait = 1000;  // for a page that never stands still
 constexpr int kHandCheck = 100;
 constexpr int kHandRest = 300;
 
+constexpr double kBeside = 12;     // points
 constexpr double kNearlyAll = 0.9; // of the expected shift
 constexpr int kTimesToRegain = 2;
 
@@ -225,17 +227,53 @@ void ScrollingCaptureSession::turn(int clicks)
 {
     m_clicks += clicks;
     m_turned += clicks;
+    m_turn = clicks;
+    if (!m_parks)
+        return turnNow();
+    m_ports.pointer.warp(target());
+    m_aimedAt = m_ports.pointer.position();
+    m_state = State::Aiming;
+    pauseFor(WheelHand::kAimPause, &ScrollingCaptureSession::turnNow);
+}
+
+void ScrollingCaptureSession::turnNow()
+{
     m_state = State::Turning;
     // A wheel that can't be turned leaves the picture unchanged, and that ends the session soon enough.
-    whenDone(m_ports.pointer.wheel(clicks), this, [this](const Result<void> &) {
-        m_stillness = {};
-        m_settling = 0;
-        m_sameShiftFor = 0;
+    whenDone(m_ports.pointer.wheel(m_turn), this, [this](const Result<void> &) {
         if (m_stopped)
-            end(Reason::Stopped);
-        else
-            settle();
+            return end(Reason::Stopped);
+        if (m_parks)
+            park();
+        beginSettling();
     });
+}
+
+// Beside the region, where the screen has room, or else in its corner: what lies under the pointer may light
+// up.
+void ScrollingCaptureSession::park()
+{
+    const QRectF region = m_rect.translated(m_screen.frame().topLeft());
+    const QPointF spots[] = {{region.right() + kBeside, region.center().y()},
+                             {region.left() - kBeside, region.center().y()},
+                             {region.center().x(), region.bottom() + kBeside},
+                             {region.center().x(), region.top() - kBeside},
+                             region.bottomRight() - QPointF(1, 1)};
+    for (const QPointF &spot : spots) {
+        if (!m_screen.holds(spot))
+            continue;
+        m_ports.pointer.warp(spot);
+        break;
+    }
+    m_aimedAt = m_ports.pointer.position();
+}
+
+void ScrollingCaptureSession::beginSettling()
+{
+    m_stillness = {};
+    m_settling = 0;
+    m_sameShiftFor = 0;
+    settle();
 }
 
 void ScrollingCaptureSession::settle()
@@ -264,9 +302,13 @@ void ScrollingCaptureSession::judgeSample(const QImage &sample)
     const Shot shot = lookAt(sample);
     noteSight(shot.sight);
     m_stillness.addSample(shot.picture, kSampleGap);
-    if (!hasComeToRest(shot.sight.step) || isWorthWaiting(shot))
+    if (!hasComeToRest(shot.sight.step) || isWorthWaiting(shot)) {
         settle();
-    else if (shot.sight.step)
+    } else if (!m_parks && isLitUp(shot)) {
+        m_parks = true;
+        park();
+        beginSettling();
+    } else if (shot.sight.step)
         useStep(shot);
     else if (!shot.sight.isStill && m_clicks > 0 && m_regained < kTimesToRegain)
         regainOverlap();
@@ -284,6 +326,16 @@ Patience::Signs ScrollingCaptureSession::signsIn(const Shot &shot) const
     // Two samples that are alike are no reason to wait, but not the end of what changed before either.
     return {.changes = m_stillness.quietFor() < (m_patience.isWaiting() ? kQuietTime : kSampleGap),
             .hasBlank = shot.sight.step && BlankAreas::areIn(shot.picture.tiles(), *shot.sight.step)};
+}
+
+// The first click is short enough for both pictures to show what now lies under the pointer.
+bool ScrollingCaptureSession::isLitUp(const Shot &shot) const
+{
+    if (!shot.sight.step || m_plan->hasLearned())
+        return false;
+    const QPointF spot = (*m_aimedAt - m_screen.frame().topLeft() - m_rect.topLeft()) * m_screen.scale;
+    return MovingPart::differsAround(m_stitcher->frames().last(), shot.picture, *shot.sight.step,
+                                     spot.toPoint());
 }
 
 std::optional<double> ScrollingCaptureSession::expectedShift() const

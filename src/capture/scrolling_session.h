@@ -116,12 +116,16 @@ private:
     void scrollOnce();
     void startTurning();
     void turn(int clicks);
+    void turnNow();
+    void park();
+    void beginSettling();
     void settle();
     void takeSample();
     void judgeSample(const QImage &sample);
     Shot lookAt(const QImage &image);
     void noteSight(const FrameStitcher::Sight &sight);
     bool hasComeToRest(const std::optional<FrameStitcher::Step> &step) const;
+    bool isLitUp(const Shot &shot) const;
     bool isWorthWaiting(const Shot &shot);
     Patience::Signs signsIn(const Shot &shot) const;
     void useStep(const Shot &shot);
@@ -171,6 +175,8 @@ private:
     std::unique_ptr<ScrollBack> m_back;
     int m_clicks = 0;   // turned in this step
     int m_turned = 0;   // in all steps
+    int m_turn = 0;     // at once
+    bool m_parks = false; // the pointer leaves the region after each turn, since it lights up what it lies on
     int m_settling = 0; // milliseconds since the last click
     int m_lastShift = 0;
     int m_sameShiftFor = 0; // milliseconds

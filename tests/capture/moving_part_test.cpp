@@ -218,7 +218,9 @@ TEST(MovingPart, TakesAHighlightThatJumpsAmongIconsForNoStep)
         painter.drawImage(60, y, icon);
     painter.end();
     int highlit = 0;
-    scene.over = [&](QPainter &over, int) { over.fillRect(60, highlit, 400, 50, QColor(255, 255, 255, 100)); };
+    scene.over = [&](QPainter &over, int) {
+        over.fillRect(60, highlit, 400, 50, QColor(255, 255, 255, 100));
+    };
     FrameStitcher stitcher;
     EXPECT_TRUE(stitcher.add(scene.frame(0, 0)));
     EXPECT_TRUE(stitcher.add(scene.frame(1, 180)));

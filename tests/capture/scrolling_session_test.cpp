@@ -24,6 +24,7 @@ public:
     double pixelsPerMillisecond = 1e9; // of the animation
     bool scrollsByWheel = true;
     bool isOpen = true;
+    bool lightsUp = false;          // the row under the pointer
     std::function<void()> atPause;  // what happens meanwhile
     std::function<void(int clicks)> atWheel;
     std::optional<Error> shotError; // of every shot after the first
@@ -91,7 +92,16 @@ public:
     {
         return *std::find_if(turns.crbegin(), turns.crend(), [](int clicks) { return clicks > 0; });
     }
-    QImage picture() const { return page.frame(int(offset), int(height * scale), header, footer); }
+    QImage picture() const
+    {
+        QImage shown = page.frame(int(offset), int(height * scale), header, footer);
+        const QPointF spot = pointer - screen().frame().topLeft() - region().topLeft();
+        if (lightsUp && QRectF(QPointF(), region().size()).contains(spot)) {
+            const int row = (int(offset + spot.y()) / 36) * 36 - int(offset);
+            QPainter(&shown).fillRect(0, row, Page::kWidth, 36, QColor(0, 0, 255, 60));
+        }
+        return shown;
+    }
 
     QPointF position() const override { return pointer; }
     void warp(QPointF point) override
@@ -223,6 +233,14 @@ TEST_F(ScrollingSession, ScrollsShortRegionsByAtLeastFortyPoints)
     ends = 0;
     EXPECT_TRUE(sameRows(run(sharp), whole(sharp)));
     EXPECT_EQ(sharp.lastStep() * 10, 110);
+}
+
+TEST_F(ScrollingSession, KeepsThePointerOffRowsThatLightUpUnderIt)
+{
+    ScrollingWindow window(Page(3000), 400);
+    window.lightsUp = true;
+    EXPECT_TRUE(sameRows(run(window), whole(window)));
+    EXPECT_LE(window.offset + window.pending, 0) << "scrolled back";
 }
 
 TEST_F(ScrollingSession, WaitsForAnAnimatedPageToStandStill)
