@@ -2,19 +2,13 @@
 #include "editor/canvas_view.h"
 #include "editor_stage.h"
 #include "library/library_versions.h"
+#include "support/accessibility_bus.h"
 #include "support/pictures.h"
 #include "support/printers.h"
 #include "support/xdotool.h"
 #include "ui/appearance.h"
 
 #include <QApplication>
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusInterface>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusVariant>
 #include <QProcess>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -229,6 +223,52 @@ TEST_F(Journey, IsOperatedByTheKeyboardAlone)
     EXPECT_TRUE(QTest::qWaitFor([&] { return editor->canvas().hasFocus(); }));
 }
 
+TEST_F(Journey, IsDrawnInByTheKeyboardAloneAndTellsAReaderOfIt)
+{
+    AccessibilityBus bus;
+    ASSERT_TRUE(bus.isConnected());
+    bus.listen();
+    QTest::qWait(200); // until the toolkit has heard of the listener
+    const auto hears = [&](const QString &key, const QString &words) {
+        bus.forget();
+        this->key(key);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return bus.spoken().contains(words); }, 3000))
+            << key.toStdString() << ": " << bus.spoken().join(" | ").toStdString();
+    };
+    pick(ToolKind::Arrow);
+    hears("Return", "red arrow [graphic]");
+    const Annotation arrow = objects().first();
+    const QPoint corner = arrow.bounds().topLeft().toPoint();
+    hears("Right", QStringLiteral("%1, %2").arg(corner.x() + 1).arg(corner.y()));
+    hears("Right", QStringLiteral("%1, %2").arg(corner.x() + 2).arg(corner.y()));
+    QTest::qWait(300);
+    EXPECT_EQ(bus.events().size(), 1) << "one event for one step";
+    hears("Return", "red arrow [graphic]");
+    bus.forget();
+    key("Tab");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document().selectedID() == arrow.id; }));
+    QTest::qWait(300);
+    QStringList told;
+    for (const auto &event : bus.events())
+        told += event.kind + QString::number(event.detail) + ' ' + event.words + bus.name(event.source);
+    EXPECT_EQ(bus.spoken(), QStringList{"red arrow [graphic]"});
+    EXPECT_LE(bus.events().size(), 8) << told.join('\n').toStdString();
+    bus.forget();
+    key("Delete");
+    expectObjects(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bus.spoken().contains(editor->canvas().accessibleLabel() + " [canvas]"); }, 3000));
+
+    pick(ToolKind::Crop);
+    key("Return");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session().isPlacing(); }));
+    hears("shift+Right", "540 by 360 at 190, 120");
+    key("Return");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return document().base().size() == QSize(540, 360); }));
+
+    // The bars are one stop each, whose controls the arrows reach.
+    hears("F6", "Zoom Out [push button]");
+}
+
 TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
 {
     xdotool(move(at({400, 300})) +
@@ -254,87 +294,21 @@ TEST_F(Journey, ZoomsWithCtrlAndTheWheelAndPansWithSpace)
     ASSERT_TRUE(QTest::qWaitFor([&] { return session().zoom() == 1; }));
 }
 
-namespace {
-
-struct Node {
-    QString service;
-    QString path;
-};
-
-QDBusMessage call(QDBusConnection &bus, const Node &node, const QString &interface, const QString &method,
-                  const QVariantList &arguments = {})
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(node.service, node.path, interface, method);
-    message.setArguments(arguments);
-    QDBusPendingCallWatcher watcher(bus.asyncCall(message, 3000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return watcher.isFinished(); }, 4000)) << method.toStdString();
-    return watcher.reply();
-}
-
-QVariant property(QDBusConnection &bus, const Node &node, const QString &name)
-{
-    const QDBusMessage reply =
-        call(bus, node, "org.freedesktop.DBus.Properties", "Get", {"org.a11y.atspi.Accessible", name});
-    return reply.arguments().isEmpty() ? QVariant()
-                                       : reply.arguments().first().value<QDBusVariant>().variant();
-}
-
-QList<Node> children(QDBusConnection &bus, const Node &node)
-{
-    const QDBusMessage reply = call(bus, node, "org.a11y.atspi.Accessible", "GetChildren");
-    QList<Node> result;
-    if (reply.arguments().isEmpty())
-        return result;
-    const auto array = reply.arguments().first().value<QDBusArgument>();
-    array.beginArray();
-    while (!array.atEnd()) {
-        Node child;
-        QDBusObjectPath path;
-        array.beginStructure();
-        array >> child.service >> path;
-        array.endStructure();
-        child.path = path.path();
-        result.append(child);
-    }
-    array.endArray();
-    return result;
-}
-
-// Depth first, by the beginning of a name.
-std::optional<Node> find(QDBusConnection &bus, const Node &node, const QString &name, int depth)
-{
-    if (property(bus, node, "Name").toString().startsWith(name))
-        return node;
-    if (depth > 0) {
-        for (const Node &child : children(bus, node)) {
-            if (const auto found = find(bus, child, name, depth - 1))
-                return found;
-        }
-    }
-    return std::nullopt;
-}
-
-} // namespace
-
 TEST_F(Journey, ShowsItsObjectsOnTheAccessibilityBus)
 {
     draw(ToolKind::Rectangle, {200, 60}, {300, 120});
-    QDBusInterface launcher("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus");
-    QDBusPendingReply<QString> address = launcher.asyncCall("GetAddress");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return address.isFinished(); }));
-    QDBusConnection bus = QDBusConnection::connectToBus(address.value(), "reader");
+    AccessibilityBus bus;
     ASSERT_TRUE(bus.isConnected());
-    const Node registry{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
-    std::optional<Node> canvas;
+    std::optional<AccessibilityBus::Node> canvas;
     ASSERT_TRUE(QTest::qWaitFor([&] {
-        canvas = find(bus, registry, editor->canvas().accessibleLabel(), 4);
+        canvas = bus.find(bus.root(), editor->canvas().accessibleLabel(), 4);
         return canvas.has_value();
     }));
-    const auto shown = children(bus, *canvas);
+    const auto shown = bus.children(*canvas);
     ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(property(bus, shown.first(), "Name").toString(), "red box");
-    const QDBusMessage extents =
-        call(bus, shown.first(), "org.a11y.atspi.Component", "GetExtents", {QVariant::fromValue<quint32>(0)});
+    EXPECT_EQ(bus.name(shown.first()), "red box");
+    const QDBusMessage extents = bus.call(shown.first(), "org.a11y.atspi.Component", "GetExtents",
+                                          {QVariant::fromValue<quint32>(0)});
     ASSERT_FALSE(extents.arguments().isEmpty());
     const auto structure = extents.arguments().first().value<QDBusArgument>();
     int x = 0, y = 0, width = 0, height = 0;
