@@ -3,6 +3,8 @@
 //
 //     bench_recognition FOLDER…
 //
+// Pages of many kinds are drawn by truth_pages.
+//
 // A page is NAME.png with NAME.json: either "lines" with "text", or "words" with "text".
 
 #include "base/json.h"
@@ -163,7 +165,9 @@ int main(int argc, char **argv)
     for (const QString &folder : application.arguments().mid(1)) {
         double recalls = 0;
         double precisions = 0;
+        double processor = 0;
         int pages = 0;
+        Hidden all;
         for (const QString &name : QDir(folder).entryList({"*.json"}, QDir::Files, QDir::Name)) {
             const QString picture = folder + "/" + QString(name).replace(".json", ".png");
             const auto truth = Json::readFile(folder + "/" + name);
@@ -203,6 +207,7 @@ int main(int argc, char **argv)
             const double precision = double(hits) / double(std::max<qsizetype>(read.size(), 1));
             recalls += recall;
             precisions += precision;
+            processor += seconds;
             ++pages;
             std::printf("%-24s recall %.3f precision %.3f  %.2f s of one core\n", qUtf8Printable(name),
                         recall, precision, seconds);
@@ -212,6 +217,9 @@ int main(int argc, char **argv)
                              truth->object());
                 std::printf("   private: %d of %d hidden, %d boxes elsewhere\n", hidden.hidden,
                             hidden.demanded, hidden.falseBoxes);
+                all.demanded += hidden.demanded;
+                all.hidden += hidden.hidden;
+                all.falseBoxes += hidden.falseBoxes;
             }
             if (qEnvironmentVariableIsSet("WRONG")) {
                 QStringList missed;
@@ -223,7 +231,9 @@ int main(int argc, char **argv)
             }
         }
         if (pages > 0)
-            std::printf("%-24s recall %.3f precision %.3f\n\n", "mean", recalls / pages, precisions / pages);
+            std::printf("%-24s recall %.3f precision %.3f  %.2f s  private %d of %d, %d elsewhere  %s\n\n", "mean",
+                        recalls / pages, precisions / pages, processor / pages, all.hidden, all.demanded,
+                        all.falseBoxes, qUtf8Printable(QDir(folder).dirName()));
     }
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
