@@ -231,9 +231,9 @@ int main(int argc, char **argv)
             }
         }
         if (pages > 0)
-            std::printf("%-24s recall %.3f precision %.3f  %.2f s  private %d of %d, %d elsewhere  %s\n\n", "mean",
-                        recalls / pages, precisions / pages, processor / pages, all.hidden, all.demanded,
-                        all.falseBoxes, qUtf8Printable(QDir(folder).dirName()));
+            std::printf("%-24s recall %.3f precision %.3f  %.2f s  private %d of %d, %d elsewhere  %s\n\n",
+                        "mean", recalls / pages, precisions / pages, processor / pages, all.hidden,
+                        all.demanded, all.falseBoxes, qUtf8Printable(QDir(folder).dirName()));
     }
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);

@@ -1,10 +1,10 @@
-// Draws pages with their truth for bench_recognition: private text on grounds of many kinds, signs that readers
-// like to take for others, and texts in several languages.
+// Draws pages with their truth for bench_recognition: private text on grounds of many kinds, signs that
+// readers like to take for others, and texts in several languages.
 //
 //     truth_pages FOLDER [SEED]
 //
-// Makes one folder for each kind of page. Another seed gives other texts: a rule is judged on pages that were drawn
-// after it was written.
+// Makes one folder for each kind of page. Another seed gives other texts: a rule is judged on pages that were
+// drawn after it was written.
 
 #include "truth_texts.h"
 
@@ -44,14 +44,15 @@ QImage photograph(const QSize &size, QRandomGenerator &random)
             rough.setPixel(x, y,
                            qRgb(darkest + random.bounded(90), darkest + random.bounded(90),
                                 darkest + random.bounded(90)));
-    QImage picture =
-        rough.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    QImage picture = rough.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                         .convertToFormat(QImage::Format_RGB32);
     for (int y = 0; y < picture.height(); ++y) {
         auto *row = reinterpret_cast<QRgb *>(picture.scanLine(y));
         for (int x = 0; x < picture.width(); ++x) {
             const int grain = random.bounded(13) - 6;
-            row[x] = qRgb(std::clamp(qRed(row[x]) + grain, 0, 255), std::clamp(qGreen(row[x]) + grain, 0, 255),
-                          std::clamp(qBlue(row[x]) + grain, 0, 255));
+            row[x] =
+                qRgb(std::clamp(qRed(row[x]) + grain, 0, 255), std::clamp(qGreen(row[x]) + grain, 0, 255),
+                     std::clamp(qBlue(row[x]) + grain, 0, 255));
         }
     }
     return picture;
@@ -72,7 +73,8 @@ public:
         m_image.fill(setting.paper);
         if (setting.isPhotograph) {
             m_image = photograph(size, random);
-            m_setting.pen = qGray(m_image.pixel(size.width() / 2, size.height() / 2)) > 118 ? Qt::black : Qt::white;
+            m_setting.pen =
+                qGray(m_image.pixel(size.width() / 2, size.height() / 2)) > 118 ? Qt::black : Qt::white;
         }
     }
 
@@ -93,8 +95,8 @@ public:
         const auto draw = [&](const QString &text, const QFont &with) {
             painter.setFont(with);
             painter.drawText(QPointF(x, m_baseline), text);
-            const QRectF box(x, m_baseline - m_setting.pixels * 0.75, QFontMetricsF(with).horizontalAdvance(text),
-                             m_setting.pixels * 0.95);
+            const QRectF box(x, m_baseline - m_setting.pixels * 0.75,
+                             QFontMetricsF(with).horizontalAdvance(text), m_setting.pixels * 0.95);
             x = box.right();
             return box;
         };
@@ -108,10 +110,10 @@ public:
             painter.setPen(m_setting.pen);
         }
         draw(line.after, font);
-        m_lines.append(QJsonObject{{"text", line.before + line.secret + line.after},
-                                   {"rect", jsonOf({left, m_baseline - m_setting.pixels * 0.75, x - left,
-                                                    m_setting.pixels * 0.95})},
-                                   {"sensitive", secrets}});
+        m_lines.append(QJsonObject{
+            {"text", line.before + line.secret + line.after},
+            {"rect", jsonOf({left, m_baseline - m_setting.pixels * 0.75, x - left, m_setting.pixels * 0.95})},
+            {"sensitive", secrets}});
     }
 
     bool save(const QString &path) const
@@ -137,8 +139,16 @@ const QList<Setting> &settings()
         {.name = "small", .pixels = 10},
         {.name = "struck", .isStruck = true},
         {.name = "underlined", .isUnderlined = true},
-        {.name = "bold-on-dark", .paper = dark, .pen = light, .secretPen = QColor(240, 120, 130), .isBold = true},
-        {.name = "italic-on-dark", .paper = dark, .pen = light, .secretPen = QColor(110, 190, 250), .isItalic = true},
+        {.name = "bold-on-dark",
+         .paper = dark,
+         .pen = light,
+         .secretPen = QColor(240, 120, 130),
+         .isBold = true},
+        {.name = "italic-on-dark",
+         .paper = dark,
+         .pen = light,
+         .secretPen = QColor(110, 190, 250),
+         .isItalic = true},
         {.name = "columns-on-dark",
          .family = "DejaVu Sans Mono",
          .pixels = 14,
@@ -190,8 +200,10 @@ int main(int argc, char **argv)
         for (const int pixels : {14, 22})
             isDone &= draw(folder, {.name = "signs", .family = family, .pixels = pixels},
                            QString(family).remove(' ') + QString::number(pixels), linesOfSigns(), random);
-    isDone &= draw(folder, {.name = "code", .family = "DejaVu Sans Mono", .pixels = 11}, "dejavu", linesOfCode(), random);
-    isDone &= draw(folder, {.name = "code", .family = "JetBrains Mono", .pixels = 11}, "jetbrains", linesOfCode(), random);
+    isDone &= draw(folder, {.name = "code", .family = "DejaVu Sans Mono", .pixels = 11}, "dejavu",
+                   linesOfCode(), random);
+    isDone &= draw(folder, {.name = "code", .family = "JetBrains Mono", .pixels = 11}, "jetbrains",
+                   linesOfCode(), random);
     if (!isDone)
         std::fprintf(stderr, "The pages can't be written.\n");
     return isDone ? 0 : 1;

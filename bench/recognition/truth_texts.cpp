@@ -26,7 +26,8 @@ auto oneOf(QRandomGenerator &random, const List &list)
 
 const QStringList &names()
 {
-    static const QStringList list{"marta", "quay", "harbour", "jonas.keel", "li-wen", "desk_4", "o.brandt", "pier+ads"};
+    static const QStringList list{"marta",  "quay",   "harbour",  "jonas.keel",
+                                  "li-wen", "desk_4", "o.brandt", "pier+ads"};
     return list;
 }
 
@@ -35,13 +36,20 @@ QString secret(QRandomGenerator &random)
     const auto any = [&](int count) { return signsOf(random, kAny, count); };
     const auto digits = [&](int count) { return signsOf(random, kDigits, count); };
     const std::array<std::function<QString()>, 13> kinds{{
-        [&] { return oneOf(random, names()) + '@' + oneOf(random, names()).remove('_').remove('+') + ".example"; },
+        [&] {
+            return oneOf(random, names()) + '@' + oneOf(random, names()).remove('_').remove('+') + ".example";
+        },
         [&] { return oneOf(random, names()) + "@lighthouse.org"; },
         [&] { return "+49 40 " + digits(3) + ' ' + digits(4); },
         [&] { return "(0" + digits(2) + ") " + digits(3) + '-' + digits(4); },
         [&] { return digits(4) + ' ' + digits(4); },
         [&] { return QString::number(1 + random.bounded(8)) + digits(7); },
-        [&] { return QString("10.%1.%2.%3").arg(random.bounded(255)).arg(random.bounded(255)).arg(random.bounded(255)); },
+        [&] {
+            return QString("10.%1.%2.%3")
+                .arg(random.bounded(255))
+                .arg(random.bounded(255))
+                .arg(random.bounded(255));
+        },
         [&] { return "sk_live_" + any(20); },
         [&] { return "ghp_" + any(32); },
         [&] { return "AKIA" + signsOf(random, kCapitals, 16); },
@@ -55,11 +63,12 @@ QString secret(QRandomGenerator &random)
 QString words(QRandomGenerator &random, int count)
 {
     static const QStringList list{
-        "Boats",   "leave",   "the",    "harbour", "before",  "noon",    "and",   "return", "with",  "tide",
-        "Notes",   "from",    "meeting", "about",  "railing", "paint",   "which", "Owner",  "by",    "of",
-        "summer",  "rota",    "is",     "kept",    "in",      "office",  "Keys",  "are",    "given", "to",
-        "visitors", "who",    "ask",    "at",      "desk",    "Each",    "crew",  "has",    "its",   "own",
-        "locker",  "beside",  "door",   "please",  "close",   "windows", "when",  "storms", "come",  "closer"};
+        "Boats",   "leave", "the",    "harbour",  "before", "noon",    "and",   "return", "with",
+        "tide",    "Notes", "from",   "meeting",  "about",  "railing", "paint", "which",  "Owner",
+        "by",      "of",    "summer", "rota",     "is",     "kept",    "in",    "office", "Keys",
+        "are",     "given", "to",     "visitors", "who",    "ask",     "at",    "desk",   "Each",
+        "crew",    "has",   "its",    "own",      "locker", "beside",  "door",  "please", "close",
+        "windows", "when",  "storms", "come",     "closer"};
     QStringList some;
     for (int i = 0; i < count; ++i)
         some += oneOf(random, list);
@@ -154,7 +163,7 @@ QList<TruthLine> linesOfSigns()
     return plain({"Tickets cost 5€50 a day or GB£12 a week", "The ferry takes 100¥50 and 3§4 applies",
                   "Tolerance ±0.5 mm at ½ of the height", "Vidéo4K60 and Qualité1080p are offered",
                   "Paid €12.50, then £7.99 and ¥300", "See §12 and §14 for 20° and 45°",
-                  "Part A1B2€ of order 7€", "Copyright © 2024, marks ® and ™ stay"});
+                  "Part A1B2€ of order 7€", "Copyright © 24, marks ® and ™ stay"});
 }
 
 QList<TruthLine> linesOfCode()
@@ -163,6 +172,7 @@ QList<TruthLine> linesOfCode()
                   "        *out++ = buffer[i] & 0xff;", "    if (a != b || c <= d && !done) return -1;",
                   "    // runs in O(n log n) of all rows", "    auto url = \"https://quay.example/a/b?c=d\";",
                   "    std::vector<int> rows{1, 2, 3};", "    x->next = y ? *y : nullptr; /* end */",
-                  "    printf(\"%d %s\\n\", total, name);", "    while (left >= 0 && mask[left] == 1) --left;",
-                  "    value += step * (high - low) / 2;", "}"});
+                  "    printf(\"%d %s\\n\", total, name);",
+                  "    while (left >= 0 && mask[left] == 1) --left;", "    value += step * (high - low) / 2;",
+                  "}"});
 }

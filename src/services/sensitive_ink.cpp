@@ -106,6 +106,32 @@ QList<Match> acrossFalseBlanks(const RecognizedLine &line)
     return found;
 }
 
+// What is found when blanks are put where the ink has a gap as wide as one: a word that was glued to a number
+// hides where that begins.
+QList<Match> acrossLostBlanks(const RecognizedLine &line)
+{
+    constexpr double kWide =
+        0.45; // of the mean width of a character: blanks have more, and gaps in words less
+    QString text;
+    QList<qsizetype> places;
+    for (qsizetype i = 0; i < line.text.size(); ++i) {
+        if (i > 0 && i < line.characters.size() && !line.characters[i].isEmpty() &&
+            !line.characters[i - 1].isEmpty() &&
+            line.characters[i].left() - line.characters[i - 1].right() > kWide * advanceOf(line)) {
+            text += ' ';
+            places.append(i);
+        }
+        text += line.text[i];
+        places.append(i);
+    }
+    QList<Match> found;
+    if (text.size() == line.text.size())
+        return found;
+    for (const Match &match : matches(plainSigns(text)))
+        found.append({places[match.start], places[match.end() - 1] + 1 - places[match.start]});
+    return found;
+}
+
 // Whether the widest gap in a run stands behind a word: a blank that was overlooked.
 bool hasABlank(const RecognizedLine &line, const Match &match)
 {
@@ -182,7 +208,8 @@ double pitchOf(const RecognizedLine &line)
 
 QList<Match> matchesByInk(const RecognizedLine &line)
 {
-    auto found = merged(matchesInReadLine(line.text) + shortenedRuns(line) + acrossFalseBlanks(line));
+    auto found = merged(matchesInReadLine(line.text) + shortenedRuns(line) + acrossFalseBlanks(line) +
+                        acrossLostBlanks(line));
     found.removeIf([&line](const Match &match) { return isTooShort(line, match); });
     return found;
 }

@@ -55,10 +55,11 @@ const QRegularExpression &misreadPatterns()
         R"((?<![\d.,([])(?!\d+(?:,\d{3})+\.\d\d?(?![.,]?\d))(?!\d+(?:\.\d{3})+,\d\d?(?![.,]?\d))(?=[\d.,]*\d{3}))"
         R"((?:(?:25[0-5]|2[0-4]\d|1\d\d|[1-9]?\d)(?:[.,]|(?![.,]?\d))){4}(?<![.,]))",
         R"(\b[s5prt]k[-_ ]{0,2}(?:live|test|proj)[-_ ]{1,2}[A-Z0-9_-]{12,})",
-        R"(\bgh[pousr]_[A-Z0-9]{18,})",
+        R"(\bgh[pousr](?:_|_? )[A-Z0-9]{18,})",
         R"(\b[A4]K[I1LT|][A4][0-9A-Z|)\]]{15,17})",
         R"(\bx[o0]x{1,2}[abprs8]-?[A-Z0-9-]{10,})",
-        R"(\bx[o0]x[A-Z0-9][- ]\d{6,}[A-Z0-9-]*)",
+        R"(\bx[oe0]x[A-Z0-9][- ]{0,2}\d{6,}[- ]{0,2}(?:[A-Z0-9|)\]}-]*\d[A-Z0-9|)\]}-]*)?)",
+        R"(\(\d{2,4}\)[\d\s().-]{4,}\d)",
         R"(\b[e6]y[JI1Lj)\]}][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,}(?:\.[A-Z0-9_-]+)?)",
     });
     return expression;
@@ -79,9 +80,30 @@ const QRegularExpression &shortenedPatterns()
         R"(\b[s5pr]k[-_]?[A-Z0-9_-]{14,})",
         R"(\b[g9]h[pousr0][A-Z0-9]{18,})",
         R"(\b[A4][A-Z0-9][I1LT|][A4][0-9A-Z]{16}\b)",
+        R"(\b[A4]K[A-Z0-9]{0,2}[A4][0-9A-Z]{15,17}\b)",
         R"(\b(?:AKA|AKI|AIA|KIA)[0-9A-Z]{16}\b)",
         R"(\b[A-Z0-9](?:gh[pousr]_[A-Z0-9]{18,}|xox[abprs]-[A-Z0-9-]{10,}|AKIA[0-9A-Z]{16}\b))",
     });
+    return expression;
+}
+
+// Keys behind a word that reading glued to them for want of a blank: by a prefix that no word ends in, or in
+// capitals behind small letters.
+const QRegularExpression &gluedPatterns()
+{
+    static const QRegularExpression expression = [] {
+        const QStringList alternatives{
+            R"((?<=[A-Za-z])gh[pousr]_[A-Za-z0-9]{18,})",
+            R"((?<=[A-Za-z])(?:sk|pk|rk)[-_](?:live|test|proj)[-_][A-Za-z0-9_-]{12,})",
+            R"((?<=[A-Za-z])xox[abprs]-[A-Za-z0-9-]{10,})",
+            R"((?<=[a-z])AKIA[0-9A-Z]{16}(?![A-Z0-9]))",
+            R"((?<=[a-z])ey[JIl1][A-Za-z0-9_-]{10,}\.[A-Za-z0-9_-]{10,})",
+        };
+        QRegularExpression made(alternatives.join('|'));
+        Q_ASSERT(made.isValid());
+        made.optimize();
+        return made;
+    }();
     return expression;
 }
 
@@ -221,7 +243,8 @@ QString lettersForBrackets(QString line)
             continue;
         const QStringView before = stretchBefore(line, i, isKeySign);
         const QStringView after = stretchAfter(line, i + 1, isKeySign);
-        const bool isWebToken = closes && before.compare(u"ey", Qt::CaseInsensitive) == 0;
+        const bool isWebToken = before.compare(u"ey", Qt::CaseInsensitive) == 0 &&
+                                (closes || (after.size() >= kLongKey && isJumbled(after)));
         const QStringView token = stretchBefore(line, i, [](QChar c) { return isKeySign(c) || c == '.'; });
         const bool isInKey =
             beginsLikeAKey(token) &&
@@ -232,8 +255,10 @@ QString lettersForBrackets(QString line)
         const bool isInRun = closes ? before.size() >= 3 && after.size() >= 3 &&
                                           isJumbled(before.toString() + after.toString())
                                     : isLong && isJumbled(before) && isJumbled(after);
-        const bool isBeforeDot = closes && line[i + 1] == '.' && isJumbled(before) &&
-                                 isJumbled(stretchAfter(line, i + 2, isKeySign));
+        const QStringView second = line[i + 1] == '.' ? stretchAfter(line, i + 2, isKeySign) : QStringView();
+        const bool isBeforeDot = closes && ((isJumbled(before) && isJumbled(second)) ||
+                                            (beginsLikeAKey(before) && before.size() >= kLongKey &&
+                                             mayBeJumbled(before) && mayBeJumbled(second)));
         if (isWebToken || isInKey || isInRun || isBeforeDot)
             line[i] = u'J';
     }
@@ -354,7 +379,13 @@ QChar plainSign(QChar sign)
 
 QString plainSigns(QString line)
 {
+    static const QRegularExpression prefix(R"([({\[](\d{2,4})[)}\]](?=[ -]?\d{3}))");
     std::ranges::transform(line, line.begin(), plainSign);
+    for (auto it = prefix.globalMatch(line); it.hasNext();) {
+        const auto match = it.next();
+        line[match.capturedStart()] = '(';
+        line[match.capturedEnd() - 1] = ')';
+    }
     return lettersForBrackets(line);
 }
 
@@ -389,10 +420,11 @@ QList<Match> matchesInReadLine(const QString &line)
     all += matches(plain);
     all += matches(digitsForLetters(plain));
     const Joined joined = withoutStrayBlanks(plain);
-    for (const auto *expression : {&patterns(), &misreadPatterns(), &opaquePattern(), &shortenedPatterns()}) {
+    for (const auto *expression :
+         {&patterns(), &misreadPatterns(), &opaquePattern(), &shortenedPatterns(), &gluedPatterns()}) {
+        const bool mayBeWords = expression == &shortenedPatterns() || expression == &gluedPatterns();
         for (const Match &match : found(*expression, joined.text)) {
-            if (expression == &shortenedPatterns() &&
-                !isJumbled(QStringView(joined.text).sliced(match.start, match.length)))
+            if (mayBeWords && !isJumbled(QStringView(joined.text).sliced(match.start, match.length)))
                 continue;
             const qsizetype first = joined.places[match.start];
             all.append({first, joined.places[match.end() - 1] + 1 - first});

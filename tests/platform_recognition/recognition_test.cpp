@@ -199,6 +199,39 @@ TEST(TesseractEngine, KeepsTightRowsApartAndTheirMarksWithThem)
     }
 }
 
+TEST(TesseractEngine, LeavesSignsThatItIsSureOfAsTheyStand)
+{
+    const QStringList lines{"Tickets cost 5€50 a day or GB£12 a week", "The ferry takes 100¥50 for a car",
+                            "Tolerance ±0.5 mm, then +0.7 mm", "Vidéo4K60 and Qualité1080p are offered"};
+    for (const int pixels : {14, 22})
+        EXPECT_EQ(textsOf(*makeTextEngine(), page(lines, {Qt::white, Qt::black}, "DejaVu Sans", pixels)),
+                  lines)
+            << pixels;
+}
+
+TEST(TesseractEngine, ReadsWhatIsStruckThroughUnderlinedOrVeryLarge)
+{
+    QImage image(900, 320, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    QFont font("DejaVu Sans");
+    font.setPixelSize(96);
+    painter.setFont(font);
+    painter.drawText(QPoint(30, 130), "Boats 4831 7755");
+    font.setPixelSize(16);
+    font.setUnderline(true);
+    painter.setFont(font);
+    painter.drawText(QPoint(30, 220), "Notes for jetty gauges");
+    font.setUnderline(false);
+    font.setStrikeOut(true);
+    painter.setFont(font);
+    painter.drawText(QPoint(30, 270), "4831 0962 7755");
+    painter.end();
+    auto texts = textsOf(*makeTextEngine(), image);
+    texts.sort();
+    EXPECT_EQ(texts, (QStringList{"4831 0962 7755", "Boats 4831 7755", "Notes for jetty gauges"}));
+}
+
 TEST(TesseractEngine, LeavesIconsOutThatStandAlone)
 {
     QImage image =

@@ -14,6 +14,10 @@ struct ReadSign {
     bool isAlone = false; // in that piece: no neighbour touches it
 };
 
+// A reader as sure as this of a sign has seen it: currency and section signs, accents and the like that stand
+// there are read with .976 and more, those that are read for letters of keys with .94 and less.
+inline constexpr double kSureOfSign = 0.96;
+
 struct ReadLine {
     TextRegion region;
     std::vector<ReadSign> signs;

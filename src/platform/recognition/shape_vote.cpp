@@ -69,13 +69,18 @@ bool canBeConfused(const QString &text)
            (std::ranges::any_of(kConfusable, holdsIt) || std::ranges::any_of(kConfusableInColumns, holdsIt));
 }
 
+bool isSureMark(const ReadSign &sign)
+{
+    return !sign.text[0].isLetterOrNumber() && sign.confidence >= kSureOfSign;
+}
+
 // A sign with what its shape is compared by.
 struct Evidence {
     size_t line;
     size_t sign;
     Shape shape;
     double weight; // most in a word or a number, least among mixed signs
-    bool isPlain;
+    bool isSettled; // in a word or a number, or a mark that the reader is sure of
 };
 
 std::vector<Evidence> evidenceOf(const QImage &ink, const std::vector<ReadLine> &lines)
@@ -92,7 +97,7 @@ std::vector<Evidence> evidenceOf(const QImage &ink, const std::vector<ReadLine> 
                                                                          : run.turns <= 1 ? 1
                                                                                           : 0.5);
                 all.push_back({l, s, shapeOf(ink, line.cells[size_t(sign.cell)], line.baseline), weight,
-                               run.isPlain()});
+                               run.isPlain() || isSureMark(sign)});
             }
         }
     }
@@ -111,7 +116,7 @@ void voteByShape(const QImage &ink, std::vector<ReadLine> &lines)
     std::vector<std::pair<size_t, QString>> changes;
     for (size_t i = 0; i < all.size(); ++i) {
         const Evidence &one = all[i];
-        if (one.isPlain)
+        if (one.isSettled)
             continue;
         const ReadLine &line = lines[one.line];
         const QString &own = line.signs[one.sign].text;

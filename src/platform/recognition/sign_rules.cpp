@@ -172,7 +172,8 @@ void mendStrangers(std::vector<ReadSign> &signs)
         return s < signs.size() && !signs[s].text.isEmpty() && signs[s].text[0].isLetterOrNumber();
     };
     for (size_t s = 1; s + 1 < signs.size(); ++s) {
-        if (signs[s].blankBefore || signs[s + 1].blankBefore || !continues(s - 1) || !continues(s + 1))
+        if (signs[s].blankBefore || signs[s + 1].blankBefore || !continues(s - 1) || !continues(s + 1) ||
+            signs[s].confidence >= kSureOfSign)
             continue;
         signs[s].text = plainFor.value(signs[s].text, signs[s].text);
     }
@@ -188,13 +189,30 @@ void straightenQuotes(std::vector<ReadSign> &signs)
             sign.text = "'";
 }
 
+// The language data has no ±. It is read as the + of it, and told by the bar under that.
+void mendPlusMinus(const QImage &ink, ReadLine &line)
+{
+    constexpr double kBar =
+        0.5; // ink in the lower corners: .6 and more under a ±, nothing beside the stem of a +
+    for (ReadSign &sign : line.signs) {
+        if (!sign.isAlone || sign.text != "+")
+            continue;
+        const QRect &cell = line.cells[size_t(sign.cell)];
+        const bool hasBar =
+            std::max(inkIn(ink, cell, 0, 0.84, 0.3, 0.94), inkIn(ink, cell, 0, 0.88, 0.3, 1)) > kBar &&
+            std::max(inkIn(ink, cell, 0.7, 0.84, 1, 0.94), inkIn(ink, cell, 0.7, 0.88, 1, 1)) > kBar;
+        if (hasBar)
+            sign.text = QStringLiteral("±");
+    }
+}
+
 // Letters with an accent among letters and digits without sense.
 void mendAccents(std::vector<ReadSign> &signs, const Run &run)
 {
     constexpr int kSenseless = 2;
     if (run.digits > 0 && run.turns >= kSenseless)
         for (size_t s = run.from; s < run.to; ++s)
-            if (isOneOf(signs[s], u"é"))
+            if (isOneOf(signs[s], u"é") && signs[s].confidence < kSureOfSign)
                 signs[s].text = "6";
 }
 
@@ -211,6 +229,7 @@ void mendLookalikes(const QImage &ink, std::vector<ReadLine> &lines)
     for (ReadLine &line : lines) {
         const bool knowsHeight = hasSmallLetters(line) && (line.pitch > 0 || line.capHeight >= 12);
         mendStrangers(line.signs);
+        mendPlusMinus(ink, line);
         if (line.pitch > 0) {
             straightenQuotes(line.signs);
             for (ReadSign &sign : line.signs)

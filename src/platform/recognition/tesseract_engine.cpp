@@ -4,6 +4,7 @@
 #include "platform/recognition/ink.h"
 #include "platform/recognition/languages.h"
 #include "platform/recognition/page_reading.h"
+#include "platform/recognition/struck_lines.h"
 #include "platform/recognition/tesseract_reader.h"
 #include "platform/texts.h"
 
@@ -58,29 +59,81 @@ TesseractReader::Pace paceFor(const QList<TextRegion> &regions)
     return count > kGlyphs ? TesseractReader::Pace::Brisk : TesseractReader::Pace::Careful;
 }
 
+std::vector<ReadLine> read(const QImage &ink, const QList<TextRegion> &regions, TesseractReader &reader)
+{
+    std::vector<ReadLine> lines;
+    const auto pace = paceFor(regions);
+    for (const TextRegion &region : regions) {
+        if (auto signs = reader.read(ink, region, pace); !signs.empty()) {
+            lines.emplace_back();
+            lines.back().region = region;
+            lines.back().signs = std::move(signs);
+        }
+    }
+    mend(ink, lines);
+    std::erase_if(lines, isIcon);
+    return lines;
+}
+
+// The strokes of large letters are as broad as what usual letters lie on; they are read on a small copy.
+constexpr int kShrinkForLarge = 4;
+constexpr int kLowestLarge = 10; // pixels of the copy: of type of 55 pixels and more
+
+// Whether a line of the small copy is text rather than what pictures and buttons look like in it.
+bool isLargeText(const ReadLine &line)
+{
+    constexpr double kSure = 0.93; // of what is no text, nine in ten are below
+    constexpr int kFewest = 2;
+    double confidence = 0;
+    int count = 0;
+    for (const ReadSign &sign : line.signs) {
+        confidence += sign.confidence / double(line.signs.size());
+        count += !sign.text.isEmpty() && sign.text[0].isLetterOrNumber();
+    }
+    return count >= kFewest && 2 * count > int(line.signs.size()) && confidence >= kSure;
+}
+
+std::vector<ReadLine> readLarge(const QImage &part, TesseractReader &reader)
+{
+    const QSize size = part.size() / kShrinkForLarge;
+    if (size.isEmpty())
+        return {};
+    QImage ink = inkOf(part.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    takeOutStruckLines(ink);
+    QList<TextRegion> regions = findLines(ink);
+    regions.removeIf([](const TextRegion &region) { return region.glyphHeight < kLowestLarge; });
+    std::vector<ReadLine> lines = read(ink, regions, reader);
+    std::erase_if(lines, [](const ReadLine &line) { return !isLargeText(line); });
+    return lines;
+}
+
 QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReader &reader)
 {
     const bool isWhole = band.top == 0 && band.bottom == image.height();
-    const QImage ink =
-        inkOf(isWhole ? image : image.copy(0, band.top, image.width(), band.bottom - band.top));
-    std::vector<ReadLine> read;
-    const QList<TextRegion> regions = findLines(ink);
-    const auto pace = paceFor(regions);
-    for (const TextRegion &region : regions) {
-        const int middle = band.top + region.box.center().y();
-        if (middle < band.ownTop || middle >= band.ownBottom)
-            continue;
-        if (auto signs = reader.read(ink, region, pace); !signs.empty()) {
-            read.emplace_back();
-            read.back().region = region;
-            read.back().signs = std::move(signs);
-        }
-    }
-    mend(ink, read);
+    const QImage part = isWhole ? image : image.copy(0, band.top, image.width(), band.bottom - band.top);
+    const auto isOwn = [&band](const QRect &box) {
+        const int middle = band.top + box.center().y();
+        return middle >= band.ownTop && middle < band.ownBottom;
+    };
+    const auto inPart = [](const QRect &box) {
+        return QRect(box.topLeft() * kShrinkForLarge, box.size() * kShrinkForLarge);
+    };
+    std::vector<ReadLine> large = readLarge(part, reader);
+    std::erase_if(large, [&](const ReadLine &line) { return !isOwn(inPart(line.region.box)); });
+
+    QImage ink = inkOf(part);
+    takeOutStruckLines(ink);
+    QList<TextRegion> regions = findLines(ink);
+    regions.removeIf([&](const TextRegion &region) {
+        return !isOwn(region.box) || std::ranges::any_of(large, [&](const ReadLine &line) {
+            return inPart(line.region.box).contains(region.box.center());
+        });
+    });
     QList<RecognizedLine> lines;
-    for (const ReadLine &line : read)
-        if (!isIcon(line))
-            lines.append(recognizedLine(line, image.size(), {0, band.top}));
+    for (const ReadLine &line : large)
+        lines.append(recognizedLine(line, image.size() / kShrinkForLarge, {0, band.top / kShrinkForLarge}));
+    for (const ReadLine &line : read(ink, regions, reader))
+        lines.append(recognizedLine(line, image.size(), {0, band.top}));
     return lines;
 }
 
