@@ -5,7 +5,8 @@
 namespace {
 
 constexpr int kFaintestLine = 22;
-constexpr int kShortest = 36; // pixels; the dash of large type and three underscores of small type are shorter
+constexpr int kShortest =
+    36; // pixels; the dash of large type and three underscores of small type are shorter
 constexpr int kThickest = 7;
 constexpr int kSlenderness = 10; // the bar of a large T is six to eight times as long as it is thick
 constexpr int kEnd = 3;          // pixels at either end of a line, where a frame has its corners
@@ -87,7 +88,8 @@ void takeOutStruckLines(QImage &ink)
     for (int label = 1; label < count; ++label) {
         const cv::Rect box(stats.at<int>(label, cv::CC_STAT_LEFT), stats.at<int>(label, cv::CC_STAT_TOP),
                            stats.at<int>(label, cv::CC_STAT_WIDTH), stats.at<int>(label, cv::CC_STAT_HEIGHT));
-        if (box.height <= kThickest && box.width >= kSlenderness * box.height && touchingStrokes(map, box) > 0)
+        if (box.height <= kThickest && box.width >= kSlenderness * box.height &&
+            touchingStrokes(map, box) > 0)
             lines.push_back(box);
     }
     for (const cv::Rect &line : lines)
