@@ -79,11 +79,11 @@ Result<CatalogPatch> applyLines(const QString &journal, qint64 from, CatalogData
     return touched;
 }
 
-std::optional<QHash<QString, QString>> toIndex(const QJsonDocument &document)
+std::optional<QHash<QString, StoredText>> toIndex(const QJsonDocument &document)
 {
     if (!document.isObject())
         return std::nullopt;
-    QHash<QString, QString> index;
+    QHash<QString, StoredText> index;
     const QJsonObject object = document.object();
     index.reserve(object.size());
     for (auto entry = object.begin(); entry != object.end(); ++entry) {
@@ -120,9 +120,39 @@ Value parsed(const QByteArray &bytes, const QString &name, Parse parse, QStringL
     return std::move(value).value_or(Value{});
 }
 
-CatalogData toData(const std::array<QByteArray, 3> &bytes, QStringList *broken = nullptr)
+// The three files as they are, and the first of them open, so that its texts can stay there.
+struct Contents {
+    std::array<QByteArray, 3> bytes;
+    FileHandle texts;
+};
+
+// Only a file that is the one whose bytes were read is of use.
+FileHandle opened(const QString &path, const QByteArray &bytes)
 {
-    return {parsed<QHash<QString, QString>>(bytes[0], kTexts, toIndex, broken),
+    FileHandle file(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat state;
+    if (!file.isOpen() || fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode) ||
+        state.st_size != bytes.size())
+        return {};
+    QByteArray end(std::min<qint64>(bytes.size(), 4096), Qt::Uninitialized);
+    const qint64 from = bytes.size() - end.size();
+    return pread(file.number(), end.data(), size_t(end.size()), from) == end.size() && bytes.endsWith(end)
+               ? std::move(file)
+               : FileHandle();
+}
+
+CatalogData toData(const Contents &contents, QStringList *broken = nullptr)
+{
+    const auto &bytes = contents.bytes;
+    if (contents.texts.isOpen()) {
+        if (auto texts = StoredText::all(bytes[0], contents.texts.number())) {
+            CatalogData data = toData({{QByteArray(), bytes[1], bytes[2]}, {}}, broken);
+            data.texts = *std::move(texts);
+            return data;
+        }
+    }
+    return {parsed<QHash<QString, StoredText>>(bytes[0], kTexts, toIndex, broken),
             parsed<QSet<QString>>(bytes[1], kFavorites, toNames, broken),
             parsed<LibraryMeta>(
                 bytes[2], kMeta,
@@ -130,14 +160,10 @@ CatalogData toData(const std::array<QByteArray, 3> &bytes, QStringList *broken =
                 broken)};
 }
 
-QByteArray jsonOf(const CatalogData &data, const QString &name)
+std::optional<QByteArray> jsonOf(const CatalogData &data, const QString &name)
 {
-    if (name == kTexts) {
-        QJsonObject object;
-        for (auto entry = data.texts.begin(); entry != data.texts.end(); ++entry)
-            object.insert(entry.key(), entry.value());
-        return QJsonDocument(object).toJson(QJsonDocument::Compact);
-    }
+    if (name == kTexts)
+        return StoredText::toJson(data.texts);
     if (name == kFavorites) {
         QJsonArray array;
         // In an order of its own, the same on every machine.
@@ -191,10 +217,13 @@ CatalogFiles::Snapshot CatalogFiles::loadLocked() const
             snapshot.problem = read.error();
         return read;
     };
-    std::array<QByteArray, 3> bytes;
-    for (size_t i = 0; i < kJson.size(); ++i)
-        bytes[i] = heed(bytesOf(path(kJson[i]))).value_or(QByteArray());
-    snapshot.data = toData(bytes);
+    {
+        Contents contents;
+        for (size_t i = 0; i < kJson.size(); ++i)
+            contents.bytes[i] = heed(bytesOf(path(kJson[i]))).value_or(QByteArray());
+        contents.texts = opened(path(kTexts), contents.bytes[0]);
+        snapshot.data = toData(contents);
+    }
     std::ignore = heed(applyLines(path(kFolding), 0, snapshot.data));
     std::ignore = heed(applyLines(path(kJournal), 0, snapshot.data));
     if (snapshot.problem)
@@ -305,15 +334,17 @@ Result<void> CatalogFiles::foldOnce(bool &isOutdated)
         }
     }
     const JsonMarks before = marks().json;
-    std::array<QByteArray, 3> bytes;
+    Contents contents;
     for (size_t i = 0; i < kJson.size(); ++i) {
         auto read = bytesOf(path(kJson[i]));
         if (!read)
             return std::unexpected(read.error());
-        bytes[i] = *read;
+        contents.bytes[i] = *std::move(read);
     }
+    contents.texts = opened(path(kTexts), contents.bytes[0]);
     QStringList broken;
-    CatalogData data = toData(bytes, &broken);
+    CatalogData data = toData(contents, &broken);
+    contents = {};
     const auto touched = applyLines(path(kFolding), 0, data);
     if (!touched)
         return std::unexpected(touched.error());
@@ -331,7 +362,10 @@ Result<void> CatalogFiles::foldOnce(bool &isOutdated)
             if (auto copied = AtomicFile::copy(path(name), scratch->filePath(name)); !copied)
                 return copied;
         }
-        if (auto written = AtomicFile::write(scratch->filePath(name), jsonOf(data, name)); !written)
+        const auto json = jsonOf(data, name);
+        if (!json)
+            return FileErrors::cannotRead(path(name), EIO);
+        if (auto written = AtomicFile::write(scratch->filePath(name), *json); !written)
             return written;
     }
     const auto held = lock();

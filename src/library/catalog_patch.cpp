@@ -8,7 +8,8 @@
 
 namespace {
 
-void apply(const CatalogPatch::Texts &patch, QHash<QString, QString> &texts)
+template <typename Text>
+void apply(const CatalogPatch::Texts &patch, QHash<QString, Text> &texts)
 {
     for (auto entry = patch.begin(); entry != patch.end(); ++entry) {
         if (entry.value())
@@ -18,7 +19,8 @@ void apply(const CatalogPatch::Texts &patch, QHash<QString, QString> &texts)
     }
 }
 
-CatalogPatch::Texts between(const QHash<QString, QString> &before, const QHash<QString, QString> &after)
+template <typename Text>
+CatalogPatch::Texts between(const QHash<QString, Text> &before, const QHash<QString, Text> &after)
 {
     CatalogPatch::Texts patch;
     for (auto entry = before.begin(); entry != before.end(); ++entry) {
@@ -28,17 +30,18 @@ CatalogPatch::Texts between(const QHash<QString, QString> &before, const QHash<Q
     for (auto entry = after.begin(); entry != after.end(); ++entry) {
         const auto old = before.find(entry.key());
         if (old == before.end() || *old != entry.value())
-            patch.insert(entry.key(), entry.value());
+            patch.insert(entry.key(), QString(entry.value()));
     }
     return patch;
 }
 
-void moveEntry(const QHash<QString, QString> &texts, const QString &oldName, const QString &newName,
+template <typename Text>
+void moveEntry(const QHash<QString, Text> &texts, const QString &oldName, const QString &newName,
                CatalogPatch::Texts &patch)
 {
     if (const auto entry = texts.find(oldName); entry != texts.end()) {
         patch.insert(oldName, std::nullopt);
-        patch.insert(newName, *entry);
+        patch.insert(newName, QString(*entry));
     }
 }
 

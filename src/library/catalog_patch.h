@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/library_meta.h"
+#include "library/stored_text.h"
 
 #include <QHash>
 #include <QJsonObject>
@@ -11,14 +12,15 @@
 
 // All that the catalog knows, by file name.
 struct CatalogData {
-    QHash<QString, QString> texts; // recognised; an empty one says that there is none
+    QHash<QString, StoredText> texts; // recognised; an empty one says that there is none
     QSet<QString> favorites;
     LibraryMeta meta;
 
     bool operator==(const CatalogData &) const = default;
 };
 
-// A change of the catalog as the values that it leaves, not as what was done: applied twice it gives the same.
+// A change of the catalog as the values that it leaves, not as what was done: applied twice it gives the
+// same.
 struct CatalogPatch {
     using Texts = QHash<QString, std::optional<QString>>; // nothing: the entry goes
 
@@ -36,7 +38,10 @@ struct CatalogPatch {
     static CatalogPatch forgetting(const CatalogData &data, const QString &name);
 
     bool isEmpty() const;
-    bool touchesMeta() const { return !sources.isEmpty() || !descriptions.isEmpty() || !collections.isEmpty(); }
+    bool touchesMeta() const
+    {
+        return !sources.isEmpty() || !descriptions.isEmpty() || !collections.isEmpty();
+    }
     void apply(CatalogData &data) const;
     // The files of which it says something; what changed in collections is not among them.
     QSet<QString> names() const;

@@ -64,7 +64,7 @@ std::optional<CatalogData> dataAt(const QString &path, Part part)
             return std::nullopt;
         for (auto entry = object.begin(); entry != object.end(); ++entry) {
             if (entry.value().isString())
-                data.texts.insert(entry.key(), entry.value().toString());
+                data.texts.insert(entry.key(), StoredText(entry.value().toString()));
         }
         return data;
     case Part::Favorites:

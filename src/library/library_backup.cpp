@@ -18,19 +18,19 @@
 
 namespace {
 
-QJsonObject toObject(const QHash<QString, QString> &texts)
+QJsonObject toObject(const QHash<QString, StoredText> &texts)
 {
     QJsonObject object;
     for (auto entry = texts.begin(); entry != texts.end(); ++entry)
-        object.insert(entry.key(), entry.value());
+        object.insert(entry.key(), entry.value().toString());
     return object;
 }
 
-std::optional<QHash<QString, QString>> toTexts(const std::optional<QJsonObject> &object)
+std::optional<QHash<QString, StoredText>> toTexts(const std::optional<QJsonObject> &object)
 {
     if (!object)
         return std::nullopt;
-    QHash<QString, QString> texts;
+    QHash<QString, StoredText> texts;
     for (auto entry = object->begin(); entry != object->end(); ++entry) {
         if (!entry.value().isString())
             return std::nullopt;

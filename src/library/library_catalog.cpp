@@ -81,8 +81,8 @@ std::optional<QString> LibraryCatalog::text(const QString &path) const
     const auto text = texts.find(name);
     const auto description = descriptions.find(name);
     if (description == descriptions.end())
-        return text == texts.end() ? std::nullopt : std::optional(*text);
-    return text == texts.end() ? *description : *text + QLatin1Char('\n') + *description;
+        return text == texts.end() ? std::nullopt : std::optional(text->toString());
+    return text == texts.end() ? *description : text->toString() + QLatin1Char('\n') + *description;
 }
 
 bool LibraryCatalog::isInAnyCollection(const QString &path) const

@@ -44,7 +44,7 @@ public:
     bool isFavorite(const QString &name) const;
     // The text that search uses: what was recognised, and the description.
     std::optional<QString> text(const QString &name) const;
-    QHash<QString, QString> textIndex() const { return snapshot().data.texts; }
+    const QHash<QString, StoredText> &textIndex() const { return snapshot().data.texts; }
     bool isInAnyCollection(const QString &name) const;
 
     void setFavorite(const QString &name, bool on);

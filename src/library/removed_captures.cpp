@@ -13,9 +13,9 @@ constexpr size_t kMostBatches = 10;
 RemovedCaptures::Capture RemovedCaptures::Capture::of(const CatalogData &data, const QString &path)
 {
     const QString name = LibraryNames::nameOf(path);
-    const auto valueOf = [&name](const QHash<QString, QString> &values) {
+    const auto valueOf = [&name](const auto &values) {
         const auto found = values.find(name);
-        return found == values.end() ? std::nullopt : std::optional(*found);
+        return found == values.end() ? std::nullopt : std::optional(QString(*found));
     };
     Capture capture;
     capture.path = path;

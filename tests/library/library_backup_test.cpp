@@ -66,7 +66,7 @@ TEST_F(LibraryBackupTest, NeverOverwritesWhatIsThere)
     const QString path = inFolder("data.json");
     LibraryBackup::Contents other{clock.now(), catalog().data()};
     other.data.favorites = {"z.png"};
-    other.data.texts = {{"a.png", "other"}, {"z.png", "new"}};
+    other.data.texts = {{"a.png", QString("other")}, {"z.png", QString("new")}};
     other.data.meta.sources = {{"a.png", "Files"}, {"z.png", "Files"}};
     other.data.meta.descriptions = {{"a.png", "other"}};
     other.data.meta.collections = {{m_bugs, "Other name", {"z.png", "a.png"}},
@@ -74,7 +74,8 @@ TEST_F(LibraryBackupTest, NeverOverwritesWhatIsThere)
     put("data.json", LibraryBackup::toJson(other));
     ASSERT_TRUE(LibraryBackup::importData(*m_library, path));
     EXPECT_EQ(catalog().data().favorites, (QSet<QString>{"a.png", "b.png", "z.png"}));
-    EXPECT_EQ(catalog().data().texts, (QHash<QString, QString>{{"a.png", "ls -l"}, {"z.png", "new"}}));
+    EXPECT_EQ(catalog().data().texts,
+              (QHash<QString, StoredText>{{"a.png", QString("ls -l")}, {"z.png", QString("new")}}));
     EXPECT_EQ(catalog().meta().sources, (QHash<QString, QString>{{"a.png", "Terminal"}, {"z.png", "Files"}}));
     EXPECT_EQ(catalog().meta().descriptions.value("a.png"), "A shell");
     ASSERT_EQ(catalog().meta().collections.size(), 2);
@@ -149,7 +150,8 @@ TEST_F(LibraryBackupTest, TakesInConflictingCopiesAndRemovesThem)
     restart();
     EXPECT_TRUE(catalog().isFavorite("z.png"));
     EXPECT_EQ(catalog().data().texts,
-              (QHash<QString, QString>{{"a.png", "ls -l"}, {"z.png", "new"}, {"y.png", "journal"}}));
+              (QHash<QString, StoredText>{
+                  {"a.png", QString("ls -l")}, {"z.png", QString("new")}, {"y.png", QString("journal")}}));
     EXPECT_EQ(catalog().meta().sources.value("z.png"), "Files");
     EXPECT_EQ(catalog().meta().collections.size(), 1);
     EXPECT_EQ(takeIn(), 0);

@@ -18,6 +18,32 @@ protected:
 
 } // namespace
 
+TEST(StoredText, ComesOutAsItWasWrittenAndStaysWhenItsFileIsReplaced)
+{
+    const TemporaryFolder folder;
+    const QHash<QString, StoredText> texts{{"a.png", QString::fromUtf8("a \"quoted\"\n\\ 😀 line")},
+                                           {"ä\n.png", QString()},
+                                           {"b.png", QString(3, QChar(u'x'))}};
+    const QByteArray json = *StoredText::toJson(texts);
+    EXPECT_EQ(QJsonDocument::fromJson(json).object().size(), 3);
+    QFile file(folder.path("texts"));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.write(json) == json.size() && file.flush());
+    const auto read = StoredText::all(json, file.handle());
+    file.close();
+    ASSERT_TRUE(AtomicFile::write(folder.path("texts"), "{}"));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(*read, texts);
+    EXPECT_EQ(read->value("a.png").toString(), texts["a.png"].toString());
+    EXPECT_EQ(StoredText::toJson(*read), json);
+    QFile other(folder.path("texts"));
+    ASSERT_TRUE(other.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(StoredText::all(" { \"k\" :\"\\u00e4\" }\n", other.handle()));
+    for (const char *broken : {"", "[]", "{\"a\":1}", "{\"a\":\"b\"", "{\"a\":\"b\"}x",
+                               "{\"a\":\"b\"\"c\":\"d\"}", "{\"a\":\"\\x\"}", "{\"a\":\"\n\"}",
+                               "{\"a\":\"\xff\"}", "{\"a\":\"b\\", "{,\"a\":\"b\"}", "{\"a\":\"b\",}"})
+        EXPECT_FALSE(StoredText::all(broken, other.handle())) << broken;
+}
+
 TEST_F(LibraryCatalogTest, KeepsWhatTwoProcessesStoreInTurn)
 {
     const auto other = another();

@@ -134,7 +134,8 @@ TEST(TwoMachines, KnowTheSameAfterBothChangedWhatTheyShare)
     for (const Machine *each : {&a, &b}) {
         EXPECT_EQ(each->catalog().data().favorites, (QSet<QString>{"shared.png", "b.png"}));
         EXPECT_EQ(each->catalog().data().texts,
-                  (QHash<QString, QString>{{"shared.png", "read by A"}, {"b.png", "read by B"}}));
+                  (QHash<QString, StoredText>{{"shared.png", QString("read by A")},
+                                              {"b.png", QString("read by B")}}));
         QStringList items = each->catalog().meta().collections.value(0).items;
         items.sort();
         EXPECT_EQ(items, (QStringList{"a.png", "b.png"}));

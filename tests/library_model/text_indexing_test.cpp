@@ -41,7 +41,7 @@ protected:
             m_made = std::make_unique<TextIndexing>(*m_library, m_recognizer);
         return *m_made;
     }
-    QHash<QString, QString> texts() const { return m_library->catalog().data().texts; }
+    QHash<QString, StoredText> texts() const { return m_library->catalog().data().texts; }
 
     TextRecognizer m_recognizer{machine.text, machine.faces};
     std::unique_ptr<Library> m_library;
@@ -58,7 +58,8 @@ TEST_F(TextIndexingTest, ReadsEachPictureOnceAndScaledDown)
     QFile film(inFolder("film.mov"));
     ASSERT_TRUE(film.open(QIODevice::WriteOnly));
     run();
-    EXPECT_EQ(texts(), (QHash<QString, QString>{{"a.png", "harbour"}, {"b.jpg", "harbour"}}));
+    EXPECT_EQ(texts(),
+              (QHash<QString, StoredText>{{"a.png", QString("harbour")}, {"b.jpg", QString("harbour")}}));
     EXPECT_EQ(m_told.size(), 3);
     EXPECT_EQ(m_told.first(), std::pair(0, 2));
     EXPECT_EQ(m_told.last(), std::pair(2, 2));
@@ -76,12 +77,13 @@ TEST_F(TextIndexingTest, RemembersThatThereIsNoTextButNotWhatCantBeRead)
     broken.close();
     machine.text.answer = fail(QStringLiteral("The reader is out."));
     run();
-    EXPECT_EQ(texts(), (QHash<QString, QString>{{"blank.png", ""}}));
+    EXPECT_EQ(texts(), (QHash<QString, StoredText>{{"blank.png", QString("")}}));
     // It arrives whole, and is read by the next run; the other is not tried again.
     picture("broken.png");
     machine.text.answer = QList<RecognizedLine>{{"now", {}, {}}};
     run();
-    EXPECT_EQ(texts(), (QHash<QString, QString>{{"blank.png", ""}, {"broken.png", "now"}}));
+    EXPECT_EQ(texts(),
+              (QHash<QString, StoredText>{{"blank.png", QString("")}, {"broken.png", QString("now")}}));
 }
 
 TEST_F(TextIndexingTest, WaitsForTheUserAndReadsWhatComesMeanwhile)

@@ -6,13 +6,13 @@
 
 namespace {
 
-QString textOf(const QHash<QString, QString> &texts, const QHash<QString, QString> &descriptions,
+QString textOf(const QHash<QString, StoredText> &texts, const QHash<QString, QString> &descriptions,
                const QString &name)
 {
     const auto description = descriptions.constFind(name);
     if (description == descriptions.constEnd())
         return texts.value(name);
-    return texts.value(name) + QLatin1Char('\n') + *description;
+    return texts.value(name).toString() + QLatin1Char('\n') + *description;
 }
 
 } // namespace

@@ -38,7 +38,8 @@ TextIndexing::TextIndexing(Library &library, TextRecognizer &recognizer, QObject
 namespace {
 
 // For any thread.
-QStringList picturesWithout(const QHash<QString, QString> &known, const QString &folder)
+template <typename Text>
+QStringList picturesWithout(const QHash<QString, Text> &known, const QString &folder)
 {
     std::vector<CaptureTable::File> files = CaptureTable::list(folder);
     std::erase_if(files, [&](const CaptureTable::File &file) {
