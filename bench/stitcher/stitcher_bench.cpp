@@ -74,6 +74,30 @@ void joinFrames(benchmark::State &state)
     state.counters["memory_above_need_%"] = 100 * (double(highWaterBytes() - before - resultBytes)) / needed;
 }
 
+// What a picture costs of which only a part scrolls, beside a side bar: looked at whole, then in parts.
+void lookTwice(benchmark::State &state)
+{
+    const int width = int(state.range(0));
+    const int height = int(state.range(1));
+    const int shift = int(height * 0.55);
+    const QImage whole = page(width, height + shift);
+    const QImage side = page(width / 5, height);
+    const auto frame = [&](int offset) {
+        QImage image = whole.copy(0, offset, width, height);
+        for (int y = 0; y < height; ++y)
+            std::copy_n(side.constScanLine(y), side.width() * 4, image.scanLine(y));
+        return image;
+    };
+    const QImage next = frame(shift);
+    FrameStitcher stitcher;
+    stitcher.add(frame(0));
+    for (auto _ : state) {
+        const auto picture = ComparedPicture::of(next);
+        if (!picture || !stitcher.look(*picture).step)
+            state.SkipWithError("the second look found nothing");
+    }
+}
+
 void hashRows(benchmark::State &state)
 {
     const QImage image = page(int(state.range(0)), int(state.range(1)));
@@ -84,5 +108,6 @@ void hashRows(benchmark::State &state)
 } // namespace
 
 BENCHMARK(joinFrames)->Args({1920, 1080, 20})->Args({3840, 2160, 20})->Unit(benchmark::kMillisecond);
+BENCHMARK(lookTwice)->Args({1100, 704})->Args({1920, 1080})->Args({3840, 2160})->Unit(benchmark::kMillisecond);
 BENCHMARK(hashRows)->Args({1920, 1080})->Args({3840, 2160})->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

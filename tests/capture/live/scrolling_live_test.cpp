@@ -2,7 +2,6 @@
 // must be what the same program shows in a window that needs no scrolling.
 #include "base/async.h"
 #include "capture/scrolling_session.h"
-#include "capture/stillness.h"
 #include "platform/platform.h"
 #include "platform/screen_pictures.h"
 #include "platform/screens.h"

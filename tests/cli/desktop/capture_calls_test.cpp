@@ -107,6 +107,44 @@ TEST_F(CaptureCalls, HideASecretTypedIntoATerminalAlsoWhereItsEdgeBreaksIt)
     terminal.waitForFinished();
 }
 
+TEST_F(CaptureCalls, ScrollARegionAndSayWhyItEndedOrWhyThereIsNothing)
+{
+    QFile text(path("lines.txt"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 90; ++i)
+        text.write(QByteArray::number(i * 7919 % 1000) + " of " + QByteArray::number(i) + '\n');
+    text.close();
+    QProcess reader;
+    reader.start("xterm", {"-geometry", "60x24+50+50", "-xrm", "XTerm*alternateScroll:true", "-e", "less",
+                           path("lines.txt")});
+    QRectF frame;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            const QJsonArray listed = call({"windows", "--json"}).json().array();
+            const QJsonArray numbers = listed.isEmpty() ? QJsonArray() : listed[0]["frame"].toArray();
+            if (numbers.size() == 4)
+                frame = QRectF(numbers[0].toDouble(), numbers[1].toDouble(), numbers[2].toDouble(),
+                               numbers[3].toDouble());
+            return frame.width() > 200;
+        },
+        10000));
+    QTest::qWait(500);
+    const auto scroll = [&](const QRectF &of) {
+        return call({"scroll",
+                     QString("%1,%2,%3x%4").arg(of.x()).arg(of.y()).arg(of.width()).arg(of.height()),
+                     "--library", path("library"), "--json"});
+    };
+    const Outcome whole = scroll(frame);
+    EXPECT_EQ(whole.status, 0) << whole.errors.toStdString();
+    EXPECT_EQ(whole.json()["reason"], "end");
+    EXPECT_GT(QImage(whole.json()["path"].toString()).height(), 2 * frame.height());
+    const qsizetype before = filesIn("library").size();
+    EXPECT_TRUE(isRefused(scroll(QRectF(frame.right() + 20, 20, 200, 300)), 3, "Nothing in that region scrolled."));
+    EXPECT_EQ(filesIn("library").size(), before) << "no picture is kept unasked";
+    reader.kill();
+    reader.waitForFinished();
+}
+
 TEST_F(CaptureCalls, SayWhatCannotBeCaptured)
 {
     EXPECT_TRUE(isRefused(call({"capture", "window", "1", "--output", "o.png"}), 3, "window"));
