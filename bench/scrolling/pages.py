@@ -24,9 +24,9 @@ def svg(i, width=500, height=200):
             f"<rect width='100%' height='100%' fill='#eef'/>{marks}</svg>")
 
 
-# Tells in the title how tall a window has to be to show all of it.
+# Tells in the title how tall a view has to be to show all of it, and how tall this one is.
 HEIGHT_IN_TITLE = ("<script>setInterval(()=>{const i=document.querySelector('.p>article');document.title='Scrolled '+Math."
-                   "ceil(outerHeight-innerHeight+(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement.offsetHeight))},"
+                   "ceil(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement.offsetHeight)+' '+innerHeight},"
                    "100)</script>")
 
 

@@ -44,6 +44,17 @@ void bringToFront(QWidget *window)
     QMetaObject::invokeMethod(window, front, Qt::QueuedConnection);
 }
 
+void placeInTheMiddle(QWidget *window)
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect room = screen->availableGeometry();
+    if (window->minimumSize() != window->maximumSize())
+        window->resize(window->size().boundedTo(room.size()));
+    window->move(room.center() - QRect(QPoint(), window->size()).center());
+}
+
 SingletonWindows::SingletonWindows(Defaults &defaults, QObject *parent) : QObject(parent), m_defaults(defaults) {}
 
 SingletonWindows::~SingletonWindows()
@@ -87,8 +98,7 @@ void SingletonWindows::place(Kind kind, QWidget &window) const
                         : QByteArray();
     if (!stored.isEmpty() && window.restoreGeometry(stored))
         return;
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        window.move(screen->availableGeometry().center() - QRect(QPoint(), window.size()).center());
+    placeInTheMiddle(&window);
 }
 
 void SingletonWindows::storePlace(Kind kind, const QWidget &window) const

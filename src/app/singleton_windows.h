@@ -12,6 +12,8 @@ class Defaults;
 // Brings a window of this program before those of all others: out of its minimised state, with the keyboard,
 // now and once more when the window manager has had its say.
 void bringToFront(QWidget *window);
+// On the primary screen, no larger than its room.
+void placeInTheMiddle(QWidget *window);
 
 // The windows of which there is one each. They are made when first asked for, kept while they are open, and
 // gone when they close.

@@ -18,8 +18,6 @@
 #include "steps/ui/steps_review_window.h"
 #include "ui/hud_panel.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 
 namespace {
 
@@ -165,11 +163,7 @@ void StepsFlow::review(std::unique_ptr<StepsGuideModel> model, std::shared_ptr<S
     };
     review.window = std::make_unique<StepsReviewWindow>(*review.model);
     StepsReviewWindow &window = *review.window;
-    if (const QScreen *screen = QGuiApplication::primaryScreen()) {
-        const QRect room = screen->availableGeometry();
-        window.resize(window.size().boundedTo(room.size()));
-        window.move(room.center() - window.rect().center());
-    }
+    placeInTheMiddle(&window);
     connect(&window, &StepsReviewWindow::closed, this, [this, &review](StepsReviewWindow::End end) {
         review.end = end;
         // When the window has done with its own closing.

@@ -93,7 +93,7 @@ void ScrollingChrome::show()
     m_frameWindow->show();
     m_hud->show();
     connect(&m_session, &ScrollingCaptureSession::changed, this, [this, region] {
-        if (m_session.isAtLimit()) // a button more
+        if (std::exchange(m_wasAtLimit, m_session.isAtLimit()) != m_session.isAtLimit()) // a button more or less
             m_hud->placeNear(region, HUDPanel::usableFrame(m_session.screen()));
         holdKeys();
     });

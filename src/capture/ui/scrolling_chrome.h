@@ -64,5 +64,6 @@ private:
     std::unique_ptr<HUDPanel> m_hud;
     QTimer m_holdAgain;
     bool m_holdsKeys = false;
+    bool m_wasAtLimit = false;
     QList<QPointer<QWidget>> m_moved; // own windows that would have caught the wheel
 };

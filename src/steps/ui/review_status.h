@@ -5,7 +5,6 @@
 
 class QLabel;
 class QPushButton;
-class Spinner;
 class StepsGuideModel;
 class SymbolLabel;
 
