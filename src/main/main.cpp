@@ -97,8 +97,8 @@ int main(int argc, char **argv)
 {
     // A limit on the size of files is a failed write with a reason, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
-    if (const auto link = linkOfCall(argc, argv))
-        return runDesktopProgram(argc, argv, {*link});
+    if (const auto link = linkOfCall(argc, argv); link && SingleInstance::handOverAtOnce({*link}))
+        return EXIT_SUCCESS;
     if (isCommandLineCall(argc, argv))
         return runCommandLine(argc, argv);
     for (int i = 1; i < argc; ++i) {
