@@ -11,6 +11,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
+#include <QTemporaryDir>
 #include <QtConcurrentMap>
 #include <cstring>
 #include <fcntl.h>
@@ -106,12 +108,12 @@ TEST(AtomicFile, NamesTheFileAndTheReasonWhenItCannotWrite)
     const TemporaryFolder folder;
     ASSERT_EQ(mkfifo(QFile::encodeName(folder.path("pipe")).constData(), 0600), 0);
     ASSERT_TRUE(QDir().mkpath(folder.path("inner")));
-    ASSERT_TRUE(QFile::link("/dev/full", folder.path("full")));
-    for (const char *name : {"pipe", "inner", "full"}) {
+    ASSERT_TRUE(QFile::link(folder.path("pipe"), folder.path("link")));
+    for (const char *name : {"pipe", "inner", "link"}) {
         EXPECT_FALSE(AtomicFile::write(folder.path(name), "x")) << name;
         EXPECT_FALSE(AtomicFile::copyNew(folder.path(name), folder.path(), "copy", "png")) << name;
     }
-    EXPECT_EQ(everythingIn(folder.path()), (QStringList{"full", "inner", "pipe"}));
+    EXPECT_EQ(everythingIn(folder.path()), (QStringList{"inner", "link", "pipe"}));
 }
 
 TEST(AtomicFile, KeepsTheModeOfWhatItReplacesAndFollowsTheUmaskForWhatIsNew)
@@ -132,6 +134,13 @@ TEST(AtomicFile, KeepsTheModeOfWhatItReplacesAndFollowsTheUmaskForWhatIsNew)
     }
     ASSERT_EQ(chmod(QFile::encodeName(folder.path("new")).constData(), 0600), 0);
     EXPECT_EQ(modeOf(*AtomicFile::copyNew(folder.path("new"), folder.path(), "private", "")), 0600u);
+    // What is private from its first byte stays so, over what others could read too.
+    for (const mode_t old : {0u, 0644u}) {
+        if (old)
+            ASSERT_EQ(chmod(QFile::encodeName(folder.path("key")).constData(), old), 0);
+        ASSERT_TRUE(AtomicFile::writePrivately(folder.path("key"), "x"));
+        EXPECT_EQ(modeOf(folder.path("key")), 0600u);
+    }
     umask(before);
 }
 
@@ -143,6 +152,45 @@ TEST(AtomicFile, WritesThroughALinkAndKeepsIt)
     ASSERT_TRUE(AtomicFile::write(folder.path("link"), "new"));
     EXPECT_EQ(contents(folder.path("real")), "new");
     EXPECT_TRUE(QFileInfo(folder.path("link")).isSymLink());
+    ASSERT_TRUE(QFile::link("link", folder.path("near"))); // beside it, wherever this program stands
+    ASSERT_TRUE(AtomicFile::write(folder.path("near"), "newer"));
+    EXPECT_EQ(contents(folder.path("real")), "newer");
+    EXPECT_EQ(everythingIn(folder.path()).size(), 3);
+}
+
+TEST(AtomicFile, RemembersTheFirstFailureOfADevice)
+{
+    const TemporaryFolder folder;
+    ASSERT_TRUE(AtomicFile::write(folder.path("a"), "old"));
+    EXPECT_FALSE(AtomicFile::write(folder.path("a"), [](QIODevice &device) {
+        {
+            const SizeLimit limit(10);
+            device.write(QByteArray(100, 'x'));
+        }
+        device.write("the rest"); // there is room again, but something is missing
+        return true;
+    }));
+    EXPECT_EQ(contents(folder.path("a")), "old");
+}
+
+TEST(AtomicFile, KeepsWhatCouldNotBeMovedToAnotherFileSystem)
+{
+    const QTemporaryDir elsewhere("/dev/shm/lumenpost-test-XXXXXX");
+    const TemporaryFolder folder;
+    if (!elsewhere.isValid() || QStorageInfo(elsewhere.path()) == QStorageInfo(folder.path()))
+        GTEST_SKIP() << "there is one file system alone";
+    const QString source = elsewhere.filePath("a");
+    ASSERT_TRUE(AtomicFile::write(source, QByteArray(5000, 'x')));
+    ASSERT_TRUE(AtomicFile::write(folder.path("a"), "old"));
+    {
+        const SizeLimit limit(10);
+        EXPECT_FALSE(AtomicFile::moveOver(source, folder.path("a")));
+    }
+    EXPECT_EQ(contents(source).size(), 5000);
+    EXPECT_EQ(contents(folder.path("a")), "old");
+    EXPECT_TRUE(AtomicFile::moveOver(source, folder.path("a")));
+    EXPECT_FALSE(QFile::exists(source));
+    EXPECT_EQ(contents(folder.path("a")).size(), 5000);
 }
 
 TEST(AtomicFile, WritesUnderANameThatIsNoText)
@@ -244,4 +292,6 @@ TEST(FreeName, CountsUpFromTwoPastTakenNames)
     ASSERT_TRUE(AtomicFile::write(folder.path("Shot.png"), "1"));
     ASSERT_TRUE(QFile::link("/nowhere", folder.path("Shot 2.png")));
     EXPECT_EQ(freeFilePath(folder.path(), "Shot", "png"), folder.path("Shot 3.png"));
+    EXPECT_EQ(freeFilePath(folder.path(), "Shot", "png", {folder.path("Shot 3.png")}),
+              folder.path("Shot 4.png"));
 }

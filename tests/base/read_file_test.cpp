@@ -44,6 +44,7 @@ TEST(ReadFile, ReadsNoMoreThanThereIsRoomFor)
     const TemporaryFolder folder;
     put(folder.path("a").toUtf8(), QByteArray(5'000'000, 'a'));
     EXPECT_EQ(ReadFile::whole(folder.path("a"), 5'000'000)->size(), 5'000'000);
+    EXPECT_FALSE(ReadFile::whole("/proc/self/maps", 100)) << "one that doesn't tell its size";
     EXPECT_EQ(ReadFile::whole(folder.path("a"), 4'999'999).error().message,
               "a is too large to be read: 5 MB.");
     EXPECT_EQ(ReadFile::head(folder.path("a"), 7).value(), "aaaaaaa");

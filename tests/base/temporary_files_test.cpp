@@ -62,6 +62,12 @@ TEST_F(TemporaryFilesTest, AvoidAFolderThatOthersCanEnterOrThatIsALink)
     EXPECT_FALSE(path.startsWith(m_runtime.path()));
     EXPECT_EQ(modeOf(QFileInfo(path).path()), 0700);
     EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
+
+    // Opened by somebody later.
+    const QString own = QFileInfo(QFileInfo(path).path()).path();
+    ASSERT_EQ(::chmod(qUtf8Printable(own), 0777), 0);
+    EXPECT_FALSE(TemporaryFiles::newPath("b").value().startsWith(own + '/'));
+    QDir(own).removeRecursively();
 }
 
 TEST_F(TemporaryFilesTest, ClearWhatAKilledProgramLeft)
@@ -85,6 +91,7 @@ TEST_F(TemporaryFilesTest, TakeAnyTitleForAName)
         {".png", "png"},
         {"", "Capture"},
         {QString(300, 'x') + ".png", QString(200, 'x') + ".png"},
+        {QString(99, QChar(u'é')) + "x😀x", QString(99, QChar(u'é')) + "x"}, // no half of a sign
     };
     for (const auto &[title, name] : names)
         EXPECT_EQ(QFileInfo(TemporaryFiles::newPath(title).value()).fileName(), name);

@@ -21,9 +21,18 @@ TEST_F(OverlayTest, CropsTheDraggedAreaFromTheFrozenPicture)
 
 TEST_F(OverlayTest, KeepsADragInsideItsDisplay)
 {
-    open(2);
-    drag({380, 280}, {700, -40});
-    EXPECT_EQ(result<Overlay::Image>().image, pixels(760, 0, 40, 560));
+    const std::pair<QPointF, QRectF> drags[]{
+        {{700, -40}, {150, 0, 250, 100}}, {{-40, 340}, {0, 100, 150, 200}}, {{-1, -1}, {0, 0, 150, 100}}};
+    for (const auto &[to, selected] : drags) {
+        open(2);
+        move({150, 100});
+        press({150, 100});
+        dragTo(to);
+        EXPECT_EQ(view->selection(), selected) << to.x() << "," << to.y();
+        release(to);
+        EXPECT_EQ(result<Overlay::Image>().image,
+                  snapshot.image.copy(QRectF(selected.topLeft() * 2, selected.size() * 2).toRect()));
+    }
 }
 
 TEST_F(OverlayTest, GrowsASquareAwayFromTheStartWithShift)
@@ -42,6 +51,11 @@ TEST_F(OverlayTest, TakesATrembleForAClick)
     open(1);
     drag({30, 30}, {33, 32});
     EXPECT_EQ(result<Overlay::Window>().id, 21u);
+    for (const QPointF &thin : {QPointF(32, 70), QPointF(90, 32)}) {
+        open(1);
+        drag({30, 30}, thin);
+        EXPECT_EQ(result<Overlay::Window>().id, 21u) << "nor is a line a selection";
+    }
 
     open(1); // beyond the tremble and back: a selection that is too small to be one
     move({30, 30});
@@ -131,9 +145,16 @@ TEST_F(OverlayTest, MovesThePointerByPixelsWithTheArrowKeys)
     key(Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(pointer.at, QPointF(1100.5, 155));
     EXPECT_EQ(view->mouse(), QPointF(100.5, 105));
-    for (int i = 0; i < 50; ++i)
-        key(Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_EQ(view->mouse(), QPointF(100.5, 0)) << "stays on its display";
+    const std::pair<Qt::Key, QPointF> ends[]{{Qt::Key_Up, {100.5, 0}},
+                                             {Qt::Key_Left, {0, 0}},
+                                             {Qt::Key_Down, {0, 299.5}},
+                                             {Qt::Key_Right, {399.5, 299.5}}};
+    for (const auto &[way, end] : ends) {
+        for (int i = 0; i < 100; ++i)
+            key(way, Qt::ShiftModifier);
+        EXPECT_EQ(view->mouse(), end) << "stays on its display";
+        EXPECT_EQ(pointer.at, end + QPointF(1000, 50));
+    }
 }
 
 TEST_F(OverlayTest, SelectsWithSpaceAndTheArrowKeys)
@@ -144,7 +165,9 @@ TEST_F(OverlayTest, SelectsWithSpaceAndTheArrowKeys)
     for (int i = 0; i < 5; ++i) {
         key(Qt::Key_Right, Qt::ShiftModifier);
         // The motion that the moved pointer brings; its Shift must not make a square.
-        send(QEvent::MouseMove, *view->mouse(), Qt::NoButton, Qt::NoButton, Qt::ShiftModifier);
+        send(QEvent::MouseMove, *view->mouse() + QPointF(0.4, 0), Qt::NoButton, Qt::NoButton,
+             Qt::ShiftModifier);
+        EXPECT_EQ(view->selection(), QRectF(100, 100, 10 * (i + 1), 0));
     }
     for (int i = 0; i < 7; ++i)
         key(Qt::Key_Down);
@@ -196,6 +219,22 @@ TEST_F(OverlayTest, MovesTheSelectionWhileSpaceIsHeldInADragOfTheMouse)
     EXPECT_EQ(view->selection(), QRectF(335, 110, 30, 60));
     release({365, 170});
     EXPECT_EQ(result<Overlay::Image>().image, pixels(335, 110, 30, 60));
+}
+
+TEST_F(OverlayTest, CoversNoPixelMoreThanWasDraggedAtAnyScale)
+{
+    int wrong = 0;
+    for (const double scale : {1.25, 1.5, 1.75}) {
+        const QImage picture(QSize(400, 300) * scale, QImage::Format_RGB32);
+        const OverlayLayout layout(QSizeF(picture.size()) / scale, picture);
+        for (int from = 0; from < 40; ++from) {
+            for (int size = 3; size < 60; ++size) {
+                const QRectF points(QPointF(from, from) / scale, QSizeF(size, size) / scale);
+                wrong += layout.pixels(points) != QRect(from, from, size, size);
+            }
+        }
+    }
+    EXPECT_EQ(wrong, 0);
 }
 
 TEST_F(OverlayTest, TellsTheSizeOfTheHoleInPixels)
@@ -313,7 +352,9 @@ TEST_F(OverlayTest, DrawsADashedCrosshairThroughThePixelUnderThePointer)
     const QImage without = painted();
     QString dashes;
     for (int x = 0; x < 18; ++x)
-        dashes += with.pixel(x, 250) == brandColor().rgb() ? '#' : with.pixel(x, 250) == qRgb(255, 255, 255) ? '.' : '?';
+        dashes += with.pixel(x, 250) == brandColor().rgb()    ? '#'
+                  : with.pixel(x, 250) == qRgb(255, 255, 255) ? '.'
+                                                              : '?';
     EXPECT_EQ(dashes, "#####....#####....") << "white between the dashes, for any ground";
     EXPECT_EQ(with.pixel(2, 249), without.pixel(2, 249));
     EXPECT_EQ(with.pixel(2, 251), without.pixel(2, 251));
@@ -377,6 +418,55 @@ TEST_F(OverlayTest, GoesWithItsControllerAndGivesTheKeyboardBack)
     EXPECT_EQ(workspace.restored, 1);
     EXPECT_FALSE(window && window->isVisible());
     EXPECT_TRUE(results.isEmpty());
+}
+
+TEST_F(OverlayTest, ASelectionStaysWithItsDisplayWhenThePointerHasLeftIt)
+{
+    open(1);
+    DisplaySnapshot other = snapshot;
+    other.screen = Screen{2, "R", QRect(1400, 50, 400, 300), 1, false};
+    for (const bool byKeys : {false, true}) {
+        results.clear();
+        CaptureOverlayController two({pointer, workspace}, {}, false, "", {snapshot, other},
+                                     [this](const Overlay::Outcome &r) { results.append(r); });
+        pointer.at = {1100, 150};
+        two.show();
+        ASSERT_EQ(two.windows().size(), 2u);
+        OverlayView &left = two.windows()[0]->overlayView(), &right = two.windows()[1]->overlayView();
+        const auto mouse = [&](QEvent::Type type, QPointF at, Qt::MouseButton button) {
+            QMouseEvent event(type, at, at, at, button, Qt::LeftButton, {});
+            QApplication::sendEvent(&left, &event);
+        };
+        if (byKeys) {
+            two.toggleSelection(right); // under the pointer, whoever has the keyboard
+            pointer.at = {1500, 150};
+            for (int i = 0; i < 5; ++i) {
+                two.nudge(right, 10, 0);
+                pointer.at = {1500, 150};
+                two.nudge(right, 0, 10);
+                pointer.at = {1500, 150};
+            }
+        } else {
+            mouse(QEvent::MouseButtonPress, {100, 100}, Qt::LeftButton);
+            mouse(QEvent::MouseMove, {150, 150}, Qt::NoButton);
+            pointer.at = {1500, 150};
+        }
+        EXPECT_EQ(left.selection(), QRectF(100, 100, 50, 50));
+        EXPECT_FALSE(right.selection());
+        two.accept(right);
+        EXPECT_EQ(result<Overlay::Image>().image, pixels(100, 100, 50, 50));
+    }
+}
+
+TEST_F(OverlayTest, IsGivenUpWhenTheDisplaysChange)
+{
+    for (const auto signal : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved}) {
+        open(1);
+        view.reset();
+        controller->show();
+        Q_EMIT(qApp->*signal)(QGuiApplication::primaryScreen());
+        result<Overlay::Cancelled>();
+    }
 }
 
 TEST_F(OverlayTest, CoversEveryDisplayAndGoesAtOnceWithTheFirstResult)

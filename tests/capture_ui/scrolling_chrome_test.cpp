@@ -1,8 +1,8 @@
 #include "capture/scrolling_session.h"
-#include "ui/region_frame_window.h"
 #include "capture/ui/scrolling_chrome.h"
 #include "capture_ui/overlay_fixture.h"
 #include "support/pictures.h"
+#include "ui/region_frame_window.h"
 
 #include <QPushButton>
 #include <QTest>
@@ -81,6 +81,21 @@ TEST(ScrollingChrome, OffersToGoOnAtTheLimitAndIsGivenUpByEsc)
     ASSERT_TRUE(QTest::qWaitFor([&] { return result.isFinished(); }, 2000));
     EXPECT_FALSE(result.result()->has_value());
     EXPECT_FALSE(chrome.hud().isVisible());
+}
+
+TEST(ScrollingChrome, LeavesTheKeysToWhoScrollsByHandAndTakesReturnForDone)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        ByHand hand;
+        ScrollingChrome chrome(hand.session);
+        chrome.show();
+        const auto result = hand.session.run();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return hand.session.frames() == 1; }, 2000));
+        EXPECT_EQ(QWidget::keyboardGrabber(), nullptr);
+        QTest::keyClick(&chrome.hud(), key);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return result.isFinished(); }, 2000));
+        EXPECT_TRUE(result.result()->has_value()) << "kept";
+    }
 }
 
 TEST(ScrollingChrome, PutsOwnWindowsAsideThatWouldCatchTheWheel)

@@ -64,6 +64,10 @@ TEST(EditorDocument, SixtyStepsBackAndNoFurther)
     EXPECT_EQ(document.annotations().size(), 1);
     document.redo();
     EXPECT_EQ(document.annotations().size(), 2);
+    document.setSelectedID(document.annotations()[0].id);
+    document.undo();
+    EXPECT_FALSE(document.selectedID()) << "it may have gone";
+    document.redo();
     document.pushUndo();
     EXPECT_FALSE(document.canRedo());
 }
@@ -83,6 +87,12 @@ TEST(EditorDocument, SnapshotsShareTheirPixelsAndTellBasesApartByIdentity)
     EXPECT_EQ(document.base().cacheKey(), original);
     document.redo();
     EXPECT_EQ(document.base().cacheKey(), cropped); // no second crop
+    // A mosaic is of the very pixels, whoever made it.
+    EXPECT_EQ(document.pixelated().size(), QSize(50, 50));
+    document.undo();
+    EXPECT_EQ(document.pixelated().size(), QSize(100, 100));
+    document.keepPixelated(rows(30, 30), filled({30, 30}));
+    EXPECT_EQ(document.pixelated().size(), QSize(100, 100));
 }
 
 TEST(EditorDocument, CropsOutwardsToWholePixelsAndMovesObjectsAlong)
@@ -144,8 +154,10 @@ TEST(EditorDocument, CutsABandOutAndJoinsTheRestWithATornEdge)
     EXPECT_EQ(document.base().size(), QSize(200, 100));
     EXPECT_EQ(document.annotations()[2].rect().top(), 61);
 
+    document.setAnnotations({box({90, 45}, {120, 90})});
     document.applyCutout({50, 0, 30, 100}, true);
     ASSERT_EQ(document.base().size(), QSize(170, 100));
+    EXPECT_EQ(document.annotations()[0].rect().topLeft(), QPointF(60, 45));
     EXPECT_TRUE(hasColor(document.base(), {120, 50}, qRgb(50, 50, 150), 0));
 }
 
@@ -178,6 +190,8 @@ TEST(EditorDocument, NumbersStepsAfterTheHighest)
     EXPECT_EQ(stepNumbers(document), (QList{1, 2}));
     EXPECT_EQ(document.annotations()[1].start, document.annotations()[0].start + QPointF(24, 24));
     EXPECT_NE(document.annotations()[1].id, document.annotations()[0].id);
+    document.addCopies(document.annotations());
+    EXPECT_EQ(stepNumbers(document), (QList{1, 2, 3, 4}));
 }
 
 TEST(EditorDocument, ASmallPictureIsNotEnlarged)
@@ -186,6 +200,8 @@ TEST(EditorDocument, ASmallPictureIsNotEnlarged)
     document.addImageObject(filled({40, 30}), QPointF(50, 60));
     EXPECT_EQ(document.annotations()[0].rect(), QRectF(30, 45, 40, 30));
     EXPECT_EQ(document.annotations()[0].color, QColor(Qt::white));
+    document.addImageObject(filled({40, 3000}), {});
+    EXPECT_EQ(document.annotations()[1].rect().height(), 180) << "as much of the height as of the width";
 }
 
 TEST(EditorDocument, StyleFlowsIntoTheSelectionWithoutAnUndoStep)
@@ -220,11 +236,15 @@ TEST(EditorDocument, StyleFlowsIntoTheSelectionWithoutAnUndoStep)
     text.text = "a";
     text.style = 1;
     text.font = 3;
+    text.color = Qt::darkGreen;
+    text.lineWidth = 9;
     adopting.add(text);
     Annotation other = box({50, 50}, {90, 90});
     adopting.add(other);
     adopting.adoptStyle(adopting.annotations()[0]);
     EXPECT_EQ(adopting.textFont(), TextFont::Mono);
+    EXPECT_EQ(adopting.color(), QColor(Qt::darkGreen));
+    EXPECT_EQ(adopting.lineWidth(), 9);
     EXPECT_EQ(adopting.toolStyle(ToolKind::Text), 1);
     EXPECT_EQ(adopting.selectedID(), other.id);
     EXPECT_EQ(adopting.annotations()[1], other); // nothing flowed back

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QtEndian>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <zlib.h>
 
 namespace {
@@ -89,6 +90,14 @@ TEST(ImageFiles, KeepsLossyFormatsCloseToThePicture)
         EXPECT_LT(difference(*read, image), 2.0) << name;
         EXPECT_EQ(ImageFiles::pixelSize(folder.path(name)), image.size());
     }
+    // Coloured hairlines keep their colours; what is transparent lies on white.
+    QImage hairlines(64, 16, QImage::Format_ARGB32_Premultiplied);
+    for (int x = 0; x < 64; ++x)
+        for (int y = 0; y < 16; ++y)
+            hairlines.setPixelColor(x, y, x >= 32 ? Qt::transparent : x % 2 ? Qt::red : Qt::blue);
+    const QImage kept = *ImageFiles::decode(ImageFiles::encode(hairlines, ImageFiles::Type::Jpeg));
+    EXPECT_LT(difference(kept.copy(0, 0, 32, 16), hairlines.copy(0, 0, 32, 16)), 40);
+    EXPECT_GT(kept.pixelColor(60, 8).lightness(), 250);
     const QByteArray tiff = ImageFiles::encode(image, ImageFiles::Type::Tiff);
     EXPECT_EQ(ImageFiles::decode(tiff)->convertToFormat(QImage::Format_RGB32), image);
     EXPECT_LT(tiff.size(), image.sizeInBytes() / 2);
@@ -109,6 +118,25 @@ TEST(ImageFiles, BoundsJpegDataByItsLongerEdgeAndNeverEnlarges)
     EXPECT_EQ(ImageFiles::decode(ImageFiles::jpegData(image, 4000, 0.8))->size(), QSize(3000, 1500));
     EXPECT_GT(ImageFiles::jpegData(image, 1500, 0.95).size(), ImageFiles::jpegData(image, 1500, 0.3).size());
     EXPECT_TRUE(ImageFiles::jpegData(QImage(), 100, 0.8).isEmpty());
+}
+
+TEST(ImageFiles, TurnsAPhotoAsItsCameraWasHeld)
+{
+    const TemporaryFolder folder;
+    QImage image = sample(64, 32, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter(&image).fillRect(0, 0, 16, 32, Qt::black); // the left side comes to the top
+    const QByteArray turned("Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0\x06\0\0\0\0\0\0", 32);
+    QByteArray photo = ImageFiles::encode(image, ImageFiles::Type::Jpeg);
+    photo.insert(2, QByteArray("\xff\xe1\0\x22", 4) + turned);
+    put(folder.path("photo.jpg"), photo);
+    EXPECT_EQ(ImageFiles::pixelSize(folder.path("photo.jpg")), QSize(32, 64));
+    for (const auto &read : {*ImageFiles::read(folder.path("photo.jpg")),
+                             *ImageFiles::thumbnail(folder.path("photo.jpg"), 64)}) {
+        ASSERT_EQ(read.size(), QSize(32, 64));
+        EXPECT_LT(read.pixelColor(16, 4).lightness(), 60);
+        EXPECT_GT(read.pixelColor(4, 60).lightness(), 200);
+    }
 }
 
 TEST(ImageFiles, RefusesForeignBrokenAndCutOffFilesWithASentence)
@@ -251,10 +279,22 @@ TEST(ImageFiles, WritesNothingThatTheFormatCannotHold)
 
 TEST(ImageFiles, LeavesTheOldFileWhenTheNewOneCannotBeWritten)
 {
-    const QImage image = sample(20, 20, QImage::Format_RGB32);
-    const auto written = ImageFiles::write(image, "/dev/full/a.png");
-    ASSERT_FALSE(written);
-    EXPECT_TRUE(written.error().message.startsWith("Couldn't write a.png: "));
+    const TemporaryFolder folder;
+    const QImage old = sample(20, 20, QImage::Format_RGB32);
+    for (const char *name : {"a.png", "a.jpg", "a.heic"}) {
+        const QString path = folder.path(name);
+        ASSERT_TRUE(ImageFiles::write(old, path));
+        const auto kept = ImageFiles::read(path);
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit little{100, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &little);
+        const auto written = ImageFiles::write(sample(300, 300, QImage::Format_RGB32), path);
+        setrlimit(RLIMIT_FSIZE, &before);
+        ASSERT_FALSE(written) << name;
+        EXPECT_TRUE(written.error().message.startsWith(QStringLiteral("Couldn't write %1: ").arg(name)));
+        EXPECT_EQ(ImageFiles::read(path).value(), kept.value()) << name;
+    }
 }
 
 TEST(ImageFiles, SharesThumbnailsOfOneSizeBucket)
@@ -268,6 +308,8 @@ TEST(ImageFiles, SharesThumbnailsOfOneSizeBucket)
     EXPECT_EQ(cache.entryList(QDir::Files).size(), 1);
     EXPECT_EQ(ImageFiles::cachedThumbnail(path, 257)->size(), QSize(512, 256));
     EXPECT_EQ(cache.entryList(QDir::Files).size(), 2);
+    ASSERT_TRUE(ImageFiles::write(sample(3000, 2, QImage::Format_RGB32), folder.path("thin.png")));
+    EXPECT_EQ(ImageFiles::thumbnail(folder.path("thin.png"), 256)->size(), QSize(256, 1));
     // A stored thumbnail is what comes back, not a fresh one.
     put(ImageFiles::cachePath(path, 512),
         ImageFiles::encode(sample(5, 5, QImage::Format_RGB32), ImageFiles::Type::Jpeg));

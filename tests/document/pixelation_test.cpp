@@ -2,9 +2,13 @@
 
 #include "pixels.h"
 
+#include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QFont>
 #include <QPainter>
+#include <QProcess>
 #include <QRandomGenerator>
+#include <QSet>
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
@@ -274,6 +278,48 @@ TEST(Pixelation, HidesLettersThatStandOnNothing)
                     << ink.name().toStdString() << " shows through at " << x << ", " << y;
         }
     }
+}
+
+TEST(Pixelation, KeepsNoAverageOfFaintLetters)
+{
+    QImage image = written("faint 1234567 words", 16);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgb(225, 225, 225) + (qGray(image.pixel(x, y)) / 10) * 0x010101);
+    const auto seen = blocksOf(pixelated(image)), means = blocksOf(averaged(image));
+    int written = 0;
+    int kept = 0;
+    for (size_t i = 0; i < means.size(); ++i) {
+        if (means[i] > 249)
+            continue; // nothing stands there
+        ++written;
+        kept += std::abs(seen[i] - means[i]) < 1;
+    }
+    ASSERT_GT(written, 15);
+    EXPECT_LT(kept, written * 0.7);
+}
+
+// Called by the test that follows, in processes of their own.
+TEST(Pixelation, DISABLED_TellsItsMosaic)
+{
+    const QImage mosaic = pixelated(written("a secret", 16));
+    const QByteArray pixels(reinterpret_cast<const char *>(mosaic.constBits()), mosaic.sizeInBytes());
+    std::puts(("mosaic " + QCryptographicHash::hash(pixels, QCryptographicHash::Md5).toHex()).constData());
+}
+
+TEST(Pixelation, HasAKeyThatNoOtherRunHas)
+{
+    QSet<QByteArray> mosaics;
+    for (int run = 0; run < 2; ++run) {
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(),
+                      {"--gtest_also_run_disabled_tests", "--gtest_filter=*TellsItsMosaic"});
+        ASSERT_TRUE(process.waitForFinished(60000));
+        const QByteArray told = process.readAllStandardOutput();
+        ASSERT_TRUE(told.contains("mosaic "));
+        mosaics.insert(told.mid(told.indexOf("mosaic "), 39));
+    }
+    EXPECT_EQ(mosaics.size(), 2);
 }
 
 TEST(Pixelation, IsTheSameForTheSamePictureAndAnotherForEveryOther)

@@ -167,6 +167,27 @@ TEST_F(ProjectSaveTest, AdoptsAnOldProjectThatLooksExactlyLikeItsPicture)
     }
 }
 
+TEST_F(ProjectSaveTest, SaysSoWhenThePictureCannotTakeItsPlace)
+{
+    ASSERT_TRUE(QDir().mkpath(home.path("shot.png/in the way")));
+    EXPECT_FALSE(save(red));
+    EXPECT_FALSE(QFileInfo::exists(directory)) << "no project without its picture";
+}
+
+TEST_F(ProjectSaveTest, TakesAProjectForItsOwnByTheNameOrByThePixels)
+{
+    ASSERT_TRUE(save(red));
+    ProjectSave::setOwner(directory, "earlier.png"); // renamed by another program
+    ASSERT_TRUE(save(blue));
+    ASSERT_TRUE(ImageFiles::write(filled({4, 4}, red), path)); // changed by another program
+    ASSERT_TRUE(save(blue));
+    EXPECT_FALSE(QFileInfo::exists(home.path("projects/.aside")));
+    ProjectSave::setOwner(directory, "earlier.png");
+    ASSERT_TRUE(ImageFiles::write(filled({4, 4}, red), path));
+    ASSERT_TRUE(save(blue));
+    EXPECT_EQ(files(home.path("projects/.aside")).size(), 1);
+}
+
 TEST_F(ProjectSaveTest, KeepsTheModeOfAPrivatePicture)
 {
     ASSERT_TRUE(save(red));

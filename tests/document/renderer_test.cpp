@@ -167,7 +167,7 @@ TEST(Renderer, PaintsNothingForWhatHasNoPicture)
     EXPECT_TRUE(isUnchanged(drawn(base, objects), base, base.rect(), 0));
 }
 
-TEST(Renderer, ASolidBoxIsTintedByNothingAndATextDoesNotShrink)
+TEST(Renderer, ATextThatNeedsMoreRoomThanItsCalloutDoesNotShrink)
 {
     const QImage base = filled({200, 120}, Qt::white);
     Annotation callout = object(ToolKind::Callout, {20, 50}, {180, 70});

@@ -85,6 +85,24 @@ TEST_F(Online, AsksWithThePictureFirstAndTheWordsSecond)
     EXPECT_EQ(content[1]["text"], ClaudeClient::prompt(ClaudeClient::Action::Name));
 }
 
+TEST_F(Online, AsksAsMuchAsTheActionIsWorthAndSendsNoPictureLargerThanIsLookedAt)
+{
+    using Action = ClaudeClient::Action;
+    FakeHttp http;
+    ClaudeClient client(http, settings);
+    for (const auto &[action, effort] :
+         {std::pair(Action::Describe, "medium"), std::pair(Action::Steps, "medium"),
+          std::pair(Action::AltText, "low"), std::pair(Action::Name, "low"),
+          std::pair(Action::Caption, "low")}) {
+        std::ignore = client.run(action, picture.scaled(3136, 1000)).result();
+        ASSERT_FALSE(http.requests.isEmpty());
+        const QJsonObject body = QJsonDocument::fromJson(http.requests.takeLast().body).object();
+        EXPECT_EQ(body["output_config"]["effort"], effort) << int(action);
+        const QByteArray sent = body["messages"][0]["content"][0]["source"]["data"].toString().toLatin1();
+        EXPECT_EQ(QImage::fromData(QByteArray::fromBase64(sent)).size(), QSize(1568, 500));
+    }
+}
+
 TEST(ClaudeClient, TellsEachFormOfReplyApart)
 {
     const QByteArray nested = QByteArray(5000, '[') + QByteArray(5000, ']');

@@ -1,6 +1,7 @@
 #include "document/pixelation.h"
 #include "services/text_recognizer.h"
 
+#include "base/async.h"
 #include "fakes/fake_recognition.h"
 #include "services/grab_text.h"
 #include "services/redacted_areas.h"
@@ -41,6 +42,28 @@ TEST_F(Recognizing, JoinsLinesInTheirOrderAndAsksForTheUsersLanguage)
     EXPECT_EQ(recognizer.text(picture).result().value(), "");
 }
 
+TEST_F(Recognizing, ReadsWhatStandsOnNothingOnAGround)
+{
+    struct : TextEngine {
+        QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image, const QStringList &) override
+        {
+            seen = image;
+            return readyFuture(Result<QList<RecognizedLine>>());
+        }
+        QImage seen;
+    } engine;
+    TextRecognizer reading(engine, faces, {});
+    for (const QColor &ink : {QColor(Qt::black), QColor(Qt::white)}) {
+        QImage letters(40, 20, QImage::Format_ARGB32_Premultiplied);
+        letters.fill(Qt::transparent);
+        letters.setPixelColor(10, 10, ink);
+        ASSERT_TRUE(reading.lines(letters).result());
+        EXPECT_FALSE(engine.seen.hasAlphaChannel());
+        EXPECT_EQ(engine.seen.pixelColor(10, 10), ink);
+        EXPECT_GT(std::abs(engine.seen.pixelColor(1, 1).lightness() - ink.lightness()), 200);
+    }
+}
+
 TEST_F(Recognizing, CoversThePrivateStretchAloneWithAMarginOfPixels)
 {
     // The line under it is so near that the margin would reach into it.
@@ -53,6 +76,10 @@ TEST_F(Recognizing, CoversThePrivateStretchAloneWithAMarginOfPixels)
     EXPECT_NEAR(boxes[0].bottom(), 0.61, 1e-9);
     EXPECT_NEAR(boxes[0].top(), 0.495, 1e-9);
     EXPECT_EQ(recognizer.boxes(picture, TextRecognizer::Boxes::AllText).result().value().size(), 2);
+    text.answer = QList{line("to a@bcd.ef ok", 0.5), line("nothing here", 0.605)};
+    EXPECT_NEAR(recognizer.boxes(picture, TextRecognizer::Boxes::Sensitive).result().value()[0].bottom(),
+                0.605, 1e-9)
+        << "nor into the one above";
 }
 
 TEST_F(Recognizing, GrowsFacesByATenthAndLeavesThemUnclipped)

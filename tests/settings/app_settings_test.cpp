@@ -92,8 +92,26 @@ TEST_F(AppSettingsTest, KeepKnownShortcutsBesideAnUnknownOne)
     AppSettings &settings = start();
     EXPECT_EQ(settings.hotkey(HotKeyAction::Library).display(), "⇧⌘K");
     EXPECT_EQ(settings.hotkey(HotKeyAction::Capture).display(), "⌃⇧C");
+    settings.setPrintKeys(true);
     settings.resetHotkeys();
     EXPECT_EQ(start().hotkey(HotKeyAction::Library).display(), "⌃⇧L");
+    EXPECT_FALSE(m_settings->printKeys());
+
+    // One that can't be read makes the value no value at all.
+    store(R"({"hotkeys": "{\"capture\":{\"keyCode\":1,\"carbonModifiers\":256},)"
+          R"(\"fullScreen\":{\"keyCode\":\"F\"},\"library\":{\"keyCode\":40,\"carbonModifiers\":768}}"})");
+    for (const HotKeyInfo &info : kHotKeys)
+        EXPECT_EQ(start().hotkey(info.action), info.defaultCombo()) << info.rawValue;
+}
+
+TEST_F(AppSettingsTest, ForgetTheFolderOfOneCallOnceAnotherIsChosen)
+{
+    AppSettings &settings = start();
+    settings.overrideSaveFolder(m_home.path("once"));
+    EXPECT_EQ(settings.saveFolder(), m_home.path("once"));
+    EXPECT_FALSE(stored().contains("saveFolder"));
+    settings.setSaveFolder(m_home.path("Shots"));
+    EXPECT_EQ(settings.saveFolder(), m_home.path("Shots"));
 }
 
 TEST_F(AppSettingsTest, LastFromOneRunToTheNext)
@@ -117,12 +135,14 @@ TEST_F(AppSettingsTest, LastFromOneRunToTheNext)
 
 TEST_F(AppSettingsTest, PutABrokenFileAsideBeforeReplacingIt)
 {
-    store("{\"showTips\": fal");
-    start().setShowTips(false);
-    EXPECT_EQ(stored().value("showTips"), false);
-    QFile kept(file() + ".broken");
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), "{\"showTips\": fal");
+    for (const QByteArray &broken : {QByteArray("{\"showTips\": fal"), QByteArray("[1, 2]")}) {
+        store(broken); // the second time, too
+        start().setShowTips(false);
+        EXPECT_EQ(stored().value("showTips"), false);
+        QFile kept(file() + ".broken");
+        ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+        EXPECT_EQ(kept.readAll(), broken);
+    }
 }
 
 TEST_F(AppSettingsTest, KeepTheKeyWithTheSecretsAlone)
@@ -150,6 +170,26 @@ TEST_F(AppSettingsTest, KeepTheKeyOnceItWasFoundButNoEmptyAnswer)
     EXPECT_EQ(m_secrets.asked, asked);
 }
 
+TEST_F(AppSettingsTest, TakeNoLateAnswerForTheKeyThatWasSetMeanwhile)
+{
+    struct SlowSecrets : FakeSecrets {
+        QFuture<Result<QString>> get(const QString &, const QString &, SecretsAccess) override
+        {
+            return answer.future();
+        }
+        QPromise<Result<QString>> answer;
+    } secrets;
+    secrets.answer.start();
+    Defaults defaults{QString()};
+    AppSettings settings(defaults, secrets, m_loginItem, m_paths, m_notices);
+    const auto asked = settings.apiKey(SecretsAccess::MayAsk);
+    settings.setApiKey("sk-new");
+    secrets.answer.addResult(Result<QString>("sk-old"));
+    secrets.answer.finish();
+    EXPECT_EQ(asked.result().value_or("nothing"), "sk-new");
+    EXPECT_EQ(settings.apiKey(SecretsAccess::Quiet).result().value_or("nothing"), "sk-new");
+}
+
 TEST_F(AppSettingsTest, TellWhenTheLoginItemCannotBeChanged)
 {
     AppSettings &settings = start();
@@ -172,6 +212,20 @@ TEST(CaptureOptions, NeedAllTenKeys)
     QJsonObject object = options.toJson();
     EXPECT_EQ(object.size(), 10);
     EXPECT_EQ(CaptureOptions::fromJson(object), options);
+    using O = CaptureOptions;
+    const std::pair<const char *, bool O::*> fields[]{
+        {"editor", &O::editor},         {"clipboard", &O::clipboard},   {"cursor", &O::cursor},
+        {"delay", &O::delay},           {"backdrop", &O::backdrop},     {"systemAudio", &O::systemAudio},
+        {"microphone", &O::microphone}, {"showClicks", &O::showClicks}, {"showKeys", &O::showKeys},
+        {"webcam", &O::webcam}};
+    for (const auto &[key, field] : fields) {
+        QJsonObject one = O{}.toJson();
+        one[key] = !(O{}.*field);
+        O expected;
+        expected.*field = !(expected.*field);
+        EXPECT_EQ(O::fromJson(one), expected) << key;
+        EXPECT_EQ(expected.toJson(), one) << key;
+    }
     object.insert("backdrop", 1);
     EXPECT_FALSE(CaptureOptions::fromJson(object));
     object = options.toJson();
@@ -196,4 +250,18 @@ TEST(KeyCombo, ShowsModifiersInOneOrderAndUnknownKeysByNumber)
     EXPECT_EQ((KeyCombo{49, all}).display(), "⌃⌥⇧⌘Space");
     EXPECT_EQ((KeyCombo{200, KeyCombo::Shift}).display(), "⇧Key200");
     EXPECT_EQ((KeyCombo{42, KeyCombo::Command}).display(), "⌘\\");
+    // Rows of a keyboard, by the codes of their keys.
+    const std::pair<QList<int>, const char *> rows[]{
+        {{50, 18, 19, 20, 21, 23, 22, 26, 28, 25, 29, 27, 24}, "`1234567890-="},
+        {{12, 13, 14, 15, 17, 16, 32, 34, 31, 35, 33, 30, 42}, "QWERTYUIOP[]\\"},
+        {{0, 1, 2, 3, 5, 4, 38, 40, 37, 41, 39}, "ASDFGHJKL;'"},
+        {{6, 7, 8, 9, 11, 45, 46, 43, 47, 44}, "ZXCVBNM,./"},
+        {{122, 120, 99, 118, 96, 97, 98, 100, 101, 109, 103, 111}, "F1F2F3F4F5F6F7F8F9F10F11F12"},
+        {{36, 48, 53, 51, 123, 124, 126, 125}, "↩⇥⎋⌫←→↑↓"}};
+    for (const auto &[codes, names] : rows) {
+        QString row;
+        for (const int code : codes)
+            row += KeyCombo::keyName(code);
+        EXPECT_EQ(row, QString::fromUtf8(names));
+    }
 }

@@ -99,6 +99,11 @@ TEST_F(CapturePresetStoreTest, StartsOverWhenAnyOfItCannotBeReadAndLeavesTheData
         array.replace(array.size() - 1, entry);
         spoiled.append(QString::fromUtf8(QJsonDocument(array).toJson()));
     }
+    QJsonArray keyed = good;
+    QJsonObject entry = keyed.last().toObject();
+    entry.insert("hotkey", QJsonObject{{"keyCode", "F"}});
+    keyed.replace(keyed.size() - 1, entry);
+    spoiled.append(QString::fromUtf8(QJsonDocument(keyed).toJson()));
     for (const QString &text : spoiled) {
         defaults->set(CapturePresetStore::kKey, text);
         restart();

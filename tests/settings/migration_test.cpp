@@ -87,6 +87,15 @@ TEST_F(MigrationTest, LeavesWhatIsNamedOtherwiseOrInTheWayWhereItIs)
     EXPECT_TRUE(run(fresh));
     EXPECT_EQ(fresh.string("saveFolder"), home.path("Tidegrasp"));
     EXPECT_TRUE(has("Tidegrasp/shot.png") && has("Tidegrasp/.lumenpost/meta.json"));
+
+    // A link that leads nowhere is in the way, too.
+    Defaults linked{QString()};
+    writeOld({{"saveFolder", home.path("old/Tidegrasp")}});
+    make("old/Tidegrasp/shot.png");
+    ASSERT_TRUE(QFile::link(home.path("nowhere"), home.path("old/Lumenpost")));
+    EXPECT_TRUE(run(linked));
+    EXPECT_TRUE(has("old/Tidegrasp/shot.png"));
+    EXPECT_TRUE(QFileInfo(home.path("old/Lumenpost")).isSymLink());
 }
 
 TEST_F(MigrationTest, TouchesNoCapturesWhereTheEarlierProgramHasNoSettings)

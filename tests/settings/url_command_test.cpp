@@ -51,6 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
              Open{QUrl::fromLocalFile(QStringLiteral("/a b.png"))}},
         Case{"lumenpost://open?path=~/Desktop/a.png",
              Open{QUrl::fromLocalFile(QDir::homePath() + QStringLiteral("/Desktop/a.png"))}},
+        Case{"lumenpost://open?path=~ann/a.png", Open{QUrl::fromLocalFile(QStringLiteral("~ann/a.png"))}},
         Case{"lumenpost:capture", std::nullopt}, Case{"lumenpost:///capture", std::nullopt},
         Case{"https://capture/region", std::nullopt}, Case{"", std::nullopt}));
 
