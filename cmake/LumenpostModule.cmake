@@ -91,10 +91,10 @@ macro(_lumenpost_setup target folder)
     endif()
 endmacro()
 
-# lumenpost_test(NAME name LABEL unit|ui|desktop|sway [DEPENDS …] [USES …] [SOURCES …])
+# lumenpost_test(NAME name LABEL unit|ui|desktop|sway|kwin [DEPENDS …] [USES …] [SOURCES …])
 #
 # One test program from the .cpp files of the calling folder, or from SOURCES. unit needs no display, ui paints
-# offscreen, desktop runs inside a private X11 desktop, sway inside a Wayland one.
+# offscreen, desktop runs inside a private X11 desktop, sway and kwin inside a Wayland one.
 function(lumenpost_test)
     cmake_parse_arguments(M "" "NAME;LABEL" "DEPENDS;USES;SOURCES" ${ARGN})
     if(NOT M_SOURCES)
@@ -116,7 +116,7 @@ function(lumenpost_test)
     target_link_libraries(${target} PRIVATE GTest::gmock GTest::gtest Qt6::Test)
     if(M_LABEL STREQUAL "desktop")
         add_test(NAME ${M_NAME} COMMAND ${PROJECT_SOURCE_DIR}/tests/desktop/test-desktop run $<TARGET_FILE:${target}>)
-    elseif(M_LABEL STREQUAL "sway")
+    elseif(M_LABEL MATCHES "^(sway|kwin)$")
         add_test(NAME ${M_NAME}
                  COMMAND ${PROJECT_SOURCE_DIR}/tests/desktop/wayland-desktop run ${M_LABEL} $<TARGET_FILE:${target}>)
         set_tests_properties(${M_NAME} PROPERTIES SKIP_RETURN_CODE 77)

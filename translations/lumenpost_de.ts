@@ -3758,6 +3758,22 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>This desktop gives programs no shortcuts: in its settings, set a key for the command “lumenpost capture region”.</source>
         <translation>Dieser Desktop gibt Programmen keine Tastenkürzel: bitte in seinen Einstellungen eine Taste für den Befehl „lumenpost capture region“ festlegen.</translation>
     </message>
+    <message>
+        <source>Plasma gives pictures of the screen only to installed programs: install the package of Lumenpost, and start it from there.</source>
+        <translation>Plasma gibt Bilder des Bildschirms nur an installierte Programme: bitte das Paket von Lumenpost installieren und es von dort starten.</translation>
+    </message>
+    <message>
+        <source>The desktop gave a picture that is all black.</source>
+        <translation>Der Desktop hat ein ganz schwarzes Bild geliefert.</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s portal doesn&apos;t answer: it may not be installed, or have stopped.</source>
+        <translation>Das Portal des Desktops antwortet nicht: vielleicht ist es nicht installiert oder beendet.</translation>
+    </message>
+    <message>
+        <source>The desktop was not allowed to show Lumenpost the screen: allow it when it asks, or in its privacy settings.</source>
+        <translation>Der Desktop durfte Lumenpost den Bildschirm nicht zeigen: bitte erlauben, wenn er fragt, oder in seinen Einstellungen zur Privatsphäre.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>

@@ -3757,6 +3757,22 @@ Space previews, Return opens.</source>
         <source>This desktop gives programs no shortcuts: in its settings, set a key for the command “lumenpost capture region”.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Plasma gives pictures of the screen only to installed programs: install the package of Lumenpost, and start it from there.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop gave a picture that is all black.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s portal doesn&apos;t answer: it may not be installed, or have stopped.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop was not allowed to show Lumenpost the screen: allow it when it asks, or in its privacy settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>

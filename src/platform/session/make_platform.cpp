@@ -89,7 +89,8 @@ void addWayland(Platform &platform)
     platform.inputMonitors = std::make_unique<NullInputMonitors>(whyNoWaylandInput());
     platform.workspace = std::make_unique<WaylandWorkspace>(
         windows, WaylandWorkspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
-    platform.pasteboard = WaylandPasteboard::open();
+    const bool isPlasma = qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE");
+    platform.pasteboard = isPlasma ? std::make_unique<WaylandPasteboard>() : WaylandPasteboard::open();
     if (!platform.pasteboard)
         platform.pasteboard = std::make_unique<QtPasteboard>();
 }

@@ -52,11 +52,12 @@ void PipeBytes::send(int file, const QByteArray &bytes)
     senders().start([file, bytes] { write(file, bytes); });
 }
 
-QByteArray PipeBytes::receive(int file)
+QByteArray PipeBytes::receive(int file, qsizetype wanted)
 {
     QByteArray bytes;
+    bytes.reserve(std::max<qsizetype>(0, std::min(wanted, kLargest)));
     std::array<char, 65536> part;
-    while (true) {
+    while (wanted < 0 || bytes.size() < wanted) {
         const ssize_t got = isReady(file, POLLIN) ? read(file, part.data(), part.size()) : -1;
         if (got == 0)
             break;

@@ -96,10 +96,3 @@ bool SwayWindows::drain(int file)
 {
     return SwayIpc::drain(file);
 }
-
-std::shared_ptr<WaylandWindows> waylandWindows()
-{
-    if (SwayIpc::isOffered())
-        return std::make_shared<SwayWindows>();
-    return nullptr;
-}

@@ -11,6 +11,7 @@ public:
     void fillScreen(quint32 id) override;
     std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) override;
     bool canHide() const override { return true; }
+    std::optional<Result<QImage>> picture(quint32, Pointer, WindowPart) override { return std::nullopt; }
     int listen() override;
     bool drain(int file) override;
 

@@ -17,6 +17,8 @@ std::unexpected<Error> noCompositor(const QString &detail)
 
 Result<std::unique_ptr<WaylandConnection>> WaylandConnection::open()
 {
+    // What went wrong is told by who asked, in one sentence.
+    wl_log_set_handler_client([](const char *, va_list) {});
     std::unique_ptr<WaylandConnection> connection(new WaylandConnection);
     connection->m_display = wl_display_connect(nullptr);
     if (!connection->m_display)

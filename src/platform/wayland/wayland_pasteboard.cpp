@@ -41,19 +41,26 @@ struct WaylandPasteboard::Source {
 
 std::unique_ptr<WaylandPasteboard> WaylandPasteboard::open()
 {
-    auto connection = WaylandConnection::open();
-    if (!connection || !(*connection)->offers(zwlr_data_control_manager_v1_interface))
-        return nullptr;
-    std::unique_ptr<WaylandPasteboard> board(new WaylandPasteboard);
-    board->m_connection = std::move(*connection);
-    board->m_seat = board->m_connection->bind<wl_seat>(wl_seat_interface, 1);
-    board->m_manager =
-        board->m_connection->bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 1);
-    if (!board->m_seat)
-        return nullptr;
-    board->listen();
-    return board;
+    auto board = std::make_unique<WaylandPasteboard>();
+    return board->connect() ? std::move(board) : nullptr;
 }
+
+bool WaylandPasteboard::connect()
+{
+    if (m_connection)
+        return !m_connection->isBroken();
+    auto opened = WaylandConnection::open();
+    if (!opened || !(*opened)->offers(zwlr_data_control_manager_v1_interface) ||
+        !(*opened)->offers(wl_seat_interface))
+        return false;
+    m_connection = std::move(*opened);
+    m_seat = m_connection->bind<wl_seat>(wl_seat_interface, 1);
+    m_manager = m_connection->bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 1);
+    listen();
+    return true;
+}
+
+WaylandPasteboard::WaylandPasteboard() = default;
 
 WaylandPasteboard::~WaylandPasteboard()
 {
@@ -110,13 +117,16 @@ void WaylandPasteboard::readEvents()
     m_connection->flush();
 }
 
-void WaylandPasteboard::update() const
+bool WaylandPasteboard::update() const
 {
-    m_connection->roundtrip();
+    // The first look is what connects; nothing that can be seen from outside changes by it.
+    return const_cast<WaylandPasteboard *>(this)->connect() && m_connection->roundtrip();
 }
 
 void WaylandPasteboard::clear()
 {
+    if (!connect())
+        return;
     m_source.reset();
     zwlr_data_control_device_v1_set_selection(m_device, nullptr);
     update();
@@ -125,6 +135,8 @@ void WaylandPasteboard::clear()
 
 void WaylandPasteboard::setFlavors(const QList<Flavor> &flavors)
 {
+    if (!connect())
+        return;
     static const zwlr_data_control_source_v1_listener listener{
         .send =
             [](void *data, zwlr_data_control_source_v1 *, const char *type, int32_t file) {
@@ -175,7 +187,8 @@ bool WaylandPasteboard::has(const QString &mimeType) const
 
 QByteArray WaylandPasteboard::data(const QString &mimeType) const
 {
-    update();
+    if (!update())
+        return {};
     if (m_source) {
         const Flavor *flavor = m_source->find(mimeType);
         return flavor ? flavor->second : QByteArray();
@@ -219,6 +232,6 @@ QImage WaylandPasteboard::image() const
 // Who manages clipboards here takes a copy at once, and then the content isn't ours any more.
 QList<Pasteboard::Flavor> WaylandPasteboard::lostAtQuit() const
 {
-    update();
-    return m_source && !m_source->isReplaced ? m_source->flavors : QList<Flavor>();
+    return m_connection && update() && m_source && !m_source->isReplaced ? m_source->flavors
+                                                                         : QList<Flavor>();
 }

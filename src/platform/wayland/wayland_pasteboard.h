@@ -18,6 +18,9 @@ struct wl_seat;
 // own needs the keyboard for either. Main thread.
 class WaylandPasteboard : public Pasteboard {
 public:
+    // Connected at the first use: for a compositor that is known to let programs do it, and that takes its
+    // time to greet them.
+    WaylandPasteboard();
     // Null where the compositor doesn't.
     static std::unique_ptr<WaylandPasteboard> open();
     ~WaylandPasteboard() override;
@@ -36,11 +39,11 @@ private:
     struct Offer;
     struct Source;
 
-    WaylandPasteboard() = default;
+    bool connect();
     void listen();
     void readEvents();
     // What has arrived by now: another program may have copied just before.
-    void update() const;
+    bool update() const;
     QStringList types() const;
 
     std::unique_ptr<WaylandConnection> m_connection;

@@ -1,11 +1,10 @@
 #include "platform/wayland/wayland_photographer.h"
 
 #include "platform/texts.h"
-#include "platform/wayland/screencopy.h"
+#include "platform/wayland/wayland_camera.h"
 #include "platform/wayland/wayland_connection.h"
 #include "platform/wayland/wayland_outputs.h"
 #include "platform/wayland/wayland_windows.h"
-#include "platform/wayland_session.h"
 
 #include <QCoreApplication>
 #include <QPainter>
@@ -32,12 +31,13 @@ WaylandPhotographer::open(std::shared_ptr<WaylandWindows> windows)
     auto connection = WaylandConnection::open();
     if (!connection)
         return std::unexpected(connection.error());
-    if (!Screencopy::isOffered(**connection))
-        return fail(Error::Kind::Unavailable, whyNoWaylandScreen());
     std::unique_ptr<WaylandPhotographer> photographer(new WaylandPhotographer(std::move(windows)));
     photographer->m_connection = std::move(*connection);
     photographer->m_outputs = std::make_unique<WaylandOutputs>(*photographer->m_connection);
-    photographer->m_screencopy = std::make_unique<Screencopy>(*photographer->m_connection);
+    auto camera = waylandCamera(*photographer->m_connection, *photographer->m_outputs);
+    if (!camera)
+        return std::unexpected(camera.error());
+    photographer->m_camera = std::move(*camera);
     return photographer;
 }
 
@@ -48,7 +48,7 @@ bool WaylandPhotographer::isBroken() const
 
 void WaylandPhotographer::trim()
 {
-    m_screencopy->trim();
+    m_camera->trim();
 }
 
 Result<Screen> WaylandPhotographer::current(const Screen &screen)
@@ -64,13 +64,7 @@ Result<Screen> WaylandPhotographer::current(const Screen &screen)
 
 Result<QImage> WaylandPhotographer::shoot(const Screen &screen, Pointer pointer)
 {
-    const WaylandOutput *output = m_outputs->find(screen.id);
-    if (!output)
-        return screenIsGone();
-    const auto copy = m_screencopy->take(*output, pointer);
-    if (!copy)
-        return std::unexpected(copy.error());
-    return copy->image;
+    return m_camera->take(screen, pointer);
 }
 
 QList<quint32> WaylandPhotographer::ownWindowsIn(const QRectF &area) const
@@ -161,6 +155,8 @@ Result<QImage> WaylandPhotographer::window(quint32 id, Pointer pointer, WindowPa
                                     [id](const WaylandWindow &window) { return window.listed.id == id; });
     if (found == windows.end())
         return fail(Error::Kind::NotFound, PlatformTexts::tr("That window is no longer available."));
+    if (auto alone = m_windows->picture(id, pointer, part))
+        return *std::move(alone);
     QList<quint32> above;
     for (auto each = windows.begin(); each != found; ++each) {
         if (each->listed.frame.intersects(found->listed.frame))

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-class Screencopy;
+class WaylandCamera;
 class WaylandConnection;
 class WaylandOutputs;
 class WaylandWindows;
@@ -36,5 +36,5 @@ private:
     std::shared_ptr<WaylandWindows> m_windows; // may be null
     std::unique_ptr<WaylandConnection> m_connection;
     std::unique_ptr<WaylandOutputs> m_outputs;
-    std::unique_ptr<Screencopy> m_screencopy;
+    std::unique_ptr<WaylandCamera> m_camera;
 };

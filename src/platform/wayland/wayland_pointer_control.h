@@ -8,8 +8,6 @@
 
 class WaylandConnection;
 class WaylandOutputs;
-struct zwlr_virtual_pointer_manager_v1;
-struct zwlr_virtual_pointer_v1;
 
 // The pointer of a compositor that lets programs play one. Main thread.
 class WaylandPointerControl : public PointerControl {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/screen_pictures.h"
 #include "platform/screens.h"
 
 #include <QList>
@@ -36,6 +37,8 @@ public:
     // Null where windows can't be hidden.
     virtual std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) = 0;
     virtual bool canHide() const = 0;
+    // A window alone, where the compositor makes such pictures; else nothing.
+    virtual std::optional<Result<QImage>> picture(quint32 id, Pointer pointer, WindowPart part) = 0;
     // A file that becomes readable when another window is active; -1 where there is none. Whoever asks closes
     // it.
     virtual int listen() = 0;

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "base/result.h"
+
+#include <QVariantList>
+#include <QVariantMap>
+
+// One question to the desktop's portal, whose answer comes when the user has given it.
+namespace PortalRequest {
+
+// Waits for the answer, at most a minute: for a worker. `arguments` come before the options.
+// Error::Kind::Denied when the user said no, Unavailable when there is no such portal, Failed when it doesn't
+// answer or ends.
+Result<QVariantMap> ask(const QString &interface, const QString &method, const QVariantList &arguments,
+                        QVariantMap options);
+
+} // namespace PortalRequest
