@@ -198,6 +198,8 @@ int main(int argc, char **argv)
     std::printf("%-52s %7lld MB, at most %lld\n", "memory for all of it, window open",
                 static_cast<long long>(megabytes("VmRSS:") - before),
                 static_cast<long long>(megabytes("VmHWM:") - before));
+    std::printf("%-52s %7lld MB\n", "of it without files that are mapped",
+                static_cast<long long>(megabytes("RssAnon:")));
     window.reset();
     std::printf("%-52s %7.0f ms\n", "window opened again", millisecondsOf([&] {
                     open();
