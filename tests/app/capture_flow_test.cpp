@@ -182,6 +182,36 @@ TEST_F(CaptureFlowTest, FollowsTheOptionsThatTheCaptureStartedWith)
     EXPECT_EQ(machine.pasteboard.image().size(), QSize(400, 300));
 }
 
+TEST_F(CaptureFlowTest, TakesTheOptionsOfAPresetForItsOwnCaptureAlone)
+{
+    CaptureOptions options = settings.current();
+    options.clipboard = true;
+    flow.setPendingOptions(options);
+    for (const char *told : {"Captured & copied to clipboard", "Saved to Library"}) {
+        shown.clear();
+        flow.captureFullScreen(0);
+        ASSERT_TRUE(waitForNotice());
+        EXPECT_EQ(shown.first().text, told);
+    }
+}
+
+TEST_F(CaptureFlowTest, ShowsThePointerInPicturesAloneAndNotInWhatIsReadOrSelected)
+{
+    settings.setOn(CaptureSettings::Switch::IncludeCursor, true);
+    for (const Intent intent : {Intent::Capture, Intent::GrabText, Intent::Scrolling, Intent::Video}) {
+        machine.pictures.requests.clear();
+        flow.startCapture(intent, 0);
+        if (intent == Intent::Capture || intent == Intent::GrabText)
+            pick(CaptureOverlayController::Window{77});
+        else
+            pick(CaptureOverlayController::Cancelled{});
+        ASSERT_TRUE(waitUntilIdle());
+        ASSERT_GE(machine.pictures.requests.size(), 2);
+        for (const auto &request : machine.pictures.requests)
+            EXPECT_EQ(request.pointer == Pointer::Shown, intent == Intent::Capture) << int(intent);
+    }
+}
+
 TEST_F(CaptureFlowTest, OpensTheEditorInsteadOfANoticeAndPutsABackdropBehindWindows)
 {
     QList<DeliveredPicture> opened;
@@ -248,9 +278,12 @@ TEST_F(CaptureFlowTest, RenamesACaptureByTheReplyOnlyWithAKeyAndTheSwitchOn)
         {"stop_reason", "end_turn"}};
     machine.http.answers = {Result<HttpResponse>(HttpResponse{200, QJsonDocument(reply).toJson()})};
     prefs.setAiAutoName(true);
+    machine.secrets.items.insert({AppSettings::kApiKeyAccount, AppSettings::kService}, "sk-locked");
+    machine.secrets.isLocked = true; // and nobody is asked for a name that nobody asked for
     flow.captureFullScreen(0);
     ASSERT_TRUE(waitForNotice());
     EXPECT_TRUE(machine.http.requests.isEmpty());
+    EXPECT_TRUE(machine.secrets.isLocked);
 
     prefs.setApiKey("sk-test");
     flow.captureFullScreen(0);

@@ -5,6 +5,7 @@
 #include "support/printers.h"
 #include "support/temporary_folder.h"
 
+#include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -69,6 +70,14 @@ TEST_F(CommandLinksTest, DoWhatTheyNameAndTellOfWhatTheyDoNot)
         links.open(word);
         EXPECT_EQ(done, expected) << word;
     }
+    // A file of that very name is no link.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(folder.path());
+    ASSERT_TRUE(QFile("lumenpost:a.png").open(QIODevice::WriteOnly));
+    done.clear();
+    links.open("lumenpost:a.png");
+    EXPECT_EQ(done, QStringList{"file lumenpost:a.png"});
+    QDir::setCurrent(before);
     Log::flush();
     QFile log(folder.path("lumenpost.log"));
     ASSERT_TRUE(log.open(QIODevice::ReadOnly));

@@ -99,6 +99,13 @@ TEST_F(DeliveryTest, OffersWhatCanFollowForTheFileAsItIsCalledByThen)
     ASSERT_TRUE(waitUntilIdle());
     EXPECT_TRUE(machine.pasteboard.hasImage());
     EXPECT_EQ(shown.last(), "Image copied to clipboard");
+    machine.trash.refuses = true;
+    told = offer;
+    choose("Trash");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shown.last().contains("refuses"); }))
+        << shown.last().toStdString();
+    EXPECT_TRUE(QFile::exists(*renamed));
+    machine.trash.refuses = false;
     told = offer;
     choose("Trash");
     EXPECT_TRUE(QTest::qWaitFor([this] { return shown.last() == "Moved to the Trash"; }));
@@ -146,4 +153,6 @@ TEST_F(DeliveryTest, OpensAFilmOrTellsOfIt)
     delivery.deliverFilm(film, order);
     EXPECT_EQ(opened, QStringList{film});
     EXPECT_EQ(shown.size(), 1);
+    delivery.deliverFilm(film, order, "There is no sound.");
+    EXPECT_EQ(shown.last(), "There is no sound.");
 }

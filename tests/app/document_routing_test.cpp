@@ -1,6 +1,7 @@
 #include "app/delivery.h"
 #include "app/document_routing.h"
 #include "document/image_files.h"
+#include "document/project_save.h"
 #include "editor/canvas_view.h"
 #include "editor/draft_offer.h"
 #include "editor/editor_stage.h"
@@ -81,7 +82,7 @@ TEST_F(DocumentRoutingTest, SaysWhichForeignFileItCannotOpen)
 {
     writeBytes(stage.home.path("letter.txt"), "Dear reader");
     routing.openFile(stage.home.path("letter.txt"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
     EXPECT_EQ(stage.notices.last(), (Notice{"Couldn't open letter.txt", "exclamationmark.triangle.fill"}));
     EXPECT_TRUE(routing.editors().empty());
 }
@@ -90,7 +91,7 @@ TEST_F(DocumentRoutingTest, OpensNothingForAFileOfTheLibraryThatItCannotRead)
 {
     writeBytes(stage.inLibrary("broken.png"), "no picture");
     routing.openFile(stage.inLibrary("broken.png"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !stage.notices.isEmpty(); }));
     EXPECT_EQ(stage.notices.last().text, "broken.png can’t be read as a picture");
     EXPECT_TRUE(routing.editors().empty());
     routing.openFile(stage.inLibrary("broken.png"));
@@ -126,6 +127,7 @@ TEST_F(DocumentRoutingTest, ADeliveredCaptureOpensWithItsBackdrop)
     QImage image(60, 40, QImage::Format_RGB32);
     routing.openEditor(DeliveredPicture{image, stage.inLibrary("shot.png"), true});
     EXPECT_TRUE(last().effects().backdrop);
+    EXPECT_FALSE(last().hasUnsavedChanges()) << "nothing that the user made";
     EXPECT_EQ(last().fileURL().toLocalFile(), stage.inLibrary("shot.png"));
 }
 
@@ -137,6 +139,30 @@ TEST_F(DocumentRoutingTest, KeepsEditorsUntilTheirWindowsClose)
     EXPECT_TRUE(waitForEditors(1));
     routing.editors().front()->window().close();
     EXPECT_TRUE(waitForEditors(0));
+
+    write(stage.inLibrary("shot.png"));
+    for (int time = 0; time < 2; ++time) {
+        routing.openFile(stage.inLibrary("shot.png"));
+        ASSERT_TRUE(waitForEditors(1)) << "opened " << time << " times before";
+        routing.editors().front()->window().close();
+        ASSERT_TRUE(waitForEditors(0));
+    }
+}
+
+TEST_F(DocumentRoutingTest, TellsWhenObjectsWereOfAnotherPicture)
+{
+    const QString path = stage.inLibrary("shot.png");
+    write(path);
+    QImage base(60, 40, QImage::Format_RGB32);
+    base.fill(Qt::red);
+    ASSERT_TRUE(ProjectSave::write(path, base, stage.library.projectDirectory(path), base,
+                                   ProjectFile::describing({}, {})));
+    write(path);
+    routing.openFile(path);
+    ASSERT_TRUE(waitForEditors(1));
+    ASSERT_EQ(stage.notices.size(), 1);
+    EXPECT_EQ(stage.notices.last().text,
+              "shot.png was changed elsewhere, so its earlier objects were set aside");
 }
 
 TEST_F(DocumentRoutingTest, PinsTheNewestPictureAndSkipsFilms)

@@ -23,6 +23,12 @@ TEST(Quitting, ClosesWindowsFirstAndWaitsForWhatThatStarts)
     window.show();
     bool wasOpenAtFirst = false;
     quitting.firstWork = [&] { wasOpenAtFirst = window.isVisible(); };
+    QPromise<void> sending;
+    sending.start();
+    quitting.lastWork = [&] {
+        pending.keep("sending", sending.future());
+        QTimer::singleShot(0, qApp, [&] { sending.finish(); });
+    };
     bool waited = false;
     QTimer::singleShot(0, qApp, [&] {
         QCoreApplication::quit();

@@ -76,7 +76,7 @@ protected:
 
 TEST_F(RecordingFlowTest, DeliversWhatItsPanelEndedAndKeepsThePanelOutOfIt)
 {
-    order.options.systemAudio = true;
+    order.options.systemAudio = order.options.microphone = true; // missing for one reason, told once
     machine.soundSources.refusal = "No sound here.";
     start({100, 100, 301, 201});
     EXPECT_FALSE(button("Pause")->isEnabled()) << "nothing is filmed yet";

@@ -2,6 +2,7 @@
 #include "support/temporary_folder.h"
 
 #include <QFile>
+#include <QLocalSocket>
 #include <QTest>
 #include <atomic>
 #include <future>
@@ -78,6 +79,29 @@ TEST_F(SingleInstanceTest, HandsWordsOverAndFollowsOneThatWasKilled)
     }
     const auto next = startElsewhere({});
     EXPECT_TRUE(next && *next == SingleInstance::Role::Running);
+}
+
+TEST_F(SingleInstanceTest, CutsAMessageOffThatNeverEnds)
+{
+    SingleInstance first(path, kLong);
+    int received = 0;
+    QObject::connect(&first, &SingleInstance::received, &first, [&] { ++received; });
+    ASSERT_TRUE(first.start({}));
+    QLocalSocket talker;
+    talker.connectToServer(path);
+    ASSERT_TRUE(talker.waitForConnected(kLong));
+    const QByteArray piece(1 << 16, 'x');
+    int pieces = 0;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            if (talker.bytesToWrite() == 0 && ++pieces < 64)
+                talker.write(piece);
+            return talker.state() == QLocalSocket::UnconnectedState;
+        },
+        kLong));
+    EXPECT_EQ(received, 0);
+    EXPECT_TRUE(startElsewhere({"a"}));
+    EXPECT_EQ(received, 1);
 }
 
 TEST_F(SingleInstanceTest, TakesNothingFromALivingOneThatDoesNotAnswer)

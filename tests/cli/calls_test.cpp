@@ -255,7 +255,9 @@ TEST_F(CommandLine, LeavesNothingOfASecretInAnyKindOfPicture)
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         EXPECT_FALSE(file.readAll().contains("ghp_"));
         const QString left = call({"text", output}).output;
-        EXPECT_FALSE(left.contains(QRegularExpression("[A-Za-z0-9]{8}"))) << left.toStdString();
+        // Noise can be read as letters; five of the secret's own in a row are no chance.
+        for (qsizetype i = 0; i + 5 <= secret.size(); ++i)
+            EXPECT_FALSE(left.contains(secret.mid(i, 5), Qt::CaseInsensitive)) << left.toStdString();
         const QImage seen = ImageFiles::read(path(output)).value().convertToFormat(QImage::Format_ARGB32);
         double onInk = 0;
         double beside = 0;

@@ -81,6 +81,11 @@ TEST_F(LibraryCalls, ExportsAndJoinsFilesOfTheLibraryByName)
     const QImage combined(path("o.png"));
     EXPECT_EQ(combined.size(), QSize(340, 430));
     EXPECT_EQ(combined.pixelColor(0, 0).alpha(), 0);
+    for (const auto &[ground, isBright] : {std::pair("white", true), std::pair("dark", false)}) {
+        EXPECT_TRUE(isDone(call({"combine", "a.png", "c.png", "--layout", "horizontal", "--background",
+                                 ground, "--output", "o.png"})));
+        EXPECT_EQ(QImage(path("o.png")).pixelColor(2, 2).lightness() > 200, isBright) << ground;
+    }
 
     QFile captions(path("captions.txt"));
     ASSERT_TRUE(captions.open(QIODevice::WriteOnly));
@@ -88,7 +93,40 @@ TEST_F(LibraryCalls, ExportsAndJoinsFilesOfTheLibraryByName)
     captions.close();
     EXPECT_TRUE(isDone(call({"guide-image", "a.png", "b.png", "--title", "How To", "--captions",
                              "captions.txt", "--output", "guide.png"})));
-    EXPECT_EQ(QImage(path("guide.png")).size(), QSize(1400, 150 + 60 + 2 * (52 + 20 + 200) + 56 + 60));
+    const QImage guide(path("guide.png"));
+    EXPECT_EQ(guide.size(), QSize(1400, 150 + 60 + 2 * (52 + 20 + 200) + 56 + 60));
+    EXPECT_TRUE(isDone(call({"guide-image", "a.png", "b.png", "--title", "How To", "--output", "mute.png"})));
+    const QImage mute(path("mute.png"));
+    ASSERT_EQ(mute.size(), guide.size());
+    EXPECT_NE(mute.copy(0, 0, 1400, 400), guide.copy(0, 0, 1400, 400)) << "the first has a caption";
+    EXPECT_EQ(mute.copy(0, 500, 1400, 200), guide.copy(0, 500, 1400, 200)) << "the second none";
+}
+
+TEST_F(LibraryCalls, ListsInTheOrderThatIsAskedForAndGoesOnPastAFailure)
+{
+    const std::pair<const char *, qint64> files[]{
+        {"c.png", 1'700'000'300}, {"a.png", 1'700'000'200}, {"b.png", 1'700'000'100}};
+    ASSERT_TRUE(ImageFiles::write(sketch(20, Qt::red).scaled(900, 900), inLibrary("b.png")));
+    for (const auto &[name, seconds] : files) {
+        QFile file(inLibrary(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(QDateTime::fromSecsSinceEpoch(seconds), QFile::FileModificationTime));
+    }
+    const auto names = [this](const char *order) {
+        QString names;
+        for (const QString &line : call({"library", "list", "--sort", order}).lines())
+            names += QFileInfo(line).baseName();
+        return names;
+    };
+    EXPECT_EQ(names("newest"), "cab");
+    EXPECT_EQ(names("oldest"), "bac");
+    EXPECT_EQ(names("name"), "abc");
+    EXPECT_EQ(names("size").front(), 'b');
+
+    const Outcome trashed = call({"library", "trash", "none.png", "a.png"});
+    EXPECT_EQ(trashed.status, 1);
+    EXPECT_EQ(trashed.output, inLibrary("a.png") + "\n");
+    EXPECT_FALSE(QFile::exists(inLibrary("a.png")));
 }
 
 TEST_F(LibraryCalls, LeavesNothingOnAFullDisk)

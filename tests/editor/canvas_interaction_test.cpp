@@ -130,6 +130,61 @@ TEST_F(CanvasTest, HandlesOfTheSelectionResizeIt)
     EXPECT_EQ(undoSteps(), 3);
 }
 
+TEST_F(CanvasTest, EachHandleMovesItsOwnSidesAlone)
+{
+    using enum AnnotationHandle;
+    const Annotation box = addBox({100, 100, 80, 60});
+    const std::pair<AnnotationHandle, QRectF> rows[]{
+        {TopLeft, {110, 105, 70, 55}},     {TopRight, {100, 105, 90, 55}}, {BottomLeft, {110, 100, 70, 65}},
+        {BottomRight, {100, 100, 90, 65}}, {Top, {100, 105, 80, 55}},      {Bottom, {100, 100, 80, 65}},
+        {Left, {110, 100, 70, 60}},        {Right, {100, 100, 90, 60}}};
+    for (const auto &[handle, rect] : rows) {
+        const QPointF from = *box.handlePoint(handle);
+        stroke(from, from + QPointF(10, 5));
+        EXPECT_EQ(only().rect(), rect) << int(handle);
+        document.undo();
+        EXPECT_EQ(only().rect(), box.rect()) << "one step";
+        document.setSelectedID(box.id);
+    }
+}
+
+TEST_F(CanvasTest, ReachesAnObjectFromSixPointsAwayAtAnyZoom)
+{
+    addBox({100, 100, 80, 60}); // to 183 with half of its line
+    use(ToolKind::Select);
+    const std::tuple<double, double, bool> rows[]{
+        {1, 5.9, true}, {1, 6.1, false}, {4, 1.4, true}, {4, 1.6, false}, {0.5, 11.9, true}};
+    for (const auto &[zoom, away, isHit] : rows) {
+        document.setSelectedID({});
+        canvas.setZoom(zoom);
+        click(183 + away, 130);
+        EXPECT_EQ(document.selectedID().has_value(), isHit) << zoom << ": " << away;
+    }
+}
+
+TEST_F(CanvasTest, SelectingAnObjectTakesItsLookForTheNextAndChangesNone)
+{
+    const Annotation first = addBox({100, 100, 80, 60});
+    document.setSelectedID({});
+    document.setColor(Qt::darkGreen);
+    document.setLineWidth(11);
+    const Annotation second = addBox({400, 300, 80, 60});
+    const QList<Annotation> before = objects();
+    use(ToolKind::Select);
+    const std::function<void()> ways[]{[&] { click(140, 130); }, [&] { key(Qt::Key_Backtab); },
+                                       [&] { canvas.selectForMenu(at(140, 130)); }};
+    for (const auto &select : ways) {
+        document.setSelectedID({});
+        document.setColor(Qt::darkGreen);
+        document.setSelectedID(second.id);
+        select();
+        EXPECT_EQ(document.selectedID(), first.id);
+        EXPECT_EQ(objects(), before);
+        EXPECT_EQ(document.color(), first.color);
+        EXPECT_EQ(document.lineWidth(), first.lineWidth);
+    }
+}
+
 TEST_F(CanvasTest, ShiftOnALinesEndSnapsFromItsOtherEnd)
 {
     use(ToolKind::Line);
@@ -267,6 +322,12 @@ TEST_F(CanvasTest, ArrowKeysMoveAndWithAltResize)
     for (int i = 0; i < 40; ++i)
         key(Qt::Key_Right, Qt::AltModifier);
     EXPECT_EQ(only().lineWidth, 30);
+    const std::pair<Qt::Key, int> keys[]{
+        {Qt::Key_Down, 29}, {Qt::Key_Up, 30}, {Qt::Key_Left, 29}, {Qt::Key_Right, 30}};
+    for (const auto &[arrow, lineWidth] : keys) {
+        key(arrow, Qt::AltModifier);
+        EXPECT_EQ(only().lineWidth, lineWidth) << arrow;
+    }
     document.setSelectedID({});
     EXPECT_FALSE(key(Qt::Key_Right));
 }
@@ -321,6 +382,9 @@ TEST_F(CanvasTest, KeysMoveAFrameThatReturnTakesAndEscapeDrops)
     for (int i = 0; i < 100; ++i)
         key(Qt::Key_Left, Qt::ShiftModifier | Qt::AltModifier);
     EXPECT_GE(canvas.band()->width(), 8) << "never too small to be cut to";
+    for (int i = 0; i < 200; ++i)
+        key(i % 2 ? Qt::Key_Right : Qt::Key_Down, Qt::ShiftModifier | Qt::AltModifier);
+    EXPECT_EQ(canvas.band()->bottomRight(), QPointF(width, height)) << "nor larger than the picture";
     key(Qt::Key_Escape);
     EXPECT_FALSE(canvas.band() || session.isPlacing() || document.canUndo());
     key(Qt::Key_Return);
@@ -406,10 +470,15 @@ TEST_F(CanvasTest, TheEyedropperTakesOnePixelAndEnds)
     EXPECT_EQ(only().color, QColor(0x12, 0xab, 0xef)) << "the selected object takes it too";
     EXPECT_EQ(notices, QList<Notice>({{"Picked #12ABEF", "eyedropper"}}));
     EXPECT_EQ(session.mode(), EditorSession::Mode::Editing);
-    canvas.startEyedropper();
-    click(-20, -20);
-    EXPECT_EQ(notices.size(), 1);
-    EXPECT_EQ(session.mode(), EditorSession::Mode::Editing);
+    for (const bool escapes : {false, true}) {
+        canvas.startEyedropper();
+        if (escapes)
+            key(Qt::Key_Escape);
+        else
+            click(-20, -20);
+        EXPECT_EQ(notices.size(), 1);
+        EXPECT_EQ(session.mode(), EditorSession::Mode::Editing);
+    }
 }
 
 TEST_F(CanvasTest, AskedForTextItHandsOverTheAreaInWholePixels)
@@ -470,6 +539,9 @@ TEST_F(CanvasTest, PinchesAndWheelsWithCtrlZoomAndWheelsWithoutPan)
     const QPointF origin = canvas.viewport().origin();
     EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {3, -4}, {}, {}}));
     EXPECT_EQ(canvas.viewport().origin(), origin + QPointF(3, -4));
+    EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {0, 5}, {}, Qt::ShiftModifier}));
+    EXPECT_EQ(canvas.viewport().origin(), origin + QPointF(8, -4));
+    EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {-5, 0}, {}, {}}));
     // A fraction of a notch, as from a high-resolution wheel.
     EXPECT_TRUE(canvas.scroll(Scroll{{10, 10}, {}, {0, 0.25}, {}}));
     EXPECT_EQ(canvas.viewport().origin(), origin + QPointF(3, 3.5));
@@ -537,6 +609,13 @@ TEST_F(CanvasTest, UndoInADragTakesTheDragBack)
     canvas.undo();
     release(400, 400);
     EXPECT_EQ(only().kind, ToolKind::Rectangle);
+    use(ToolKind::Crop);
+    press(300, 300);
+    drag(400, 400);
+    canvas.undo();
+    release(400, 400);
+    EXPECT_EQ(objects().size(), 1);
+    EXPECT_EQ(document.base().size(), QSize(width, height));
 }
 
 TEST_F(CanvasTest, AHeldArrowKeyIsOneStep)
@@ -548,6 +627,13 @@ TEST_F(CanvasTest, AHeldArrowKeyIsOneStep)
         canvas.keyPress({Qt::Key_Right, {}, true});
     EXPECT_EQ(only().start.x(), 110);
     EXPECT_EQ(document.undoSteps(), before + 1);
+    // Held on when the next object is selected: a step of its own.
+    const Annotation other = addBox({300, 300, 80, 60});
+    canvas.keyPress({Qt::Key_Right, {}, true});
+    EXPECT_EQ(document.undoSteps(), before + 3);
+    document.undo();
+    EXPECT_EQ(document.object(other.id)->start.x(), 300);
+    document.undo();
     document.undo();
     EXPECT_EQ(only().start.x(), 100);
 }

@@ -151,6 +151,8 @@ TEST_F(DraftsTest, AHalfWrittenStateIsPassedOver)
     ASSERT_TRUE(Draft::read(directory, "digest"));
     EXPECT_EQ(Draft::read(directory, "digest")->base.pixelColor(1, 1), QColor(Qt::red));
     EXPECT_FALSE(Draft::read(directory, "other"));
+    EXPECT_EQ(QFile::permissions(directory) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions())
+        << "nobody else's to see";
     // The pixels of the state before serve again, also when that state is gone.
     EditorDocument::Contents second = first;
     second.effects.border = true;

@@ -67,14 +67,28 @@ struct EditorStage {
         mutable QDateTime time{QDate(2026, 3, 14), QTime(9, 41, 7)};
     };
 
+    // The fake's answers, and the picture that was read.
+    struct SeeingEngine : TextEngine {
+        explicit SeeingEngine(FakeTextEngine &fake) : fake(fake) {}
+        QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
+                                                         const QStringList &languages) override
+        {
+            seen = image;
+            return fake.recognize(image, languages);
+        }
+        FakeTextEngine &fake;
+        QImage seen;
+    };
+
     TemporaryFolder home;
     FakePlatform fakes{home.path()};
+    SeeingEngine reader{fakes.text};
     NoticeBoard board;
     Defaults defaults{{}};
     AppSettings settings{defaults, fakes.secrets, fakes.loginItem, fakes.paths, board};
     StepClock clock;
     Library library{settings, fakes.trash, clock};
-    TextRecognizer recognizer{fakes.text, fakes.faces};
+    TextRecognizer recognizer{reader, fakes.faces};
     ClaudeClient claude{fakes.http, settings};
     Uploader uploader{fakes.http, settings};
     PresetStore presets{defaults};

@@ -118,6 +118,19 @@ TEST_F(EditorWindowTest, AFileThatCannotBeWrittenLeavesTheEditOpenAndSaysWhy)
     EXPECT_EQ(editor->document().fileURL().toLocalFile(), path);
 }
 
+TEST_F(EditorWindowTest, ASaveThatFailsAfterItsWindowClosedIsToldOfOnce)
+{
+    auto editor = stage.open(filled({120, 80}), stage.home.path("missing/folder/shot.png"));
+    editor->saving().save();
+    addBox(editor->document());
+    editor->saving().save(); // waits, and goes with the first
+    editor.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle() && !stage.notices.isEmpty(); }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(stage.notices, QList<Notice>({{"Couldn't write shot.png: there is no such folder.",
+                                             "exclamationmark.triangle.fill"}}));
+}
+
 TEST_F(EditorWindowTest, ASaveThatIsUnderWayOutlivesItsWindow)
 {
     const QString path = put("shot.png");
@@ -221,6 +234,25 @@ TEST_F(EditorWindowTest, CountsTheLinesOfTextItCopies)
     EXPECT_TRUE(waitForNotice("No text found in that area"));
     editor->reading().grabText();
     EXPECT_TRUE(waitForNotice("No text found"));
+}
+
+TEST_F(EditorWindowTest, ReadsNothingThatObjectsHide)
+{
+    auto editor = stage.open(filled({120, 80}));
+    Annotation box = editor->document().makeAnnotation(ToolKind::Rectangle, {10, 10});
+    box.end = {60, 60};
+    box.style = 2; // filled
+    editor->document().add(box);
+    stage.fakes.text.answer = QList<RecognizedLine>{{"one", {}, {}, 1}};
+    editor->reading().grabText();
+    ASSERT_TRUE(waitForNotice("Copied 1 lines of text"));
+    EXPECT_EQ(stage.reader.seen.size(), QSize(120, 80));
+    EXPECT_NE(stage.reader.seen.pixelColor(30, 30), QColor(Qt::white));
+    stage.reader.seen = {};
+    Q_EMIT editor->canvas().textAreaChosen(QRect(20, 20, 40, 20));
+    ASSERT_TRUE(waitForNotice("Copied 1 line of text"));
+    EXPECT_EQ(stage.reader.seen.size(), QSize(40, 20));
+    EXPECT_NE(stage.reader.seen.pixelColor(10, 10), QColor(Qt::white));
 }
 
 TEST_F(EditorWindowTest, UploadsTheFinishedImageAndCopiesItsLink)
@@ -472,9 +504,10 @@ TEST_F(EditorWindowTest, AKindOfFileThatIsNotWrittenIsSavedAsAnother)
 TEST_F(EditorWindowTest, ARenameWhileASaveRunsTakesTheSaveAlong)
 {
     auto editor = stage.open(put("shot.png"));
-    addBox(editor->document());
     QSignalSpy ended(&editor->saving(), &DocumentSaving::ended);
     editor->saving().save();
+    addBox(editor->document());
+    editor->saving().save(); // waits
     const auto renamed = stage.library.rename(stage.inLibrary("shot.png"), "Invoice");
     ASSERT_TRUE(renamed);
     ASSERT_TRUE(ended.wait());
@@ -492,8 +525,7 @@ TEST_F(EditorWindowTest, WhatAFormatCannotHoldIsSavedAsPngWithItsObjects)
     addBox(editor->document());
     save(*editor);
     const QString png = stage.inLibrary("tall.png");
-    EXPECT_EQ(stage.notices.last().text,
-              "Saved as tall.png: JPG files can’t hold a picture of this size");
+    EXPECT_EQ(stage.notices.last().text, "Saved as tall.png: JPG files can’t hold a picture of this size");
     EXPECT_EQ(ImageFiles::pixelSize(png), QSize(8, 66000));
     EXPECT_EQ(ImageFiles::pixelSize(jpeg), QSize(120, 80)) << "stays as it was";
     EXPECT_EQ(editor->document().fileURL().toLocalFile(), png);

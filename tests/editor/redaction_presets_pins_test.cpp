@@ -83,6 +83,12 @@ TEST(PresetStore, BeginsWithFourAndKeepsWhatIsSaved)
     PresetStore store(defaults);
     ASSERT_EQ(store.presets().size(), 4);
     EXPECT_EQ(store.presets()[2].name, "Blue Callout");
+    const char *colors[]{"#ff3b30", "#ffcc00", "#007aff", "#7361fa"};
+    for (int i = 0; i < 4; ++i) {
+        EditorDocument document(QImage(10, 10, QImage::Format_RGB32));
+        PresetStore::apply(store.presets()[i], document);
+        EXPECT_EQ(document.color().name(), colors[i]);
+    }
     EXPECT_FALSE(defaults.contains(PresetStore::kKey));
 
     EditorDocument document(QImage(10, 10, QImage::Format_RGB32));
@@ -90,6 +96,7 @@ TEST(PresetStore, BeginsWithFourAndKeepsWhatIsSaved)
     document.setColor(QColor(10, 20, 30));
     document.setLineWidth(11);
     document.setStyle(1, ToolKind::Line);
+    document.setTextFont(TextFont::Serif);
     store.saveCurrent(document, "Thin & dashed");
     const StylePreset saved = store.presets().last();
     EXPECT_EQ(PresetStore(defaults).presets(), store.presets());
@@ -102,6 +109,7 @@ TEST(PresetStore, BeginsWithFourAndKeepsWhatIsSaved)
     EXPECT_EQ(other.color().toRgb(), QColor(10, 20, 30));
     EXPECT_EQ(other.lineWidth(), 11);
     EXPECT_EQ(other.toolStyle(ToolKind::Line), 1);
+    EXPECT_EQ(other.textFont(), TextFont::Serif);
     EXPECT_EQ(other.annotations().first().color, untouched) << "a selected object keeps its look";
 
     store.remove(saved.id);
@@ -125,8 +133,13 @@ TEST(PresetStore, ListsForeignToolsAndLeavesColoursItCannotRead)
 TEST(PresetStore, ReplacesWhatDoesNotDecode)
 {
     Defaults defaults{{}};
-    defaults.set(PresetStore::kKey, QJsonArray{QJsonObject{{"name", "half"}}});
-    EXPECT_EQ(PresetStore(defaults).presets().size(), 4);
+    PresetStore store(defaults);
+    store.remove(store.presets().first().id);
+    store.remove(store.presets().first().id);
+    QJsonArray half = defaults.value(PresetStore::kKey).toArray();
+    half.append(QJsonObject{{"name", "half"}});
+    defaults.set(PresetStore::kKey, half);
+    EXPECT_EQ(PresetStore(defaults).presets().size(), 4) << "none is half read";
     defaults.set(PresetStore::kKey, QJsonArray{});
     EXPECT_EQ(PresetStore(defaults).presets().size(), 0) << "none is a choice too";
 }

@@ -81,6 +81,37 @@ TEST_F(CaptureCalls, ListWhatCanBeCapturedAndCaptureIt)
     other.waitForFinished();
 }
 
+TEST_F(CaptureCalls, TakeTheDisplayThatIsNamedOrHasThePointer)
+{
+    const QJsonArray displays = call({"displays", "--json"}).json().array();
+    ASSERT_EQ(displays.size(), 2);
+    QWidget window(nullptr, Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    window.setStyleSheet("background: #fe01fd");
+    for (const auto &shown : displays) {
+        const QJsonArray frame = shown.toObject().value("frame").toArray();
+        const QPoint corner(frame[0].toInt(), frame[1].toInt());
+        window.setGeometry(QRect(corner + QPoint(100, 100), QSize(60, 60)));
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        const auto isSeen = [this](const QStringList &words) {
+            const Outcome taken = call(QStringList{"capture", "screen", "--output", "o.png"} + words);
+            return taken.status == 0 && QImage(path("o.png")).pixelColor(130, 130) == QColor(0xfe, 1, 0xfd);
+        };
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            const bool first = isSeen({"--display", "0"}), second = isSeen({"--display", "1"});
+            return first != second;
+        }));
+        for (const auto &asked : displays) {
+            const QString id = QString::number(asked.toObject().value("id").toInteger());
+            EXPECT_EQ(isSeen({"--display", id}), asked == shown) << id.toStdString();
+            const QJsonArray at = asked.toObject().value("frame").toArray();
+            xdotool(
+                {"mousemove", QString::number(at[0].toInt() + 500), QString::number(at[1].toInt() + 500)});
+            EXPECT_EQ(isSeen({}), asked == shown) << "under the pointer";
+        }
+    }
+}
+
 TEST_F(CaptureCalls, HideASecretTypedIntoATerminalAlsoWhereItsEdgeBreaksIt)
 {
     QProcess terminal;
@@ -139,7 +170,8 @@ TEST_F(CaptureCalls, ScrollARegionAndSayWhyItEndedOrWhyThereIsNothing)
     EXPECT_EQ(whole.json()["reason"], "end");
     EXPECT_GT(QImage(whole.json()["path"].toString()).height(), 2 * frame.height());
     const qsizetype before = filesIn("library").size();
-    EXPECT_TRUE(isRefused(scroll(QRectF(frame.right() + 20, 20, 200, 300)), 3, "Nothing in that region scrolled."));
+    EXPECT_TRUE(
+        isRefused(scroll(QRectF(frame.right() + 20, 20, 200, 300)), 3, "Nothing in that region scrolled."));
     EXPECT_EQ(filesIn("library").size(), before) << "no picture is kept unasked";
     reader.kill();
     reader.waitForFinished();
