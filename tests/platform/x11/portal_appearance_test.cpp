@@ -32,7 +32,9 @@ public Q_SLOTS:
     {
         if (group == "org.freedesktop.appearance" && key == "color-scheme")
             return QDBusVariant(QVariant::fromValue(QDBusVariant(scheme))); // wrapped twice, as portals do
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(false)));      // no animations
+        if (key == "enable-animations")
+            return QDBusVariant(QVariant::fromValue(QDBusVariant(false)));
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(QString()))); // says nothing of anything else
     }
 
 Q_SIGNALS:
