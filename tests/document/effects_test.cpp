@@ -47,6 +47,8 @@ TEST(Effects, ABackdropAlwaysRoundsAndCastsAShadowAndItsStyleIsClamped)
     EXPECT_TRUE(hasColor(below, {0, 0}, QColor::fromRgbF(.34f, .40f, .98f).rgb(), 3));
     EXPECT_TRUE(hasColor(below, {41, 41}, below.pixel(40, 39), 8)); // ground, not picture, in the corner
     EXPECT_LT(qBlue(below.pixel(290, 350)), qBlue(below.pixel(290, 5)) - 20);
+    EXPECT_EQ(Effects{.backdrop = true}.applied(filled({300, 500})).size(), QSize(380, 580))
+        << "by the longer side";
     EXPECT_EQ(Effects::backdropGradient(9).name, "Graphite");
     EXPECT_EQ(Effects::backdropGradient(2).name, "Ocean");
 }

@@ -192,6 +192,13 @@ TEST(Renderer, ATextThatNeedsMoreRoomThanItsCalloutDoesNotShrink)
     EXPECT_GT(below, 50);
 }
 
+TEST(Renderer, AShortArrowIsNoLongerThanItWasDrawn)
+{
+    const QRectF shape = Shapes::arrow(object(ToolKind::Arrow, {50, 50}, {60, 50}, 8)).boundingRect();
+    EXPECT_GE(shape.left(), 48) << "its head shrinks";
+    EXPECT_LE(shape.right(), 60.1);
+}
+
 TEST(Renderer, EverythingPaintedLiesInThePaintedRectangle)
 {
     QRandomGenerator random(3);
