@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
+#include <QThreadPool>
 #include <gmock/gmock.h>
 
 namespace {
@@ -153,6 +154,7 @@ TEST_F(DocumentRoutingTest, TellsWhenObjectsWereOfAnotherPicture)
 {
     const QString path = stage.inLibrary("shot.png");
     write(path);
+    write(stage.inLibrary("next.png"));
     QImage base(60, 40, QImage::Format_RGB32);
     base.fill(Qt::red);
     ASSERT_TRUE(ProjectSave::write(path, base, stage.library.projectDirectory(path), base,
@@ -160,6 +162,13 @@ TEST_F(DocumentRoutingTest, TellsWhenObjectsWereOfAnotherPicture)
     write(path);
     routing.openFile(path);
     ASSERT_TRUE(waitForEditors(1));
+    routing.openFile(path); // again, and before the first is there
+    routing.openFile(stage.inLibrary("next.png"));
+    routing.openFile(stage.inLibrary("next.png"));
+    QThreadPool::globalInstance()->waitForDone();
+    ASSERT_TRUE(waitForEditors(2));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(routing.editors().size(), 2u);
     ASSERT_EQ(stage.notices.size(), 1);
     EXPECT_EQ(stage.notices.last().text,
               "shot.png was changed elsewhere, so its earlier objects were set aside");

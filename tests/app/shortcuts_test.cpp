@@ -68,7 +68,9 @@ TEST_F(ShortcutsTest, LeaveOutWhatIsTakenAndListenUntilAFieldDoes)
 
     prefs.setRecordingShortcut(true);
     EXPECT_TRUE(hotKeys.registered.isEmpty());
+    hotKeys.takenElsewhere.clear(); // let go meanwhile
     prefs.setRecordingShortcut(false);
+    EXPECT_EQ(shortcuts.problem({8, kControlShift}), "");
     EXPECT_TRUE(hotKeys.registered.contains({3, kControlShift}));
     Log::flush();
     QFile log(home.path("log/lumenpost.log"));

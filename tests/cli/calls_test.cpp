@@ -2,6 +2,7 @@
 
 #include "document/image_files.h"
 #include "document/project_file.h"
+#include "support/loopback_server.h"
 #include "support/pictures.h"
 
 #include <QJsonArray>
@@ -21,6 +22,7 @@ TEST_F(CommandLine, SaysWrongWordsInOneSentence)
         {{"render", "--output"}, "--output"},
         {{"capture"}, "see lumenpost capture --help."},
         {{"capture", "region", "1,2"}, "X,Y,WxH"},
+        {{"capture", "region", "1,2,0x9"}, "X,Y,WxH"},
         {{"capture", "screen", "--delay", "soon"}, "--delay"},
         {{"capture", "window", "front"}, "front"},
         {{"capture", "bogus"}, "\"bogus\""},
@@ -272,6 +274,26 @@ TEST_F(CommandLine, LeavesNothingOfASecretInAnyKindOfPicture)
         }
         EXPECT_NEAR(onInk / inked, beside / clear, 12);
     }
+}
+
+TEST_F(CommandLine, PrintsWhatTheServiceRepliesAndTellsThatItSaidNothing)
+{
+    const QString config = path("home/XDG_CONFIG_HOME/com.oakfenrow.lumenpost");
+    ASSERT_TRUE(QDir().mkpath(config));
+    QFile secrets(config + "/secrets.json");
+    ASSERT_TRUE(secrets.open(QIODevice::WriteOnly));
+    secrets.write(R"({"com.oakfenrow.lumenpost": {"anthropic-api-key": "key-17"}})");
+    secrets.close();
+    picture("a.png");
+    const auto describe = [&](const QByteArray &content) {
+        const LoopbackServer server(LoopbackServer::reply(R"({"content":[)" + content + "]}"));
+        set("LUMENPOST_MESSAGES_URL", server.url());
+        return call({"describe", "a.png", "--action", "caption"});
+    };
+    const Outcome told = describe(R"({"type":"text","text":" A quay. "})");
+    EXPECT_TRUE(isDone(told));
+    EXPECT_EQ(told.output, "A quay.\n");
+    EXPECT_TRUE(isRefused(describe(""), 3, "no text"));
 }
 
 TEST_F(CommandLine, JoinsFramesAndTellsThemAsOneDocument)
