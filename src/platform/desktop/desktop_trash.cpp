@@ -258,10 +258,14 @@ Result<std::unique_ptr<Trash::Move>> DesktopTrash::prepare(const QString &path, 
                     PlatformTexts::tr("There is no file “%1”.").arg(QFileInfo(path).fileName()), path);
     }
     const auto home = homeTrash(path);
-    if (home && realmOf(QFileInfo(path).absolutePath()) == realmOf(home->folder))
+    const auto realm = realmOf(QFileInfo(path).absolutePath());
+    if (home && realm == realmOf(home->folder))
         return std::make_unique<PlainMove>(path, *home);
-    if (const auto place = volumeTrash(path))
-        return std::make_unique<PlainMove>(path, *place);
+    // Where the user's own trash can't be had, its volume gets no other.
+    if (home || realm != realmOf(QDir::homePath())) {
+        if (const auto place = volumeTrash(path))
+            return std::make_unique<PlainMove>(path, *place);
+    }
     if (!home)
         return std::unexpected(home.error());
     return CopiedMove::make(path, *home, state, stop);
