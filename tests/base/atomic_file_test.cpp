@@ -132,8 +132,10 @@ TEST(AtomicFile, KeepsTheModeOfWhatItReplacesAndFollowsTheUmaskForWhatIsNew)
         ASSERT_TRUE(AtomicFile::replace(folder.path("new"), filled));
         EXPECT_EQ(modeOf(folder.path("new")), mode);
     }
-    ASSERT_EQ(chmod(QFile::encodeName(folder.path("new")).constData(), 0600), 0);
-    EXPECT_EQ(modeOf(*AtomicFile::copyNew(folder.path("new"), folder.path(), "private", "")), 0600u);
+    for (const mode_t mode : {0600u, 0400u, 0700u}) {
+        ASSERT_EQ(chmod(QFile::encodeName(folder.path("new")).constData(), mode), 0);
+        EXPECT_EQ(modeOf(*AtomicFile::copyNew(folder.path("new"), folder.path(), "private", "")), mode);
+    }
     // What is private from its first byte stays so, over what others could read too.
     for (const mode_t old : {0u, 0644u}) {
         if (old)

@@ -71,8 +71,10 @@ TEST(Annotation, TextIsMeasuredFromItsTopLeftAndALabelReachesFurther)
     text.style = 0;
     text.text = "Hello\nthere";
     EXPECT_NEAR(text.bounds().height(), 2 * plain.height(), 0.01);
-    text.text = "Hello  ";
-    EXPECT_GT(text.bounds().width(), plain.width() + 5) << "with the blanks that were just typed";
+    for (const char *typed : {"Hello  ", "Hello  \nI"}) {
+        text.text = typed;
+        EXPECT_GT(text.bounds().width(), plain.width() + 5) << "with the blanks that were just typed";
+    }
     text.text = "Hello\nthere";
     // Sizes between whole pixels count in full.
     text.lineWidth = 6.08;

@@ -79,6 +79,13 @@ TEST_F(DraftsTest, SavingEndsTheDraft)
     auto again = stage.open(path);
     EXPECT_EQ(again->document().annotations().size(), 1);
     EXPECT_FALSE(again->document().isFromDraft());
+    // What is edited from there on is of the file as it was saved.
+    addBox(editor->document());
+    editor.reset();
+    DraftKeeper::finishAll();
+    auto later = stage.open(path);
+    EXPECT_EQ(later->document().annotations().size(), 2);
+    EXPECT_FALSE(later->document().hasSetDraftAside());
     const auto version = FileHistory(stage.library, path).versions().value(0);
     EXPECT_FALSE(Draft::exists(Draft::directoryOf(path, version.folder + "/project")))
         << "what nobody has saved is of no version";

@@ -176,6 +176,7 @@ TEST_F(EditorWindowTest, ACopyIntoTheSameFolderIsNoVersionAndNoProject)
     editor->saving().saveInto(copy);
     EXPECT_TRUE(waitForNotice("Saved copy.jpg"));
     EXPECT_TRUE(QFileInfo::exists(copy));
+    EXPECT_TRUE(editor->document().hasUnsavedChanges()) << "its own file is as it was";
     EXPECT_FALSE(QFileInfo::exists(stage.library.projectDirectory(copy)));
     EXPECT_TRUE(FileHistory(stage.library, path).versions().isEmpty());
     EXPECT_EQ(editor->document().fileURL().toLocalFile(), path);
@@ -435,6 +436,10 @@ TEST_F(EditorWindowTest, CtrlCWithoutASelectionCopiesTheFinishedPicture)
     addBox(editor->document());
     editor->run(EditorCommand::CopyObject);
     EXPECT_TRUE(stage.fakes.pasteboard.has(ObjectClipboard::kMarker));
+    stage.fakes.pasteboard.clear();
+    editor->run(EditorCommand::Cut);
+    EXPECT_TRUE(stage.fakes.pasteboard.has(ObjectClipboard::kMarker));
+    EXPECT_TRUE(editor->document().annotations().isEmpty());
     EXPECT_TRUE(QTest::qWaitFor([&] { return stage.pending.isIdle(); }));
     EXPECT_EQ(stage.fakes.pasteboard.image().width(), 56);
 }
