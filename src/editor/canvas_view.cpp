@@ -98,10 +98,13 @@ void CanvasView::follow(EditorDocument::Field field)
     if (field == EditorDocument::Field::Selection)
         tellOfSelection();
     const auto count = m_document.annotations().size(); // which the name tells
-    if (std::exchange(m_toldCount, count) != count && QAccessible::isActive()) {
+    const bool isNewName = std::exchange(m_toldCount, count) != count || field == EditorDocument::Field::Base;
+    if (isNewName && QAccessible::isActive()) {
         QAccessibleEvent event(this, QAccessible::NameChanged);
         QAccessible::updateAccessibility(&event);
     }
+    if (field == EditorDocument::Field::Base)
+        announce(accessibleLabel());
 }
 
 // Once for all that a turn of the loop brings. Without a selection the canvas itself has the focus.
@@ -400,11 +403,10 @@ QString CanvasView::closeTextField()
     const QString text = m_textField->toPlainText();
     InlineTextField *field = std::exchange(m_textField, nullptr);
     field->disconnect(this);
-    const bool hadFocus = field->hasFocus();
+    if (field->hasFocus()) // before it goes, which would send the keyboard on to the next bar
+        setFocus(Qt::OtherFocusReason);
     field->hide();
     field->deleteLater();
-    if (hadFocus)
-        setFocus(Qt::OtherFocusReason);
     return text;
 }
 

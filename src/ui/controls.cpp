@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
@@ -30,6 +31,19 @@ QColor washFor(const QAbstractButton &button, const Theme::Tokens &t)
     if (button.isDown())
         return t.pressed;
     return button.underMouse() ? t.hover : QColor(Qt::transparent);
+}
+
+// Where words run from the right, what stands at the left of a control stands at its right.
+QRectF mirrored(QRectF place, const QWidget &in)
+{
+    if (in.layoutDirection() == Qt::RightToLeft)
+        place.moveLeft(in.width() - place.right());
+    return place;
+}
+
+Qt::Alignment leadingEdge(const QWidget &in)
+{
+    return in.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
 }
 
 } // namespace
@@ -135,6 +149,8 @@ void BarButton::paintEvent(QPaintEvent *)
         label = QRectF(0, 27, width(), 15);
         break;
     }
+    icon = mirrored(icon, *this);
+    label = mirrored(label, *this);
     icon.moveTopLeft(QPointF(std::round(icon.left()), std::round(icon.top())));
     if (m_swatch.isValid()) {
         painter.setBrush(m_swatch);
@@ -146,15 +162,16 @@ void BarButton::paintEvent(QPaintEvent *)
     if (m_label != Label::None) {
         painter.setFont(font());
         painter.setPen(words);
-        painter.drawText(
-            label, Qt::AlignVCenter | (m_label == Label::Under ? Qt::AlignHCenter : Qt::AlignLeft), text());
+        painter.drawText(label,
+                         Qt::AlignVCenter | (m_label == Label::Under ? Qt::AlignHCenter : leadingEdge(*this)),
+                         text());
     }
     if (m_menu) {
         QRectF place(0, 0, kArrowSize, kArrowSize);
         place.moveCenter(m_label == Label::Under
-                             ? QPointF(icon.right() + 6, icon.center().y())
+                             ? QPointF(mirrored(icon, *this).right() + 6, icon.center().y())
                              : QPointF(width() - 6 - kArrowSize / 2.0, height() / 2.0 + 0.5));
-        drawSymbol(painter, place, "chevron.down", t.secondary);
+        drawSymbol(painter, mirrored(place, *this), "chevron.down", t.secondary);
     }
 }
 
@@ -221,13 +238,13 @@ void Chip::paintEvent(QPaintEvent *)
     const QColor ink = isChecked() ? t.accentText : t.text;
     const QRectF icon(12, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
                       Theme::Size::rowIcon);
-    drawSymbol(painter, icon, isChecked() ? QStringLiteral("checkmark") : m_symbol, ink);
+    drawSymbol(painter, mirrored(icon, *this), isChecked() ? QStringLiteral("checkmark") : m_symbol, ink);
     painter.setPen(ink);
     painter.setFont(font());
     const int left = static_cast<int>(icon.right()) + kSymbolGap;
-    const QRect words(left, 0, width() - left - 8, height());
-    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
-                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
+    const QRectF words = mirrored(QRectF(left, 0, width() - left - 8, height()), *this);
+    painter.drawText(words, Qt::AlignVCenter | leadingEdge(*this),
+                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, int(words.width())));
 }
 
 Swatch::Swatch(const QColor &color, const QString &name, QWidget *parent)
@@ -328,7 +345,8 @@ QSize ValueSlider::sizeHint() const
 
 void ValueSlider::resizeEvent(QResizeEvent *)
 {
-    m_slider->setGeometry(nameWidth(), (height() - 20) / 2, width() - nameWidth() - valueWidth(), 20);
+    const QRect place(nameWidth(), (height() - 20) / 2, width() - nameWidth() - valueWidth(), 20);
+    m_slider->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
 }
 
 void ValueSlider::paintEvent(QPaintEvent *)
@@ -337,9 +355,9 @@ void ValueSlider::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setFont(font());
     painter.setPen(t.secondary);
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft, m_name);
+    painter.drawText(rect(), Qt::AlignVCenter | leadingEdge(*this), m_name);
     painter.setPen(t.text);
-    Theme::drawTabular(painter, rect(), Qt::AlignRight,
+    Theme::drawTabular(painter, rect(), layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight,
                        m_format ? m_format(value()) : QString::number(value()));
 }
 

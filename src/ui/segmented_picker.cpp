@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 
 namespace {
 
@@ -110,6 +111,11 @@ QSize SegmentedPicker::sizeHint() const
 }
 
 QRect SegmentedPicker::segmentRect(int index) const
+{
+    return QStyle::visualRect(layoutDirection(), rect(), rectFromLeft(index));
+}
+
+QRect SegmentedPicker::rectFromLeft(int index) const
 {
     if (m_stretches && !m_segments.isEmpty()) {
         const int inner = width() - 4, count = static_cast<int>(m_segments.size());
@@ -237,11 +243,14 @@ void SegmentedPicker::focusInEvent(QFocusEvent *event)
 void SegmentedPicker::keyPressEvent(QKeyEvent *event)
 {
     const int last = static_cast<int>(m_segments.size()) - 1;
+    const int right = layoutDirection() == Qt::RightToLeft ? -1 : 1;
     switch (event->key()) {
     case Qt::Key_Left:
+        return choose(nextEnabled(m_current - right, -right));
+    case Qt::Key_Right:
+        return choose(nextEnabled(m_current + right, right));
     case Qt::Key_Up:
         return choose(nextEnabled(m_current - 1, -1));
-    case Qt::Key_Right:
     case Qt::Key_Down:
         return choose(nextEnabled(m_current + 1, 1));
     case Qt::Key_Home:

@@ -56,6 +56,7 @@ protected:
 private:
     int nextEnabled(int from, int step) const;
     int segmentAt(const QPoint &position) const;
+    QRect rectFromLeft(int index) const;
     int naturalWidth(const Segment &segment) const;
     bool showsText(const Segment &segment) const
     {

@@ -79,7 +79,7 @@ public:
     QString role(const Node &node)
     {
         const QDBusMessage reply = call(node, "org.a11y.atspi.Accessible", "GetRoleName");
-        return reply.arguments().value(0).toString();
+        return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
     }
     QList<Node> children(const Node &node)
     {
@@ -121,7 +121,8 @@ public:
         for (const Event &event : std::as_const(m_events)) {
             if (event.kind == "announcement:")
                 lines += event.words;
-            else if (event.kind == "state-changed:focused" && event.detail == 1)
+            else if (event.kind == "state-changed:focused" && event.detail == 1 &&
+                     !role(event.source).isEmpty())
                 lines += QStringLiteral("%1 [%2]").arg(name(event.source), role(event.source));
             else if (event.kind == "state-changed:showing" && event.detail == 1 &&
                      QStringList{"notification", "alert"}.contains(role(event.source)))

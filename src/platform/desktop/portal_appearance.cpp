@@ -98,7 +98,7 @@ void PortalAppearance::take(const QString &group, const QString &key, QVariant v
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
     const auto dark = m_prefersDark;
-    const auto motion = m_reducingMotion, contrast = m_wantingContrast;
+    const bool reduces = reducesMotion(), wants = wantsContrast();
     const auto note = [&key](QSet<QString> &wishes, bool isWished) {
         if (isWished)
             wishes.insert(key);
@@ -113,7 +113,7 @@ void PortalAppearance::take(const QString &group, const QString &key, QVariant v
     } else if (group == kPlasmaGroup && key == kPlasmaMotionKey) {
         bool isNumber = false;
         const double factor = value.toDouble(&isNumber);
-        note(m_reducingMotion, isNumber && factor <= 0);
+        note(m_reducingMotion, isNumber && factor <= 0 && value.typeId() != QMetaType::Bool);
     } else if (group == kAppearanceGroup && key == kContrastKey) {
         note(m_wantingContrast, value.toUInt() == 1);
     } else if (group == kAccessGroup && key == kHighContrastKey) {
@@ -121,7 +121,7 @@ void PortalAppearance::take(const QString &group, const QString &key, QVariant v
     } else if (group == kInterfaceGroup && key == kGtkThemeKey) {
         note(m_wantingContrast, value.toString().startsWith(QLatin1String("HighContrast")));
     }
-    if (dark != m_prefersDark || motion != m_reducingMotion || contrast != m_wantingContrast)
+    if (dark != m_prefersDark || reduces != reducesMotion() || wants != wantsContrast())
         Q_EMIT changed();
 }
 

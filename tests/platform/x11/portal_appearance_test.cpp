@@ -72,6 +72,24 @@ TEST(PortalAppearance, FollowsTheDesktopsWish)
     portal.change("org.freedesktop.appearance", "accent-color", 7u);
     portal.change("org.freedesktop.appearance", "color-scheme", 1u);
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 5; }));
+
+    // Each desktop has words of its own for the same wish.
+    EXPECT_FALSE(appearance.wantsContrast());
+    const std::tuple<const char *, const char *, QVariant, QVariant> wishes[]{
+        {"org.freedesktop.appearance", "contrast", 1u, 0u},
+        {"org.gnome.desktop.a11y.interface", "high-contrast", true, false},
+        {"org.gnome.desktop.interface", "gtk-theme", "HighContrastInverse", "Adwaita"},
+    };
+    for (const auto &[group, key, on, off] : wishes) {
+        portal.change(group, key, on);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.wantsContrast(); })) << key;
+        portal.change(group, key, off);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !appearance.wantsContrast(); })) << key;
+    }
+    portal.change("org.gnome.desktop.interface", "enable-animations", true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !appearance.reducesMotion(); }));
+    portal.change("org.kde.kdeglobals.KDE", "AnimationDurationFactor", "0");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.reducesMotion(); }));
 }
 
 #include "portal_appearance_test.moc"
