@@ -1,6 +1,7 @@
 #include "document/pixelation.h"
 
 #include "document/opaque.h"
+#include "document/pixelation_grounds.h"
 
 #include <QRandomGenerator>
 #include <algorithm>
@@ -19,57 +20,12 @@ namespace {
 // the test.
 constexpr double kRoughNoise = 0.25;
 constexpr double kSmoothNoise = 0.3;
-// The neighbourhood reaches this many pixels at least, some letters of small text.
-constexpr double kNeighbourhoodPixels = 44;
 // Blocks whose grounds differ by more than this in brightness don't mix.
 constexpr double kOtherGround = 40;
 // A contrast below which nothing is legible that was worth hiding.
 constexpr int kFaint = 40;
 // Blocks are sampled at least this often along a side.
 constexpr int kSamplesPerSide = 12;
-// Of the histogram that tells a block's ground.
-constexpr int kBins = 16;
-
-// What one block holds: sums over its samples.
-struct Block {
-    std::array<double, 3> mean{};         // b, g, r
-    std::array<double, 3> spread{};       // covariance of each colour with the brightness
-    double variance = 0;                  // of the brightness
-    std::array<float, kBins> histogram{}; // shares of brightness
-    int darkest = 255;
-    int brightest = 0;
-    int faintest = 255; // opacity
-    int strongest = 0;
-};
-
-struct Grid {
-    double side;
-    int columns;
-    int rows; // from the bottom
-    int width;
-    int height;
-    int reach; // of a neighbourhood, in blocks
-
-    explicit Grid(const QSize &size)
-        : side(pixelationBlock(size)),
-          columns(std::max(1, static_cast<int>(std::ceil(size.width() / side - 1e-9)))),
-          rows(std::max(1, static_cast<int>(std::ceil(size.height() / side - 1e-9)))),
-          width(size.width()),
-          height(size.height()),
-          reach(std::max(2, static_cast<int>(std::ceil(kNeighbourhoodPixels / side))))
-    {}
-    // First pixel whose middle lies in a column.
-    int left(int column) const { return edge(column, width); }
-    // The pixel rows of a block row, counted from the top.
-    int top(int row) const { return height - edge(row + 1, height); }
-    int bottom(int row) const { return height - edge(row, height); }
-
-private:
-    int edge(int index, int limit) const
-    {
-        return std::clamp(static_cast<int>(std::ceil(index * side - 0.5 - 1e-9)), 0, limit);
-    }
-};
 
 // Noise that only who has the key can repeat: the stream of ChaCha with eight rounds (D. J. Bernstein,
 // ChaCha, a variant of Salsa20, 2008), one block of it for each block of the picture.
@@ -181,6 +137,7 @@ Block measure(const QImage &image, const QImage &seen, int x0, int x1, int y0, i
     block.variance = std::max(0.0, squares / n - light * light);
     for (int i = 0; i < kBins; ++i)
         block.histogram[i] = static_cast<float>(histogram[i] / n);
+    block.shades = shadesOf(seen, QRect(QPoint(x0, y0), QPoint(x1 - 1, y1 - 1)), stepX, stepY);
     return block;
 }
 
@@ -256,8 +213,10 @@ Block neighbourhood(const std::vector<Block> &blocks, const std::vector<double> 
 }
 
 // The noise of every block: a rough part of its own, and one that the means' own filter has smoothed.
-std::vector<double> noiseOf(const Noise &noise, const std::vector<double> &grounds, const Grid &grid)
+std::vector<double> noiseOf(const Noise &noise, const Grid &grid)
 {
+    // On one ground: where the noise is smooth must not tell what lies under it.
+    const std::vector<double> grounds(static_cast<size_t>(grid.columns) * grid.rows, 0);
     std::vector<std::array<double, 2>> raw(grounds.size());
     for (size_t i = 0; i < raw.size(); ++i)
         raw[i] = noise.at(static_cast<uint32_t>(i));
@@ -308,6 +267,20 @@ QRgb colorOf(const Block &around, double noise)
     return qRgb(channels[2], channels[1], channels[0]);
 }
 
+// Letters on a flat ground: nothing but the ground tells the colour, and how far it goes towards its opposite
+// is the same for all that could stand there.
+QRgb colorOnGround(const InkedGround &place, double noise)
+{
+    constexpr double kMean = 33; // of 255; as far as a mosaic of usual text goes
+    constexpr double kSpread = 41;
+    const double move = std::clamp(kMean + kSpread * noise, 0.0, 2.5 * kMean);
+    std::array<int, 3> channels;
+    for (size_t c = 0; c < 3; ++c)
+        channels[c] = static_cast<int>(
+            std::lround(std::clamp<double>(place.ground.color[c] + move * place.direction[c], 0, 255)));
+    return qRgb(channels[2], channels[1], channels[0]);
+}
+
 } // namespace
 
 double pixelationBlock(const QSize &size)
@@ -341,7 +314,8 @@ QImage pixelated(const QImage &image)
     }
 
     const std::vector<double> grounds = groundsOf(blocks, grid);
-    const std::vector<double> noise = noiseOf(Noise(keyOfThisRun(), fingerprint(blocks)), grounds, grid);
+    const std::vector<std::optional<InkedGround>> surfaces = groundsUnderInk(blocks, grid);
+    const std::vector<double> noise = noiseOf(Noise(keyOfThisRun(), fingerprint(blocks)), grid);
     for (int row = 0; row < grid.rows; ++row) {
         const int top = grid.top(row);
         const int bottom = grid.bottom(row);
@@ -351,7 +325,9 @@ QImage pixelated(const QImage &image)
         for (int column = 0; column < grid.columns; ++column) {
             const size_t index = static_cast<size_t>(row) * grid.columns + column;
             QRgb color;
-            if (!isKept(blocks, grid, column, row))
+            if (surfaces[index])
+                color = colorOnGround(*surfaces[index], noise[index]);
+            else if (!isKept(blocks, grid, column, row))
                 color = colorOf(neighbourhood(blocks, grounds, grid, column, row), noise[index]);
             else if (blocks[index].faintest < 255)
                 color = reinterpret_cast<const QRgb *>(source.constScanLine(top))[grid.left(column)];

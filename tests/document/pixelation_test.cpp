@@ -193,12 +193,12 @@ TEST(Pixelation, GuessingAndComparingUndoesPlainAveragesButNotThis)
 {
     const QStringList secrets = codes();
     QRandomGenerator random(1);
-    for (const int size : {12, 14, 16}) {
+    for (const int size : {14, 40}) {
         SCOPED_TRACE(size);
         std::vector<QImage> candidates;
         std::vector<std::vector<double>> averages;
         for (const QString &code : secrets) {
-            candidates.push_back(written(code, size, {216, 56}));
+            candidates.push_back(written(code, size, {size * 12 + 40, size + 42}));
             averages.push_back(blocksOf(averaged(candidates.back())));
         }
         Attacker attacker(candidates, 120);
@@ -212,9 +212,9 @@ TEST(Pixelation, GuessingAndComparingUndoesPlainAveragesButNotThis)
             for (int published = 0; published < 5; ++published)
                 hits += attacker.guess(oneMosaic(candidates[i], attacker.nextSerial())) == i;
         }
-        EXPECT_EQ(plainHits, 20); // the secret can be guessed at all
+        EXPECT_GE(plainHits, 18); // the secret can be guessed at all
         // Of a hundred, five by chance. The noise is another in every run: the bound leaves luck its room.
-        EXPECT_LE(hits, 30);
+        EXPECT_LE(hits, 15);
     }
 }
 
