@@ -1,6 +1,7 @@
-// Guesses what a mosaic hides, as an attacker who knows the program, the font, the place and the candidates would: makes
-// many mosaics of every candidate, learns where they differ and how their noise hangs together, and takes the candidate
-// that is most likely. Prints the hits, and what chance gives at most (its mean and three standard deviations).
+// Guesses what a mosaic hides, as an attacker who knows the program, the font, the place and the candidates
+// would: makes many mosaics of every candidate, learns where they differ and how their noise hangs together,
+// and takes the candidate that is most likely. Prints the hits, and what chance gives at most (its mean and
+// three standard deviations).
 //
 //     bench_pixelation [FAMILY [PIXELS…]]
 
@@ -47,7 +48,8 @@ QImage written(const QString &code, const Look &look)
     QFont font(look.family);
     font.setPixelSize(look.pixels);
     const QFontMetrics metrics(font);
-    QImage image(metrics.horizontalAdvance("0000000") + 4 * look.pixels, 3 * look.pixels + 240, QImage::Format_RGB32);
+    QImage image(metrics.horizontalAdvance("0000000") + 4 * look.pixels, 3 * look.pixels + 240,
+                 QImage::Format_RGB32);
     image.fill(look.paper);
     QPainter painter(&image);
     painter.setFont(font);
@@ -56,8 +58,8 @@ QImage written(const QString &code, const Look &look)
     return image;
 }
 
-// What is published: the blocks of the rows of the text, of one mosaic whose noise no other shares. A mark far below the
-// text makes it another picture.
+// What is published: the blocks of the rows of the text, of one mosaic whose noise no other shares. A mark
+// far below the text makes it another picture.
 Values published(QImage image, int serial)
 {
     image.setPixel(3, image.height() - 2, qRgb(128, 128, serial % 128));
@@ -114,7 +116,8 @@ public:
     }
 
 private:
-    // The blocks in which the candidates differ most, against how much one candidate's differ among themselves.
+    // The blocks in which the candidates differ most, against how much one candidate's differ among
+    // themselves.
     void chooseFeatures(const std::vector<std::vector<Values>> &learned)
     {
         const size_t all = learned[0][0].size();
@@ -194,7 +197,8 @@ void attack(const Look &look)
             samples.push_back(published(image, serial++));
     }
     const Attacker attacker(learned);
-    std::printf("%-16s %4d px on %s:", qUtf8Printable(look.family), look.pixels, qUtf8Printable(look.paper.name()));
+    std::printf("%-16s %4d px on %s:", qUtf8Printable(look.family), look.pixels,
+                qUtf8Printable(look.paper.name()));
     for (const int pictures : {1, 20}) {
         int hits = 0;
         for (size_t i = 0; i < images.size(); ++i)

@@ -4,19 +4,20 @@ namespace {
 
 constexpr int kShadeBits = 5; // of each channel that one colour is told from another by
 constexpr float kSameShade = 20;
-// A surface is as broad in both directions; the strokes of bold letters of 120 points at twice the density have 45.
+// A surface is as broad in both directions; the strokes of bold letters of 120 points at twice the density
+// have 45.
 constexpr double kBroadPixels = 64;
 // The side of a cell.
 constexpr double kCellPixels = 64;
-// A ground is flat when so much of what is around has its colours: pages of dense text have .45 and more, faces less
-// than .2.
+// A ground is flat when so much of what is around has its colours: pages of dense text have .45 and more,
+// faces less than .2.
 constexpr float kFlat = 0.3F;
 constexpr float kWhole = 0.999F;
 // The steps in which the ends of a line are told, and what is filled between letters: no inside of a letter
 // that isn't large is wider.
 constexpr double kEndPixels = 40;
-// What is taller is large type, unless it is broader than any stroke, or coloured as charts are; its rows are filled from
-// edge to edge.
+// What is taller is large type, unless it is broader than any stroke, or coloured as charts are; its rows are
+// filled from edge to edge.
 constexpr double kLargePixels = 56;
 constexpr double kTallestLetter = 260;
 constexpr double kBroadestStroke = 80; // with the blocks at its edges
@@ -123,15 +124,19 @@ private:
                 visit(static_cast<size_t>(y) * m_columns + x,
                       std::max(std::abs(x - column), std::abs(y - row)) > 1);
     }
-    // Colours that fill squares as broad as no stroke is. What touches the edge of the picture goes on beyond it.
+    // Colours that fill squares as broad as no stroke is. What touches the edge of the picture goes on beyond
+    // it.
     void findBroad()
     {
         const int side = std::max(2, static_cast<int>(std::ceil(kBroadPixels / m_grid.side)));
         const int width = m_grid.columns + 2 * side;
         const auto shadeAt = [&](int x, int y) -> const Shade & {
-            return blockAt(std::clamp(x - side, 0, m_grid.columns - 1), std::clamp(y - side, 0, m_grid.rows - 1)).shades[0];
+            return blockAt(std::clamp(x - side, 0, m_grid.columns - 1),
+                           std::clamp(y - side, 0, m_grid.rows - 1))
+                .shades[0];
         };
-        std::vector<int> above(static_cast<size_t>(width), 0); // the side of the largest square that ends at a block
+        std::vector<int> above(static_cast<size_t>(width),
+                               0); // the side of the largest square that ends at a block
         std::vector<int> squares(above.size(), 0);
         for (int y = 0; y < m_grid.rows + 2 * side; ++y) {
             for (int x = 0; x < width; ++x) {
@@ -196,7 +201,8 @@ private:
 
     bool isSurface(size_t cell, const Shade &shade) const
     {
-        return std::ranges::any_of(m_surfaces[cell], [&](const Shade &surface) { return areOne(shade, surface); });
+        return std::ranges::any_of(m_surfaces[cell],
+                                   [&](const Shade &surface) { return areOne(shade, surface); });
     }
 
     // The sum of what is no surface, around each cell.
@@ -250,9 +256,9 @@ private:
         return !isSurface(cell, block.shades[0]) || block.brightest - block.darkest > kFaintContrast;
     }
 
-    // Where ink is near: above and below by a block, to the sides by steps so wide that the ends don't tell where the
-    // first and the last letter end, and in all gaps between letters and inside them. The rows of large type are filled
-    // from edge to edge; shapes of a colour are no letters.
+    // Where ink is near: above and below by a block, to the sides by steps so wide that the ends don't tell
+    // where the first and the last letter end, and in all gaps between letters and inside them. The rows of
+    // large type are filled from edge to edge; shapes of a colour are no letters.
     void findInk()
     {
         std::vector<bool> ink(m_blocks.size());
@@ -299,8 +305,8 @@ private:
         int bottom = -1;
         int left = 0;
         int right = -1;
-        int colored = 0; // of its blocks
-        int broadest = 0;  // the side of the largest square in it
+        int colored = 0;       // of its blocks
+        int broadest = 0;      // the side of the largest square in it
         bool isFilled = false; // a block of it from edge to edge
         std::vector<size_t> blocks = {};
         bool isShape() const { return isFilled && 2 * colored > static_cast<int>(blocks.size()); }
@@ -359,9 +365,10 @@ private:
         std::vector<int> squares(ink.size(), 0);
         for (size_t i = 0; i < ink.size(); ++i)
             if (ink[i])
-                squares[i] = i < columns || i % columns == 0
-                                 ? 1
-                                 : 1 + std::min({squares[i - 1], squares[i - columns], squares[i - columns - 1]});
+                squares[i] =
+                    i < columns || i % columns == 0
+                        ? 1
+                        : 1 + std::min({squares[i - 1], squares[i - columns], squares[i - columns - 1]});
         std::vector<bool> isSeen(ink.size(), false);
         for (size_t i = 0; i < ink.size(); ++i) {
             if (!ink[i] || isSeen[i])
@@ -376,7 +383,8 @@ private:
                 continue;
             const int top = std::max(piece.top - 1, 0);
             const int bottom = std::min(piece.bottom + 2, m_grid.rows);
-            std::fill(m_isNearInk.begin() + top * m_grid.columns, m_isNearInk.begin() + bottom * m_grid.columns, true);
+            std::fill(m_isNearInk.begin() + std::ptrdiff_t{top} * m_grid.columns,
+                      m_isNearInk.begin() + std::ptrdiff_t{bottom} * m_grid.columns, true);
         }
         return isShape;
     }
@@ -390,7 +398,7 @@ private:
     std::vector<Shade> m_usual;
     std::vector<Shade> m_inkAround; // sums over a cell and those that touch it
     std::vector<Shades> m_surfaces; // of a cell and those that touch it
-    std::vector<bool> m_isNearInk; // of blocks
+    std::vector<bool> m_isNearInk;  // of blocks
     std::vector<bool> m_isFlat;
 };
 
@@ -398,8 +406,8 @@ private:
 
 std::array<Shade, 2> shadesOf(const QImage &seen, const QRect &part, int stepX, int stepY)
 {
-    // Of alike colours the one that most have, exactly: a mean would tell of the soft edges of letters. Found as a
-    // majority is (Boyer and Moore, 1981).
+    // Of alike colours the one that most have, exactly: a mean would tell of the soft edges of letters. Found
+    // as a majority is (Boyer and Moore, 1981).
     struct Count {
         int count = 0;
         std::array<uchar, 3> color{};
