@@ -118,7 +118,8 @@ public:
     QStringList spoken()
     {
         QStringList lines;
-        for (const Event &event : std::as_const(m_events)) {
+        const QList<Event> told = m_events; // asking for names takes in more
+        for (const Event &event : told) {
             if (event.kind == "announcement:")
                 lines += event.words;
             else if (event.kind == "state-changed:focused" && event.detail == 1 &&
