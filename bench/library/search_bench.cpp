@@ -63,7 +63,7 @@ void keyStroke(benchmark::State &state, const QString &query)
 int main(int argc, char **argv)
 {
     for (const char *query :
-         {"e", "er", "ing", "the", "error", "settings", "zqx", "the e", "e t", "of the", "n the e", "the er",
+         {"e", "er", "ing", "the", "error", "settings", "zqx", "the e", "e t", "of the", "n the e", "the er", "er te", "e the", "ing 2",
           "user name", "terentproment", "9.4711", "xyzzy nothing", "capture 2026"})
         benchmark::RegisterBenchmark(
             (std::string("KeyStroke/\"") + query + '"').c_str(),

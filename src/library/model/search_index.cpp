@@ -7,52 +7,25 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <iterator>
+#include <numeric>
 
 namespace {
 
-// In a document, numbers of words below kLong take one unit; others two of 14 bits each, which tell by their
-// upper bits which is which. So a word can be read from its beginning and from its end.
-constexpr quint16 kLong = 0x8000;
-constexpr quint16 kLongRest = 0xc000;
-constexpr int kLongBits = 14;
-constexpr quint32 kLongMask = (1 << kLongBits) - 1;
-constexpr size_t kBlockUnits = 1 << 20;
-// Documents to look through before a second thread pays, and so few that looking up more words doesn't.
-constexpr size_t kWorthAThread = 4000;
-constexpr size_t kFewEnough = 500;
+// So many places are looked at in a millisecond; fewer aren't worth a second thread.
+constexpr size_t kWorthAThread = 300'000;
 
 bool isAscii(QStringView text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar letter) { return letter.unicode() < 128; });
 }
 
-class WordSet {
-public:
-    explicit WordSet(size_t count) : m_bits((count + 63) / 64) {}
-    void insert(quint32 word) { m_bits[word / 64] |= quint64(1) << (word % 64); }
-    bool contains(quint32 word) const { return m_bits[word / 64] >> (word % 64) & 1; }
-
-private:
-    std::vector<quint64> m_bits;
-};
-
-size_t count(const SearchIndex::Slots &hits)
-{
-    size_t sum = 0;
-    for (const quint64 bits : hits)
-        sum += static_cast<size_t>(std::popcount(bits));
-    return sum;
-}
-
 } // namespace
 
-// Words in a row, each one of a set: of the first only the end is asked for, of the last only the beginning.
-struct SearchIndex::Query {
-    std::vector<WordSet> words;
-    // The one to look for, and by its first unit whether that can begin one of its set.
-    size_t anchor = 0;
-    std::vector<uchar> isAnchor = std::vector<uchar>(1 << 16);
-};
+SearchIndex::SearchIndex()
+{
+    m_places.addWord(); // kLineFeed
+}
 
 QByteArray SearchIndex::folded(QStringView text)
 {
@@ -130,37 +103,15 @@ SearchIndex::Word SearchIndex::idOf(QByteArrayView word)
         m_starts.push_back(static_cast<quint32>(m_words.size()));
         m_words.append(word.data(), static_cast<size_t>(word.size()));
         m_words.push_back('\n');
-        m_postings.emplace_back();
+        m_places.addWord();
+        if (word.size() > 1) {
+            if (const auto pair = pairOf(word[0], word[1]))
+                m_beginnings[*pair].push_back(bucket);
+            if (const auto pair = pairOf(word[word.size() - 2], word[word.size() - 1]))
+                m_endings[*pair].push_back(bucket);
+        }
     }
     return bucket;
-}
-
-void SearchIndex::note(Word word, Slot slot)
-{
-    Postings &postings = m_postings[word - kFirstWord];
-    if (postings.count > 0 && postings.last == slot)
-        return;
-    const auto append = [&postings](quint32 number) {
-        for (; number >= 0x80; number >>= 7)
-            postings.steps.push_back(static_cast<uchar>(number | 0x80));
-        postings.steps.push_back(static_cast<uchar>(number));
-    };
-    if (postings.count == 1)
-        append(postings.last);
-    if (postings.count >= 1)
-        append(slot - postings.last);
-    postings.last = slot;
-    ++postings.count;
-}
-
-void SearchIndex::append(Word word)
-{
-    if (word < kLong) {
-        m_scratch.push_back(static_cast<quint16>(word));
-        return;
-    }
-    m_scratch.push_back(static_cast<quint16>(kLong | word >> kLongBits));
-    m_scratch.push_back(static_cast<quint16>(kLongRest | (word & kLongMask)));
 }
 
 size_t SearchIndex::letterOf(char letter)
@@ -168,6 +119,13 @@ size_t SearchIndex::letterOf(char letter)
     if (letter >= 'a' && letter <= 'z')
         return static_cast<size_t>(letter - 'a');
     return letter >= '0' && letter <= '9' ? static_cast<size_t>(letter - '0') + 26 : kLetters;
+}
+
+std::optional<size_t> SearchIndex::pairOf(char one, char other)
+{
+    const size_t first = letterOf(one);
+    const size_t second = letterOf(other);
+    return first < kLetters && second < kLetters ? std::optional(first * kLetters + second) : std::nullopt;
 }
 
 void SearchIndex::notePairs(const QByteArray &text, Slot slot)
@@ -185,24 +143,11 @@ void SearchIndex::notePairs(const QByteArray &text, Slot slot)
     }
 }
 
-const quint16 *SearchIndex::store(const std::vector<quint16> &words)
-{
-    if (m_blockUsed + words.size() > m_blockSize) {
-        m_blockSize = std::max(kBlockUnits, words.size());
-        m_blockUsed = 0;
-        m_blocks.emplace_back(new quint16[m_blockSize]);
-    }
-    quint16 *at = m_blocks.back().get() + m_blockUsed;
-    std::copy(words.begin(), words.end(), at);
-    m_blockUsed += words.size();
-    return at;
-}
-
 SearchIndex::Slot SearchIndex::add(std::span<const QString> fields)
 {
     const Slot slot = slotCount();
     Document document;
-    m_scratch.clear();
+    document.first = m_end;
     for (const QString &field : fields) {
         const QByteArray bytes = folded(field);
         for (const char byte : bytes) {
@@ -218,17 +163,15 @@ SearchIndex::Slot SearchIndex::add(std::span<const QString> fields)
             const bool isEnd = to == bytes.size();
             if (!isEnd && bytes[to] != ' ' && bytes[to] != '\n')
                 continue;
-            const Word word = idOf({bytes.constData() + from, to - from});
-            note(word, slot);
-            append(word);
+            if (to > from)
+                m_edges.set(m_end, bytes[from], bytes[to - 1]);
+            m_places.note(idOf({bytes.constData() + from, to - from}), slot, m_end++);
             if (!isEnd && bytes[to] == '\n')
-                append(kLineFeed);
+                m_places.note(kLineFeed, slot, m_end++);
             from = to + 1;
         }
-        append(kFieldEnd);
+        ++m_end;
     }
-    document.words = store(m_scratch);
-    document.length = static_cast<quint32>(m_scratch.size());
     m_documents.push_back(document);
     return slot;
 }
@@ -238,25 +181,6 @@ void SearchIndex::remove(Slot slot)
     if (!m_documents[slot].isRemoved)
         ++m_removed;
     m_documents[slot].isRemoved = true;
-}
-
-void SearchIndex::collect(Word word, Slots &hits) const
-{
-    const Postings &postings = m_postings[word - kFirstWord];
-    if (postings.count == 1) {
-        hits[postings.last / 64] |= quint64(1) << (postings.last % 64);
-        return;
-    }
-    Slot slot = 0;
-    const uchar *at = postings.steps.data();
-    const uchar *end = at + postings.steps.size();
-    while (at < end) {
-        quint32 step = *at & 0x7f;
-        for (int shift = 7; *at++ & 0x80; shift += 7)
-            step |= static_cast<quint32>(*at & 0x7f) << shift;
-        slot += step;
-        hits[slot / 64] |= quint64(1) << (slot % 64);
-    }
 }
 
 // Calls `take` with each word in whose neighbourhood in m_words the pattern occurs; `wordOffset` leads from a
@@ -302,155 +226,168 @@ SearchIndex::Slots SearchIndex::findLetter(char letter) const
 SearchIndex::Slots SearchIndex::findInWords(QByteArrayView part) const
 {
     Slots hits = noSlots();
-    forEachHit(part, 0, [&](Word word) { collect(word, hits); });
+    forEachHit(part, 0, [&](Word word) {
+        m_places.forEachSlot(word, [&hits](Slot slot) { hits[slot / 64] |= quint64(1) << (slot % 64); });
+    });
     return hits;
 }
 
-bool SearchIndex::holds(const Document &document, const Query &query)
+SearchIndex::Part SearchIndex::wholeWord(QByteArrayView word) const
 {
-    const quint16 *begin = document.words;
-    const quint16 *end = begin + document.length;
-    const auto next = [](const quint16 *&at) -> Word {
-        const Word unit = *at++;
-        return unit < kLong ? unit : (unit & kLongMask) << kLongBits | (*at++ & kLongMask);
-    };
-    const auto previous = [](const quint16 *&at) -> Word {
-        const Word unit = *--at;
-        return unit < kLong ? unit : (unit & kLongMask) | (*--at & kLongMask) << kLongBits;
-    };
-    const auto isHit = [&](const quint16 *at) {
-        const quint16 *forward = at;
-        for (size_t i = query.anchor; i < query.words.size(); ++i) {
-            if (forward >= end || !query.words[i].contains(next(forward)))
-                return false;
-        }
-        for (size_t i = query.anchor; i-- > 0;) {
-            if (at <= begin || !query.words[i].contains(previous(at)))
-                return false;
-        }
-        return true;
-    };
-    const uchar *isAnchor = query.isAnchor.data();
-    const quint16 *at = begin;
-    // Four at a time: most are none.
-    for (; at + 4 <= end; at += 4) {
-        if (!(isAnchor[at[0]] | isAnchor[at[1]] | isAnchor[at[2]] | isAnchor[at[3]]))
-            continue;
-        for (int i = 0; i < 4; ++i) {
-            if (isAnchor[at[i]] && isHit(at + i))
-                return true;
-        }
-    }
-    for (; at < end; ++at) {
-        if (isAnchor[*at] && isHit(at))
-            return true;
-    }
-    return false;
+    Part part;
+    if (const auto exact = known(word))
+        part.words.push_back(*exact);
+    return part;
 }
 
-SearchIndex::Slots SearchIndex::verified(const Slots &candidates, const Query &query) const
+SearchIndex::Part SearchIndex::wordsAt(EdgeLetters::Edge edge, const QByteArray &letters) const
 {
-    std::vector<Slot> hits;
-    for (size_t i = 0; i < candidates.size(); ++i) {
-        for (quint64 bits = candidates[i]; bits != 0; bits &= bits - 1)
-            hits.push_back(static_cast<Slot>(i * 64 + static_cast<size_t>(std::countr_zero(bits))));
+    const bool isFirst = edge == EdgeLetters::Edge::First;
+    Part part;
+    if (letters.isEmpty()) {
+        part.words.resize(m_starts.size());
+        std::iota(part.words.begin(), part.words.end(), kFirstWord);
+        return part;
     }
-    // Each thread has a part of its own, and the result is put together afterwards: two hits may share a word
-    // of bits.
-    std::vector<char> isHit(hits.size());
-    const int threads = hits.size() < kWorthAThread ? 1 : std::clamp(QThread::idealThreadCount(), 1, 8);
-    inParallel(threads, [&](int thread) {
-        const size_t from = hits.size() * static_cast<size_t>(thread) / static_cast<size_t>(threads);
-        const size_t to = hits.size() * static_cast<size_t>(thread + 1) / static_cast<size_t>(threads);
-        for (size_t i = from; i < to; ++i)
-            isHit[i] = holds(m_documents[hits[i]], query);
-    });
-    Slots result = noSlots();
-    for (size_t i = 0; i < hits.size(); ++i)
-        result[hits[i] / 64] |= static_cast<quint64>(isHit[i]) << (hits[i] % 64);
-    return result;
+    part.edge = edge;
+    part.letter = letters.size() == 1 ? EdgeLetters::ownCode(letters[0]) : std::nullopt;
+    if (part.letter)
+        return part;
+    const auto pair = letters.size() < 2
+                          ? std::nullopt
+                          : (isFirst ? pairOf(letters[0], letters[1])
+                                     : pairOf(letters[letters.size() - 2], letters[letters.size() - 1]));
+    if (pair) {
+        std::ranges::copy_if(isFirst ? m_beginnings[*pair] : m_endings[*pair], std::back_inserter(part.words),
+                             [&](Word word) {
+                                 return isFirst ? text(word).startsWith(letters)
+                                                : text(word).endsWith(letters);
+                             });
+        return part;
+    }
+    const auto take = [&part](Word word) { part.words.push_back(word); };
+    if (isFirst)
+        forEachHit('\n' + letters, 1, take);
+    else
+        forEachHit(letters + '\n', 0, take);
+    return part;
 }
 
-std::vector<std::vector<SearchIndex::Word>> SearchIndex::choicesOf(const QByteArray &query) const
+std::vector<SearchIndex::Part> SearchIndex::partsOf(const QByteArray &query) const
 {
-    std::vector<std::vector<Word>> choices;
+    std::vector<Part> parts;
     qsizetype from = 0;
     for (qsizetype to = 0; to <= query.size(); ++to) {
         const bool isEnd = to == query.size();
         if (!isEnd && query[to] != ' ' && query[to] != '\n')
             continue;
         const QByteArray word = query.mid(from, to - from);
-        std::vector<Word> &found = choices.emplace_back();
-        const auto take = [&found](Word hit) { found.push_back(hit); };
-        if (from > 0 && !isEnd) {
-            if (const auto exact = known(word))
-                found.push_back(*exact);
-        } else if (word.isEmpty()) {
-            for (Word any = kFirstWord; any < kFirstWord + m_starts.size(); ++any)
-                found.push_back(any);
-        } else if (from == 0) {
-            forEachHit(word + '\n', 0, take);
-        } else {
-            forEachHit('\n' + word, 1, take);
-        }
+        if (from > 0 && !isEnd)
+            parts.push_back(wholeWord(word));
+        else
+            parts.push_back(wordsAt(isEnd ? EdgeLetters::Edge::First : EdgeLetters::Edge::Last, word));
         if (!isEnd && query[to] == '\n')
-            choices.push_back({kLineFeed});
+            parts.emplace_back().words = {kLineFeed};
         from = to + 1;
     }
-    return choices;
+    return parts;
 }
 
-// First the documents that hold the words in whatever order, by what is known of the rarest of them; then
-// those among them that hold them in a row.
-SearchIndex::Slots SearchIndex::findPhrase(const QByteArray &text, const Slots *within) const
+// The places at which the query begins, narrowed down by one word of it after the other, the rarest first.
+SearchIndex::Slots SearchIndex::findPhrase(const QByteArray &query) const
 {
-    const auto choices = choicesOf(text);
-    std::vector<std::pair<size_t, size_t>> byRarity; // documents, place in the query
-    Query query;
-    for (size_t i = 0; i < choices.size(); ++i) {
-        WordSet &set = query.words.emplace_back(kFirstWord + m_starts.size());
-        size_t documents = 0;
-        for (const Word word : choices[i]) {
-            set.insert(word);
-            if (word >= kFirstWord)
-                documents += m_postings[word - kFirstWord].count;
-        }
-        if (choices[i].empty())
+    std::vector<Part> parts = partsOf(query);
+    std::vector<std::pair<size_t, size_t>> byRarity; // places, number in the query
+    for (size_t i = 0; i < parts.size(); ++i) {
+        for (const Word word : parts[i].words)
+            parts[i].places += m_places.count(word);
+        if (parts[i].letter)
+            byRarity.emplace_back(m_end, i);
+        else if (parts[i].places > 0)
+            byRarity.emplace_back(parts[i].places, i);
+        else
             return noSlots();
-        if (choices[i].front() != kLineFeed)
-            byRarity.emplace_back(documents, i);
     }
     std::sort(byRarity.begin(), byRarity.end());
-    query.anchor = byRarity.front().second;
-    for (const Word word : choices[query.anchor])
-        query.isAnchor[word < kLong ? word : kLong | word >> kLongBits] = 1;
-
-    Slots candidates = within ? *within : all();
-    for (const auto &[documents, place] : byRarity) {
-        // What is in so many documents hardly leaves one out.
-        if (documents > 2 * m_documents.size() || count(candidates) < kFewEnough)
-            break;
-        Slots with = noSlots();
-        for (const Word word : choices[place])
-            collect(word, with);
-        for (size_t i = 0; i < candidates.size(); ++i)
-            candidates[i] &= with[i];
-    }
-    return verified(candidates, query);
+    Places places;
+    for (const auto &[count, number] : byRarity)
+        places = narrowed(places, parts[number], static_cast<Place>(number));
+    return slotsOf(places);
 }
 
-SearchIndex::Slots SearchIndex::find(QStringView text, const Slots *within) const
+SearchIndex::Places SearchIndex::narrowed(const Places &places, const Part &part, Place offset) const
+{
+    if (part.letter)
+        return m_edges.narrowed(places, part.edge, *part.letter, offset);
+    const std::vector<Word> &words = part.words;
+    const auto threads =
+        static_cast<size_t>(part.places < kWorthAThread || words.size() < 2
+                                ? 1
+                                : std::clamp(QThread::idealThreadCount(), 1, 4));
+    // Each thread takes words of about as many places, and has bits of its own.
+    std::vector<Places> found(threads);
+    std::vector<size_t> ends(threads, words.size());
+    size_t sum = 0;
+    for (size_t i = 0, thread = 0; i < words.size() && thread + 1 < threads; ++i) {
+        sum += m_places.count(words[i]);
+        if (sum >= part.places * (thread + 1) / threads)
+            ends[thread++] = i + 1;
+    }
+    inParallel(static_cast<int>(threads), [&](int number) {
+        const auto thread = static_cast<size_t>(number);
+        Places hits((m_end + 63) / 64);
+        quint64 *bits = hits.data();
+        const quint64 *before = places.data();
+        for (size_t i = thread == 0 ? 0 : ends[thread - 1]; i < ends[thread]; ++i) {
+            if (places.empty()) {
+                m_places.forEachPlace(words[i], [&](Place place) {
+                    if (place >= offset)
+                        bits[(place - offset) / 64] |= quint64(1) << ((place - offset) % 64);
+                });
+            } else {
+                m_places.forEachPlace(words[i], [&](Place place) {
+                    if (place >= offset)
+                        bits[(place - offset) / 64] |=
+                            before[(place - offset) / 64] & quint64(1) << ((place - offset) % 64);
+                });
+            }
+        }
+        found[thread] = std::move(hits);
+    });
+    for (size_t thread = 1; thread < threads; ++thread) {
+        for (size_t i = 0; i < found[0].size(); ++i)
+            found[0][i] |= found[thread][i];
+    }
+    return std::move(found[0]);
+}
+
+SearchIndex::Slots SearchIndex::slotsOf(const Places &places) const
+{
+    Slots hits = noSlots();
+    Slot slot = 0;
+    for (size_t i = 0; i < places.size(); ++i) {
+        for (quint64 bits = places[i]; bits != 0; bits &= bits - 1) {
+            const auto place = static_cast<Place>(i * 64 + static_cast<size_t>(std::countr_zero(bits)));
+            while (slot + 1 < slotCount() && m_documents[slot + 1].first <= place)
+                ++slot;
+            hits[slot / 64] |= quint64(1) << (slot % 64);
+        }
+    }
+    return hits;
+}
+
+SearchIndex::Slots SearchIndex::find(QStringView text) const
 {
     const QByteArray query = folded(text);
     Slots hits;
     if (query.isEmpty())
         hits = all();
     else if (query.contains(' ') || query.contains('\n'))
-        hits = findPhrase(query, within);
+        hits = findPhrase(query);
     else if (query.size() == 1)
         hits = findLetter(query[0]);
-    else if (query.size() == 2 && letterOf(query[0]) < kLetters && letterOf(query[1]) < kLetters)
-        hits = m_pairs[letterOf(query[0]) * kLetters + letterOf(query[1])];
+    else if (const auto pair = query.size() == 2 ? pairOf(query[0], query[1]) : std::nullopt)
+        hits = m_pairs[*pair];
     else
         hits = findInWords(query);
     hits.resize(noSlots().size());
