@@ -1,5 +1,6 @@
 // Not a Google benchmark: a Library window over a folder of many captures, as a person uses it.
 //   library_figures [COUNT] [FOLDER]    100,000 in a folder that goes afterwards, or in one that stays
+//   STALLS=16 library_figures …         prints what the main thread is at when it is held for so long
 // Each figure is of what a person waits for: the time until the cards are painted.
 #include "base/pending_work.h"
 #include "library/library.h"
@@ -8,6 +9,7 @@
 #include "library/ui/library_grid.h"
 #include "library/ui/library_window.h"
 #include "library/ui/library_work.h"
+#include "library_window/stall_watch.h"
 #include "pins/pins.h"
 #include "services/claude_client.h"
 #include "services/text_recognizer.h"
@@ -185,6 +187,9 @@ int main(int argc, char **argv)
         tell(what, took);
     };
 
+    std::optional<StallWatch> watch;
+    if (const int limit = qEnvironmentVariableIntValue("STALLS"); limit > 0)
+        watch.emplace(std::chrono::milliseconds(limit));
     Stalls opening;
     std::printf("%-52s %7.0f ms\n", "window opened, first cards painted, the first time", millisecondsOf([&] {
                     open();
@@ -200,6 +205,8 @@ int main(int argc, char **argv)
                 static_cast<long long>(megabytes("VmHWM:") - before));
     std::printf("%-52s %7lld MB\n", "of it without files that are mapped",
                 static_cast<long long>(megabytes("RssAnon:")));
+    if (qEnvironmentVariableIsSet("OPENING_ONLY"))
+        return 0;
     window.reset();
     std::printf("%-52s %7.0f ms\n", "window opened again", millisecondsOf([&] {
                     open();

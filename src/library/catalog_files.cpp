@@ -70,11 +70,7 @@ Result<CatalogPatch> applyLines(const QString &journal, qint64 from, CatalogData
         if (!patch)
             continue;
         patch->apply(data);
-        touched.texts.insert(patch->texts);
-        touched.sources.insert(patch->sources);
-        touched.descriptions.insert(patch->descriptions);
-        touched.favorites.insert(patch->favorites);
-        touched.collections.append(patch->collections);
+        touched.add(*patch);
     }
     return touched;
 }
@@ -231,12 +227,22 @@ CatalogFiles::Snapshot CatalogFiles::loadLocked() const
     return snapshot;
 }
 
-bool CatalogFiles::refresh(Snapshot &snapshot) const
+CatalogPatch CatalogFiles::refresh(Snapshot &snapshot) const
 {
+    if (auto news = catchUp(snapshot))
+        return *std::move(news);
+    const CatalogData before = std::exchange(snapshot, loadLocked()).data; // which tells of a problem
+    return CatalogPatch::between(before, snapshot.data);
+}
+
+std::optional<CatalogPatch> CatalogFiles::catchUp(Snapshot &snapshot) const
+{
+    // Some hundred texts, which take a few milliseconds.
+    constexpr qint64 kFewBytes = 500'000;
     const Marks now = marks();
-    Marks &known = snapshot.marks;
-    if (now == known)
-        return false;
+    if (now == snapshot.marks)
+        return CatalogPatch{};
+    Marks known = snapshot.marks;
     if (const std::lock_guard guard(m_mutex);
         m_lastFold && m_lastFold->before == known.json && m_lastFold->after == now.json &&
         (known.folding == m_lastFold->folded || (known.journal.inode == m_lastFold->folded.inode &&
@@ -252,22 +258,23 @@ bool CatalogFiles::refresh(Snapshot &snapshot) const
                          now.journal.size >= known.journal.size;
     const bool isRotated = now.json == known.json && known.folding == Mark{} && known.journal.inode != 0 &&
                            now.folding.inode == known.journal.inode && now.folding.size >= known.journal.size;
-    if (!isGrown && !isRotated) {
-        snapshot = loadLocked();
-        return true;
-    }
-    Result<CatalogPatch> news;
-    if (isRotated) {
-        news = applyLines(path(kFolding), known.journal.size, snapshot.data);
-        known.journal = {};
-    }
-    const auto later = applyLines(path(kJournal), known.journal.size, snapshot.data);
-    if (!news || !later) {
-        snapshot = loadLocked(); // which tells the problem
-        return true;
-    }
-    known = now;
-    return !news->isEmpty() || !later->isEmpty();
+    const qint64 unread = isRotated ? now.folding.size - known.journal.size + now.journal.size
+                                    : now.journal.size - known.journal.size;
+    if ((!isGrown && !isRotated) || unread > kFewBytes)
+        return std::nullopt;
+    CatalogPatch touched;
+    const auto apply = [&](const QString &journal, qint64 from) {
+        auto lines = applyLines(path(journal), from, snapshot.data);
+        if (lines)
+            touched.add(*lines);
+        return lines.has_value();
+    };
+    if (isRotated && !apply(kFolding, std::exchange(known.journal, {}).size))
+        return std::nullopt;
+    if (!apply(kJournal, known.journal.size))
+        return std::nullopt;
+    snapshot.marks = now;
+    return touched;
 }
 
 Result<void> CatalogFiles::append(Snapshot &snapshot, const CatalogPatch &patch) const
@@ -293,8 +300,13 @@ Result<void> CatalogFiles::append(Snapshot &snapshot, const CatalogPatch &patch)
             QFile::remove(journal);
         return FileErrors::cannotWrite(journal, number);
     }
+    // What others wrote there since is still to be read.
+    Mark &known = snapshot.marks.journal;
+    const bool isKnown = known.inode == 0 ? state.st_size == 0
+                                          : known.inode == state.st_ino && known.size == state.st_size;
     fstat(file.number(), &state);
-    snapshot.marks.journal = markOf(state);
+    if (isKnown)
+        known = markOf(state);
     patch.apply(snapshot.data);
     return {};
 }

@@ -52,9 +52,14 @@ public:
     // The same with the lock held.
     Snapshot loadLocked() const;
     Marks marks() const;
-    // Brings a snapshot up to what is on disk, with the lock held. True when other processes had changed it.
-    bool refresh(Snapshot &snapshot) const;
-    // Stores a patch, with the lock held and the snapshot up to date, and tells it to the snapshot.
+    // Brings a snapshot up to what is on disk, with the lock held. What had changed, the lines that this
+    // object appended itself only when they weren't told to this snapshot.
+    CatalogPatch refresh(Snapshot &snapshot) const;
+    // The same where that is a thing of a moment: after own folds, and for some lines of the journal.
+    // Otherwise nothing, and the snapshot is left as it was.
+    std::optional<CatalogPatch> catchUp(Snapshot &snapshot) const;
+    // Stores a patch, with the lock held, and tells it to the snapshot. One that isn't up to date doesn't
+    // become so by this.
     Result<void> append(Snapshot &snapshot, const CatalogPatch &patch) const;
     // Takes the journal into the three files. Takes the lock twice for a moment; the work is done outside.
     // A file that can't be understood is kept beside as "NAME.broken" and replaced.

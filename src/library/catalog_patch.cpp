@@ -167,6 +167,15 @@ void CatalogPatch::apply(CatalogData &data) const
     }
 }
 
+void CatalogPatch::add(const CatalogPatch &later)
+{
+    texts.insert(later.texts);
+    sources.insert(later.sources);
+    descriptions.insert(later.descriptions);
+    favorites.insert(later.favorites);
+    collections.append(later.collections);
+}
+
 QSet<QString> CatalogPatch::names() const
 {
     QSet<QString> names;

@@ -43,6 +43,8 @@ struct CatalogPatch {
         return !sources.isEmpty() || !descriptions.isEmpty() || !collections.isEmpty();
     }
     void apply(CatalogData &data) const;
+    // What comes after it.
+    void add(const CatalogPatch &later);
     // The files of which it says something; what changed in collections is not among them.
     QSet<QString> names() const;
 

@@ -42,6 +42,7 @@ void LibraryCatalog::setDirectory(const QString &directory)
     m_unwritten.clear();
     m_lastError.reset();
     m_fold = {};
+    m_isFolding = false;
     if (isAwaited)
         readInBackground();
 }
@@ -95,58 +96,46 @@ bool LibraryCatalog::isInAnyCollection(const QString &path) const
 
 void LibraryCatalog::setFavorite(const QString &name, bool on)
 {
-    change([&](const CatalogData &) {
-        CatalogPatch patch;
-        patch.favorites.insert(nameOf(name), on);
-        return patch;
-    });
+    CatalogPatch patch;
+    patch.favorites.insert(nameOf(name), on);
+    change(patch);
 }
 
 void LibraryCatalog::setIndexedText(const QString &name, const QString &text)
 {
-    change([&](const CatalogData &) {
-        CatalogPatch patch;
-        patch.texts.insert(nameOf(name), text);
-        return patch;
-    });
+    CatalogPatch patch;
+    patch.texts.insert(nameOf(name), text);
+    change(patch);
 }
 
 void LibraryCatalog::setSource(const QString &name, const QString &application)
 {
-    change([&](const CatalogData &) {
-        CatalogPatch patch;
-        patch.sources.insert(nameOf(name), application);
-        return patch;
-    });
+    CatalogPatch patch;
+    patch.sources.insert(nameOf(name), application);
+    change(patch);
 }
 
 void LibraryCatalog::setDescription(const QString &name, const QString &description)
 {
-    change([&](const CatalogData &) {
-        CatalogPatch patch;
-        patch.descriptions.insert(nameOf(name), description);
-        return patch;
-    });
+    CatalogPatch patch;
+    patch.descriptions.insert(nameOf(name), description);
+    change(patch);
 }
 
 QUuid LibraryCatalog::createCollection(const QString &name)
 {
     const LibraryCollection collection{QUuid::createUuid(), name, {}};
-    change([&](const CatalogData &) {
-        CatalogPatch patch;
-        patch.collections.append({collection.id, collection});
-        return patch;
-    });
+    CatalogPatch patch;
+    patch.collections.append({collection.id, collection});
+    change(patch);
     return collection.id;
 }
 
 void LibraryCatalog::deleteCollection(const QUuid &id)
 {
-    change([&](const CatalogData &) {
-        CatalogPatch patch;
-        patch.collections.append({id, std::nullopt});
-        return patch;
-    });
+    CatalogPatch patch;
+    patch.collections.append({id, std::nullopt});
+    change(patch);
 }
 
 namespace {
@@ -212,23 +201,29 @@ void LibraryCatalog::updateMeta(const std::function<void(LibraryMeta &)> &edit)
     });
 }
 
+void LibraryCatalog::change(const CatalogPatch &patch)
+{
+    store(begin(Needs::Nothing), patch);
+    followDisk();
+}
+
 void LibraryCatalog::change(const std::function<CatalogPatch(const CatalogData &)> &make)
 {
     const auto lock = begin();
     store(lock, make(data()));
 }
 
-Result<FileLock> LibraryCatalog::begin()
+Result<FileLock> LibraryCatalog::begin(Needs needs)
 {
     snapshot();
     auto lock = m_files->lock();
     if (lock && m_files->marks() != m_snapshot->marks) {
-        const CatalogData before = m_snapshot->data;
-        if (m_files->refresh(*m_snapshot)) {
+        const auto news = needs == Needs::Data ? m_files->refresh(*m_snapshot)
+                                               : m_files->catchUp(*m_snapshot).value_or(CatalogPatch());
+        if (!news.isEmpty()) {
             for (const CatalogPatch &patch : m_unwritten)
                 patch.apply(m_snapshot->data);
-            announce(CatalogPatch::between(before, m_snapshot->data));
-            Q_EMIT changedOutside();
+            tellOfOthers(news);
         }
     }
     return lock;
@@ -282,14 +277,17 @@ void LibraryCatalog::fold()
 {
     if (!m_unwritten.isEmpty())
         store(begin(), {});
+    m_isFolding = true;
     m_fold = runInBackground([files = m_files] { return files->fold(); });
     whenDone(QFuture<Result<void>>(m_fold), this, [this, files = m_files](const Result<void> &folded) {
         if (files != m_files)
             return;
+        m_isFolding = false;
         m_fold = {}; // its result is taken: it can't be waited for any more
         if (!folded)
             Log::error(QStringLiteral("Library metadata could not be saved"), folded.error());
-        std::ignore = begin(); // sees that the files are our own
+        std::ignore = begin(Needs::Nothing); // sees that the files are our own
+        followDisk();
         if (folded && m_files->hasJournal())
             scheduleFold();
     });
@@ -307,27 +305,55 @@ Result<void> LibraryCatalog::flush()
     return m_files->fold();
 }
 
+// What a worker read, and how it differs from what was known as it began.
+struct LibraryCatalog::Read {
+    std::shared_ptr<CatalogFiles> files;
+    CatalogFiles::Snapshot snapshot;
+    CatalogPatch news;
+};
+
 void LibraryCatalog::followDisk()
 {
-    if (!m_snapshot || m_isReading || m_fold.isRunning() || m_files->marks() == m_snapshot->marks)
+    if (!m_snapshot || m_isReading || m_isFolding || m_files->marks() == m_snapshot->marks)
         return;
     m_isReading = true;
-    whenDone(runInBackground([files = m_files] { return std::pair(files, files->load()); }), this,
-             [this](const std::pair<std::shared_ptr<CatalogFiles>, CatalogFiles::Snapshot> &read) {
-                 m_isReading = false;
-                 if (read.first == m_files)
-                     takeIn(read.second);
-             });
+    const auto read = [files = m_files, before = m_snapshot->data]() mutable {
+        auto found = std::make_shared<Read>(Read{files, files->load(), {}});
+        found->news = CatalogPatch::between(before, found->snapshot.data);
+        return found;
+    };
+    whenDone(runInBackground(read), this, [this](const std::shared_ptr<Read> &found) {
+        m_isReading = false;
+        if (found->files == m_files)
+            takeIn(*found);
+    });
 }
 
-void LibraryCatalog::takeIn(CatalogFiles::Snapshot read)
+void LibraryCatalog::takeIn(Read &read)
 {
-    const CatalogData before = std::exchange(*m_snapshot, std::move(read)).data;
-    if (const auto lock = m_files->lock())
-        m_files->refresh(*m_snapshot); // what was stored meanwhile
+    {
+        const auto lock = m_files->lock();
+        // What was stored meanwhile; more than that is read in another go.
+        const auto later = m_files->catchUp(read.snapshot);
+        if (!later)
+            return followDisk();
+        read.news.add(*later);
+    }
     for (const CatalogPatch &patch : m_unwritten)
-        patch.apply(m_snapshot->data);
-    const CatalogPatch news = CatalogPatch::between(before, m_snapshot->data);
+        patch.apply(read.snapshot.data);
+    std::swap(*m_snapshot, read.snapshot);
+    drop(std::move(read.snapshot.data));
+    tellOfOthers(read.news);
+}
+
+// To give the memory of so much back takes a while.
+void LibraryCatalog::drop(CatalogData data)
+{
+    runInBackground([old = std::make_shared<CatalogData>(std::move(data))]() mutable { old.reset(); });
+}
+
+void LibraryCatalog::tellOfOthers(const CatalogPatch &news)
+{
     if (news.isEmpty())
         return;
     announce(news);

@@ -69,8 +69,11 @@ public:
     void followDisk();
     QStringList jsonPaths() const { return m_files->jsonPaths(); }
 
-    // For changes that go with changes of files: the lock, and the data as it is on disk then.
-    Result<FileLock> begin();
+    // For changes that go with changes of files: the lock, and the data as it is on disk then. Waits for the
+    // files to be read when another program has replaced them. Who needs no data doesn't wait; they are then
+    // read afterwards, on a worker.
+    enum class Needs { Data, Nothing };
+    Result<FileLock> begin(Needs needs = Needs::Data);
     const CatalogData &data() const { return snapshot().data; }
     // With the lock of `begin` held, or with the reason why it isn't.
     void store(const Result<FileLock> &lock, const CatalogPatch &patch);
@@ -86,9 +89,13 @@ Q_SIGNALS:
 
 private:
     CatalogFiles::Snapshot &snapshot() const;
+    void change(const CatalogPatch &patch);
     void change(const std::function<CatalogPatch(const CatalogData &)> &make);
+    void tellOfOthers(const CatalogPatch &news);
     void announce(const CatalogPatch &patch);
-    void takeIn(CatalogFiles::Snapshot snapshot);
+    struct Read;
+    void takeIn(Read &read);
+    static void drop(CatalogData data);
     void scheduleFold();
     void fold();
 
@@ -99,5 +106,6 @@ private:
     std::optional<Error> m_lastError;
     QTimer m_foldTimer;
     QFuture<Result<void>> m_fold;
+    bool m_isFolding = false; // until its result is taken
     bool m_isReading = false;
 };

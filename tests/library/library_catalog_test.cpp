@@ -179,6 +179,23 @@ TEST_F(LibraryCatalogTest, TellsWhichNamesAnotherProgramChanged)
     EXPECT_EQ(names.last().first().toStringList(), QStringList{"c.png"});
 }
 
+TEST_F(LibraryCatalogTest, StoresWhatNeedsNothingElseBeforeItReadsReplacedFiles)
+{
+    put(".lumenpost/favorites.json", "[\"a.png\"]");
+    const QUuid id = catalog().createCollection("Before");
+    put(".lumenpost/favorites.json", "[\"b.png\"]");
+    catalog().setFavorite("c.png", true);
+    EXPECT_TRUE(catalog().isFavorite("a.png")) << "nothing was waited for";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return catalog().isFavorite("b.png"); }));
+    EXPECT_EQ(catalog().data().favorites, (QSet<QString>{"b.png", "c.png"}));
+    // What goes on from what was there waits for it.
+    ASSERT_TRUE(catalog().flush());
+    put(".lumenpost/library.json", contents(".lumenpost/library.json").replace("Before", "After"));
+    catalog().add({"d.png"}, id);
+    EXPECT_EQ(catalog().meta().collections.value(0).name, "After");
+    EXPECT_EQ(catalog().meta().collections.value(0).items, QStringList{"d.png"});
+}
+
 TEST_F(LibraryCatalogTest, KeepsAFileThatItCannotUnderstandBeside)
 {
     put(".lumenpost/library.json", R"({"collections": [], "sources": {"a.png": "X"}})");
