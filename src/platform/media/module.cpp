@@ -1,4 +1,5 @@
 #include "platform/media/media_movies.h"
+#include "platform/media/pipewire_casts.h"
 #include "platform/media/pulse_output.h"
 #include "platform/media/pulse_sources.h"
 
@@ -21,4 +22,9 @@ extern "C" Q_DECL_EXPORT SoundSources *lumenpost_sound_sources()
 extern "C" Q_DECL_EXPORT SoundOutput *lumenpost_sound_output()
 {
     return new PulseOutput;
+}
+
+extern "C" Q_DECL_EXPORT ScreenCasts *lumenpost_screen_casts()
+{
+    return new PipeWireCasts;
 }

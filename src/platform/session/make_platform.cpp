@@ -20,6 +20,7 @@
 #include "platform/null/null_desktop.h"
 #include "platform/null/null_input.h"
 #include "platform/null/null_screens.h"
+#include "platform/screen_casts.h"
 #include "platform/session/media_loader.h"
 #include "platform/session/recognition_loader.h"
 #include "platform/session/session_kind.h"
@@ -81,7 +82,7 @@ void addWayland(Platform &platform)
     const std::shared_ptr<WaylandWindows> windows = waylandWindows();
     platform.screens = std::make_unique<WaylandScreens>(windows);
     platform.pictures = std::make_unique<WaylandScreenPictures>(windows);
-    platform.films = std::make_unique<WaylandScreenFilms>();
+    platform.films = std::make_unique<WaylandScreenFilms>(makeScreenCasts(), platform.paths->config());
     platform.pointer = std::make_unique<WaylandPointerControl>(*platform.screens);
     platform.presses = std::make_unique<NullPressPictures>(whyNoWaylandInput());
     platform.elements = std::make_unique<NullAccessibleElements>();

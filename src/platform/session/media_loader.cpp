@@ -2,6 +2,7 @@
 
 #include "platform/cameras.h"
 #include "platform/movies.h"
+#include "platform/screen_casts.h"
 #include "platform/session/lazy_part.h"
 #include "platform/sound_output.h"
 #include "platform/sound_sources.h"
@@ -90,6 +91,21 @@ private:
     LazyPart<SoundOutput> m_lazy{"platform_media", "lumenpost_sound_output"};
 };
 
+class LazyScreenCasts : public ScreenCasts {
+public:
+    Result<std::unique_ptr<ScreenCast>> open(const CastSource &source, int framesPerSecond,
+                                             CastReceiver receiver) override
+    {
+        const auto casts = m_lazy.get();
+        if (!casts)
+            return std::unexpected(casts.error());
+        return (*casts)->open(source, framesPerSecond, std::move(receiver));
+    }
+
+private:
+    LazyPart<ScreenCasts> m_lazy{"platform_media", "lumenpost_screen_casts"};
+};
+
 class LazyCameras : public Cameras {
 public:
     Result<std::unique_ptr<CameraStream>> open(int side, std::function<void(const QImage &)> picture,
@@ -150,4 +166,9 @@ std::unique_ptr<SoundSources> makeSoundSources()
 std::unique_ptr<SoundOutput> makeSoundOutput()
 {
     return std::make_unique<LazySoundOutput>();
+}
+
+std::unique_ptr<ScreenCasts> makeScreenCasts()
+{
+    return std::make_unique<LazyScreenCasts>();
 }

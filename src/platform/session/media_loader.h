@@ -4,6 +4,7 @@
 
 class Cameras;
 class Movies;
+class ScreenCasts;
 class SoundOutput;
 class SoundSources;
 class SpeechEngine;
@@ -14,6 +15,8 @@ class SpeechEngine;
 std::unique_ptr<Movies> makeMovies();
 std::unique_ptr<SoundSources> makeSoundSources();
 std::unique_ptr<SoundOutput> makeSoundOutput();
+// What takes in the streams of desktops that give their screens as such.
+std::unique_ptr<ScreenCasts> makeScreenCasts();
 // The same for cameras and speech, which are modules of their own.
 std::unique_ptr<Cameras> makeCameras();
 std::unique_ptr<SpeechEngine> makeSpeechEngine();

@@ -40,8 +40,14 @@ Result<QVariantMap> PortalRequest::ask(const QString &interface, const QString &
 {
     // A connection of its own: its signals come to this thread, and to nobody else's answer.
     const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
     const auto leave = qScopeGuard([&name] { QDBusConnection::disconnectFromBus(name); });
+    return ask(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name), interface, method, arguments,
+               std::move(options));
+}
+
+Result<QVariantMap> PortalRequest::ask(QDBusConnection bus, const QString &interface, const QString &method,
+                                       const QVariantList &arguments, QVariantMap options)
+{
     const QString token = QStringLiteral("lumenpost") + QUuid::createUuid().toString(QUuid::Id128);
     options[QStringLiteral("handle_token")] = token;
     const QString path =

@@ -2,6 +2,7 @@
 
 #include "base/result.h"
 
+#include <QDBusConnection>
 #include <QVariantList>
 #include <QVariantMap>
 
@@ -13,5 +14,8 @@ namespace PortalRequest {
 // answer or ends.
 Result<QVariantMap> ask(const QString &interface, const QString &method, const QVariantList &arguments,
                         QVariantMap options);
+// The same on a connection whose end ends what the portal began for it.
+Result<QVariantMap> ask(QDBusConnection bus, const QString &interface, const QString &method,
+                        const QVariantList &arguments, QVariantMap options);
 
 } // namespace PortalRequest

@@ -2,10 +2,14 @@
 #include "platform/contracts/pasteboard_contract.h"
 #include "platform/contracts/workspace_contract.h"
 #include "platform/desktop/desktop_opener.h"
+#include "platform/film_canvas.h"
 #include "platform/pattern.h"
+#include "platform/screen_casts.h"
+#include "platform/session/media_loader.h"
 #include "platform/wayland/kwin_script.h"
 #include "platform/wayland/wayland_pasteboard.h"
 #include "platform/wayland/wayland_pointer_control.h"
+#include "platform/wayland/wayland_screen_films.h"
 #include "platform/wayland/wayland_screen_pictures.h"
 #include "platform/wayland/wayland_screens.h"
 #include "platform/wayland/wayland_windows.h"
@@ -151,6 +155,26 @@ TEST(KWinPictures, AreExactAtAFractionalScaleWindowsToo)
     ASSERT_TRUE(alone);
     EXPECT_EQ(alone->convertToFormat(QImage::Format_RGB32),
               pattern((QSizeF(400, 300) * screen.scale).toSize(), 1));
+}
+
+TEST(KWinFilm, ShowsWhatChangesToThePixelAndThatTimePasses)
+{
+    WaylandScreenFilms films(makeScreenCasts(), {});
+    FilmCanvas film(films, QRect(160, 120, 600, 450));
+    ASSERT_TRUE(film.isRunning()) << film.why.toStdString();
+    {
+        const KWinWindow window(1, QRect(200, 150, 400, 300));
+        EXPECT_TRUE(eventually([&] { return film.shown(QRect(40, 30, 400, 300)) == window.picture(); }));
+        window.script(QStringLiteral("w.frameGeometry = {x: 260, y: 150, width: 400, height: 300};"));
+        EXPECT_TRUE(eventually([&] { return film.shown(QRect(100, 30, 400, 300)) == window.picture(); }));
+    }
+    EXPECT_TRUE(eventually(
+        [&] { return film.shown(QRect(150, 100, 1, 1)) == film.shown(QRect(580, 440, 1, 1)); }))
+        << "gone";
+    EXPECT_TRUE(eventually([&] { return film.stillFrames() > 1; }));
+    EXPECT_TRUE(film.isSound());
+    EXPECT_FALSE(film.isEnded());
+    EXPECT_FALSE(film.speaksAfterItsEnd());
 }
 
 } // namespace
