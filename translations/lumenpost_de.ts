@@ -3774,6 +3774,30 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>The desktop was not allowed to show Lumenpost the screen: allow it when it asks, or in its privacy settings.</source>
         <translation>Der Desktop durfte Lumenpost den Bildschirm nicht zeigen: bitte erlauben, wenn er fragt, oder in seinen Einstellungen zur Privatsphäre.</translation>
     </message>
+    <message>
+        <source>The desktop has stopped showing the screen.</source>
+        <translation>Der Desktop zeigt den Bildschirm nicht mehr.</translation>
+    </message>
+    <message>
+        <source>The screen can&apos;t be filmed: PipeWire isn&apos;t running.</source>
+        <translation>Der Bildschirm kann nicht gefilmt werden: PipeWire läuft nicht.</translation>
+    </message>
+    <message>
+        <source>The desktop refused to have the screen filmed.</source>
+        <translation>Der Desktop hat es abgelehnt, den Bildschirm filmen zu lassen.</translation>
+    </message>
+    <message>
+        <source>The desktop doesn&apos;t answer.</source>
+        <translation>Der Desktop antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>This desktop doesn&apos;t let Lumenpost film its screen: its portal for screen casts isn&apos;t installed.</source>
+        <translation>Dieser Desktop lässt Lumenpost den Bildschirm nicht filmen: Sein Portal dafür ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>Another display was chosen: choose “%1”, which shall be filmed.</source>
+        <translation>Es wurde ein anderer Bildschirm gewählt: Wählen Sie „%1“, der gefilmt werden soll.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>

@@ -3773,6 +3773,30 @@ Space previews, Return opens.</source>
         <source>The desktop was not allowed to show Lumenpost the screen: allow it when it asks, or in its privacy settings.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The desktop has stopped showing the screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The screen can&apos;t be filmed: PipeWire isn&apos;t running.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop refused to have the screen filmed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop doesn&apos;t answer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop doesn&apos;t let Lumenpost film its screen: its portal for screen casts isn&apos;t installed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another display was chosen: choose “%1”, which shall be filmed.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>

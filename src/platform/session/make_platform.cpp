@@ -28,6 +28,7 @@
 #include "platform/sound_sources.h"
 #include "platform/speech_engine.h"
 #include "platform/text_engine.h"
+#include "platform/wayland/plasma_hot_keys.h"
 #include "platform/wayland/wayland_pasteboard.h"
 #include "platform/wayland/wayland_pointer_control.h"
 #include "platform/wayland/wayland_screen_films.h"
@@ -79,6 +80,7 @@ void addNoScreen(Platform &platform)
 // What no compositor tells or does says so where it is asked for.
 void addWayland(Platform &platform)
 {
+    const bool isPlasma = qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE");
     const std::shared_ptr<WaylandWindows> windows = waylandWindows();
     platform.screens = std::make_unique<WaylandScreens>(windows);
     platform.pictures = std::make_unique<WaylandScreenPictures>(windows);
@@ -86,11 +88,13 @@ void addWayland(Platform &platform)
     platform.pointer = std::make_unique<WaylandPointerControl>(*platform.screens);
     platform.presses = std::make_unique<NullPressPictures>(whyNoWaylandInput());
     platform.elements = std::make_unique<NullAccessibleElements>();
-    platform.hotKeys = std::make_unique<NullHotKeys>(whyNoWaylandShortcuts());
+    if (isPlasma)
+        platform.hotKeys = std::make_unique<PlasmaHotKeys>();
+    else
+        platform.hotKeys = std::make_unique<NullHotKeys>(whyNoWaylandShortcuts());
     platform.inputMonitors = std::make_unique<NullInputMonitors>(whyNoWaylandInput());
     platform.workspace = std::make_unique<WaylandWorkspace>(
         windows, WaylandWorkspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal});
-    const bool isPlasma = qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE");
     platform.pasteboard = isPlasma ? std::make_unique<WaylandPasteboard>() : WaylandPasteboard::open();
     if (!platform.pasteboard)
         platform.pasteboard = std::make_unique<QtPasteboard>();

@@ -14,8 +14,8 @@ namespace {
 
 constexpr auto kLongestStill = std::chrono::milliseconds(500);
 
-// The rows of a part of the film that the picture shows otherwise, `offset` being the film's place in it. Some
-// desktops send each frame whole, changed or not.
+// The rows of a part of the film that the picture shows otherwise, `offset` being the film's place in it.
+// Some desktops send each frame whole, changed or not.
 QRect differing(const QImage &film, const QRect &part, const QImage &picture, QPoint offset)
 {
     const QRect common = part & picture.rect().translated(-offset);
@@ -23,7 +23,8 @@ QRect differing(const QImage &film, const QRect &part, const QImage &picture, QP
         return {};
     const auto isSame = [&](int y) {
         const uchar *ours = film.constScanLine(y) + qsizetype(common.left()) * 4;
-        const uchar *theirs = picture.constScanLine(y + offset.y()) + qsizetype(common.left() + offset.x()) * 4;
+        const uchar *theirs =
+            picture.constScanLine(y + offset.y()) + qsizetype(common.left() + offset.x()) * 4;
         return std::memcmp(ours, theirs, std::size_t(common.width()) * 4) == 0;
     };
     int top = common.top();
@@ -63,11 +64,10 @@ public:
 
     Result<void> start(ScreenCasts &casts)
     {
-        auto cast = casts.open(m_origin->source(), m_request.framesPerSecond,
-                               {[this](const QImage &picture, const QRegion &changed) {
-                                    take(picture, changed);
-                                },
-                                [this](const Error &error) { end(error); }});
+        auto cast =
+            casts.open(m_origin->source(), m_request.framesPerSecond,
+                       {[this](const QImage &picture, const QRegion &changed) { take(picture, changed); },
+                        [this](const Error &error) { end(error); }});
         if (!cast)
             return std::unexpected(cast.error());
         m_cast = std::move(*cast);
@@ -79,9 +79,9 @@ private:
     void take(const QImage &picture, const QRegion &changed)
     {
         const bool isExact = picture.size() == m_screen.native.size();
-        const QImage exact = isExact ? picture
-                                     : picture.scaled(m_screen.native.size(), Qt::IgnoreAspectRatio,
-                                                      Qt::SmoothTransformation);
+        const QImage exact =
+            isExact ? picture
+                    : picture.scaled(m_screen.native.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         const QRect all(QPoint(), m_area.size());
         const std::lock_guard lock(m_mutex);
         QRegion told = QRegion(all);

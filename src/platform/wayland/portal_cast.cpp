@@ -17,10 +17,10 @@ namespace {
 const QString kService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kInterface = QStringLiteral("org.freedesktop.portal.ScreenCast");
-constexpr uint kScreens = 1;          // what may be chosen
-constexpr uint kUntilRevoked = 2;     // how long the choice holds
+constexpr uint kScreens = 1;           // what may be chosen
+constexpr uint kUntilRevoked = 2;      // how long the choice holds
 constexpr qint64 kLongestToken = 4096; // bytes
-constexpr int kPatience = 5000;       // milliseconds
+constexpr int kPatience = 5000;        // milliseconds
 
 // A stream of the portal: its number, and what it tells of it.
 struct Stream {
@@ -83,22 +83,22 @@ public:
 
     Result<void> begin(Pointer pointer, const QString &token)
     {
-        const auto begun = PortalRequest::ask(
-            m_bus, kInterface, QStringLiteral("CreateSession"), {},
-            {{QStringLiteral("session_handle_token"), QStringLiteral("lumenpost") +
-                                                          QUuid::createUuid().toString(QUuid::Id128)}});
+        const auto begun =
+            PortalRequest::ask(m_bus, kInterface, QStringLiteral("CreateSession"), {},
+                               {{QStringLiteral("session_handle_token"),
+                                 QStringLiteral("lumenpost") + QUuid::createUuid().toString(QUuid::Id128)}});
         if (!begun)
             return std::unexpected(begun.error());
-        const QVariant session = QVariant::fromValue(
-            QDBusObjectPath(begun->value(QStringLiteral("session_handle")).toString()));
+        const QVariant session =
+            QVariant::fromValue(QDBusObjectPath(begun->value(QStringLiteral("session_handle")).toString()));
         QVariantMap wish{{QStringLiteral("types"), kScreens},
                          {QStringLiteral("multiple"), false},
                          {QStringLiteral("cursor_mode"), pointer == Pointer::Shown ? 2U : 1U},
                          {QStringLiteral("persist_mode"), kUntilRevoked}};
         if (!token.isEmpty())
             wish[QStringLiteral("restore_token")] = token;
-        if (const auto chosen = PortalRequest::ask(m_bus, kInterface, QStringLiteral("SelectSources"),
-                                                   {session}, wish);
+        if (const auto chosen =
+                PortalRequest::ask(m_bus, kInterface, QStringLiteral("SelectSources"), {session}, wish);
             !chosen)
             return std::unexpected(chosen.error());
         const auto started =
@@ -121,8 +121,8 @@ private:
 
     Result<void> openRemote(const QVariant &session)
     {
-        QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface,
-                                                           QStringLiteral("OpenPipeWireRemote"));
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("OpenPipeWireRemote"));
         call.setArguments({session, QVariantMap()});
         const QDBusMessage reply = m_bus.call(call, QDBus::Block, kPatience);
         m_remote = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
@@ -154,15 +154,15 @@ Result<std::unique_ptr<CastOrigin>> CastOrigins::fromPortal(const Screen &screen
 {
     const QString path = tokenPath(screen, folder);
     QFile kept(path);
-    const QString token = kept.open(QFile::ReadOnly) ? QString::fromUtf8(kept.read(kLongestToken)) : QString();
+    const QString token =
+        kept.open(QFile::ReadOnly) ? QString::fromUtf8(kept.read(kLongestToken)) : QString();
     auto cast = std::make_unique<PortalCast>();
     if (const auto begun = cast->begin(pointer, token); !begun)
         return std::unexpected(begun.error());
     if (!cast->shows(screen)) {
         kept.remove();
         return fail(Error::Kind::Denied,
-                    PlatformTexts::tr("The desktop was asked to show another display: choose the one that "
-                                      "shall be filmed, “%1”.")
+                    PlatformTexts::tr("Another display was chosen: choose “%1”, which shall be filmed.")
                         .arg(screen.name));
     }
     // Each use makes a new one. Without it the desktop asks again, which is no reason to have no film.

@@ -1,12 +1,14 @@
 #include "platform/contracts/desktop_contract.h"
+#include "platform/contracts/hot_keys_contract.h"
 #include "platform/contracts/pasteboard_contract.h"
 #include "platform/contracts/workspace_contract.h"
 #include "platform/desktop/desktop_opener.h"
 #include "platform/film_canvas.h"
-#include "platform/pattern.h"
+#include "platform/kwin/kwin_hand.h"
+#include "platform/kwin/kwin_window.h"
 #include "platform/screen_casts.h"
 #include "platform/session/media_loader.h"
-#include "platform/wayland/kwin_script.h"
+#include "platform/wayland/plasma_hot_keys.h"
 #include "platform/wayland/wayland_pasteboard.h"
 #include "platform/wayland/wayland_pointer_control.h"
 #include "platform/wayland/wayland_screen_films.h"
@@ -15,71 +17,12 @@
 #include "platform/wayland/wayland_windows.h"
 #include "platform/wayland/wayland_workspace.h"
 
-#include <QProcess>
-#include <QTest>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <algorithm>
 #include <map>
 
 namespace {
-
-bool eventually(const std::function<bool()> &condition)
-{
-    return QTest::qWaitFor(condition, 20000);
-}
-
-// A window of another process, showing pattern(seed) at `frame`, in global points, above all others.
-class KWinWindow {
-public:
-    KWinWindow(int seed, const QRect &frame, double scale = 1) : m_seed(seed), m_frame(frame), m_scale(scale)
-    {
-        m_process.start(QStringLiteral(LUMENPOST_BINARY_DIR "/tests/platform_wayland_pattern_window"),
-                        {QString::number(seed), QString::number(frame.width()),
-                         QString::number(frame.height()), QString::number(scale)});
-        m_process.waitForReadyRead(10000);
-        eventually([&] {
-            return script(QStringLiteral("w.frameGeometry = {x: %1, y: %2, width: %3, height: %4};")
-                              .arg(frame.x())
-                              .arg(frame.y())
-                              .arg(frame.width())
-                              .arg(frame.height()));
-        });
-    }
-    ~KWinWindow()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    KWinWindow(const KWinWindow &) = delete;
-    KWinWindow &operator=(const KWinWindow &) = delete;
-
-    qint64 pid() const { return m_process.processId(); }
-    QImage picture() const { return pattern((QSizeF(m_frame.size()) * m_scale).toSize(), m_seed); }
-    QRect frame() const { return m_frame; }
-    bool script(const QString &what) const
-    {
-        static KWinScript scripts;
-        return scripts
-            .run(QStringLiteral(
-                     "var all = workspace.clientList ? workspace.clientList() : workspace.windowList();"
-                     "for (var i = 0; i < all.length; ++i) { var w = all[i]; "
-                     "if (w.pid == %1) { %2 return true; } } return false;")
-                     .arg(pid())
-                     .arg(what))
-            .value_or(QJsonValue())
-            .toBool();
-    }
-    void activate() const
-    {
-        script(QStringLiteral("if ('activeWindow' in workspace) workspace.activeWindow = w; "
-                              "else workspace.activeClient = w;"));
-    }
-
-private:
-    int m_seed;
-    QRect m_frame;
-    double m_scale;
-    QProcess m_process;
-};
 
 class KWinDesktopWorld : public DesktopWorld {
 public:
@@ -143,6 +86,37 @@ private:
                                  WaylandWorkspace::Opener{&DesktopOpener::open, &DesktopOpener::reveal}};
 };
 
+class KWinHotKeysWorld : public HotKeysWorld {
+public:
+    HotKeys &hotKeys() override { return m_hotKeys; }
+    void type(const QString &key, int) override
+    {
+        static const QHash<QString, int> codes{
+            {"c", KEY_C}, {"f", KEY_F}, {"9", KEY_9}, {"space", KEY_SPACE}};
+        m_hand.type({KEY_LEFTMETA, KEY_LEFTSHIFT, codes.value(key)});
+    }
+    // Only ever C.
+    void takeElsewhere(int) override
+    {
+        const QStringList action{"other", "other", "Other", "Other"};
+        ask("doRegister", {action});
+        ask("setShortcut", {action, QVariant::fromValue(QList<int>{Qt::META | Qt::SHIFT | Qt::Key_C}), 6U});
+    }
+    bool eventually(const std::function<bool()> &condition) override { return ::eventually(condition); }
+
+private:
+    static void ask(const QString &method, const QVariantList &arguments)
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall("org.kde.kglobalaccel", "/kglobalaccel",
+                                                           "org.kde.KGlobalAccel", method);
+        call.setArguments(arguments);
+        EXPECT_EQ(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
+    }
+
+    PlasmaHotKeys m_hotKeys;
+    KWinHand m_hand;
+};
+
 // The session's scale is chosen from outside.
 TEST(KWinPictures, AreExactAtAFractionalScaleWindowsToo)
 {
@@ -168,9 +142,9 @@ TEST(KWinFilm, ShowsWhatChangesToThePixelAndThatTimePasses)
         window.script(QStringLiteral("w.frameGeometry = {x: 260, y: 150, width: 400, height: 300};"));
         EXPECT_TRUE(eventually([&] { return film.shown(QRect(100, 30, 400, 300)) == window.picture(); }));
     }
-    EXPECT_TRUE(eventually(
-        [&] { return film.shown(QRect(150, 100, 1, 1)) == film.shown(QRect(580, 440, 1, 1)); }))
-        << "gone";
+    EXPECT_TRUE(eventually([&] {
+        return film.shown(QRect(150, 100, 1, 1)) == film.shown(QRect(580, 440, 1, 1));
+    })) << "gone";
     EXPECT_TRUE(eventually([&] { return film.stillFrames() > 1; }));
     EXPECT_TRUE(film.isSound());
     EXPECT_FALSE(film.isEnded());
@@ -181,6 +155,8 @@ TEST(KWinFilm, ShowsWhatChangesToThePixelAndThatTimePasses)
 
 INSTANTIATE_TEST_SUITE_P(KWin, DesktopContract,
                          testing::Values([] { return std::make_unique<KWinDesktopWorld>(); }));
+INSTANTIATE_TEST_SUITE_P(KWin, HotKeysContract,
+                         testing::Values([] { return std::make_unique<KWinHotKeysWorld>(); }));
 INSTANTIATE_TEST_SUITE_P(KWin, PasteboardContract, testing::Values([] { return WaylandPasteboard::open(); }));
 INSTANTIATE_TEST_SUITE_P(KWin, WorkspaceContract,
                          testing::Values([] { return std::make_unique<KWinWorkspaceWorld>(); }));

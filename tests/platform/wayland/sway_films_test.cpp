@@ -20,9 +20,9 @@ TEST(SwayFilm, ShowsWhatChangesToThePixelAndThatTimePasses)
         EXPECT_TRUE(eventually(
             [&] { return film.shown(QRect(30, 0, 570, 450)) == window.picture().copy(0, 0, 570, 450); }));
     }
-    EXPECT_TRUE(eventually(
-        [&] { return film.shown(QRect(100, 100, 1, 1)) == film.shown(QRect(500, 400, 1, 1)); }))
-        << "gone";
+    EXPECT_TRUE(eventually([&] {
+        return film.shown(QRect(100, 100, 1, 1)) == film.shown(QRect(500, 400, 1, 1));
+    })) << "gone";
     EXPECT_TRUE(eventually([&] { return film.stillFrames() > 1; }));
     EXPECT_TRUE(film.isSound());
     EXPECT_FALSE(film.isEnded());

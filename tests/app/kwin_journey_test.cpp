@@ -1,0 +1,83 @@
+#include "platform/kwin/kwin_hand.h"
+#include "platform/kwin/kwin_window.h"
+#include "platform/wayland/wayland_screen_pictures.h"
+#include "platform/wayland/wayland_screens.h"
+#include "running_program.h"
+
+namespace {
+
+// By the keys and the mouse of a Plasma session.
+class KWinJourney : public RunningProgram {
+protected:
+    void start()
+    {
+        set(R"({"didShowWelcome": true, "openEditorAfterCapture": false, "shutterSound": false})");
+        RunningProgram::start();
+    }
+    QImage seen(const KWinWindow &window)
+    {
+        const Screen screen = screens.screens().constFirst();
+        return pictures.region(screen, QRectF(window.frame()), Pointer::Hidden).result().value_or(QImage());
+    }
+    // Waits until the overlay lies over the window, or until it is gone.
+    bool isCovered(const KWinWindow &window, bool isWanted)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                const QImage picture = seen(window);
+                const bool isDimmed = picture != window.picture() && picture.pixel(150, 150) != qRgb(0, 0, 0);
+                return isWanted ? isDimmed : picture == window.picture();
+            },
+            20000);
+    }
+    void openOverlay(int key, const KWinWindow &window)
+    {
+        hand.move(QPointF(1500, 900));
+        ASSERT_TRUE(isCovered(window, false));
+        hand.type({KEY_LEFTMETA, KEY_LEFTSHIFT, key});
+        ASSERT_TRUE(isCovered(window, true));
+    }
+    QImage last() { return QImage(captures().constLast()).convertToFormat(QImage::Format_RGB32); }
+
+    KWinHand hand;
+    WaylandScreens screens{nullptr};
+    WaylandScreenPictures pictures{nullptr};
+};
+
+TEST_F(KWinJourney, CapturesByShortcutRegionWindowAndScreenToThePixel)
+{
+    const KWinWindow window(1, QRect(200, 150, 400, 300));
+    start();
+    openOverlay(KEY_C, window);
+    hand.drag(QPointF(220, 170), QPointF(420, 320));
+    ASSERT_TRUE(waitForCaptures(1));
+    EXPECT_EQ(last(), window.picture().copy(20, 20, 200, 150));
+
+    openOverlay(KEY_C, window);
+    hand.move(QPointF(400, 300));
+    hand.button(true);
+    hand.button(false);
+    ASSERT_TRUE(waitForCaptures(2));
+    EXPECT_EQ(last(), window.picture());
+
+    hand.move(QPointF(1500, 900));
+    hand.type({KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_F});
+    ASSERT_TRUE(waitForCaptures(3));
+    EXPECT_EQ(last().size(), QSize(1920, 1080));
+    EXPECT_EQ(last().copy(window.frame()), window.picture());
+}
+
+TEST_F(KWinJourney, GivesTheKeyboardBackWhenNothingIsPicked)
+{
+    const KWinWindow below(1, QRect(200, 150, 400, 300));
+    const KWinWindow front(2, QRect(700, 150, 400, 300));
+    front.activate();
+    start();
+    openOverlay(KEY_C, below);
+    hand.type({KEY_ESC});
+    EXPECT_TRUE(isCovered(below, false));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return front.script("if (!w.active) return false;"); }, 20000));
+    EXPECT_TRUE(captures().isEmpty());
+}
+
+} // namespace
