@@ -982,6 +982,10 @@
         <source>Print the path, the number of frames, each step and why it ended</source>
         <translation>Pfad, Zahl der Einzelbilder, jeden Schritt und den Grund des Endes ausgeben</translation>
     </message>
+    <message>
+        <source>Read in this language alone, such as de or deu; may be given several times. Otherwise every installed one is used where lines are in it</source>
+        <translation>Nur in dieser Sprache lesen, etwa de oder deu; kann mehrmals angegeben werden. Sonst dient jede installierte, wo Zeilen in ihr stehen</translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
@@ -3797,6 +3801,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Another display was chosen: choose “%1”, which shall be filmed.</source>
         <translation>Es wurde ein anderer Bildschirm gewählt: Wählen Sie „%1“, der gefilmt werden soll.</translation>
+    </message>
+    <message>
+        <source>No language data for “%1” is installed; there is: %2.</source>
+        <translation>Für „%1“ sind keine Sprachdaten installiert; vorhanden sind: %2.</translation>
     </message>
 </context>
 <context>

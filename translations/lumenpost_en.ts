@@ -982,6 +982,10 @@
         <source>Print the path, the number of frames, each step and why it ended</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Read in this language alone, such as de or deu; may be given several times. Otherwise every installed one is used where lines are in it</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
@@ -3795,6 +3799,10 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Another display was chosen: choose “%1”, which shall be filmed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No language data for “%1” is installed; there is: %2.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

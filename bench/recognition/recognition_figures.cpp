@@ -2,6 +2,7 @@
 // found are right, by page, and the time each took.
 //
 //     bench_recognition FOLDER…
+//     READ_AS=de_DE bench_recognition FOLDER…     as a user of this locale rather than of English
 //
 // Pages of many kinds are drawn by truth_pages.
 //
@@ -160,6 +161,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     const bool verbose = qEnvironmentVariableIsSet("VERBOSE");
+    const QString user = qEnvironmentVariable("READ_AS", "en_US");
     const auto engine = makeTextEngine();
     const auto faces = makeFaceEngine();
     for (const QString &folder : application.arguments().mid(1)) {
@@ -179,7 +181,7 @@ int main(int argc, char **argv)
                 continue;
             }
             const double before = processorSeconds();
-            const auto lines = engine->recognize(image, {"en_US"}).takeResult();
+            const auto lines = engine->recognize(image, {user}).takeResult();
             const double seconds = processorSeconds() - before;
             if (!lines) {
                 std::fprintf(stderr, "%s\n", qUtf8Printable(lines.error().message));

@@ -194,8 +194,18 @@ int main(int argc, char **argv)
     }
     for (const QString &language : truthLanguages())
         for (const int pixels : {13, 17})
-            isDone &= draw(folder, {.name = "language-" + language, .family = "Noto Sans", .pixels = pixels},
+            isDone &= draw(folder,
+                           {.name = "language-" + language,
+                            .family = pixels == 13 ? "Noto Sans" : "DejaVu Sans",
+                            .pixels = pixels},
                            QString::number(pixels), linesIn(language), random);
+    for (const QString &language : truthLanguages())
+        for (const QString &family : {QString("Inter"), QString("DejaVu Sans")})
+            isDone &= draw(folder, {.name = "labels-" + language, .family = family, .pixels = 14},
+                           QString(family).remove(' '), labelsIn(language), random);
+    for (const int pixels : {13, 16})
+        isDone &= draw(folder, {.name = "language-mixed", .family = "DejaVu Sans", .pixels = pixels},
+                       QString::number(pixels), linesInSeveral(random), random);
     for (const QString &family : {QString("DejaVu Sans"), QString("Noto Sans"), QString("DejaVu Sans Mono")})
         for (const int pixels : {14, 22})
             isDone &= draw(folder, {.name = "signs", .family = family, .pixels = pixels},

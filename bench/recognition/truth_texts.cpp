@@ -94,7 +94,12 @@ const QMap<QString, QStringList> &texts()
           "Bitte schließen Sie die Fenster, wenn ein Gewitter aufzieht.",
           "Schlüssel für die Duschräume gibt es gegen eine kleine Gebühr.",
           "Während der Übung bleibt die äußere Brücke für Fußgänger gesperrt.",
-          "Einstellungen, Aufnahmen löschen, Größe ändern, Zurücksetzen"}},
+          "Einstellungen, Aufnahmen löschen, Größe ändern, Zurücksetzen",
+          "Die Überfahrt kostet 12,50 € für Erwachsene und 7,00 € für Kinder.",
+          "„Wir öffnen früher“, schrieb Jürgen am 3. März um 16:20 Uhr.",
+          "Lösche die Datei bericht_2.txt erst nach der Prüfung!",
+          "Straßenkreuzungen, Maßstäbe und Ölstände stehen auf Blatt 4b.",
+          "Jörg übernimmt die Schicht; Käthe hätte lieber den Frühdienst."}},
         {"fr",
          {"Le bureau du port ouvre chaque matin dès sept heures précises.",
           "Les bateaux plus longs doivent être annoncés à l'équipe la veille.",
@@ -103,7 +108,12 @@ const QMap<QString, QStringList> &texts()
           "Ça coûte cher, mais la qualité de la peinture a été vérifiée.",
           "Fermez les fenêtres lorsque l'orage s'approche de la côte.",
           "Nous avons reçu votre réponse concernant le séjour à Orléans.",
-          "Paramètres, Enregistrer sous, Préférences, Aperçu, Réinitialiser"}},
+          "Paramètres, Enregistrer sous, Préférences, Aperçu, Réinitialiser",
+          "Le trajet coûte 12,50 € pour les adultes et 7 € pour les élèves.",
+          "« Nous fermons plus tôt », écrit Hélène le 3 août à 16:20.",
+          "Supprimez le fichier rapport_2.txt après la vérification !",
+          "Le maïs, le blé noir et les œufs frais arrivent dès mardi.",
+          "L'île est reliée à la côte par un câble très épais."}},
         {"pl",
          {"Biuro portu otwiera się codziennie rano już o siódmej godzinie.",
           "Większe łodzie należy zgłosić załodze dzień wcześniej.",
@@ -112,7 +122,12 @@ const QMap<QString, QStringList> &texts()
           "Żeglarze wracają późnym popołudniem, gdy wiatr słabnie.",
           "Ścieżka wzdłuż brzegu jest częściowo zamknięta dla pieszych.",
           "Następne spotkanie odbędzie się w środę w głównej świetlicy.",
-          "Ustawienia, Zapisz jako, Usuń zaznaczone, Zmień rozmiar, Wyjście"}},
+          "Ustawienia, Zapisz jako, Usuń zaznaczone, Zmień rozmiar, Wyjście",
+          "Przejazd kosztuje 12,50 zł dla dorosłych i 7 zł dla dzieci.",
+          "„Otwieramy wcześniej”, napisał Michał 3 września o 16:20.",
+          "Usuń plik raport_2.txt dopiero po sprawdzeniu całości!",
+          "Źródło światła, żółte kółka i ćwiczenia są na stronie 4b.",
+          "Małgorzata weźmie tę zmianę, Łukasz wolałby poranną."}},
         {"es",
          {"La oficina del puerto abre cada mañana a las siete en punto.",
           "Los barcos más largos deben avisar al equipo un día antes.",
@@ -121,7 +136,38 @@ const QMap<QString, QStringList> &texts()
           "El próximo miércoles habrá una reunión en el salón común.",
           "Cierre las ventanas cuando la lluvia se acerque a la bahía.",
           "La señal débil del radiofaro se oyó también en la montaña.",
-          "Configuración, Guardar como, Tamaño, Contraseña, Cancelación"}},
+          "Configuración, Guardar como, Tamaño, Contraseña, Cancelación",
+          "El trayecto cuesta 12,50 € para adultos y 7 € para niños.",
+          "«Abrimos más temprano», escribió Íñigo el 3 de agosto a las 16:20.",
+          "¡Borre el archivo informe_2.txt sólo después de la revisión!",
+          "La cigüeña voló sobre el río; según María, anidó en el balcón.",
+          "¿Cuántos pasajeros caben? Averígüelo en la página 4b."}},
+    };
+    return all;
+}
+
+// What windows say in a word or two.
+const QMap<QString, QStringList> &labels()
+{
+    static const QMap<QString, QStringList> all{
+        {"de",
+         {"Datei öffnen", "Bearbeiten", "Ansicht", "Hilfe", "Abbrechen", "Übernehmen", "Schließen",
+          "Zurücksetzen", "Lautstärke", "Über das Programm", "Größe ändern", "Schriftart wählen",
+          "Löschen bestätigen", "Netzwerk", "Töne", "Verfügbar", "Gerät hinzufügen", "Später erinnern"}},
+        {"fr",
+         {"Ouvrir le fichier", "Édition", "Affichage", "Aide", "Annuler", "Appliquer", "Fermer",
+          "Réinitialiser", "Réglages du son", "À propos", "Modifier la taille", "Sélectionner tout",
+          "Confirmer la suppression", "Réseau", "Téléchargements", "Déjà installé", "Périphériques",
+          "Créer un élément"}},
+        {"pl",
+         {"Otwórz plik", "Edycja", "Widok", "Pomoc", "Anuluj", "Zastosuj", "Zamknij", "Przywróć domyślne",
+          "Głośność", "O programie", "Zmień rozmiar", "Zaznacz wszystko", "Potwierdź usunięcie", "Sieć",
+          "Dźwięki", "Dostępne", "Dodaj urządzenie", "Przypomnij później"}},
+        {"es",
+         {"Abrir archivo", "Edición", "Vista", "Ayuda", "Cancelar", "Aplicar", "Cerrar", "Restablecer",
+          "Volumen del sonido", "Acerca del programa", "Cambiar tamaño", "Seleccionar todo",
+          "Confirmar eliminación", "Conexión", "Imágenes", "Más información", "Añadir dispositivo",
+          "Recordar más tarde"}},
     };
     return all;
 }
@@ -156,6 +202,23 @@ QStringList truthLanguages()
 QList<TruthLine> linesIn(const QString &language)
 {
     return plain(texts()[language]);
+}
+
+QList<TruthLine> labelsIn(const QString &language)
+{
+    return plain(labels()[language]);
+}
+
+QList<TruthLine> linesInSeveral(QRandomGenerator &random)
+{
+    QList<TruthLine> lines;
+    for (int line = 0; line < 28; ++line) {
+        if (line % 2 == 0)
+            lines += plain({words(random, 7)});
+        else
+            lines += plain({oneOf(random, texts()[oneOf(random, truthLanguages())])});
+    }
+    return lines;
 }
 
 QList<TruthLine> linesOfSigns()

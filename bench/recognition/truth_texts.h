@@ -16,5 +16,8 @@ QList<TruthLine> privateLines(QRandomGenerator &random, int count, int mostSigns
 
 QStringList truthLanguages();
 QList<TruthLine> linesIn(const QString &language);
+QList<TruthLine> labelsIn(const QString &language);
+// Every other line English, the rest in any of the languages.
+QList<TruthLine> linesInSeveral(QRandomGenerator &random);
 QList<TruthLine> linesOfSigns();
 QList<TruthLine> linesOfCode();

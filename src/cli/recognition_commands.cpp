@@ -21,6 +21,17 @@ TextRecognizer recognizer(CommandContext &context)
     return {*context.platform().text, *context.platform().faces};
 }
 
+// Reads in the named languages alone; in all that are installed when there is none.
+TextRecognizer recognizer(CommandContext &context, const std::vector<std::string> &languages)
+{
+    if (languages.empty())
+        return recognizer(context);
+    QStringList names;
+    for (const std::string &language : languages)
+        names.append(QString::fromStdString(language));
+    return {*context.platform().text, *context.platform().faces, {names, TextLanguages::Others::Never}};
+}
+
 // Of every box that isn't told in pixels.
 const QString kCoordinates = QStringLiteral(
     "[x, y, width, height] as fractions of the picture's width and height, origin at the lower left");
@@ -38,9 +49,8 @@ QJsonObject jsonOf(const QString &file, QSize size, const QList<RecognizedLine> 
     return {{"file", file}, {"size", jsonOf(size)}, {"coordinates", kCoordinates}, {"lines", list}};
 }
 
-void text(CommandContext &context, const std::vector<std::string> &files, bool json)
+void text(CommandContext &context, const std::vector<std::string> &files, TextRecognizer reader, bool json)
 {
-    TextRecognizer reader = recognizer(context);
     // Pictures share the cores, so a few are kept under way at once; not all, as each holds its pixels.
     constexpr size_t kAtOnce = 4;
     struct Reading {
@@ -66,6 +76,8 @@ void text(CommandContext &context, const std::vector<std::string> &files, bool j
         const QSize size = underWay.front().size;
         underWay.erase(underWay.begin());
         if (!lines) {
+            if (lines.error().kind == Error::Kind::Invalid) // the language isn't there, for any of them
+                return context.wrongCall(lines.error().message);
             context.fail(lines.error());
             continue;
         }
@@ -154,6 +166,7 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
 {
     struct Words {
         std::vector<std::string> files;
+        std::vector<std::string> languages;
         std::string file;
         std::string output;
         Redaction::Mode mode = Redaction::Mode::Sensitive;
@@ -169,7 +182,15 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
         help(CliTexts::tr(
             "Print each file with its lines and their boxes: x, y, width and height as fractions of "
             "the picture, origin at the lower left")));
-    setBody(reading, context, Needs::Core, [&context, words] { text(context, words->files, words->json); });
+    reading
+        ->add_option("--language", words->languages,
+                     help(CliTexts::tr("Read in this language alone, such as de or deu; may be given several "
+                                       "times. Otherwise every installed one is used where lines are in it")))
+        ->type_name("LANGUAGE")
+        ->allow_extra_args(false);
+    setBody(reading, context, Needs::Core, [&context, words] {
+        text(context, words->files, recognizer(context, words->languages), words->json);
+    });
 
     CLI::App *boxes = app.add_subcommand("boxes", help(CliTexts::tr("Where the text in a picture stands")));
     boxes->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");

@@ -76,7 +76,7 @@ QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes 
     return boxes;
 }
 
-TextRecognizer::TextRecognizer(TextEngine &text, FaceEngine &faces, QStringList languages)
+TextRecognizer::TextRecognizer(TextEngine &text, FaceEngine &faces, TextLanguages languages)
     : m_text(text), m_faces(faces), m_languages(std::move(languages))
 {}
 

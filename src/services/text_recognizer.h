@@ -21,8 +21,8 @@ public:
         Sensitive, // one box for each private stretch of a line, wide enough to hide it
     };
 
-    // Both outlive the recogniser. `languages` are locale names, the preferred first.
-    TextRecognizer(TextEngine &text, FaceEngine &faces, QStringList languages = userLanguages());
+    // Both outlive the recogniser.
+    TextRecognizer(TextEngine &text, FaceEngine &faces, TextLanguages languages = userLanguages());
 
     // The languages of the user's locale.
     static QStringList userLanguages();
@@ -37,7 +37,7 @@ public:
 private:
     TextEngine &m_text;
     FaceEngine &m_faces;
-    QStringList m_languages;
+    TextLanguages m_languages;
 };
 
 QString textOf(const QList<RecognizedLine> &lines);

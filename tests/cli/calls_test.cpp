@@ -191,6 +191,10 @@ TEST_F(CommandLine, TellsThatNothingWasFound)
 {
     picture("blank.png", {200, 100});
     EXPECT_EQ(call({"text", "blank.png"}).status, 3);
+    EXPECT_EQ(call({"text", "blank.png", "--language", "eng"}).status, 3);
+    const Outcome unknown = call({"text", "blank.png", "--language", "xx", "--language", "eng"});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(unknown.errors.count("“xx”"), 1) << unknown.errors.toStdString();
     const Outcome boxes = call({"boxes", "blank.png"});
     EXPECT_EQ(boxes.status, 3);
     EXPECT_EQ(boxes.json(), QJsonDocument(QJsonArray()));

@@ -71,7 +71,7 @@ struct EditorStage {
     struct SeeingEngine : TextEngine {
         explicit SeeingEngine(FakeTextEngine &fake) : fake(fake) {}
         QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
-                                                         const QStringList &languages) override
+                                                         const TextLanguages &languages) override
         {
             seen = image;
             return fake.recognize(image, languages);

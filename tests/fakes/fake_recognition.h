@@ -9,10 +9,10 @@
 class FakeTextEngine : public TextEngine {
 public:
     QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
-                                                     const QStringList &languages) override
+                                                     const TextLanguages &languages) override
     {
         sizes.append(image.size());
-        asked = languages;
+        asked = languages.preferred;
         return pending ? *pending : readyFuture(answer);
     }
 

@@ -27,9 +27,9 @@ QImage page(const QStringList &lines, const Ground &ground, const QString &famil
     return image;
 }
 
-QStringList textsOf(TextEngine &engine, const QImage &image)
+QStringList textsOf(TextEngine &engine, const QImage &image, const TextLanguages &languages = {"en_US"})
 {
-    const auto lines = engine.recognize(image, {"en_US"}).result();
+    const auto lines = engine.recognize(image, languages).result();
     EXPECT_TRUE(lines) << lines.error().message.toStdString();
     QStringList texts;
     for (const RecognizedLine &line : lines.value_or(QList<RecognizedLine>()))
@@ -271,6 +271,38 @@ TEST(TesseractEngine, ReadsEachLineOfAPictureTooTallForOneGoOnce)
     }
     painter.end();
     EXPECT_EQ(textsOf(*makeTextEngine(), tall), expected);
+}
+
+TEST(TesseractEngine, ReadsEachLineInItsLanguageWhateverTheUsersIs)
+{
+    const QStringList lines{"Boats leave the harbour before noon",
+                            "Größere Boote müssen ihre Ankunft vorher anmelden; Gebühr 12,50 €.",
+                            "Après la tempête, les élèves ont nettoyé la forêt près du château.",
+                            "Proszę zamknąć okna, kiedy zbliża się gwałtowna burza.",
+                            "El próximo miércoles habrá una reunión en el salón común.",
+                            "Übernehmen",
+                            "Keys sk_live_4mQz81LxYpTt7Ke9Wd2A are given to visitors"};
+    const auto engine = makeTextEngine();
+    const QImage image = page(lines, {Qt::white, Qt::black}, "DejaVu Sans", 16);
+    for (const char *user : {"en_US", "de_DE", "pl_PL"})
+        EXPECT_EQ(textsOf(*engine, image, {user}).join('\n').toStdString(), lines.join('\n').toStdString())
+            << user;
+}
+
+TEST(TesseractEngine, ReadsInTheNamedLanguageAloneAndSaysWhichThereAreWhenItIsMissing)
+{
+    const auto engine = makeTextEngine();
+    const QImage image = page({"Größere Boote müssen warten"}, {Qt::white, Qt::black}, "DejaVu Sans", 16);
+    const auto alone = [](const QString &name) {
+        return TextLanguages({name}, TextLanguages::Others::Never);
+    };
+    EXPECT_EQ(textsOf(*engine, image, alone("de")), QStringList{"Größere Boote müssen warten"});
+    EXPECT_EQ(textsOf(*engine, image, alone("deu")), QStringList{"Größere Boote müssen warten"});
+    EXPECT_FALSE(textsOf(*engine, image, alone("eng")).first().contains("müssen"));
+    const auto missing = engine->recognize(image, alone("xx")).result();
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().kind, Error::Kind::Invalid);
+    EXPECT_TRUE(missing.error().message.contains("xx") && missing.error().message.contains("deu"));
 }
 
 TEST(TesseractEngine, SkipsLanguagesThatAreNotThereAndSaysWhenNoneIs)

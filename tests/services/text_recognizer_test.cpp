@@ -45,7 +45,7 @@ TEST_F(Recognizing, JoinsLinesInTheirOrderAndAsksForTheUsersLanguage)
 TEST_F(Recognizing, ReadsWhatStandsOnNothingOnAGround)
 {
     struct : TextEngine {
-        QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image, const QStringList &) override
+        QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image, const TextLanguages &) override
         {
             seen = image;
             return readyFuture(Result<QList<RecognizedLine>>());

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QHash>
+#include <QRegularExpression>
 
 namespace {
 
@@ -57,34 +58,49 @@ QString dataName(const QString &locale)
     return namesByCode().value(code);
 }
 
-Result<LanguageData> languageData(const QStringList &locales)
+QString localeCode(const QString &dataName)
 {
-    QStringList wanted;
-    for (const QString &locale : locales)
-        wanted.append(dataName(locale));
-    wanted.append("eng");
-    wanted.removeDuplicates();
-    wanted.removeAll(QString());
+    return dataName.startsWith("chi_") ? "zh" : namesByCode().key(dataName);
+}
 
-    constexpr int kAtMost = 2;
-    std::optional<LanguageData> anything;
-    for (const QString &folder : dataFolders()) {
-        QStringList there;
-        for (const QString &file : QDir(folder).entryList({"*.traineddata"}, QDir::Files, QDir::Name))
-            there.append(file.chopped(int(qstrlen(".traineddata"))));
-        there.removeAll("osd");
-        QStringList usable;
-        for (const QString &name : wanted)
-            if (there.contains(name) && usable.size() < kAtMost)
-                usable.append(name);
-        if (!usable.isEmpty())
-            return LanguageData{folder, usable.join('+')};
-        if (!there.isEmpty() && !anything)
-            anything = LanguageData{folder, there.first()};
+QMap<QString, QString> installedLanguages()
+{
+    QMap<QString, QString> installed;
+    for (const QString &folder : dataFolders())
+        for (const QString &file : QDir(folder).entryList({"*.traineddata"}, QDir::Files)) {
+            const QString name = file.chopped(int(qstrlen(".traineddata")));
+            // Data for the direction of pages and for formulas.
+            if (name != "osd" && name != "equ" && !installed.contains(name))
+                installed.insert(name, folder);
+        }
+    return installed;
+}
+
+Result<ReadingOrder> readingOrder(const TextLanguages &languages)
+{
+    const QMap<QString, QString> installed = installedLanguages();
+    if (installed.isEmpty())
+        return fail(Error::Kind::Unavailable,
+                    PlatformTexts::tr("No language data for reading text is installed; the package "
+                                      "tesseract-ocr-eng has the one for English."));
+    const bool isOpen = languages.others == TextLanguages::Others::WhereSeen;
+    ReadingOrder order;
+    for (const QString &wanted : languages.preferred) {
+        const QString name = installed.contains(wanted) ? wanted : dataName(wanted);
+        if (installed.contains(name))
+            order.names.append(name);
+        else if (!isOpen)
+            return fail(Error::Kind::Invalid,
+                        PlatformTexts::tr("No language data for “%1” is installed; there is: %2.")
+                            .arg(wanted, QStringList(installed.keys()).join(", ")));
     }
-    if (anything)
-        return *anything;
-    return fail(Error::Kind::Unavailable,
-                PlatformTexts::tr("No language data for reading text is installed; the package "
-                                  "tesseract-ocr-eng has the one for English."));
+    if (isOpen) {
+        if (installed.contains("eng"))
+            order.names.append("eng");
+        order.names.append(installed.keys());
+    }
+    order.names.removeDuplicates();
+    for (const QString &name : std::as_const(order.names))
+        order.folders.append(installed[name]);
+    return order;
 }

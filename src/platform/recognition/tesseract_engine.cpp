@@ -3,13 +3,14 @@
 #include "base/async.h"
 #include "platform/recognition/ink.h"
 #include "platform/recognition/languages.h"
+#include "platform/recognition/line_languages.h"
 #include "platform/recognition/page_reading.h"
 #include "platform/recognition/struck_lines.h"
-#include "platform/recognition/tesseract_reader.h"
 #include "platform/texts.h"
 
 #include <QLibrary>
 #include <QThread>
+#include <map>
 
 namespace {
 
@@ -59,17 +60,9 @@ TesseractReader::Pace paceFor(const QList<TextRegion> &regions)
     return count > kGlyphs ? TesseractReader::Pace::Brisk : TesseractReader::Pace::Careful;
 }
 
-std::vector<ReadLine> read(const QImage &ink, const QList<TextRegion> &regions, TesseractReader &reader)
+std::vector<ReadLine> read(const QImage &ink, const QList<TextRegion> &regions, LineLanguages &reader)
 {
-    std::vector<ReadLine> lines;
-    const auto pace = paceFor(regions);
-    for (const TextRegion &region : regions) {
-        if (auto signs = reader.read(ink, region, pace); !signs.empty()) {
-            lines.emplace_back();
-            lines.back().region = region;
-            lines.back().signs = std::move(signs);
-        }
-    }
+    std::vector<ReadLine> lines = reader.read(ink, regions, paceFor(regions));
     mend(ink, lines);
     std::erase_if(lines, isIcon);
     return lines;
@@ -93,7 +86,7 @@ bool isLargeText(const ReadLine &line)
     return count >= kFewest && 2 * count > int(line.signs.size()) && confidence >= kSure;
 }
 
-std::vector<ReadLine> readLarge(const QImage &part, TesseractReader &reader)
+std::vector<ReadLine> readLarge(const QImage &part, LineLanguages &reader)
 {
     const QSize size = part.size() / kShrinkForLarge;
     if (size.isEmpty())
@@ -107,7 +100,7 @@ std::vector<ReadLine> readLarge(const QImage &part, TesseractReader &reader)
     return lines;
 }
 
-QList<RecognizedLine> read(const QImage &image, const Band &band, TesseractReader &reader)
+QList<RecognizedLine> read(const QImage &image, const Band &band, LineLanguages &reader)
 {
     const bool isWhole = band.top == 0 && band.bottom == image.height();
     const QImage part = isWhole ? image : image.copy(0, band.top, image.width(), band.bottom - band.top);
@@ -147,46 +140,77 @@ TesseractEngine::TesseractEngine()
 TesseractEngine::~TesseractEngine() = default;
 
 QFuture<Result<QList<RecognizedLine>>> TesseractEngine::recognize(const QImage &image,
-                                                                  const QStringList &languages)
+                                                                  const TextLanguages &languages)
 {
     return QtConcurrent::run(&m_threads, [this, image, languages] { return work(image, languages); });
 }
 
 Result<std::unique_ptr<TesseractReader>> TesseractEngine::takeReader(const QString &folder,
-                                                                     const QString &languages)
+                                                                     const QString &language)
 {
     {
         const std::lock_guard lock(m_mutex);
-        const auto found = std::ranges::find(m_idle, languages, &IdleReader::languages);
+        const auto found = std::ranges::find(m_idle, language, &IdleReader::language);
         if (found != m_idle.end()) {
             auto reader = std::move(found->reader);
             m_idle.erase(found);
             return reader;
         }
     }
-    return TesseractReader::open(folder, languages);
+    return TesseractReader::open(folder, language);
 }
 
-Result<QList<RecognizedLine>> TesseractEngine::work(const QImage &image, const QStringList &locales)
+// The readers that one picture needs, opened when first asked for and given back in the end.
+class TesseractEngine::Borrowed {
+public:
+    Borrowed(TesseractEngine &engine, ReadingOrder order) : m_engine(engine), m_order(std::move(order)) {}
+    Borrowed(const Borrowed &) = delete;
+    Borrowed &operator=(const Borrowed &) = delete;
+    ~Borrowed()
+    {
+        const std::lock_guard lock(m_engine.m_mutex);
+        for (auto &[language, reader] : m_readers)
+            if (reader)
+                m_engine.m_idle.push_back({language, std::move(*reader)});
+    }
+
+    const Result<std::unique_ptr<TesseractReader>> &reader(qsizetype place)
+    {
+        const QString &language = m_order.names[place];
+        auto found = m_readers.find(language);
+        if (found == m_readers.end())
+            found = m_readers.emplace(language, m_engine.takeReader(m_order.folders[place], language)).first;
+        return found->second;
+    }
+
+private:
+    TesseractEngine &m_engine;
+    ReadingOrder m_order;
+    std::map<QString, Result<std::unique_ptr<TesseractReader>>> m_readers;
+};
+
+Result<QList<RecognizedLine>> TesseractEngine::work(const QImage &image, const TextLanguages &languages)
 {
-    const auto data = languageData(locales);
-    if (!data)
-        return std::unexpected(data.error());
+    const auto order = readingOrder(languages);
+    if (!order)
+        return std::unexpected(order.error());
     QList<RecognizedLine> lines;
     if (image.isNull())
         return lines;
     stayOnOneThread();
-    auto reader = takeReader(data->folder, data->languages);
-    if (!reader)
-        return std::unexpected(reader.error());
+    Borrowed readers(*this, *order);
+    if (const auto &first = readers.reader(0); !first)
+        return std::unexpected(first.error());
+    LineLanguages reader(order->names, [&readers](qsizetype place) {
+        const auto &other = readers.reader(place);
+        return other ? other->get() : nullptr;
+    });
     try {
         for (const Band &band : bandsOf(image.size()))
-            lines += read(image, band, **reader);
+            lines += read(image, band, reader);
     } catch (const std::exception &exception) {
         return fail(PlatformTexts::tr("The picture is too large to be read on this machine."),
                     QString::fromUtf8(exception.what()));
     }
-    const std::lock_guard lock(m_mutex);
-    m_idle.push_back({data->languages, std::move(*reader)});
     return lines;
 }

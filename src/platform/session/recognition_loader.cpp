@@ -10,7 +10,7 @@ namespace {
 class LazyTextEngine : public TextEngine {
 public:
     QFuture<Result<QList<RecognizedLine>>> recognize(const QImage &image,
-                                                     const QStringList &languages) override
+                                                     const TextLanguages &languages) override
     {
         const auto engine = m_lazy.get();
         if (!engine)
