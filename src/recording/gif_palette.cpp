@@ -80,6 +80,7 @@ GifPalette::GifPalette(std::span<const QRgb> pixels, int most)
     if (int(m_counted.size()) <= most) {
         for (const Counted &counted : m_counted)
             m_colors.push_back(counted.color | 0xff000000U);
+        sortBySum();
         return; // the values are the indices already
     }
     quantize(std::min(most, kShared));

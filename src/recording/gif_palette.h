@@ -14,6 +14,7 @@ public:
     GifPalette(std::span<const QRgb> pixels, int most);
 
     const std::vector<QRgb> &colors() const { return m_colors; }
+    // Of a colour that wasn't among the pixels: the nearest.
     int indexOf(QRgb color) const;
 
 private:

@@ -94,12 +94,16 @@ TEST(GifWriter, KeepsColoursOfAnInterfaceExact)
 
 TEST(GifWriter, StoresOnlyWhatChanged)
 {
-    const QImage first = noise({200, 200}, 1);
+    QImage first({150, 170}, QImage::Format_RGB32);
+    QPainter(&first).fillRect(first.rect(), QBrush(noise({15, 17}, 1)));
     QImage second = first;
-    QPainter(&second).fillRect(30, 20, 10, 10, Qt::red);
+    QPainter(&second).drawImage(30, 20, first, 67, 65, 20, 20);
     const auto once = written({first}).size();
     EXPECT_LT(written({first, first}).size() - once, 64);
-    EXPECT_LT(written({first, second}).size() - once, 400);
+    EXPECT_LT(written({first, second}).size() - once, 600) << "with the colours that are there";
+    QPainter(&second).fillRect(30, 20, 10, 10, QColor(1, 254, 3));
+    EXPECT_EQ(decoded(written({first, second})).value(1).pixelColor(35, 25), QColor(1, 254, 3))
+        << "or with new ones";
 }
 
 // Every code length and the table's overflow occur in noise.

@@ -43,12 +43,12 @@ public:
         for (const char *kind : {"object:", "focus:", "window:"})
             call({"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"}, "org.a11y.atspi.Registry",
                  "RegisterEvent", {QString::fromLatin1(kind)});
-        for (const char *signal : {"StateChanged", "PropertyChange", "Announcement", "ChildrenChanged",
-                                   "ActiveDescendantChanged", "SelectionChanged", "TextChanged",
-                                   "TextCaretMoved", "BoundsChanged"})
+        for (const char *signal :
+             {"StateChanged", "PropertyChange", "Announcement", "ChildrenChanged", "ActiveDescendantChanged",
+              "SelectionChanged", "TextChanged", "TextCaretMoved", "BoundsChanged"})
             m_bus.connect({}, {}, "org.a11y.atspi.Event.Object", signal, this, SLOT(take(QDBusMessage)));
     }
-    const QList<Event> &events() const { return m_events; }
+    QList<Event> events() const { return m_events; } // a copy: asking about them takes in more
     // Once all that is under way has been told.
     void forget()
     {
@@ -70,8 +70,8 @@ public:
     }
     QVariant property(const Node &node, const QString &name)
     {
-        const QDBusMessage reply = call(node, "org.freedesktop.DBus.Properties", "Get",
-                                        {"org.a11y.atspi.Accessible", name});
+        const QDBusMessage reply =
+            call(node, "org.freedesktop.DBus.Properties", "Get", {"org.a11y.atspi.Accessible", name});
         return reply.arguments().isEmpty() ? QVariant()
                                            : reply.arguments().first().value<QDBusVariant>().variant();
     }
@@ -144,8 +144,10 @@ private Q_SLOTS:
                 kind += '-';
             kind += letter.toLower();
         }
-        m_events.append({kind + ':' + parts[0].toString(), {message.service(), message.path()},
-                         parts[1].toInt(), parts[3].value<QDBusVariant>().variant().toString()});
+        m_events.append({kind + ':' + parts[0].toString(),
+                         {message.service(), message.path()},
+                         parts[1].toInt(),
+                         parts[3].value<QDBusVariant>().variant().toString()});
     }
 
 private:

@@ -106,6 +106,31 @@ TEST_F(FilmFiles, AreOrdinaryFilmsWithTheToldProperties)
     EXPECT_TRUE(facts.startsQuickly());
 }
 
+// Greens were once two levels too dark, in each picture of a film.
+TEST_F(FilmFiles, ShowColoursAsTheyWere)
+{
+    const QList<QColor> colors{Qt::white, QColor(128, 128, 128), QColor(40, 90, 160), QColor(200, 60, 30)};
+    QImage picture(kSize, QImage::Format_RGB32);
+    for (int i = 0; i < int(colors.size()); ++i)
+        QPainter(&picture).fillRect(i * 80, 0, 80, kSize.height(), colors[i]);
+    const QString path = m_folder.filePath("colours.mov");
+    auto writer = m_movies->record(path, {kSize, {}}, [](const Error &) {});
+    ASSERT_TRUE(writer);
+    (*writer)->write(frameOf(picture), milliseconds(0));
+    ASSERT_TRUE((*writer)->close());
+    for (const QSize bounds : {QSize(), QSize(160, 90)}) {
+        const auto frames = m_movies->frames(path, bounds);
+        ASSERT_TRUE(frames);
+        const QImage shown = (*frames)->at(0).value();
+        for (int i = 0; i < int(colors.size()); ++i) {
+            const QColor seen = shown.pixelColor(shown.width() * (2 * i + 1) / 8, shown.height() / 2);
+            EXPECT_NEAR(seen.red(), colors[i].red(), 1) << i << ' ' << shown.width();
+            EXPECT_NEAR(seen.green(), colors[i].green(), 1) << i << ' ' << shown.width();
+            EXPECT_NEAR(seen.blue(), colors[i].blue(), 1) << i << ' ' << shown.width();
+        }
+    }
+}
+
 // As a process that was killed leaves it: no end was written, and the last piece may be torn.
 TEST_F(FilmFiles, PlayWhereverTheyBreakOff)
 {
