@@ -59,7 +59,7 @@ public:
         for (std::size_t i = 1; i < count; ++i) {
             const int next = indices[i];
             const auto key = std::uint32_t(prefix << 8 | next);
-            std::uint32_t at = key * 2654435761U >> 18;
+            std::uint32_t at = key * 2654435761U >> 19;
             while (m_table[at] != 0 && m_table[at] >> 12 != key)
                 at = (at + 1) & (kTable - 1);
             if (m_table[at] != 0) {
@@ -91,7 +91,7 @@ public:
     }
 
 private:
-    static constexpr std::uint32_t kTable = 1 << 14;
+    static constexpr std::uint32_t kTable = 1 << 13;
     static constexpr int kMostCodes = 4096;
 
     void restart()
@@ -114,17 +114,17 @@ private:
     }
     void putByte(int byte)
     {
-        m_block.append(char(byte));
-        if (m_block.size() == 255)
+        m_block[m_inBlock++] = char(byte);
+        if (m_inBlock == int(m_block.size()))
             flushBlock();
     }
     void flushBlock()
     {
-        if (m_block.isEmpty())
+        if (m_inBlock == 0)
             return;
-        m_out.append(char(m_block.size()));
-        m_out.append(m_block);
-        m_block.clear();
+        m_out.append(char(m_inBlock));
+        m_out.append(m_block.data(), m_inBlock);
+        m_inBlock = 0;
     }
 
     int m_depth;
@@ -133,7 +133,8 @@ private:
     std::uint32_t m_pending = 0;
     int m_bits = 0;
     std::vector<std::uint32_t> m_table; // open addressing: prefix, index and their code, in 12, 8 and 12 bits
-    QByteArray m_block;
+    std::array<char, 255> m_block;
+    int m_inBlock = 0;
     QByteArray m_out;
 };
 
@@ -290,8 +291,9 @@ GifWriter::Change GifWriter::changeTo(const QImage &picture, int noise)
     if (isFirst)
         m_stored = m_shown = QImage(m_size, QImage::Format_RGB32);
     change.isNew.resize(std::size_t(change.rect.width()) * std::size_t(change.rect.height()));
-    change.colors.reserve(change.isNew.size());
+    change.colors.resize(change.isNew.size());
     std::size_t at = 0;
+    std::size_t count = 0;
     for (int y = change.rect.top(); y <= change.rect.bottom(); ++y) {
         auto *stored = reinterpret_cast<QRgb *>(m_stored.scanLine(y));
         const auto *wanted = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
@@ -299,10 +301,11 @@ GifWriter::Change GifWriter::changeTo(const QImage &picture, int noise)
             if (!isFirst && !isChanged(stored[x], wanted[x], noise))
                 continue;
             change.isNew[at] = 1;
-            change.colors.push_back(wanted[x]);
+            change.colors[count++] = wanted[x];
             stored[x] = wanted[x];
         }
     }
+    change.colors.resize(count);
     return change;
 }
 

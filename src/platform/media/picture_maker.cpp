@@ -5,11 +5,8 @@
 namespace {
 
 // Without the chroma at full width white comes out as (255, 253, 255) and edges of colours lie 33 dB beside
-// the film. At the film's own size only chroma is interpolated, for which two points do.
-int flagsFor(bool isScaled)
-{
-    return (isScaled ? SWS_BICUBIC : SWS_BILINEAR) | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT;
-}
+// the film.
+constexpr int kFlags = SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT;
 
 } // namespace
 
@@ -26,8 +23,7 @@ QImage PictureMaker::make(const AVFrame &frame)
         return {};
     m_scaler.reset(sws_getCachedContext(m_scaler.release(), frame.width, frame.height,
                                         AVPixelFormat(frame.format), m_size.width(), m_size.height(),
-                                        AV_PIX_FMT_BGR0, flagsFor(m_size != QSize(frame.width, frame.height)),
-                                        nullptr, nullptr, nullptr));
+                                        AV_PIX_FMT_BGR0, kFlags, nullptr, nullptr, nullptr));
     QImage picture(m_size, QImage::Format_RGB32);
     if (!m_scaler || picture.isNull())
         return {};
@@ -40,7 +36,8 @@ QImage PictureMaker::make(const AVFrame &frame)
         return {};
     // The scaler leaves the fourth byte as it likes.
     auto *words = reinterpret_cast<quint32 *>(picture.bits());
-    for (qsizetype i = 0; i < picture.sizeInBytes() / 4; ++i)
+    const qsizetype count = picture.sizeInBytes() / 4;
+    for (qsizetype i = 0; i < count; ++i)
         words[i] |= 0xff000000u;
     return m_turns == 0 ? picture : picture.transformed(QTransform().rotate(90.0 * m_turns));
 }
