@@ -55,12 +55,7 @@ public:
 
     bool send(SwayIpc::Ask what, const QByteArray &payload) const
     {
-        Header header;
-        const auto length = quint32(payload.size());
-        std::memcpy(header.length.data(), &length, sizeof length);
-        std::memcpy(header.type.data(), &what, sizeof what);
-        const QByteArray message =
-            QByteArray(reinterpret_cast<const char *>(&header), sizeof header) + payload;
+        const QByteArray message = SwayIpc::message(what, payload);
         return m_file >= 0 &&
                ::send(m_file, message.constData(), size_t(message.size()), MSG_NOSIGNAL) == message.size();
     }
@@ -112,6 +107,20 @@ Result<QJsonDocument> SwayIpc::ask(Ask what, const QByteArray &payload)
     if (!answer)
         return noCompositor(QStringLiteral("no IPC answer"));
     return QJsonDocument::fromJson(*answer);
+}
+
+QByteArray SwayIpc::message(Ask what, const QByteArray &payload)
+{
+    Header header;
+    const auto length = quint32(payload.size());
+    std::memcpy(header.length.data(), &length, sizeof length);
+    std::memcpy(header.type.data(), &what, sizeof what);
+    return QByteArray(reinterpret_cast<const char *>(&header), sizeof header) + payload;
+}
+
+int SwayIpc::open()
+{
+    return Socket().release();
 }
 
 bool SwayIpc::run(const QByteArray &commands)

@@ -17,6 +17,11 @@ public:
     // Whether every command was carried out.
     static bool run(const QByteArray &commands);
 
+    // A connection, as a file, and what is written there to ask; -1 where there is none. Whoever opens it
+    // closes it.
+    static int open();
+    static QByteArray message(Ask what, const QByteArray &payload);
+
     // A connection that hears of windows, as a file; -1 where there is none. Whoever asks closes it.
     static int listen();
     // Takes in what has arrived there; false when the other side is gone.

@@ -1,5 +1,6 @@
 #include "platform/wayland/sway_windows.h"
 
+#include "platform/wayland/sway_guard.h"
 #include "platform/wayland/sway_ipc.h"
 #include "platform/wayland/sway_tree.h"
 
@@ -32,21 +33,35 @@ double takeOpacity(quint32 id)
 
 class SwayVeil : public WaylandVeil {
 public:
-    explicit SwayVeil(const QList<quint32> &ids)
+    explicit SwayVeil(const QList<quint32> &ids) : m_guard(commands(opaque(ids)))
     {
         for (const quint32 id : ids)
             m_opacities.append({id, takeOpacity(id)});
+        if (m_opacities != opaque(ids))
+            m_guard.add(commands(m_opacities));
     }
-    ~SwayVeil() override
-    {
-        QByteArray commands;
-        for (const auto &[id, opacity] : std::as_const(m_opacities))
-            commands += about(id) + "opacity " + QByteArray::number(opacity, 'f', 8) + ';';
-        SwayIpc::run(commands);
-    }
+    ~SwayVeil() override { SwayIpc::run(commands(m_opacities)); }
 
 private:
-    QList<std::pair<quint32, double>> m_opacities;
+    using Opacities = QList<std::pair<quint32, double>>;
+
+    static Opacities opaque(const QList<quint32> &ids)
+    {
+        Opacities all;
+        for (const quint32 id : ids)
+            all.append({id, 1});
+        return all;
+    }
+    static QByteArray commands(const Opacities &opacities)
+    {
+        QByteArray all;
+        for (const auto &[id, opacity] : opacities)
+            all += about(id) + "opacity " + QByteArray::number(opacity, 'f', 8) + ';';
+        return all;
+    }
+
+    SwayGuard m_guard;
+    Opacities m_opacities;
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "platform/pointer_control.h"
 #include "platform/wayland/sway_window.h"
+#include "platform/wayland/sway_windows.h"
 #include "platform/wayland/wayland_outputs.h"
 #include "platform/wayland/wayland_pointer_control.h"
 #include "platform/wayland/wayland_screen_pictures.h"
@@ -9,6 +10,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace {
@@ -95,6 +97,16 @@ TEST_F(SwayPictures, LeaveWindowsAsOpaqueAsTheyWere)
         }
     }
     EXPECT_EQ(shot(first, both), before);
+    // Killed while they are hidden.
+    SwayWindows windows;
+    const QList<quint32> front{windows.list().first().listed.id};
+    EXPECT_EXIT(
+        {
+            const auto veil = windows.hide(front);
+            raise(SIGKILL);
+        },
+        testing::KilledBySignal(SIGKILL), "");
+    EXPECT_TRUE(eventually([&] { return shot(first, both) == before; }));
 }
 
 TEST_F(SwayPictures, ShowNoWindowOfOurs)
