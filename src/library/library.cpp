@@ -9,7 +9,6 @@
 #include "document/image_files.h"
 #include "library/companions.h"
 #include "library/conflict_copies.h"
-#include "library/folder_watch.h"
 #include "library/library_names.h"
 #include "library/reservations.h"
 #include "library/texts.h"
@@ -18,6 +17,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <algorithm>
 #include <sys/stat.h>
 
 using LibraryNames::baseOf;
@@ -27,12 +27,8 @@ namespace {
 
 QString lowerExtension(const QString &path)
 {
-    return QFileInfo(path).suffix().toLower();
-}
-
-bool isOfLibrary(const QString &name)
-{
-    return LibraryNames::isProper(name) && (Library::isImage(name) || Library::isVideo(name));
+    const qsizetype dot = path.lastIndexOf(QLatin1Char('.'));
+    return dot > path.lastIndexOf(QLatin1Char('/')) ? path.sliced(dot + 1).toLower() : QString();
 }
 
 } // namespace
@@ -93,6 +89,11 @@ bool Library::isVideo(const QString &path)
     return videoExtensions().contains(lowerExtension(path));
 }
 
+bool Library::isOfLibrary(const QString &name)
+{
+    return LibraryNames::isProper(name) && (isImage(name) || isVideo(name));
+}
+
 QString Library::folder() const
 {
     return m_settings.saveFolder();
@@ -105,14 +106,33 @@ void Library::ensureDirectory()
 
 QStringList Library::items() const
 {
-    const FolderWatch::Listing files = FolderWatch::list(folder(), isOfLibrary);
-    QStringList names = files.keys();
-    names.sort();
-    std::ranges::stable_sort(names, std::greater(),
-                             [&](const QString &name) { return files[name].modified; });
-    for (QString &name : names)
-        name = inFolder(name);
-    return names;
+    return newest(FolderWatch::list(folder(), isOfLibrary), folder());
+}
+
+QStringList Library::newest(const FolderWatch::Listing &files, const QString &folder, qsizetype most)
+{
+    std::vector<std::pair<qint64, QString>> dated;
+    dated.reserve(static_cast<size_t>(files.size()));
+    for (auto file = files.begin(); file != files.end(); ++file)
+        dated.emplace_back(file->modified, file.key());
+    const auto wanted = dated.begin() + std::min<std::ptrdiff_t>(most, std::ssize(dated));
+    std::partial_sort(dated.begin(), wanted, dated.end(), [](const auto &a, const auto &b) {
+        return a.first != b.first ? a.first > b.first : a.second < b.second;
+    });
+    const QDir place(folder);
+    QStringList paths;
+    for (auto file = dated.begin(); file != wanted; ++file)
+        paths.append(place.filePath(file->second));
+    return paths;
+}
+
+void Library::whenListed(QObject *owner, std::function<void(const FolderWatch::Listing &)> callback) const
+{
+    if (m_watch)
+        m_watch->whenListed(owner, std::move(callback));
+    else
+        whenDone(runInBackground([folder = folder()] { return FolderWatch::list(folder, isOfLibrary); }),
+                 owner, std::move(callback));
 }
 
 LibraryItem Library::item(const QString &path) const

@@ -3,6 +3,7 @@
 #include "base/async.h"
 #include "base/clock.h"
 #include "base/result.h"
+#include "library/folder_watch.h"
 #include "library/library_catalog.h"
 #include "library/removed_captures.h"
 #include "platform/trash.h"
@@ -16,12 +17,12 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <stop_token>
 
 class AppSettings;
-class FolderWatch;
 
 // A file of the Library, as lists show it.
 struct LibraryItem {
@@ -47,6 +48,8 @@ public:
     static const QSet<QString> &videoExtensions();
     static bool isImage(const QString &path);
     static bool isVideo(const QString &path);
+    // Whether a file of that name belongs to it.
+    static bool isOfLibrary(const QString &name);
 
     LibraryCatalog &catalog() { return m_catalog; }
     const LibraryCatalog &catalog() const { return m_catalog; }
@@ -55,6 +58,11 @@ public:
     void ensureDirectory();
     // Newest first.
     QStringList items() const;
+    // The paths of the newest so many of a listing. For any thread.
+    static QStringList newest(const FolderWatch::Listing &files, const QString &folder,
+                              qsizetype most = std::numeric_limits<qsizetype>::max());
+    // The files as a worker lists them; while the folder is watched, as the last look found them.
+    void whenListed(QObject *owner, std::function<void(const FolderWatch::Listing &)> callback) const;
     LibraryItem item(const QString &path) const;
     // A free name in the folder, with the present time in it; nothing is written. For what can't wait for its
     // name until it is written.

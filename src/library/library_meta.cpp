@@ -1,6 +1,7 @@
 #include "library/library_meta.h"
 
 #include "base/json.h"
+#include "library/shared_names.h"
 
 #include <QJsonArray>
 #include <algorithm>
@@ -17,7 +18,13 @@ QJsonObject toObject(const Texts &texts)
     return object;
 }
 
-std::optional<Texts> toTexts(const std::optional<QJsonObject> &object)
+QString asItIs(const QString &text)
+{
+    return text;
+}
+
+// The values of some are the same few.
+std::optional<Texts> toTexts(const std::optional<QJsonObject> &object, QString (*kept)(const QString &))
 {
     if (!object)
         return std::nullopt;
@@ -25,7 +32,7 @@ std::optional<Texts> toTexts(const std::optional<QJsonObject> &object)
     for (auto entry = object->begin(); entry != object->end(); ++entry) {
         if (!entry.value().isString())
             return std::nullopt;
-        texts.insert(entry.key(), entry.value().toString());
+        texts.insert(sharedName(entry.key()), kept(entry.value().toString()));
     }
     return texts;
 }
@@ -78,8 +85,8 @@ QJsonObject LibraryMeta::toJson() const
 std::optional<LibraryMeta> LibraryMeta::fromJson(const QJsonObject &object)
 {
     const auto list = Json::array(object, "collections");
-    const auto sources = toTexts(Json::object(object, "sources"));
-    const auto descriptions = toTexts(Json::object(object, "descriptions"));
+    const auto sources = toTexts(Json::object(object, "sources"), sharedName);
+    const auto descriptions = toTexts(Json::object(object, "descriptions"), asItIs);
     if (!list || !sources || !descriptions)
         return std::nullopt;
     LibraryMeta meta{{}, *sources, *descriptions};

@@ -1,6 +1,7 @@
 #include "library/stored_text.h"
 
 #include "base/file_handle.h"
+#include "library/shared_names.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -102,7 +103,7 @@ std::optional<QHash<QString, StoredText>> StoredText::all(const QByteArray &json
         text.m_offset = value->data() - json.constData();
         text.m_size = static_cast<quint32>(value->size());
         text.m_hash = hashOf(*value);
-        texts.insert(decoded(name->toByteArray()), text);
+        texts.insert(sharedName(decoded(name->toByteArray())), text);
     }
     return scan.next() == '\0' && scan.at == scan.end ? std::optional(texts) : std::nullopt;
 }

@@ -42,8 +42,15 @@ void RecentCaptures::setWatched(bool watched)
 void RecentCaptures::reload()
 {
     m_isStale = false;
-    if (std::exchange(m_items, m_library.items().mid(0, kCount)) != m_items)
-        Q_EMIT changed();
+    m_library.whenListed(this, [this](const FolderWatch::Listing &files) {
+        const auto pick = [files, folder = m_library.folder()] {
+            return Library::newest(files, folder, kCount);
+        };
+        whenDone(runInBackground(pick), this, [this](const QStringList &newest) {
+            if (std::exchange(m_items, newest) != m_items)
+                Q_EMIT changed();
+        });
+    });
 }
 
 RecentThumb::RecentThumb(const QString &path, QWidget *parent) : QAbstractButton(parent), m_path(path)

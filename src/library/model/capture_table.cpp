@@ -1,15 +1,8 @@
 #include "library/model/capture_table.h"
 
-#include "base/file_name.h"
 #include "library/library.h"
 
-#include <QFileInfo>
 #include <algorithm>
-#include <cerrno>
-#include <dirent.h>
-#include <fcntl.h>
-#include <memory>
-#include <sys/stat.h>
 
 namespace {
 
@@ -23,29 +16,28 @@ QString baseOf(const QString &name)
 
 } // namespace
 
+struct CaptureTable::Orders {
+    std::vector<QByteArray> sortKeys;
+    std::array<std::optional<std::vector<Row>>, 4> rows;
+};
+
 std::vector<CaptureTable::File> CaptureTable::list(const QString &folder)
 {
+    return filesOf(FolderWatch::list(folder, Library::isOfLibrary));
+}
+
+std::vector<CaptureTable::File> CaptureTable::filesOf(const FolderWatch::Listing &listing)
+{
     std::vector<File> files;
-    const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(FileName::toBytes(folder).constData()),
-                                                         closedir);
-    if (!directory)
-        return files;
-    const int place = dirfd(directory.get());
-    while (const dirent *entry = readdir(directory.get())) {
-        if (entry->d_name[0] == '.')
-            continue;
-        const QString name = FileName::fromBytes(entry->d_name);
-        if (!Library::isImage(name) && !Library::isVideo(name))
-            continue;
-        struct stat state{};
-        if (fstatat(place, entry->d_name, &state, 0) != 0) {
-            if (errno != ENOENT)
-                files.push_back({name});
-            continue;
-        }
-        if (S_ISREG(state.st_mode))
-            files.push_back(
-                {name, state.st_mtim.tv_sec * 1000 + state.st_mtim.tv_nsec / 1'000'000, state.st_size});
+    files.reserve(static_cast<size_t>(listing.size()));
+    for (auto file = listing.begin(); file != listing.end(); ++file) {
+        const qint64 modified = file->modified;
+        // To full milliseconds, downwards before 1970, too.
+        files.push_back({file.key(),
+                         modified == FolderWatch::State::kUnknown
+                             ? kUnknownDate
+                             : modified / 1'000'000 - (modified % 1'000'000 < 0 ? 1 : 0),
+                         file->size});
     }
     return files;
 }
@@ -79,21 +71,18 @@ QByteArray CaptureTable::naturalKey(const QString &text)
         key += plain.mid(at, end - at);
         at = end;
     }
-    // What only marks and zeros tell apart.
-    key += '\0';
-    key += letters;
     return key;
 }
 
 void CaptureTable::fill(Capture &capture, const File &file)
 {
     static_cast<File &>(capture) = file;
-    capture.sortKey = naturalKey(baseOf(file.name));
+    capture.sortKey.clear();
     capture.isVideo = Library::isVideo(file.name);
     capture.isThere = true;
 }
 
-CaptureTable CaptureTable::of(std::vector<File> files, Orders orders)
+CaptureTable CaptureTable::of(const std::vector<File> &files)
 {
     CaptureTable table;
     table.m_captures.resize(files.size());
@@ -102,16 +91,47 @@ CaptureTable CaptureTable::of(std::vector<File> files, Orders orders)
         table.fill(table.m_captures[row], files[row]);
         table.m_rows.insert(files[row].name, row);
     }
-    if (orders == Orders::Ready) {
-        for (const LibrarySort sort : kSorts)
-            table.order(sort);
-    }
     return table;
+}
+
+std::vector<CaptureTable::File> CaptureTable::files() const
+{
+    m_isAsListed = true;
+    return {m_captures.begin(), m_captures.end()};
+}
+
+std::shared_ptr<CaptureTable::Orders> CaptureTable::ordersOf(const std::vector<File> &files)
+{
+    CaptureTable table;
+    table.m_captures.resize(files.size());
+    auto orders = std::make_shared<Orders>();
+    for (Row row = 0; row < files.size(); ++row) {
+        Capture &capture = table.m_captures[row];
+        static_cast<File &>(capture) = files[row];
+        capture.isThere = !files[row].name.isEmpty();
+        capture.sortKey = naturalKey(baseOf(files[row].name));
+        orders->sortKeys.push_back(capture.sortKey);
+    }
+    for (const LibrarySort sort : kSorts)
+        table.order(sort);
+    orders->rows = std::move(table.m_orders);
+    return orders;
+}
+
+bool CaptureTable::take(Orders &orders)
+{
+    if (!m_isAsListed)
+        return false;
+    for (Row row = 0; row < rowCount(); ++row)
+        m_captures[row].sortKey = std::move(orders.sortKeys[row]);
+    m_orders = std::move(orders.rows);
+    return true;
 }
 
 std::vector<CaptureTable::Row> CaptureTable::change(const QStringList &removed,
                                                     const std::vector<File> &present)
 {
+    m_isAsListed = false;
     std::vector<Row> outdated;
     for (const QString &name : removed) {
         if (const auto row = find(name))
@@ -131,6 +151,7 @@ std::vector<CaptureTable::Row> CaptureTable::change(const QStringList &removed,
         m_free.push_back(outdated[i]);
     }
     std::vector<Row> rows;
+    const bool hasKeys = m_orders[static_cast<size_t>(LibrarySort::Name)].has_value();
     for (const File &file : present) {
         Row row = 0;
         if (const auto known = find(file.name)) {
@@ -143,6 +164,8 @@ std::vector<CaptureTable::Row> CaptureTable::change(const QStringList &removed,
             m_captures.emplace_back();
         }
         fill(m_captures[row], file);
+        if (hasKeys)
+            m_captures[row].sortKey = sortKey(row);
         m_rows.insert(file.name, row);
         rows.push_back(row);
     }
@@ -154,6 +177,12 @@ std::optional<CaptureTable::Row> CaptureTable::find(const QString &name) const
 {
     const auto found = m_rows.constFind(name);
     return found == m_rows.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+QByteArray CaptureTable::sortKey(Row row) const
+{
+    const QByteArray &known = m_captures[row].sortKey;
+    return known.isEmpty() ? naturalKey(baseOf(m_captures[row].name)) : known;
 }
 
 bool CaptureTable::comesBefore(LibrarySort sort, Row a, Row b) const
@@ -168,7 +197,11 @@ bool CaptureTable::comesBefore(LibrarySort sort, Row a, Row b) const
             return one.modified < other.modified;
         break;
     case LibrarySort::Name:
-        if (const int order = one.sortKey.compare(other.sortKey); order != 0)
+        if (const int order = sortKey(a).compare(sortKey(b)); order != 0)
+            return order < 0;
+        // What only marks and zeros tell apart.
+        if (const int order = SearchIndex::folded(one.name).compare(SearchIndex::folded(other.name));
+            order != 0)
             return order < 0;
         break;
     case LibrarySort::Size:
@@ -190,6 +223,10 @@ const std::vector<CaptureTable::Row> &CaptureTable::order(LibrarySort sort) cons
         for (Row row = 0; row < rowCount(); ++row) {
             if (m_captures[row].isThere)
                 order->push_back(row);
+        }
+        if (sort == LibrarySort::Name) {
+            for (const Row row : *order)
+                m_captures[row].sortKey = sortKey(row);
         }
         std::sort(order->begin(), order->end(), [&](Row a, Row b) { return comesBefore(sort, a, b); });
     }

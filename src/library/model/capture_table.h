@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/folder_watch.h"
 #include "library/library_filter.h"
 #include "library/model/search_index.h"
 
@@ -9,6 +10,7 @@
 #include <QStringList>
 #include <array>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -25,7 +27,7 @@ public:
         qint64 bytes = 0;
     };
     struct Capture : File {
-        QByteArray sortKey;
+        QByteArray sortKey; // by which names are ordered; empty while that isn't known
         quint32 source = 0; // as sourceNumber has it; 0 for none
         SearchIndex::Slot slot = 0;
         bool isVideo = false;
@@ -35,11 +37,16 @@ public:
 
     // The images and films at the top level of a folder, hidden ones left out.
     static std::vector<File> list(const QString &folder);
+    static std::vector<File> filesOf(const FolderWatch::Listing &listing);
 
-    // Rows for these files. Sorting takes a tenth of a second for a hundred thousand, better spent on a
-    // worker.
-    enum class Orders { Later, Ready };
-    static CaptureTable of(std::vector<File> files, Orders orders = Orders::Later);
+    // Rows for these files, in their order.
+    static CaptureTable of(const std::vector<File> &files);
+    // All orders take some tenths of a second for a hundred thousand, which are better spent on a worker:
+    // `files` is what that needs, by row, and its orders are taken over if nothing has changed since.
+    struct Orders;
+    std::vector<File> files() const;
+    static std::shared_ptr<Orders> ordersOf(const std::vector<File> &files);
+    bool take(Orders &orders);
 
     // Takes the named ones out, and takes these in or their new dates and sizes. The rows of the latter.
     std::vector<Row> change(const QStringList &removed, const std::vector<File> &present);
@@ -59,20 +66,22 @@ public:
     quint32 sourceCount() const { return static_cast<quint32>(m_sources.size()); }
 
     // Bytes whose order is that in which people put names: whatever the case and the marks on letters, and
-    // with numbers by their value, "Shot 2" before "Shot 10".
+    // with numbers by their value, "Shot 2" before "Shot 10". Some names share theirs.
     static QByteArray naturalKey(const QString &text);
 
 private:
+    QByteArray sortKey(Row row) const;
     bool comesBefore(LibrarySort sort, Row a, Row b) const;
     void fill(Capture &capture, const File &file);
     void takeFromOrders(const std::vector<Row> &rows);
     void putIntoOrders(const std::vector<Row> &rows);
 
-    std::vector<Capture> m_captures;
+    mutable std::vector<Capture> m_captures; // whose sort keys are made when first asked for
     std::vector<Row> m_free;
     QHash<QString, Row> m_rows;
     // Made when first asked for, and kept up afterwards.
     mutable std::array<std::optional<std::vector<Row>>, 4> m_orders;
+    mutable bool m_isAsListed = false; // nothing has changed since `files`
     std::vector<QString> m_sources{QString()};
     QHash<QString, quint32> m_sourceNumbers;
 };

@@ -4,6 +4,8 @@
 #include "base/file_tree.h"
 #include "library/library_names.h"
 
+#include <QTimer>
+
 namespace {
 
 QString textOf(const QHash<QString, StoredText> &texts, const QHash<QString, QString> &descriptions,
@@ -17,13 +19,6 @@ QString textOf(const QHash<QString, StoredText> &texts, const QHash<QString, QSt
 
 } // namespace
 
-// What a look at the folder gave.
-struct LibraryContents::Loaded {
-    QString folder;
-    CaptureTable table;
-    std::unique_ptr<SearchIndex> index = std::make_unique<SearchIndex>(); // finds nothing yet
-};
-
 // What a worker indexes of a row.
 struct LibraryContents::Document {
     Row row;
@@ -31,8 +26,17 @@ struct LibraryContents::Document {
     QString source;
 };
 
+// What a look at the folder gave.
+struct LibraryContents::Loaded {
+    QString folder;
+    CaptureTable table;
+    std::unique_ptr<SearchIndex> index = std::make_unique<SearchIndex>(); // finds nothing yet
+    Documents documents;
+};
+
 // What the catalog says of documents, in their order.
 struct LibraryContents::Known {
+    Documents documents; // with their sources
     std::vector<char> isFavorite;
     std::vector<qsizetype> source; // in `sources`
     QStringList sources;
@@ -69,20 +73,29 @@ std::optional<LibraryContents::Row> LibraryContents::find(const QString &path) c
     return isMine(path) ? m_table.find(LibraryNames::nameOf(path)) : std::nullopt;
 }
 
-std::shared_ptr<LibraryContents::Loaded> LibraryContents::filesOf(const QString &folder)
+std::shared_ptr<LibraryContents::Loaded> LibraryContents::filesOf(const QString &folder,
+                                                                  const FolderWatch::Listing &listing)
 {
-    auto loaded = std::make_shared<Loaded>(
-        Loaded{folder, CaptureTable::of(CaptureTable::list(folder), CaptureTable::Orders::Ready)});
+    auto loaded = std::make_shared<Loaded>();
+    loaded->folder = folder;
+    loaded->table = CaptureTable::of(CaptureTable::filesOf(listing));
+    auto documents = std::make_shared<std::vector<Document>>();
+    documents->reserve(loaded->table.rowCount());
     const std::array<QString, 1> nothing;
-    for (Row row = 0; row < loaded->table.rowCount(); ++row)
+    for (const Row row : loaded->table.order(LibrarySort::Newest)) {
         loaded->table.at(row).slot = loaded->index->add(nothing);
+        documents->push_back({row, loaded->table.at(row).name, {}});
+    }
+    loaded->documents = std::move(documents);
     return loaded;
 }
 
 void LibraryContents::reload()
 {
     ++m_generation;
-    takeFiles(*filesOf(m_library.folder()));
+    const QString folder = m_library.folder();
+    takeFiles(*filesOf(folder, FolderWatch::list(folder, Library::isOfLibrary)));
+    m_listed.reset();
     std::ignore = m_library.catalog().data(); // waits for it
     m_index = std::make_unique<SearchIndex>();
     for (const Row row : m_table.order(LibrarySort::Newest)) {
@@ -99,20 +112,29 @@ void LibraryContents::load()
     const int generation = ++m_generation;
     m_reading = Reading::Files;
     Q_EMIT readingChanged();
-    whenDone(runInBackground([folder = m_library.folder()] { return filesOf(folder); }), this,
-             [this, generation](const std::shared_ptr<Loaded> &loaded) {
-                 if (generation != m_generation)
-                     return;
-                 m_reading = Reading::Texts;
-                 takeFiles(*loaded);
-                 buildIndex(Fields::Names);
-                 Q_EMIT replaced();
-                 Q_EMIT readingChanged();
-                 // Later than the files, which are waited for.
-                 m_library.catalog().readInBackground();
-                 if (m_library.catalog().isRead())
-                     learn();
-             });
+    const auto take = [this, generation](const std::shared_ptr<Loaded> &loaded) {
+        if (generation != m_generation)
+            return;
+        m_reading = Reading::Texts;
+        takeFiles(*loaded);
+        Q_EMIT replaced();
+        Q_EMIT readingChanged();
+        // What the first cards needn't wait for.
+        QTimer::singleShot(0, this, [this, generation] {
+            if (generation != m_generation)
+                return;
+            buildIndex(Fields::Names, m_listed);
+            makeOrders();
+            m_library.catalog().readInBackground();
+            if (m_library.catalog().isRead())
+                learn();
+        });
+    };
+    m_library.whenListed(
+        this, [this, generation, take, folder = m_library.folder()](const FolderWatch::Listing &listing) {
+            if (generation == m_generation)
+                whenDone(runInBackground([folder, listing] { return filesOf(folder, listing); }), this, take);
+        });
 }
 
 void LibraryContents::takeFiles(Loaded &loaded)
@@ -120,10 +142,22 @@ void LibraryContents::takeFiles(Loaded &loaded)
     m_folder = loaded.folder;
     std::swap(m_table, loaded.table);
     std::swap(m_index, loaded.index);
+    m_listed = loaded.documents;
     m_changedMeanwhile.clear();
     const QStringList missed = std::exchange(m_missed, {});
     takeOut(missed);
     takeIn(missed);
+}
+
+// Until all orders are there, only the first is at hand.
+void LibraryContents::makeOrders()
+{
+    const auto sort = [files = m_table.files()] { return CaptureTable::ordersOf(files); };
+    whenDone(runInBackground(sort), this,
+             [this, generation = m_generation](const std::shared_ptr<CaptureTable::Orders> &orders) {
+                 if (generation == m_generation && !m_table.take(*orders))
+                     makeOrders();
+             });
 }
 
 LibraryContents::Documents LibraryContents::documents() const
@@ -144,34 +178,37 @@ bool LibraryContents::isThere(const Document &document) const
 // Takes over what the catalog knows of all files, a thing of milliseconds when a worker has looked it up.
 void LibraryContents::learn()
 {
-    const Documents looked = documents();
-    const auto look = [looked, favorites = m_library.catalog().data().favorites,
+    const auto look = [listed = m_listed ? m_listed : documents(),
+                       favorites = m_library.catalog().data().favorites,
                        sources = m_library.catalog().meta().sources] {
         auto known = std::make_shared<Known>();
+        auto documents = std::make_shared<std::vector<Document>>(*listed);
         QHash<QString, qsizetype> places;
-        for (const Document &document : *looked) {
+        for (Document &document : *documents) {
             known->isFavorite.push_back(favorites.contains(document.name));
-            const QString source = sources.value(document.name);
-            if (!places.contains(source)) {
-                places.insert(source, known->sources.size());
-                known->sources.append(source);
+            document.source = sources.value(document.name);
+            if (!places.contains(document.source)) {
+                places.insert(document.source, known->sources.size());
+                known->sources.append(document.source);
             }
-            known->source.push_back(places.value(source));
+            known->source.push_back(places.value(document.source));
         }
+        known->documents = std::move(documents);
         return known;
     };
     whenDone(runInBackground(look), this,
-             [this, generation = m_generation, looked](const std::shared_ptr<Known> &known) {
+             [this, generation = m_generation](const std::shared_ptr<Known> &known) {
                  if (generation == m_generation)
-                     take(*known, *looked);
+                     take(*known);
              });
 }
 
-void LibraryContents::take(const Known &known, const std::vector<Document> &documents)
+void LibraryContents::take(const Known &known)
 {
     std::vector<quint32> numbers;
     for (const QString &source : known.sources)
         numbers.push_back(m_table.sourceNumber(source));
+    const std::vector<Document> &documents = *known.documents;
     for (size_t i = 0; i < documents.size(); ++i) {
         if (!isThere(documents[i]))
             continue;
@@ -184,13 +221,12 @@ void LibraryContents::take(const Known &known, const std::vector<Document> &docu
             readMeta(*row);
     }
     Q_EMIT changed();
-    buildIndex(Fields::All);
+    buildIndex(Fields::All, known.documents);
 }
 
-void LibraryContents::buildIndex(Fields fields)
+void LibraryContents::buildIndex(Fields fields, Documents indexed)
 {
     m_reading = Reading::Texts;
-    const Documents indexed = documents();
     CatalogData data;
     if (fields == Fields::All)
         data = m_library.catalog().data(); // a copy that shares the texts themselves
@@ -241,6 +277,7 @@ void LibraryContents::takeIndex(std::unique_ptr<SearchIndex> index, const std::v
     runInBackground([old = std::shared_ptr<SearchIndex>(std::move(index))]() mutable { old.reset(); });
     if (fields == Fields::All) {
         m_changedMeanwhile.clear();
+        m_listed.reset();
         m_reading = Reading::Done;
     }
     Q_EMIT textsRead();
@@ -279,7 +316,7 @@ void LibraryContents::indexRow(Row row)
     constexpr SearchIndex::Slot kMany = 5000;
     if (m_reading == Reading::Done && m_index->removedCount() > kMany &&
         m_index->removedCount() > m_index->slotCount() / 2)
-        buildIndex(Fields::All);
+        buildIndex(Fields::All, documents());
 }
 
 bool LibraryContents::isMine(const QString &path) const

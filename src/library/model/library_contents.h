@@ -62,13 +62,14 @@ private:
     using Documents = std::shared_ptr<const std::vector<Document>>;
     enum class Fields { Names, All };
 
-    static std::shared_ptr<Loaded> filesOf(const QString &folder);
+    static std::shared_ptr<Loaded> filesOf(const QString &folder, const FolderWatch::Listing &listing);
     void takeFiles(Loaded &loaded);
+    void makeOrders();
     void learn();
-    void take(const Known &known, const std::vector<Document> &documents);
+    void take(const Known &known);
     Documents documents() const;
     bool isThere(const Document &document) const;
-    void buildIndex(Fields fields);
+    void buildIndex(Fields fields, Documents documents);
     void takeIndex(std::unique_ptr<SearchIndex> index, const std::vector<Document> &documents, Fields fields);
 
     bool follows() const { return m_reading == Reading::Texts || m_reading == Reading::Done; }
@@ -88,6 +89,7 @@ private:
     Library &m_library;
     QString m_folder;
     CaptureTable m_table;
+    Documents m_listed; // all captures as they were listed, until they are indexed
     std::unique_ptr<SearchIndex> m_index;
     Reading m_reading = Reading::Nothing;
     QStringList m_missed;             // told while a worker listed the files

@@ -317,8 +317,12 @@ void LibraryWork::renameSome(BatchJob *job, const Names &names, int renamed)
 
 void LibraryWork::runAutoDelete(WhenNothing whenNothing)
 {
-    const QStringList outdated =
-        outdatedCaptures(m_parts.library, m_parts.prefs.autoDeleteDays(), m_parts.clock.now());
+    whenOutdated(m_parts.library, m_parts.prefs.autoDeleteDays(), m_parts.clock.now(), this,
+                 [this, whenNothing](const QStringList &outdated) { removeOutdated(outdated, whenNothing); });
+}
+
+void LibraryWork::removeOutdated(const QStringList &outdated, WhenNothing whenNothing)
+{
     if (outdated.isEmpty() && whenNothing == WhenNothing::Silent)
         return;
     whenDone(m_parts.library.removeInBackground(outdated), this,

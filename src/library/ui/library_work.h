@@ -95,6 +95,7 @@ public:
     QFuture<Result<QString>> apiKey() const;
 
 private:
+    void removeOutdated(const QStringList &outdated, WhenNothing whenNothing);
     template <typename T>
     BatchJob *start(const QString &what, std::function<T(const Progress &)> work,
                     std::function<Result<void>(T)> then);
