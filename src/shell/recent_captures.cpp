@@ -30,6 +30,7 @@ RecentCaptures::RecentCaptures(Library &library, QObject *parent) : QObject(pare
         if (m_isWatched)
             reload();
     });
+    reload(); // so that they are there when the panel first opens
 }
 
 void RecentCaptures::setWatched(bool watched)
@@ -42,12 +43,12 @@ void RecentCaptures::setWatched(bool watched)
 void RecentCaptures::reload()
 {
     m_isStale = false;
-    m_library.whenListed(this, [this](const FolderWatch::Listing &files) {
+    m_library.whenListed(this, [this, look = ++m_look](const FolderWatch::Listing &files) {
         const auto pick = [files, folder = m_library.folder()] {
             return Library::newest(files, folder, kCount);
         };
-        whenDone(runInBackground(pick), this, [this](const QStringList &newest) {
-            if (std::exchange(m_items, newest) != m_items)
+        whenDone(runInBackground(pick), this, [this, look](const QStringList &newest) {
+            if (look == m_look && std::exchange(m_items, newest) != m_items)
                 Q_EMIT changed();
         });
     });

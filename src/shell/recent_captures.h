@@ -21,6 +21,7 @@ public:
     const QStringList &items() const { return m_items; }
     // Follows the Library from now on, or no longer.
     void setWatched(bool watched);
+    // Looks on a worker.
     void reload();
 
 Q_SIGNALS:
@@ -31,6 +32,7 @@ private:
     QStringList m_items;
     bool m_isWatched = false;
     bool m_isStale = true;
+    int m_look = 0; // only what the last one found counts
 };
 
 // One capture, small: a click opens it, it can be dragged out, and a menu has the rest.

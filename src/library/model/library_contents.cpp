@@ -5,6 +5,7 @@
 #include "library/library_names.h"
 
 #include <QTimer>
+#include <malloc.h>
 
 namespace {
 
@@ -273,8 +274,11 @@ void LibraryContents::takeIndex(std::unique_ptr<SearchIndex> index, const std::v
             m_index->remove(m_table.at(row).slot);
         m_table.at(row).slot = m_index->add(fieldsOf(row));
     }
-    // To give its memory back takes a while.
-    runInBackground([old = std::shared_ptr<SearchIndex>(std::move(index))]() mutable { old.reset(); });
+    // To give its memory back takes a while, and so does giving back what all this work has left in between.
+    runInBackground([old = std::shared_ptr<SearchIndex>(std::move(index))]() mutable {
+        old.reset();
+        malloc_trim(0);
+    });
     if (fields == Fields::All) {
         m_changedMeanwhile.clear();
         m_listed.reset();
