@@ -3372,6 +3372,14 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
             <numerusform>%n Bilder konnten nicht gelesen werden und fehlen</numerusform>
         </translation>
     </message>
+    <message>
+        <source>P to play</source>
+        <translation>P zum Abspielen</translation>
+    </message>
+    <message>
+        <source>P to pause</source>
+        <translation>P zum Anhalten</translation>
+    </message>
 </context>
 <context>
     <name>PinsTexts</name>

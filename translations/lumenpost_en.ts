@@ -3371,6 +3371,14 @@ Space previews, Return opens.</source>
             <numerusform>%n pictures could not be read and were left out</numerusform>
         </translation>
     </message>
+    <message>
+        <source>P to play</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>P to pause</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PinsTexts</name>

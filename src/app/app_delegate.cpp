@@ -382,6 +382,7 @@ void AppDelegate::buildLibraryWindow()
             .work = *m_libraryWork,
             .hashFile = Duplicates::cacheFile(*m_platform.paths),
             .openItem = [this](const QString &path) { m_documents->openLibraryItem(path); },
+            .playSound = playSound(*m_platform.movies, *m_platform.soundOutput),
         });
     });
 }

@@ -2,6 +2,7 @@
 
 #include "app/singleton_windows.h"
 #include "library/library.h"
+#include "recording/film_sound.h"
 #include "recording/ui/video_editor_view.h"
 #include "recording/ui/video_editor_window_controller.h"
 #include "settings/app_settings.h"
@@ -20,6 +21,13 @@ QString standardized(const QString &path)
 }
 
 } // namespace
+
+std::function<std::shared_ptr<void>(const QString &, double)> playSound(Movies &movies, SoundOutput &output)
+{
+    return [&movies, &output](const QString &film, double from) -> std::shared_ptr<void> {
+        return FilmSound::start(movies, output, film, from);
+    };
+}
 
 FilmWindows::FilmWindows(const Parts &parts, QObject *parent)
     : QObject(parent), m_parts(parts), m_exports({parts.movies, parts.notices, parts.pending, m_threads})

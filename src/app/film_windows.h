@@ -16,6 +16,11 @@ class SpeechEngine;
 class VideoEditorWindowController;
 class Workspace;
 
+// The sound of a film for who plays its pictures, from a second of it on until what is returned is gone;
+// nothing when it has none. To be called on a worker, while both are there.
+std::function<std::shared_ptr<void>(const QString &film, double from)> playSound(Movies &movies,
+                                                                                SoundOutput &output);
+
 // The windows of films that are open, one a film, and the exports that were started from them.
 class FilmWindows : public QObject {
     Q_OBJECT

@@ -15,7 +15,9 @@
 #include "support/stage.h"
 
 #include <QTest>
+#include <atomic>
 #include <gtest/gtest.h>
+#include <mutex>
 
 // A window with ten captures, A to J from newest to oldest, in two sections: A to E of today, the rest of the
 // day before.
@@ -61,6 +63,11 @@ protected:
             .work = *m_work,
             .hashFile = home.path("hashes"),
             .openItem = [this](const QString &path) { m_opened.append(QFileInfo(path).completeBaseName()); },
+            .playSound = [this](const QString &, double from) -> std::shared_ptr<void> {
+                const std::lock_guard guard(m_soundMutex);
+                m_sounds.append(from);
+                return std::shared_ptr<void>(this, [this](void *) { ++m_silenced; });
+            },
         });
         // Four cards in a row.
         m_window->resize(1180, 740);
@@ -83,6 +90,9 @@ protected:
     }
     QPoint middle(int index) { return grid().cardRect(index).center().toPoint(); }
 
+    std::mutex m_soundMutex;
+    QList<double> m_sounds; // where the sounds of films began
+    std::atomic<int> m_silenced = 0;
     PendingWork m_pending;
     Pins m_pins{machine.pasteboard, notices};
     TextRecognizer m_recognizer{machine.text, machine.faces};

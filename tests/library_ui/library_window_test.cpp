@@ -1,3 +1,4 @@
+#include "library/ui/preview_overlay.h"
 #include "library_window_stage.h"
 #include "support/accessible_walk.h"
 
@@ -121,4 +122,32 @@ TEST_F(LibraryWindowTest, ReadersAndTheKeyboardGetEverywhere)
     AccessibleWalk::expectUsable(*m_window, 20, 6);
     QTest::keyClick(&grid(), Qt::Key_Home);
     AccessibleWalk::expectUsable(*m_window, 25, 8);
+}
+
+TEST_F(LibraryWindowTest, APreviewedFilmIsHeardUntilItIsPausedOrClosed)
+{
+    machine.movies.hasPictures = true;
+    const QString film = home.path("Shots/Film.mp4");
+    ASSERT_TRUE(QFile::copy(inFolder("A"), film));
+    m_model->reload();
+    const auto sounds = [this] {
+        const std::lock_guard guard(m_soundMutex);
+        return m_sounds;
+    };
+    QTest::mouseMove(grid().viewport(), middle(m_model->visibleIndex(film)));
+    m_model->setSelection({film});
+    QTest::qWait(100);
+    EXPECT_TRUE(sounds().isEmpty()) << "under the pointer it is silent";
+    m_model->setPreviewing(film);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sounds() == QList<double>{0}; }));
+    auto *preview = m_window->findChild<PreviewOverlay *>();
+    QTest::qWait(150);
+    QTest::keyClick(preview, Qt::Key_P);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_silenced == 1; }));
+    QTest::mouseClick(preview, Qt::LeftButton, {}, preview->rect().center());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sounds().size() == 2; }));
+    EXPECT_GT(sounds().last(), 0);
+    QTest::keyClick(preview, Qt::Key_Space);
+    EXPECT_FALSE(preview->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_silenced == sounds().size(); }));
 }

@@ -2,6 +2,7 @@
 
 #include "library/library.h"
 #include "library/model/library_choices.h"
+#include "library/ui/film_player.h"
 
 #include <QObject>
 #include <QString>
@@ -32,6 +33,7 @@ struct LibraryPorts {
     LibraryWork &work;
     QString hashFile; // where the hashes of pictures are kept
     std::function<void(const QString &path)> openItem;
+    FilmPlayer::PlaySound playSound = {}; // of a film that is previewed
 };
 
 // What can be done with captures, for menus, keys and buttons alike. Tells what it did as notices.

@@ -24,6 +24,7 @@ PreviewOverlay::PreviewOverlay(const LibraryPorts &ports, LibraryActions &action
 {
     setFocusPolicy(Qt::StrongFocus);
     setProperty("focusRadius", -1);
+    m_player.setSound(ports.playSound);
     hide();
     window->installEventFilter(this);
     connect(&m_ports.model, &LibraryModel::previewingChanged, this, &PreviewOverlay::follow);
@@ -96,20 +97,34 @@ QRectF PreviewOverlay::place() const
     return QRectF(rect()).adjusted(kMargin, kHead, -kMargin, -kFoot);
 }
 
+const QImage &PreviewOverlay::shown() const
+{
+    return m_player.picture().isNull() ? m_picture : m_player.picture();
+}
+
+QRectF PreviewOverlay::frameOf(const QImage &shown) const
+{
+    QSizeF size = QSizeF(shown.size()) / devicePixelRatioF();
+    // A film may be smaller than its place, a picture that is isn't enlarged either.
+    if (size.width() > place().width() || size.height() > place().height())
+        size.scale(place().size(), Qt::KeepAspectRatio);
+    QRectF frame(QPointF(), size);
+    frame.moveCenter(place().center());
+    return frame;
+}
+
+void PreviewOverlay::togglePause()
+{
+    m_player.setPaused(!m_player.isPaused());
+}
+
 void PreviewOverlay::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), Theme::canvasSurround());
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const QImage &shown = m_player.picture().isNull() ? m_picture : m_player.picture();
-    if (!shown.isNull()) {
-        QSizeF size = QSizeF(shown.size()) / devicePixelRatioF();
-        // A film may be smaller than its place, a picture that is isn't enlarged either.
-        if (size.width() > place().width() || size.height() > place().height())
-            size.scale(place().size(), Qt::KeepAspectRatio);
-        QRectF frame(QPointF(), size);
-        frame.moveCenter(place().center());
-        painter.drawImage(frame, shown);
+    if (!shown().isNull()) {
+        painter.drawImage(frameOf(shown()), shown());
     } else if (!m_isLoading) {
         painter.setFont(Theme::font(Theme::Type::Body));
         painter.setPen(Theme::onMaterialSecondary());
@@ -129,6 +144,9 @@ void PreviewOverlay::paintEvent(QPaintEvent *)
         const QString time = FilmThumbnails::durationText(m_player.position()) + QStringLiteral(" / ") +
                              FilmThumbnails::durationText(m_player.duration());
         Theme::drawTabular(painter, foot, Qt::AlignRight | Qt::AlignVCenter, time);
+        painter.drawText(foot, Qt::AlignLeft | Qt::AlignVCenter,
+                         m_player.isPaused() ? LibraryUiTexts::tr("P to play")
+                                             : LibraryUiTexts::tr("P to pause"));
     }
 }
 
@@ -158,13 +176,19 @@ void PreviewOverlay::keyPressEvent(QKeyEvent *event)
     }
     case Qt::Key_Delete:
         return m_actions.trash({m_path});
+    case Qt::Key_P:
+    case Qt::Key_MediaPlay:
+    case Qt::Key_MediaTogglePlayPause:
+        return togglePause();
     default:
         event->accept(); // the window behind is out of reach
     }
 }
 
-void PreviewOverlay::mousePressEvent(QMouseEvent *)
+void PreviewOverlay::mousePressEvent(QMouseEvent *event)
 {
+    if (m_player.duration() > 0 && frameOf(shown()).contains(event->position()))
+        return togglePause();
     m_ports.model.setPreviewing(std::nullopt);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "library/ui/film_player.h"
 #include "library/ui/library_actions.h"
 
 #include <QImage>
@@ -28,6 +27,9 @@ private:
     void load(const QString &path);
     void take(const QString &path, const QImage &picture);
     QRectF place() const;
+    QRectF frameOf(const QImage &shown) const;
+    const QImage &shown() const;
+    void togglePause();
     void browse(int delta);
 
     LibraryPorts m_ports;
