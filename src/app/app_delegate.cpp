@@ -48,6 +48,7 @@
 #include "settings/defaults.h"
 #include "settings/migration.h"
 #include "ui/appearance.h"
+#include "ui/floating.h"
 #include "ui/tips.h"
 #include "ui/toast.h"
 
@@ -65,10 +66,16 @@ AppDelegate::AppDelegate(QApplication &application)
     : m_application(application), m_platform(makePlatform()), m_quitting(application, m_pending)
 {
     Log::setDirectory(m_platform.paths->state());
+    if (m_platform.workspace->placesFloats()) {
+        Floating::setPlacer([this](const QString &title, const QRect &frame) {
+            m_platform.workspace->placeFloat(title, frame);
+        });
+    }
 }
 
 AppDelegate::~AppDelegate()
 {
+    Floating::setPlacer({});
     if (m_library)
         m_library->stopCopying();
     // What workers still do, such as reading the text of a capture, refers to parts that go now.

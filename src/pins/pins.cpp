@@ -121,6 +121,7 @@ PinWindow::PinWindow(Pins &pins, const QImage &image, const QRectF &frame, doubl
     setAttribute(Qt::WA_ShowWithoutActivating); // the keyboard stays with what was worked on
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(PinsTexts::tr("Pinned Image"));
+    Floating::announce(this);
     setAccessibleName(PinsTexts::tr("Pinned image"));
     setAccessibleDescription(
         PinsTexts::tr("Arrow keys move it, with Alt they size it. Tab goes to the next one, Esc closes it."));

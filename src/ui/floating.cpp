@@ -1,14 +1,56 @@
 #include "ui/floating.h"
 
+#include "platform/workspace.h"
 #include "ui/theme.h"
 
 #include <QBitmap>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPen>
 #include <QtGui/private/qtx11extras_p.h>
 
+namespace {
+
+Floating::Placer &placer()
+{
+    static Floating::Placer placer;
+    return placer;
+}
+
+// Hears of windows before they are shown.
+class Announcer : public QObject {
+public:
+    explicit Announcer(QWidget *window) : QObject(window) { window->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *window = static_cast<QWidget *>(watched);
+        const bool isFree = window->isWindow() && window->windowType() != Qt::ToolTip;
+        if (event->type() == QEvent::Show && !event->spontaneous() && isFree && placer()) {
+            const QRect frame = window->geometry();
+            const QString title =
+                QStringLiteral("%1 %2,%3").arg(QLatin1String(kFloatTitle)).arg(frame.x()).arg(frame.y());
+            window->setWindowTitle(title);
+            placer()(title, frame);
+        }
+        return false;
+    }
+};
+
+} // namespace
+
 namespace Floating {
+
+void setPlacer(Placer chosen)
+{
+    placer() = std::move(chosen);
+}
+
+void announce(QWidget *window)
+{
+    if (placer())
+        new Announcer(window);
+}
 
 bool isComposited()
 {
@@ -23,6 +65,7 @@ void prepare(QWidget *panel)
                           Qt::NoDropShadowWindowHint);
     panel->setAttribute(Qt::WA_ShowWithoutActivating);
     panel->setAttribute(Qt::WA_TranslucentBackground, isComposited());
+    announce(panel);
 }
 
 void applyShape(QWidget *panel, qreal radius)

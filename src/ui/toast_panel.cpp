@@ -189,7 +189,11 @@ void ToastPanel::showAt(const QPoint &topLeft, int milliseconds)
 
 void ToastPanel::fade()
 {
-    m_fade->start();
+    // Where windows can't grow paler, it would only stay longer.
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        Q_EMIT finished();
+    else
+        m_fade->start();
 }
 
 void ToastPanel::paintEvent(QPaintEvent *)
@@ -216,8 +220,10 @@ void ToastPanel::leaveEvent(QEvent *)
 void ToastPanel::stay()
 {
     m_leaving.stop();
-    m_fade->stop();
-    setWindowOpacity(1);
+    if (m_fade->state() == QAbstractAnimation::Running) {
+        m_fade->stop();
+        setWindowOpacity(1);
+    }
 }
 
 void ToastPanel::setHeld(bool isHeld)

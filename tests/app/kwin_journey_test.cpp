@@ -1,8 +1,12 @@
 #include "platform/kwin/kwin_hand.h"
 #include "platform/kwin/kwin_window.h"
+#include "platform/wayland/kwin_windows.h"
 #include "platform/wayland/wayland_screen_pictures.h"
 #include "platform/wayland/wayland_screens.h"
 #include "running_program.h"
+
+#include <QRegularExpression>
+#include <algorithm>
 
 namespace {
 
@@ -52,6 +56,21 @@ TEST_F(KWinJourney, CapturesByShortcutRegionWindowAndScreenToThePixel)
     hand.drag(QPointF(220, 170), QPointF(420, 320));
     ASSERT_TRUE(waitForCaptures(1));
     EXPECT_EQ(last(), window.picture().copy(20, 20, 200, 150));
+
+    // What tells of it stands where it wants to.
+    const QRegularExpression place("^lumenpost-float (\\d+),(\\d+)");
+    const KWinWindows windows;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            const QList<WaylandWindow> all = windows.list();
+            return std::ranges::any_of(all, [&](const WaylandWindow &each) {
+                const auto told = place.match(each.listed.title);
+                return told.hasMatch() && !each.hasFocus &&
+                       each.listed.frame.topLeft() ==
+                           QPointF(told.captured(1).toInt(), told.captured(2).toInt());
+            });
+        },
+        20000));
 
     openOverlay(KEY_C, window);
     hand.move(QPointF(400, 300));

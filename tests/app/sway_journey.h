@@ -9,6 +9,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 // The program in a session of sway, which is asked for things by commands as keys of the desktop are bound
 // to.
@@ -25,6 +26,21 @@ protected:
         process.start(binary(), words);
         ASSERT_TRUE(process.waitForFinished(20000));
         ASSERT_EQ(process.exitCode(), 0);
+    }
+    // A window whose title matches; empty when there is none.
+    static QJsonObject node(const QRegularExpression &title)
+    {
+        QList<QJsonObject> left{SwayIpc::ask(SwayIpc::Ask::Tree).value_or(QJsonDocument()).object()};
+        while (!left.isEmpty()) {
+            const QJsonObject each = left.takeFirst();
+            if (title.match(each.value("name").toString()).hasMatch())
+                return each;
+            for (const QLatin1String kind : {QLatin1String("nodes"), QLatin1String("floating_nodes")}) {
+                for (const QJsonValue &child : each.value(kind).toArray())
+                    left.append(child.toObject());
+            }
+        }
+        return {};
     }
     // How many windows of the program have that title and are in front on their screens.
     static int shown(const QString &title)

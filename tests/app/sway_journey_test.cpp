@@ -15,6 +15,16 @@ TEST_F(SwayJourney, CapturesWhatIsPointedAtOnEachScreenToThePixel)
     EXPECT_EQ(QImage(captures().first()).convertToFormat(QImage::Format_RGB32),
               plain.picture().copy(20, 20, 200, 150));
 
+    // What tells of it stands where it wants to, above the others, and has not the keyboard.
+    const QRegularExpression place("^lumenpost-float (\\d+),(\\d+)$");
+    QJsonObject toast;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !(toast = node(place)).isEmpty(); }, 20000));
+    const auto told = place.match(toast["name"].toString());
+    EXPECT_EQ(toast["rect"].toObject()["x"].toInt(), told.captured(1).toInt());
+    EXPECT_EQ(toast["rect"].toObject()["y"].toInt(), told.captured(2).toInt());
+    EXPECT_EQ(toast["type"].toString(), "floating_con");
+    EXPECT_FALSE(toast["focused"].toBool());
+
     openOverlay("region", plain, fine);
     aim(fine, QPointF(1400, 100));
     hand.drag(QPointF(1400, 100), QPointF(1600, 240));

@@ -90,8 +90,8 @@ KWinScript::KWinScript()
 
 KWinScript::~KWinScript()
 {
-    if (m_watching)
-        unload(m_watching->fileName());
+    for (const auto &script : m_kept)
+        unload(script->fileName());
     m_thread.quit();
     m_thread.wait();
 }
@@ -160,12 +160,26 @@ int KWinScript::watchActivations()
     const QMutexLocker lock(&m_running);
     open();
     const int file = m_answers->openEvents();
-    if (!m_watching) {
-        m_watching = load(QStringLiteral("(workspace.windowActivated || workspace.clientActivated).connect("
-                                         "function () { callDBus('%1', '%2', '%3', 'activated'); });")
-                              .arg(m_answers->bus().baseService(), kPath, kAnswers));
+    if (!m_isWatching) {
+        auto script = load(QStringLiteral("(workspace.windowActivated || workspace.clientActivated).connect("
+                                          "function () { callDBus('%1', '%2', '%3', 'activated'); });")
+                               .arg(m_answers->bus().baseService(), kPath, kAnswers));
+        m_isWatching = script != nullptr;
+        if (script)
+            m_kept.push_back(std::move(script));
     }
     return file;
+}
+
+bool KWinScript::keep(const QString &source)
+{
+    const QMutexLocker lock(&m_running);
+    open();
+    auto script = load(source);
+    if (!script)
+        return false;
+    m_kept.push_back(std::move(script));
+    return true;
 }
 
 #include "kwin_script.moc"

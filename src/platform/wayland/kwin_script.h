@@ -8,6 +8,7 @@
 #include <QWaitCondition>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QTemporaryFile;
 
@@ -23,6 +24,9 @@ public:
     // Whoever asks closes it.
     int watchActivations();
 
+    // Runs a script that connects itself to what happens, until this ends. False when KWin doesn't answer.
+    bool keep(const QString &source);
+
 private:
     class Answers;
 
@@ -35,5 +39,6 @@ private:
     QThread m_thread; // hears the answers, whoever waits for them
     std::unique_ptr<Answers> m_answers;
     int m_count = 0;
-    std::unique_ptr<QTemporaryFile> m_watching; // the script that stays
+    std::vector<std::unique_ptr<QTemporaryFile>> m_kept; // scripts that stay
+    bool m_isWatching = false;
 };

@@ -1,7 +1,9 @@
 #include "platform/wayland/kwin_windows.h"
 
 #include "platform/wayland/kwin_pictures.h"
+#include "platform/workspace.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -32,6 +34,27 @@ for (var i = 0; i < all.length; i++) {
                ordinary: w.normalWindow || w.dialog, active: w == active, fills: w.fullScreen});
 }
 return told;
+)");
+
+// Their titles tell the place.
+const QString kFloats = QStringLiteral(R"(
+function float(w) {
+    var place = w && w.pid == %1 ? /^%2 (-?\d+),(-?\d+)/.exec(w.caption) : null;
+    if (!place) return;
+    var before = workspace.activeWindow || workspace.activeClient;
+    var g = w.frameGeometry;
+    w.frameGeometry = {x: Number(place[1]), y: Number(place[2]), width: g.width, height: g.height};
+    w.keepAbove = true; w.skipTaskbar = true; w.skipPager = true; w.skipSwitcher = true; w.onAllDesktops = true;
+    if (!before || before == w) return;
+    var activated = workspace.windowActivated || workspace.clientActivated;
+    var giveBack = function (now) {
+        activated.disconnect(giveBack);
+        if (now != w) return;
+        if ('activeWindow' in workspace) workspace.activeWindow = before; else workspace.activeClient = before;
+    };
+    activated.connect(giveBack);
+}
+(workspace.windowAdded || workspace.clientAdded).connect(float);
 )");
 
 quint32 idOf(const QString &handle)
@@ -106,6 +129,13 @@ QString KWinWindows::handle(quint32 id) const
 {
     const QMutexLocker lock(&m_mutex);
     return m_handles.value(id);
+}
+
+void KWinWindows::expectFloat(const QString &, const QRect &)
+{
+    if (!m_placesFloats)
+        m_placesFloats =
+            m_script.keep(kFloats.arg(QCoreApplication::applicationPid()).arg(QLatin1String(kFloatTitle)));
 }
 
 void KWinWindows::activate(quint32 id)

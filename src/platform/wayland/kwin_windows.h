@@ -12,7 +12,8 @@ public:
     QList<WaylandWindow> list() const override;
     void activate(quint32 id) override;
     void expectCovers(const QByteArray &) override {} // windows that fill a screen move no others
-    void fillScreen(quint32) override {}              // and those below go on filling theirs
+    void expectFloat(const QString &title, const QRect &frame) override;
+    void fillScreen(quint32) override {} // and those below go on filling theirs
     std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) override;
     bool canHide() const override { return true; }
     std::optional<Result<QImage>> picture(quint32 id, Pointer pointer, WindowPart part) override;
@@ -22,6 +23,7 @@ public:
 private:
     QString handle(quint32 id) const;
 
+    bool m_placesFloats = false;
     mutable KWinScript m_script;
     mutable QMutex m_mutex;
     mutable QHash<quint32, QString> m_handles; // of the windows of the last list

@@ -92,6 +92,23 @@ void SwayWindows::expectCovers(const QByteArray &title)
         m_expected = title; // the rule stays
 }
 
+// Rules stay as long as the session: one for each place that is used.
+void SwayWindows::expectFloat(const QString &title, const QRect &frame)
+{
+    if (m_floats.contains(title))
+        return;
+    const QByteArray which = "[pid=" + QByteArray::number(QCoreApplication::applicationPid()) + " title=\"^" +
+                             title.toUtf8() + "$\"] ";
+    const QByteArray place = QByteArray::number(frame.x()) + ' ' + QByteArray::number(frame.y());
+    // A rule each: what follows a comma would be done at once, with another window.
+    QByteArray rules = "no_focus " + which;
+    for (const QByteArray &rule : {QByteArray("floating enable"), QByteArray("border none"),
+                                   QByteArray("sticky enable"), "move absolute position " + place})
+        rules += ";for_window " + which + rule;
+    if (SwayIpc::run(rules))
+        m_floats.insert(title);
+}
+
 void SwayWindows::fillScreen(quint32 id)
 {
     SwayIpc::run(about(id) + "fullscreen enable");

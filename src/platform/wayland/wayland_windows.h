@@ -32,6 +32,8 @@ public:
     virtual void activate(quint32 id) = 0;
     // Windows of this program with that title will cover screens: the others shall stay as they are.
     virtual void expectCovers(const QByteArray &title) = 0;
+    // One with that title will float over the others there, without the keyboard.
+    virtual void expectFloat(const QString &title, const QRect &frame) = 0;
     // Lets a window fill its screen again after that was covered.
     virtual void fillScreen(quint32 id) = 0;
     // Null where windows can't be hidden.

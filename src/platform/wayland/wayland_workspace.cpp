@@ -64,6 +64,12 @@ void WaylandWorkspace::restoreActiveWindow()
         m_windows->activate(m_remembered);
 }
 
+void WaylandWorkspace::placeFloat(const QString &title, const QRect &frame)
+{
+    if (m_windows)
+        m_windows->expectFloat(title, frame);
+}
+
 void WaylandWorkspace::connectNotify(const QMetaMethod &signal)
 {
     if (signal != QMetaMethod::fromSignal(&Workspace::activated) || !m_windows || m_notifier)

@@ -25,6 +25,8 @@ public:
     Result<void> reveal(const QString &path) override;
     void rememberActiveWindow() override;
     void restoreActiveWindow() override;
+    bool placesFloats() const override { return m_windows != nullptr; }
+    void placeFloat(const QString &title, const QRect &frame) override;
 
 protected:
     void connectNotify(const QMetaMethod &signal) override;
