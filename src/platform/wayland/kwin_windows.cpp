@@ -36,25 +36,26 @@ for (var i = 0; i < all.length; i++) {
 return told;
 )");
 
-// Their titles tell the place.
+// Their titles tell the place. One that is given the keyboard hands it on to the program that had it last.
 const QString kFloats = QStringLiteral(R"(
-function float(w) {
-    var place = w && w.pid == %1 ? /^%2 (-?\d+),(-?\d+)/.exec(w.caption) : null;
+var last = workspace.activeWindow || workspace.activeClient, seen = [];
+function placeOf(w) {
+    return w && w.pid == %1 ? /^%2 (-?\d+),(-?\d+)/.exec(w.caption) : null;
+}
+(workspace.windowAdded || workspace.clientAdded).connect(function (w) {
+    var place = placeOf(w);
     if (!place) return;
-    var before = workspace.activeWindow || workspace.activeClient;
     var g = w.frameGeometry;
     w.frameGeometry = {x: Number(place[1]), y: Number(place[2]), width: g.width, height: g.height};
     w.keepAbove = true; w.skipTaskbar = true; w.skipPager = true; w.skipSwitcher = true; w.onAllDesktops = true;
-    if (!before || before == w) return;
-    var activated = workspace.windowActivated || workspace.clientActivated;
-    var giveBack = function (now) {
-        activated.disconnect(giveBack);
-        if (now != w) return;
-        if ('activeWindow' in workspace) workspace.activeWindow = before; else workspace.activeClient = before;
-    };
-    activated.connect(giveBack);
-}
-(workspace.windowAdded || workspace.clientAdded).connect(float);
+});
+(workspace.windowActivated || workspace.clientActivated).connect(function (w) {
+    if (w && !placeOf(w) && String(w.caption) != '%3') last = w;
+    if (!placeOf(w) || seen.indexOf(String(w.internalId)) >= 0) return;
+    seen.push(String(w.internalId)); // a click on it later is meant
+    if (!last || last.deleted) return;
+    if ('activeWindow' in workspace) workspace.activeWindow = last; else workspace.activeClient = last;
+});
 )");
 
 quint32 idOf(const QString &handle)
@@ -135,7 +136,8 @@ void KWinWindows::expectFloat(const QString &, const QRect &)
 {
     if (!m_placesFloats)
         m_placesFloats =
-            m_script.keep(kFloats.arg(QCoreApplication::applicationPid()).arg(QLatin1String(kFloatTitle)));
+            m_script.keep(kFloats.arg(QCoreApplication::applicationPid())
+                              .arg(QLatin1String(kFloatTitle), QLatin1String(kScreenCoverTitle)));
 }
 
 void KWinWindows::activate(quint32 id)
