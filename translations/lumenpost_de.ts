@@ -986,6 +986,10 @@
         <source>Read in this language alone, such as de or deu; may be given several times. Otherwise every installed one is used where lines are in it</source>
         <translation>Nur in dieser Sprache lesen, etwa de oder deu; kann mehrmals angegeben werden. Sonst dient jede installierte, wo Zeilen in ihr stehen</translation>
     </message>
+    <message>
+        <source>A kind of private text to leave as it is, beside those that the settings leave; may be given several times</source>
+        <translation>Eine Art privaten Texts, die stehen bleibt, neben denen, die die Einstellungen stehen lassen; kann mehrmals angegeben werden</translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
@@ -5153,6 +5157,34 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>Capture panel</source>
         <translation>Aufnahmefenster</translation>
+    </message>
+    <message>
+        <source>IPv6 addresses</source>
+        <translation>IPv6-Adressen</translation>
+    </message>
+    <message>
+        <source>Addresses of network devices</source>
+        <translation>Adressen von Netzwerkgeräten</translation>
+    </message>
+    <message>
+        <source>Bank accounts (IBAN)</source>
+        <translation>Bankkonten (IBAN)</translation>
+    </message>
+    <message>
+        <source>What stands after “password”, “token” and the like</source>
+        <translation>Was hinter „Passwort“, „Token“ und Ähnlichem steht</translation>
+    </message>
+    <message>
+        <source>Long keys with + and /</source>
+        <translation>Lange Schlüssel mit + und /</translation>
+    </message>
+    <message>
+        <source>Automatic redaction also hides</source>
+        <translation>Automatisch verdeckt werden auch</translation>
+    </message>
+    <message>
+        <source>E-mail addresses, telephone and other long numbers, and the keys of well-known services are hidden in any case.</source>
+        <translation>E-Mail-Adressen, Telefon- und andere lange Nummern sowie die Schlüssel bekannter Dienste werden in jedem Fall verdeckt.</translation>
     </message>
 </context>
 <context>

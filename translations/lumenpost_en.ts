@@ -986,6 +986,10 @@
         <source>Read in this language alone, such as de or deu; may be given several times. Otherwise every installed one is used where lines are in it</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>A kind of private text to leave as it is, beside those that the settings leave; may be given several times</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DiagnosticsTexts</name>
@@ -5151,6 +5155,34 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>Capture panel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>IPv6 addresses</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Addresses of network devices</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bank accounts (IBAN)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What stands after “password”, “token” and the like</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Long keys with + and /</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Automatic redaction also hides</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>E-mail addresses, telephone and other long numbers, and the keys of well-known services are hidden in any case.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -60,6 +60,42 @@ QString secret(QRandomGenerator &random)
     return kinds[size_t(random.bounded(int(kinds.size())))]();
 }
 
+// Of the kinds that can be switched off, with what must stand before them.
+TruthLine furtherSecret(QRandomGenerator &random)
+{
+    const auto hex = [&](int count) { return signsOf(random, kHex, count); };
+    const auto joined = [&](int groups, int signs, const QString &mark) {
+        QStringList list;
+        for (int i = 0; i < groups; ++i)
+            list += hex(signs);
+        return list.join(mark);
+    };
+    switch (random.bounded(5)) {
+    case 0:
+        return {{}, "2001:db8:" + hex(4) + "::" + joined(3, 4, ":"), {}};
+    case 1:
+        return {{}, joined(6, 2, random.bounded(2) ? ":" : "-"), {}};
+    case 2: {
+        const QString account = signsOf(random, kDigits, 18);
+        int rest = 0;
+        for (const QChar c : account + "131400") // the letters of the country, and the place of the checksum
+            rest = (rest * 10 + c.digitValue()) % 97;
+        QString iban = QString("DE%1").arg(98 - rest, 2, 10, QChar('0')) + account;
+        for (qsizetype at = 20; at > 0; at -= 4)
+            iban.insert(at, ' ');
+        return {{}, iban, {}};
+    }
+    case 3:
+        return {oneOf(random, QStringList{"Password: ", "pw: ", "API_TOKEN=", "client secret: "}),
+                signsOf(random, u"abcdefghkmnpqrstuvwxyz23456789!$%", 9),
+                {}};
+    default:
+        return {{},
+                signsOf(random, kAny, 12) + '/' + signsOf(random, kAny, 15) + '+' + signsOf(random, kAny, 11),
+                {}};
+    }
+}
+
 QString words(QRandomGenerator &random, int count)
 {
     static const QStringList list{
@@ -184,7 +220,13 @@ QList<TruthLine> privateLines(QRandomGenerator &random, int count, int mostSigns
             line.after = ' ' + words(random, isShort ? 2 : 4);
         } else {
             line.before += ' ';
-            line.secret = secret(random);
+            if (random.bounded(4) == 0) {
+                const TruthLine further = furtherSecret(random);
+                line.before += further.before;
+                line.secret = further.secret;
+            } else {
+                line.secret = secret(random);
+            }
             if (!isShort)
                 line.after = ' ' + words(random, 2);
         }

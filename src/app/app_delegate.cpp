@@ -40,6 +40,7 @@
 #include "platform/workspace.h"
 #include "recording/recording_place.h"
 #include "services/claude_client.h"
+#include "services/further_kinds.h"
 #include "services/text_recognizer.h"
 #include "services/uploader.h"
 #include "settings/app_settings.h"
@@ -119,6 +120,11 @@ Result<bool> AppDelegate::launch(const QStringList &words)
     m_library->watch();
     m_capturer = std::make_unique<ScreenCapturer>(*m_platform.screens, *m_platform.pictures);
     m_recognizer = std::make_unique<TextRecognizer>(*m_platform.text, *m_platform.faces);
+    const auto chooseKinds = [this] {
+        m_recognizer->setFurtherKinds(SensitiveText::furtherKindsBut(m_prefs->privateKindsOff()));
+    };
+    chooseKinds();
+    connect(m_prefs.get(), &AppSettings::changed, this, chooseKinds);
     m_claude = std::make_unique<ClaudeClient>(*m_platform.http, *m_prefs);
     buildCaptures();
     buildRecordings();

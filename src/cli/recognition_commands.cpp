@@ -7,8 +7,10 @@
 #include "base/file_name.h"
 #include "document/pixelation.h"
 #include "platform/platform.h"
+#include "services/further_kinds.h"
 #include "services/redacted_areas.h"
 #include "services/text_recognizer.h"
+#include "settings/app_settings.h"
 
 #include <CLI/CLI.hpp>
 #include <QJsonArray>
@@ -19,6 +21,17 @@ namespace {
 TextRecognizer recognizer(CommandContext &context)
 {
     return {*context.platform().text, *context.platform().faces};
+}
+
+// Looks for what the settings say is private, without the kinds with these names.
+TextRecognizer recognizerWithout(CommandContext &context, const std::vector<std::string> &names)
+{
+    TextRecognizer reader = recognizer(context);
+    QStringList off = context.settings().privateKindsOff();
+    for (const std::string &name : names)
+        off.append(QString::fromStdString(name));
+    reader.setFurtherKinds(SensitiveText::furtherKindsBut(off));
+    return reader;
 }
 
 // Reads in the named languages alone; in all that are installed when there is none.
@@ -117,13 +130,12 @@ void printBoxes(CommandContext &context, const Result<QList<QRectF>> &boxes, QSi
         context.status = ExitStatus::NothingFound;
 }
 
-void redact(CommandContext &context, const std::string &file, Redaction::Mode mode, const std::string &output,
-            bool json)
+void redact(CommandContext &context, const std::string &file, Redaction::Mode mode, TextRecognizer reader,
+            const std::string &output, bool json)
 {
     const auto image = Pictures::read(context, file);
     if (!image)
         return;
-    TextRecognizer reader = recognizer(context);
     const auto rects = waitFor(Redaction::find(reader, *image, mode));
     if (!rects) {
         context.fail(rects.error());
@@ -160,6 +172,21 @@ void addBoxFormat(CLI::App *command, bool &json)
         help(CliTexts::tr("Print an object that tells the coordinates and the picture's size too")));
 }
 
+void addLeft(CLI::App *command, std::vector<std::string> &names)
+{
+    std::vector<std::string> known;
+    for (const SensitiveText::FurtherKind kind : SensitiveText::allFurtherKinds())
+        known.push_back(SensitiveText::nameOf(kind).toStdString());
+    command
+        ->add_option(
+            "--leave", names,
+            help(CliTexts::tr("A kind of private text to leave as it is, beside those that the settings "
+                              "leave; may be given several times")))
+        ->type_name("KIND")
+        ->allow_extra_args(false)
+        ->check(CLI::IsMember(known));
+}
+
 } // namespace
 
 void addRecognitionCommands(CLI::App &app, CommandContext &context)
@@ -167,6 +194,7 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
     struct Words {
         std::vector<std::string> files;
         std::vector<std::string> languages;
+        std::vector<std::string> left;
         std::string file;
         std::string output;
         Redaction::Mode mode = Redaction::Mode::Sensitive;
@@ -196,13 +224,14 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
     boxes->add_option("image", words->file, "Picture")->required()->type_name("IMAGE");
     boxes->add_flag("--sensitive", words->sensitive,
                     help(CliTexts::tr("Only addresses, numbers, keys and tokens")));
+    addLeft(boxes, words->left);
     addBoxFormat(boxes, words->json);
     setBody(boxes, context, Needs::Core, [&context, words] {
         const auto which =
             words->sensitive ? TextRecognizer::Boxes::Sensitive : TextRecognizer::Boxes::AllText;
         if (const auto image = Pictures::read(context, words->file))
-            printBoxes(context, waitFor(recognizer(context).boxes(*image, which)), image->size(),
-                       words->json ? BoxFormat::Described : BoxFormat::Array);
+            printBoxes(context, waitFor(recognizerWithout(context, words->left).boxes(*image, which)),
+                       image->size(), words->json ? BoxFormat::Described : BoxFormat::Array);
     });
 
     CLI::App *faces = app.add_subcommand("faces", help(CliTexts::tr("Where the faces in a picture are")));
@@ -222,9 +251,12 @@ void addRecognitionCommands(CLI::App &app, CommandContext &context)
         ->transform(oneOf<Redaction::Mode>({{"sensitive", Redaction::Mode::Sensitive},
                                             {"allText", Redaction::Mode::AllText},
                                             {"faces", Redaction::Mode::Faces}}));
+    addLeft(hiding, words->left);
     Pictures::addOutput(hiding, words->output, help(CliTexts::tr("Where the picture goes")))->required();
     hiding->add_flag("--json", words->json,
                      help(CliTexts::tr("Print how many places were hidden, and where in pixels")));
-    setBody(hiding, context, Needs::Core,
-            [&context, words] { redact(context, words->file, words->mode, words->output, words->json); });
+    setBody(hiding, context, Needs::Core, [&context, words] {
+        redact(context, words->file, words->mode, recognizerWithout(context, words->left), words->output,
+               words->json);
+    });
 }

@@ -206,10 +206,10 @@ double pitchOf(const RecognizedLine &line)
     return usual > 0 && 10 * even >= 8 * steps.size() ? columnWidth(centers, usual) : 0;
 }
 
-QList<Match> matchesByInk(const RecognizedLine &line)
+QList<Match> matchesByInk(const RecognizedLine &line, FurtherKinds further)
 {
-    auto found = merged(matchesInReadLine(line.text) + shortenedRuns(line) + acrossFalseBlanks(line) +
-                        acrossLostBlanks(line));
+    auto found = merged(matchesInReadLine(line.text, further) + shortenedRuns(line) +
+                        acrossFalseBlanks(line) + acrossLostBlanks(line));
     found.removeIf([&line](const Match &match) { return isTooShort(line, match); });
     return found;
 }

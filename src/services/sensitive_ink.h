@@ -17,6 +17,6 @@ double pitchOf(const RecognizedLine &line);
 
 // What is private in a line by its text, with the runs that are longer or shorter on the picture than what
 // was read: a sign was lost or read twice, or a blank put in or overlooked.
-QList<Match> matchesByInk(const RecognizedLine &line);
+QList<Match> matchesByInk(const RecognizedLine &line, FurtherKinds further);
 
 } // namespace SensitiveText

@@ -1,5 +1,6 @@
 #include "services/sensitive_lines.h"
 
+#include "services/further_kinds.h"
 #include "services/sensitive_ink.h"
 
 #include <QRegularExpression>
@@ -127,7 +128,7 @@ bool Layout::continues(qsizetype upper, qsizetype lower) const
 
 bool isRunSign(QChar c)
 {
-    return c.isLetterOrNumber() || QStringView(u"_-.@+%()]}").contains(c);
+    return c.isLetterOrNumber() || QStringView(u"_-.@+/=%()]}").contains(c);
 }
 
 bool endsInARun(const QString &text)
@@ -307,20 +308,42 @@ bool isBroken(const QList<RecognizedLine> &lines, const QList<Part> &parts)
     return isBrokenKey(lines, parts, whole);
 }
 
+// The line that stands on the same level to the right; -1 when there is none near.
+qsizetype besideLine(const QList<RecognizedLine> &lines, qsizetype name)
+{
+    constexpr double kFarthest = 20; // heights of a line: as wide as forms are
+    const QRectF box = lines[name].box;
+    qsizetype nearest = -1;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QRectF other = lines[i].box;
+        // Fractions of a picture are wider than high, which only makes the reach shorter.
+        if (other.left() < box.right() || other.left() - box.right() > kFarthest * box.height() ||
+            std::abs(other.center().y() - box.center().y()) > box.height() / 2)
+            continue;
+        if (nearest < 0 || other.left() < lines[nearest].box.left())
+            nearest = i;
+    }
+    return nearest;
+}
+
 } // namespace
 
-QList<QList<Match>> matchesInReadLines(const QList<RecognizedLine> &lines)
+QList<QList<Match>> matchesInReadLines(const QList<RecognizedLine> &lines, FurtherKinds further)
 {
     QList<QList<Match>> found;
     for (const RecognizedLine &line : lines)
-        found.append(matchesByInk(line));
+        found.append(matchesByInk(line, further));
+    for (qsizetype name = 0; further.testFlag(FurtherKind::Named) && name < lines.size(); ++name)
+        if (const qsizetype value = isNameOfASecret(lines[name].text) ? besideLine(lines, name) : -1;
+            value >= 0)
+            found[value] = {{0, lines[value].text.size()}};
     const Layout layout(lines);
     for (qsizetype first = 0; first < lines.size(); ++first) {
         // A key may end before the lines cease to look like one.
         bool isFound = false;
         for (auto run = runOfLines(lines, layout, first); run.size() > 1 && !isFound; run.removeLast()) {
             const Chain chain(lines, run);
-            for (const Match &match : matchesInReadLine(chain.text)) {
+            for (const Match &match : matchesInReadLine(chain.text, further)) {
                 const QList<Part> parts = partsOf(lines, chain, match);
                 // What begins further down is found from there.
                 if (parts.size() < 2 || parts.first().line != first || !isBroken(lines, parts))

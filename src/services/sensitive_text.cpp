@@ -1,111 +1,11 @@
 #include "services/sensitive_text.h"
 
-#include <QRegularExpression>
+#include "services/further_kinds.h"
+#include "services/private_patterns.h"
 
 namespace SensitiveText {
 
 namespace {
-
-QRegularExpression compiled(const QStringList &alternatives)
-{
-    QRegularExpression expression(alternatives.join('|'), QRegularExpression::CaseInsensitiveOption);
-    Q_ASSERT(expression.isValid());
-    expression.optimize();
-    return expression;
-}
-
-const QRegularExpression &patterns()
-{
-    static const QRegularExpression expression = compiled({
-        R"([A-Z0-9._%+-]+@[A-Z0-9.-]+\.[A-Z]{2,})", // e-mail address
-        R"(\+?\d[\d\s().-]{6,}\d)",                 // telephone number
-        R"(\b\d{4,}\b)",                            // card, account and other long numbers
-        R"(\b(?:\d{1,3}\.){3}\d{1,3}\b)",           // IPv4 address
-        R"(\b(?:sk|pk|rk)[-_][A-Z0-9_-]{16,})",     // secret key of a service
-        R"(\bgh[pousr]_[A-Z0-9]{20,})",             // access token of a source host
-        R"(\bAKIA[0-9A-Z]{16}\b)",                  // key identifier of a cloud
-        R"(\bxox[abprs]-[A-Z0-9-]{10,})",           // token of a chat workspace
-        R"(\beyJ[A-Z0-9_-]{10,}\.[A-Z0-9_-]{10,})", // web token
-        R"(\b[A-Z0-9_-]{32,}\b)",                   // any other opaque run
-    });
-    return expression;
-}
-
-// Well-known ends of addresses, for those whose last dot was taken for a blank or for nothing. The short ones
-// end many words too.
-constexpr auto kLongDomains = "example|com|org|net|edu|gov|info|dev|app|test";
-constexpr auto kShortDomains = "at|be|ch|co|de|dk|es|eu|fi|fr|io|it|me|nl|no|pl|se|uk|us";
-
-// What the same secrets look like after the usual slips of reading; applied to lines without stray blanks.
-const QRegularExpression &misreadPatterns()
-{
-    static const QRegularExpression expression = compiled({
-        // What stands before a comma may be another column, unless the address has one for its dot, too.
-        R"([A-Z0-9._%+#*?-]+@[A-Z0-9-]+(?:[.,][A-Z0-9-]+)*\.[A-Z]{2,})",
-        QStringLiteral(R"([A-Z0-9._%+#*?,-]+@[A-Z0-9-]+(?:[.,][A-Z0-9-]+)*,(?:%1|%2)\b)")
-            .arg(kLongDomains, kShortDomains),
-        R"([A-Z0-9._%+#*?-]+@[A-Z0-9-]+,[A-Z]{2,})",
-        QStringLiteral(R"([A-Z0-9._%+,-]{2,}@[A-Z0-9-]{3,} ?(?:%1)\b)").arg(kLongDomains),
-        QStringLiteral(R"((?=[A-Z]*[0-9._%+-])[A-Z0-9._%+-]{3,}@[A-Z0-9-]{3,} ?(?:%1)\b(?![:~-]))")
-            .arg(kShortDomains),
-        R"(\b[s5]{1,2}[kx][-_.][A-Z0-9_.-]{16,})",
-        R"(\b(?:pk|rk)[-_.][A-Z0-9_.-]{16,})",
-        R"(\b\d{1,3}(?:[.,]\d{1,3}\.|\.\d{1,3}[.,])\d{1,3}\.\d{1,3}\b)", // no price: that has its comma last
-        // With several commas: no price, list of small numbers or colour.
-        R"((?<![\d.,([])(?!\d+(?:,\d{3})+\.\d\d?(?![.,]?\d))(?!\d+(?:\.\d{3})+,\d\d?(?![.,]?\d))(?=[\d.,]*\d{3}))"
-        R"((?:(?:25[0-5]|2[0-4]\d|1\d\d|[1-9]?\d)(?:[.,]|(?![.,]?\d))){4}(?<![.,]))",
-        R"(\b[s5prt]k[-_ ]{0,2}(?:live|test|proj)[-_ ]{1,2}[A-Z0-9_-]{12,})",
-        R"(\bgh[pousr](?:_|_? )[A-Z0-9]{18,})",
-        R"(\b[A4]K[I1LT|][A4][0-9A-Z|)\]]{15,17})",
-        R"(\bx[o0]x{1,2}[abprs8]-?[A-Z0-9-]{10,})",
-        R"(\bx[oe0]x[A-Z0-9][- ]{0,2}\d{6,}[- ]{0,2}(?:[A-Z0-9|)\]}-]*\d[A-Z0-9|)\]}-]*)?)",
-        R"(\(\d{2,4}\)[\d\s().-]{4,}\d)",
-        R"(\b[e6]y[JI1Lj)\]}][A-Z0-9_-]{8,}[.,][A-Z0-9_-]{8,}(?:\.[A-Z0-9_-]+)?)",
-    });
-    return expression;
-}
-
-// An opaque run as it stands, also one whose first digits look like a telephone number.
-const QRegularExpression &opaquePattern()
-{
-    static const QRegularExpression expression = compiled({R"(\b[A-Z0-9_-]{32,}\b)"});
-    return expression;
-}
-
-// Keys that lost the sign after their prefix or a letter of it, or have a mark beside them for their first
-// letter; words begin so too.
-const QRegularExpression &shortenedPatterns()
-{
-    static const QRegularExpression expression = compiled({
-        R"(\b[s5pr]k[-_]?[A-Z0-9_-]{14,})",
-        R"(\b[g9]h[pousr0][A-Z0-9]{18,})",
-        R"(\b[A4][A-Z0-9][I1LT|][A4][0-9A-Z]{16}\b)",
-        R"(\b[A4]K[A-Z0-9]{0,2}[A4][0-9A-Z]{15,17}\b)",
-        R"(\b(?:AKA|AKI|AIA|KIA)[0-9A-Z]{16}\b)",
-        R"(\b[A-Z0-9](?:gh[pousr]_[A-Z0-9]{18,}|xox[abprs]-[A-Z0-9-]{10,}|AKIA[0-9A-Z]{16}\b))",
-    });
-    return expression;
-}
-
-// Keys behind a word that reading glued to them for want of a blank: by a prefix that no word ends in, or in
-// capitals behind small letters.
-const QRegularExpression &gluedPatterns()
-{
-    static const QRegularExpression expression = [] {
-        const QStringList alternatives{
-            R"((?<=[A-Za-z])gh[pousr]_[A-Za-z0-9]{18,})",
-            R"((?<=[A-Za-z])(?:sk|pk|rk)[-_](?:live|test|proj)[-_][A-Za-z0-9_-]{12,})",
-            R"((?<=[A-Za-z])xox[abprs]-[A-Za-z0-9-]{10,})",
-            R"((?<=[a-z])AKIA[0-9A-Z]{16}(?![A-Z0-9]))",
-            R"((?<=[a-z])ey[JIl1][A-Za-z0-9_-]{10,}\.[A-Za-z0-9_-]{10,})",
-        };
-        QRegularExpression made(alternatives.join('|'));
-        Q_ASSERT(made.isValid());
-        made.optimize();
-        return made;
-    }();
-    return expression;
-}
 
 QList<Match> found(const QRegularExpression &expression, const QString &text)
 {
@@ -410,10 +310,10 @@ bool mayBeJumbled(QStringView run)
 
 QList<Match> matches(const QString &line)
 {
-    return found(patterns(), line);
+    return found(exactPatterns(), line);
 }
 
-QList<Match> matchesInReadLine(const QString &line)
+QList<Match> matchesInReadLine(const QString &line, FurtherKinds further)
 {
     QList<Match> all = matches(line);
     const QString plain = plainSigns(line);
@@ -421,7 +321,7 @@ QList<Match> matchesInReadLine(const QString &line)
     all += matches(digitsForLetters(plain));
     const Joined joined = withoutStrayBlanks(plain);
     for (const auto *expression :
-         {&patterns(), &misreadPatterns(), &opaquePattern(), &shortenedPatterns(), &gluedPatterns()}) {
+         {&exactPatterns(), &misreadPatterns(), &opaquePattern(), &shortenedPatterns(), &gluedPatterns()}) {
         const bool mayBeWords = expression == &shortenedPatterns() || expression == &gluedPatterns();
         for (const Match &match : found(*expression, joined.text)) {
             if (mayBeWords && !isJumbled(QStringView(joined.text).sliced(match.start, match.length)))
@@ -430,6 +330,8 @@ QList<Match> matchesInReadLine(const QString &line)
             all.append({first, joined.places[match.end() - 1] + 1 - first});
         }
     }
+    all += furtherMatches(plain, further, Form::Forgiving);
+    all += furtherMatches(line, further, Form::Exact);
     return merged(all);
 }
 

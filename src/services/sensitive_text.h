@@ -1,10 +1,24 @@
 #pragma once
 
+#include <QFlags>
 #include <QList>
 #include <QString>
 
 // What in a line of text is private: addresses, telephone numbers, long numbers, keys and tokens.
 namespace SensitiveText {
+
+// What a person would also call private, beyond the ten patterns. Each kind can be switched off.
+enum class FurtherKind {
+    Ipv6 = 1,
+    Mac = 2,
+    Iban = 4,
+    Named = 8,    // what stands after "password", "token" and the like
+    LongKey = 16, // keys with strokes and pluses
+};
+Q_DECLARE_FLAGS(FurtherKinds, FurtherKind)
+Q_DECLARE_OPERATORS_FOR_FLAGS(FurtherKinds)
+constexpr FurtherKinds kAllFurtherKinds = FurtherKinds(FurtherKind::Ipv6) | FurtherKind::Mac |
+                                          FurtherKind::Iban | FurtherKind::Named | FurtherKind::LongKey;
 
 // A stretch of a line, in UTF-16 code units.
 struct Match {
@@ -19,8 +33,9 @@ QList<Match> matches(const QString &line);
 
 // The same for a line that was read from a picture, where a glance may have taken 0 for O, 1 for l or I,
 // another sign for an @, or put a blank inside an address or a key. Everything that `matches` finds, possibly
-// longer, and what it would have found had the line been read rightly. Matches don't overlap.
-QList<Match> matchesInReadLine(const QString &line);
+// longer, the further kinds, and what it would have found had the line been read rightly. Matches don't
+// overlap.
+QList<Match> matchesInReadLine(const QString &line, FurtherKinds further = kAllFurtherKinds);
 
 // The sign that another is taken for when a secret is read, a hyphen for a dash or an @ for ©; most signs are
 // themselves. One for one, so that places stay.

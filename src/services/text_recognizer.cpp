@@ -56,7 +56,8 @@ QString textOf(const QList<RecognizedLine> &lines)
     return texts.join('\n');
 }
 
-QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes which, QSize imageSize)
+QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes which, QSize imageSize,
+                      SensitiveText::FurtherKinds further)
 {
     QList<QRectF> boxes;
     switch (which) {
@@ -65,7 +66,7 @@ QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes 
             boxes.append(line.box);
         break;
     case TextRecognizer::Boxes::Sensitive:
-        const auto matches = SensitiveText::matchesInReadLines(lines);
+        const auto matches = SensitiveText::matchesInReadLines(lines, further);
         for (qsizetype i = 0; i < lines.size(); ++i)
             for (const auto &match : matches[i]) {
                 const QRectF box = lines[i].boxOf(match.start, match.length);
@@ -100,9 +101,10 @@ QFuture<Result<QString>> TextRecognizer::text(const QImage &image)
 
 QFuture<Result<QList<QRectF>>> TextRecognizer::boxes(const QImage &image, Boxes which)
 {
-    return mapped(lines(image), [which, size = image.size()](const QList<RecognizedLine> &lines) {
-        return boxesOf(lines, which, size);
-    });
+    return mapped(lines(image),
+                  [which, size = image.size(), further = m_further](const QList<RecognizedLine> &lines) {
+                      return boxesOf(lines, which, size, further);
+                  });
 }
 
 QFuture<Result<QList<QRectF>>> TextRecognizer::faces(const QImage &image)

@@ -2,6 +2,7 @@
 
 #include "base/result.h"
 #include "platform/text_engine.h"
+#include "services/sensitive_text.h"
 
 #include <QFuture>
 #include <QImage>
@@ -27,6 +28,9 @@ public:
     // The languages of the user's locale.
     static QStringList userLanguages();
 
+    // Which kinds beyond the ten patterns are private from now on; all at first.
+    void setFurtherKinds(SensitiveText::FurtherKinds kinds) { m_further = kinds; }
+
     QFuture<Result<QList<RecognizedLine>>> lines(const QImage &image);
     // The lines joined by line feeds; empty for a picture without text.
     QFuture<Result<QString>> text(const QImage &image);
@@ -38,8 +42,10 @@ private:
     TextEngine &m_text;
     FaceEngine &m_faces;
     TextLanguages m_languages;
+    SensitiveText::FurtherKinds m_further = SensitiveText::kAllFurtherKinds;
 };
 
 QString textOf(const QList<RecognizedLine> &lines);
 // `imageSize` in pixels: boxes of private text are padded by what a letter's box may err.
-QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes which, QSize imageSize);
+QList<QRectF> boxesOf(const QList<RecognizedLine> &lines, TextRecognizer::Boxes which, QSize imageSize,
+                      SensitiveText::FurtherKinds further = SensitiveText::kAllFurtherKinds);

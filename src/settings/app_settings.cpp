@@ -274,6 +274,23 @@ void AppSettings::setAutoDeleteDays(int days)
     store("autoDeleteDays", days);
 }
 
+QStringList AppSettings::privateKindsOff() const
+{
+    QStringList names;
+    for (const QJsonValue &name : m_defaults.value(QStringLiteral("privateKindsOff")).toArray())
+        names.append(name.toString());
+    return names;
+}
+
+void AppSettings::setPrivateKind(const QString &name, bool on)
+{
+    QStringList names = privateKindsOff();
+    names.removeAll(name);
+    if (!on)
+        names.append(name);
+    store("privateKindsOff", QJsonArray::fromStringList(names));
+}
+
 QString AppSettings::imgurClientID() const
 {
     return m_defaults.string(QStringLiteral("imgurClientID"));

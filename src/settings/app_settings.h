@@ -10,6 +10,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 class Defaults;
@@ -78,6 +79,9 @@ public:
     void setAiAutoName(bool on);
     int autoDeleteDays() const;
     void setAutoDeleteDays(int days);
+    // Names of kinds of private text that are left as they are.
+    QStringList privateKindsOff() const;
+    void setPrivateKind(const QString &name, bool on);
     QString imgurClientID() const;
     void setImgurClientID(const QString &clientID);
 

@@ -5,6 +5,7 @@
 #include "library/library.h"
 #include "platform/paths.h"
 #include "platform/workspace.h"
+#include "services/further_kinds.h"
 #include "settings/app_settings.h"
 #include "settings/capture_settings.h"
 #include "shell/pieces.h"
@@ -84,6 +85,38 @@ QWidget *deletePicker(SettingsPage *page, AppSettings &prefs)
     return picker;
 }
 
+QString titleOf(SensitiveText::FurtherKind kind)
+{
+    using SensitiveText::FurtherKind;
+    switch (kind) {
+    case FurtherKind::Ipv6:
+        return ShellTexts::tr("IPv6 addresses");
+    case FurtherKind::Mac:
+        return ShellTexts::tr("Addresses of network devices");
+    case FurtherKind::Iban:
+        return ShellTexts::tr("Bank accounts (IBAN)");
+    case FurtherKind::Named:
+        return ShellTexts::tr("What stands after “password”, “token” and the like");
+    case FurtherKind::LongKey:
+        return ShellTexts::tr("Long keys with + and /");
+    }
+    Q_UNREACHABLE();
+}
+
+void addPrivateKinds(SettingsPage *page, AppSettings &prefs)
+{
+    page->beginSection(ShellTexts::tr("Automatic redaction also hides"));
+    for (const SensitiveText::FurtherKind kind : SensitiveText::allFurtherKinds()) {
+        const QString name = SensitiveText::nameOf(kind);
+        page->addToggle(
+            titleOf(kind), {}, [&prefs, name] { return !prefs.privateKindsOff().contains(name); },
+            [&prefs, name](bool on) { prefs.setPrivateKind(name, on); });
+    }
+    page->addNote(ShellTexts::tr(
+        "E-mail addresses, telephone and other long numbers, and the keys of well-known services are "
+        "hidden in any case."));
+}
+
 // A field whose text is stored when the user leaves it.
 QLineEdit *storedField(SettingsPage *page, const std::function<QString()> &value,
                        const std::function<void(QString)> &store)
@@ -161,6 +194,7 @@ SettingsPage *SettingsPages::makeGeneral(const SettingsParts &parts)
     page->addToggle(
         ShellTexts::tr("Show quick tips when hovering over buttons"), {}, [&prefs] { return prefs.showTips(); },
         [&prefs](bool on) { prefs.setShowTips(on); });
+    addPrivateKinds(page, prefs);
     return page;
 }
 

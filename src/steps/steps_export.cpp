@@ -2,6 +2,7 @@
 
 #include "base/colors.h"
 #include "document/renderer.h"
+#include "services/further_kinds.h"
 #include "services/redacted_areas.h"
 #include "services/sensitive_text.h"
 #include "steps/texts.h"
@@ -127,7 +128,9 @@ QString withoutSecrets(const QString &text)
 {
     QString clean;
     qsizetype from = 0;
-    for (const SensitiveText::Match &match : SensitiveText::merged(SensitiveText::matches(text))) {
+    using namespace SensitiveText;
+    const auto further = furtherMatches(text, kAllFurtherKinds, Form::Exact);
+    for (const Match &match : merged(SensitiveText::matches(text) + further)) {
         clean += text.mid(from, match.start - from) + QStringLiteral("•••");
         from = match.end();
     }

@@ -74,6 +74,18 @@ TEST(SensitiveLines, FindsAKeyThatTheEdgeOfAWindowBroke)
               "mtQELsSpbVgAy0fAc4u|O48H33b£71M0 s1aXZ9)Joay|0Qh6ciLMX5ak");
 }
 
+TEST(SensitiveLines, FindsTheRestOfALongKeyAndAValueThatStandsBesideItsName)
+{
+    EXPECT_EQ(found({"aws_key is wJalrXUtnFE9I/K7MD4NG+bP", "xRf7CYq/8kLmZ2tV", "end"}),
+              "wJalrXUtnFE9I/K7MD4NG+bP|xRf7CYq/8kLmZ2tV");
+    QList<RecognizedLine> form = terminal({"Password:", "     hunter2 x", "Owner:"});
+    form[1].box.moveTop(form[0].box.top());
+    form[1].box.moveLeft(form[0].box.right() + 0.05);
+    EXPECT_EQ(foundIn(form), "hunter2 x");
+    form[0].text = "Passwords";
+    EXPECT_EQ(foundIn(form), "");
+}
+
 TEST(SensitiveLines, TakesNoTwoLinesForOneKey)
 {
     const QString run31 = "Um1ILLODe1KJnOMXYumGQNYzIE4anX7";

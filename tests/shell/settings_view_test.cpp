@@ -65,6 +65,13 @@ TEST_F(ShellTest, ChangesAreStoredAtOnceAndThoseMadeElsewhereAreShown)
     EXPECT_FALSE(prefs.shutterSound());
     prefs.setShutterSound(true);
     EXPECT_TRUE(QTest::qWaitFor([sound] { return sound->isChecked(); }, 3000));
+    auto *accounts = control<ToggleSwitch>(view, "Bank accounts (IBAN)");
+    ASSERT_NE(accounts, nullptr);
+    EXPECT_TRUE(accounts->isChecked());
+    QTest::keyClick(accounts, Qt::Key_Space);
+    EXPECT_EQ(prefs.privateKindsOff(), QStringList("iban"));
+    prefs.setPrivateKind("iban", true);
+    EXPECT_TRUE(QTest::qWaitFor([accounts] { return accounts->isChecked(); }, 3000));
     auto *days = control<Picker>(view, "Delete old captures");
     prefs.setAutoDeleteDays(17); // someone wrote it into the file
     EXPECT_TRUE(QTest::qWaitFor([days] { return days->currentData().toInt() == 17; }, 3000));
