@@ -51,12 +51,13 @@ FolderWatch::Listing FolderWatch::list(const QString &folder,
         std::optional<State> state;
     };
     std::vector<Entry> entries;
-    while (const dirent *entry = readdir(directory.get())) {
-        if (QString name = FileName::fromBytes(entry->d_name); concerns(name))
-            entries.push_back({entry->d_name, std::move(name), {}});
-    }
-    const auto look = [place = dirfd(directory.get())](Entry &entry) {
+    while (const dirent *entry = readdir(directory.get()))
+        entries.push_back({entry->d_name, {}, {}});
+    const auto look = [&concerns, place = dirfd(directory.get())](Entry &entry) {
+        entry.name = FileName::fromBytes(entry.bytes);
         struct stat state;
+        if (!concerns(entry.name))
+            return;
         if (fstatat(place, entry.bytes.constData(), &state, 0) != 0) {
             if (errno != ENOENT)
                 entry.state = {.modified = State::kUnknown};

@@ -42,7 +42,7 @@ public:
         }
     };
 
-    // Only names that `concerns` matter; it is called on a worker.
+    // Only names that `concerns` matter; it is called on workers.
     FolderWatch(QString folder, std::function<bool(const QString &name)> concerns, QObject *parent = nullptr);
 
     // What this program itself did to these names is no news.

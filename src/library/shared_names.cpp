@@ -11,8 +11,6 @@ QString sharedName(const QString &name)
     static QSet<QString> names;
     static qsizetype next = kFew; // to look for forgotten ones at
     const std::lock_guard guard(mutex);
-    if (const auto known = names.constFind(name); known != names.constEnd())
-        return *known;
     if (names.size() >= next) {
         names.removeIf([](const QString &kept) { return kept.isDetached(); });
         next = std::max(kFew, names.size() * 2);

@@ -72,6 +72,7 @@ public:
 private:
     QByteArray sortKey(Row row) const;
     bool comesBefore(LibrarySort sort, Row a, Row b) const;
+    void sortByDate(std::vector<Row> &rows) const;
     void fill(Capture &capture, const File &file);
     void takeFromOrders(const std::vector<Row> &rows);
     void putIntoOrders(const std::vector<Row> &rows);

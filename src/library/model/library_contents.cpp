@@ -82,9 +82,8 @@ std::shared_ptr<LibraryContents::Loaded> LibraryContents::filesOf(const QString 
     loaded->table = CaptureTable::of(CaptureTable::filesOf(listing));
     auto documents = std::make_shared<std::vector<Document>>();
     documents->reserve(loaded->table.rowCount());
-    const std::array<QString, 1> nothing;
     for (const Row row : loaded->table.order(LibrarySort::Newest)) {
-        loaded->table.at(row).slot = loaded->index->add(nothing);
+        loaded->table.at(row).slot = loaded->index->add({});
         documents->push_back({row, loaded->table.at(row).name, {}});
     }
     loaded->documents = std::move(documents);

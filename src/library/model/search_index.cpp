@@ -12,8 +12,9 @@
 
 namespace {
 
-// So many places are looked at in a millisecond; fewer aren't worth a second thread.
-constexpr size_t kWorthAThread = 300'000;
+// So many places are looked at in some six milliseconds; for fewer, a second thread may come later than the
+// first is done where other programs are busy.
+constexpr size_t kWorthAThread = 2'000'000;
 
 bool isAscii(QStringView text)
 {
