@@ -1,6 +1,7 @@
 // Not a Google benchmark: a Library window over a folder of many captures, as a person uses it.
 //   library_figures [COUNT] [FOLDER]    100,000 in a folder that goes afterwards, or in one that stays
 //   STALLS=16 library_figures …         prints what the main thread is at when it is held for so long
+//   OPENING_ONLY=1 library_figures …    ends when all is read
 // Each figure is of what a person waits for: the time until the cards are painted.
 #include "base/pending_work.h"
 #include "library/library.h"
