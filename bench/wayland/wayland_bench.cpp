@@ -206,7 +206,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const Program program;
-    QThread::sleep(12); // what tells of the start has gone
+    QThread::sleep(20); // what is done later than the start is over
     std::printf("own memory after the start: %.1f MB\n", program.memory());
     const qint64 before = program.wakeups();
     QThread::sleep(kIdleSeconds);

@@ -10,6 +10,7 @@
 #include "library/library.h"
 #include "library/library_backup.h"
 #include "pins/pins.h"
+#include "platform/command_keys.h"
 #include "platform/platform.h"
 #include "settings/app_settings.h"
 #include "settings/capture_preset_store.h"
@@ -71,6 +72,7 @@ void ShellWindows::provideWindows()
                     return std::unexpected(news.error());
                 return {};
             },
+            .commandKeys = platform.commandKeys->areNeeded() ? platform.commandKeys.get() : nullptr,
         });
     });
     m_parts.windows.provide(Kind::Welcome, [this]() -> std::unique_ptr<QWidget> {

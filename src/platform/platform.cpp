@@ -2,6 +2,7 @@
 
 #include "platform/accessible_elements.h"
 #include "platform/cameras.h"
+#include "platform/command_keys.h"
 #include "platform/desktop_activation.h"
 #include "platform/desktop_appearance.h"
 #include "platform/desktop_parts.h"

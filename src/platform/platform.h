@@ -4,6 +4,7 @@
 
 class AccessibleElements;
 class Cameras;
+class CommandKeys;
 class DesktopActivation;
 class DesktopAppearance;
 class DesktopParts;
@@ -66,4 +67,5 @@ struct Platform {
     std::unique_ptr<DesktopAppearance> appearance;
     std::unique_ptr<DesktopParts> parts;
     std::unique_ptr<ShortcutHolders> shortcutHolders;
+    std::unique_ptr<CommandKeys> commandKeys;
 };

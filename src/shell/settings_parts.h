@@ -10,6 +10,7 @@
 class AppSettings;
 class CapturePresetStore;
 class CaptureSettings;
+class CommandKeys;
 class DesktopParts;
 class InputMonitors;
 class Library;
@@ -42,4 +43,6 @@ struct SettingsParts {
     std::function<QFuture<Result<QString>>()> makeDiagnostics = {};
     std::function<Result<void>(const QString &path)> exportData = {};
     std::function<Result<void>(const QString &path)> importData = {};
+    // Null where programs take shortcuts themselves.
+    CommandKeys *commandKeys = nullptr;
 };

@@ -46,7 +46,8 @@ void ShortcutField::show(const KeyCombo &combo)
     if (m_recorder->isListening())
         return;
     m_recorder->setCombo(combo);
-    if (!m_row)
+    // Where no program gets shortcuts, the page says it once.
+    if (!m_row || m_parts.commandKeys)
         return;
     const QString problem = m_parts.registrationProblem ? m_parts.registrationProblem(combo) : QString();
     m_row->setProblem(problem);

@@ -3,6 +3,7 @@
 #include "platform/shortcut_holders.h"
 #include "settings/app_settings.h"
 #include "settings/texts.h"
+#include "shell/command_keys_section.h"
 #include "shell/key_recorder.h"
 #include "shell/pieces.h"
 #include "shell/settings_page.h"
@@ -27,6 +28,8 @@ void addField(SettingsPage *page, const SettingsParts &parts, const QString &tit
 // What is wrong with the keys of the Print set, one line each.
 QString printProblems(const SettingsParts &parts)
 {
+    if (parts.commandKeys)
+        return {};
     QStringList problems;
     for (const ExtraShortcut &extra : parts.prefs.extraShortcuts()) {
         if (extra.combo.keyCode != KeyCombo::kPrint || !parts.registrationProblem)
@@ -46,6 +49,8 @@ SettingsPage *SettingsPages::makeShortcuts(const SettingsParts &parts)
 {
     AppSettings &prefs = parts.prefs;
     auto *page = new SettingsPage(ShellTexts::tr("Shortcuts"));
+    if (parts.commandKeys)
+        addCommandKeys(page, parts);
     page->beginSection();
     for (const HotKeyInfo &info : kHotKeys) {
         addField(

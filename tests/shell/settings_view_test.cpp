@@ -1,3 +1,4 @@
+#include "platform/command_keys.h"
 #include "platform/permissions.h"
 #include "shell/permission_monitor.h"
 #include "shell/pieces.h"
@@ -126,6 +127,37 @@ TEST_F(ShellTest, RestoringTheDefaultsLetsThePrintKeyGo)
     }
     EXPECT_EQ(prefs.extraShortcuts().size(), 1);
     EXPECT_NE(prefs.panelHotkey(), (KeyCombo{9, KeyCombo::Option}));
+}
+
+TEST_F(ShellTest, WhereTheDesktopGivesNoShortcutsThePageShowsLinesForItAndBlamesNobody)
+{
+    struct Keys : CommandKeys {
+        QString lines(const QList<CommandKey> &all) const override
+        {
+            QString text;
+            for (const CommandKey &key : all)
+                text += key.key + '=' + key.command + '\n';
+            return text;
+        }
+        QFuture<Result<void>> set(const QList<CommandKey> &) override { return {}; }
+    } keys;
+    prefs.setSettingsTab("shortcuts");
+    for (const HotKeyInfo &info : kHotKeys)
+        problems.insert(info.defaultCombo().display(), "none");
+    SettingsParts parts = settingsParts();
+    parts.commandKeys = &keys;
+    SettingsView view(parts);
+    view.show();
+    const auto all = [&view] {
+        QString text;
+        for (const QLabel *label : view.findChildren<QLabel *>())
+            text += label->text() + '\n';
+        return text;
+    };
+    EXPECT_TRUE(all().contains("C=lumenpost capture region\nF=lumenpost lumenpost://capture/screen"));
+    EXPECT_FALSE(all().contains("taken"));
+    prefs.setHotkeys({{HotKeyAction::Capture, KeyCombo{11, KeyCombo::Control}}});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return all().contains("B=lumenpost capture region\n"); }));
 }
 
 TEST_F(ShellTest, AGrantIsToldOnceAndTurnsTheButtonIntoAMark)

@@ -3,6 +3,7 @@
 #include "platform/cameras.h"
 #include "platform/desktop/atspi_elements.h"
 #include "platform/desktop/bus_activation.h"
+#include "platform/desktop/desktop_command_keys.h"
 #include "platform/desktop/desktop_login_item.h"
 #include "platform/desktop/desktop_opener.h"
 #include "platform/desktop/desktop_parts_probe.h"
@@ -119,6 +120,7 @@ void addDesktop(Platform &platform, bool hasScreen)
     platform.appearance = std::make_unique<PortalAppearance>();
     platform.parts = std::make_unique<DesktopPartsProbe>();
     platform.shortcutHolders = std::make_unique<DesktopShortcutHolders>();
+    platform.commandKeys = std::make_unique<DesktopCommandKeys>();
 }
 
 } // namespace
