@@ -3818,6 +3818,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>No language data for “%1” is installed; there is: %2.</source>
         <translation>Für „%1“ sind keine Sprachdaten installiert; vorhanden sind: %2.</translation>
     </message>
+    <message>
+        <source>The desktop&apos;s settings can&apos;t be changed.</source>
+        <translation>Die Einstellungen des Desktops lassen sich nicht ändern.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>
@@ -5185,6 +5189,46 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>E-mail addresses, telephone and other long numbers, and the keys of well-known services are hidden in any case.</source>
         <translation>E-Mail-Adressen, Telefon- und andere lange Nummern sowie die Schlüssel bekannter Dienste werden in jedem Fall verdeckt.</translation>
+    </message>
+    <message>
+        <source>Set in the Desktop</source>
+        <translation>Im Desktop festlegen</translation>
+    </message>
+    <message>
+        <source>Copy These Lines</source>
+        <translation>Diese Zeilen kopieren</translation>
+    </message>
+    <message>
+        <source>Copy These Commands</source>
+        <translation>Diese Befehle kopieren</translation>
+    </message>
+    <message>
+        <source>This desktop gives programs no shortcuts</source>
+        <translation>Dieser Desktop gibt Programmen keine Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Its own keys can run Lumenpost&apos;s commands instead: the keys below are put among its custom shortcuts.</source>
+        <translation>Seine eigenen Tasten können stattdessen Befehle von Lumenpost ausführen: Die Tasten unten kommen zu seinen benutzerdefinierten Tastenkürzeln.</translation>
+    </message>
+    <message>
+        <source>Its own keys can run Lumenpost&apos;s commands instead: put these lines into its configuration, and have it read that again.</source>
+        <translation>Seine eigenen Tasten können stattdessen Befehle von Lumenpost ausführen: Diese Zeilen gehören in seine Konfiguration, die er danach neu einlesen muss.</translation>
+    </message>
+    <message>
+        <source>Its own keys can run Lumenpost&apos;s commands instead: set them in its keyboard settings.</source>
+        <translation>Seine eigenen Tasten können stattdessen Befehle von Lumenpost ausführen: Sie werden in seinen Tastatureinstellungen festgelegt.</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s keys are set</source>
+        <translation>Die Tasten des Desktops sind festgelegt</translation>
+    </message>
+    <message>
+        <source>Commands for the desktop&apos;s keys</source>
+        <translation>Befehle für die Tasten des Desktops</translation>
     </message>
 </context>
 <context>

@@ -3817,6 +3817,10 @@ Space previews, Return opens.</source>
         <source>No language data for “%1” is installed; there is: %2.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The desktop&apos;s settings can&apos;t be changed.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>
@@ -5183,6 +5187,46 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>E-mail addresses, telephone and other long numbers, and the keys of well-known services are hidden in any case.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set in the Desktop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy These Lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy These Commands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This desktop gives programs no shortcuts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its own keys can run Lumenpost&apos;s commands instead: the keys below are put among its custom shortcuts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its own keys can run Lumenpost&apos;s commands instead: put these lines into its configuration, and have it read that again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its own keys can run Lumenpost&apos;s commands instead: set them in its keyboard settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s keys are set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Commands for the desktop&apos;s keys</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
