@@ -41,6 +41,14 @@ protected:
         hand.type({KEY_LEFTMETA, KEY_LEFTSHIFT, key});
         ASSERT_TRUE(isCovered(window, true));
     }
+    // Points there, and waits until the overlay lights the window up: from then on it is told of buttons.
+    void aim(const KWinWindow &window, QPointF at)
+    {
+        const QPoint apart(350, 30); // from the pointer
+        const QRgb dimmed = seen(window).pixel(apart);
+        hand.move(at);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return seen(window).pixel(apart) != dimmed; }, 20000));
+    }
     QImage last() { return QImage(captures().constLast()).convertToFormat(QImage::Format_RGB32); }
 
     KWinHand hand;
@@ -53,6 +61,7 @@ TEST_F(KWinJourney, CapturesByShortcutRegionWindowAndScreenToThePixel)
     const KWinWindow window(1, QRect(200, 150, 400, 300));
     start();
     openOverlay(KEY_C, window);
+    aim(window, QPointF(220, 170));
     hand.drag(QPointF(220, 170), QPointF(420, 320));
     ASSERT_TRUE(waitForCaptures(1));
     EXPECT_EQ(last(), window.picture().copy(20, 20, 200, 150));
@@ -73,7 +82,7 @@ TEST_F(KWinJourney, CapturesByShortcutRegionWindowAndScreenToThePixel)
         20000));
 
     openOverlay(KEY_C, window);
-    hand.move(QPointF(400, 300));
+    aim(window, QPointF(400, 300));
     hand.button(true);
     hand.button(false);
     ASSERT_TRUE(waitForCaptures(2));

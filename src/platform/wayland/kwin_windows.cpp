@@ -39,6 +39,7 @@ return told;
 // Their titles tell the place. One that is given the keyboard hands it on to the program that had it last.
 const QString kFloats = QStringLiteral(R"(
 var last = workspace.activeWindow || workspace.activeClient, seen = [];
+if (last && String(last.caption) == '%3') last = null;
 function placeOf(w) {
     return w && w.pid == %1 ? /^%2 (-?\d+),(-?\d+)/.exec(w.caption) : null;
 }

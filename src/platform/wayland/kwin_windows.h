@@ -11,7 +11,8 @@ class KWinWindows : public WaylandWindows {
 public:
     QList<WaylandWindow> list() const override;
     void activate(quint32 id) override;
-    void expectCovers(const QByteArray &) override {} // windows that fill a screen move no others
+    // Windows that fill a screen move no others; but who has the keyboard now is to have it back from floats.
+    void expectCovers(const QByteArray &) override { expectFloat({}, {}); }
     void expectFloat(const QString &title, const QRect &frame) override;
     void fillScreen(quint32) override {} // and those below go on filling theirs
     std::unique_ptr<WaylandVeil> hide(const QList<quint32> &ids) override;
