@@ -214,6 +214,13 @@ int main(int argc, char **argv)
                    linesOfCode(), random);
     isDone &= draw(folder, {.name = "code", .family = "JetBrains Mono", .pixels = 11}, "jetbrains",
                    linesOfCode(), random);
+    for (const QString &family : {QString("DejaVu Sans Mono"), QString("JetBrains Mono")}) {
+        Setting setting{.name = "scripts", .family = family, .pixels = 11};
+        isDone &= draw(folder, setting, QString(family).remove(' '), linesOfScripts(), random);
+        setting.paper = QColor(28, 30, 36);
+        setting.pen = QColor(222, 224, 228);
+        isDone &= draw(folder, setting, QString(family).remove(' ') + "-dark", linesOfScripts(), random);
+    }
     if (!isDone)
         std::fprintf(stderr, "The pages can't be written.\n");
     return isDone ? 0 : 1;

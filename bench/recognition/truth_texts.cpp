@@ -271,6 +271,21 @@ QList<TruthLine> linesOfSigns()
                   "Part A1B2€ of order 7€", "Copyright © 24, marks ® and ™ stay"});
 }
 
+QList<TruthLine> linesOfScripts()
+{
+    return plain(
+        {"def tide_at(port: str, hours=0) -> float:", "    if not ports or hours < 0:",
+         "        raise ValueError(f\"no tide for {port!r}\")",
+         "    total = sum(p.depth ** 2 for p in ports) // 3", "    return {'low': 1.25, 'high': 0.80}[port]",
+         "$ grep -rn \"TODO\" src/*.rs | wc -l > out.txt && cat out.txt",
+         "for f in *.log; do gzip -9 \"$f\" || exit 1; done",
+         "SELECT id, name FROM boats WHERE length >= 12 AND berth != 0;",
+         "fn main() -> Result<(), Error> { let n = 0x1F; Ok(()) }",
+         "let open = boats.filter(b => b.isOpen && !b.isSold);", "#include <vector>",
+         "const x = a === b ? c[0] : d?.e ?? null; // 3rd", "git commit --amend -m 'Fix #42: off by one'",
+         "width: calc(100% - 2 * var(--gap)); /* 8px */"});
+}
+
 QList<TruthLine> linesOfCode()
 {
     return plain({"int main(int argc, char **argv) {", "    for (size_t i = 0; i != count; ++i)",

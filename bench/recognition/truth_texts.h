@@ -21,3 +21,4 @@ QList<TruthLine> labelsIn(const QString &language);
 QList<TruthLine> linesInSeveral(QRandomGenerator &random);
 QList<TruthLine> linesOfSigns();
 QList<TruthLine> linesOfCode();
+QList<TruthLine> linesOfScripts();

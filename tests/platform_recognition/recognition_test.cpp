@@ -209,6 +209,29 @@ TEST(TesseractEngine, LeavesSignsThatItIsSureOfAsTheyStand)
             << pixels;
 }
 
+// Of fonts with ligatures and without, at the size of small editors.
+TEST(TesseractEngine, ReadsTheSignsOfPrograms)
+{
+    const QStringList lines{"std::vector<int> rows{1, 2, 3};",
+                            "printf(\"total\", total, name);",
+                            "value += step * (high - low) / 2;",
+                            "for (int i = 0; i != count; ++i) {",
+                            "    left++, value = name & 0xff;",
+                            "    if (a != b || c <= d && !done) return -1;",
+                            "    while (left >= 0 && mask[left] == 1) --left;",
+                            "    x->next = y ? *y : nullptr; // O(n log n)",
+                            "}"};
+    QStringList expected;
+    for (const QString &line : lines)
+        expected.append(line.trimmed());
+    for (const char *family : {"DejaVu Sans Mono", "JetBrains Mono"})
+        for (const Ground &ground :
+             {Ground{Qt::white, QColor(35, 35, 40)}, Ground{QColor(28, 30, 36), QColor(222, 224, 228)}})
+            EXPECT_EQ(textsOf(*makeTextEngine(), page(lines, ground, family, 11)).join('\n').toStdString(),
+                      expected.join('\n').toStdString())
+                << family;
+}
+
 TEST(TesseractEngine, ReadsWhatIsStruckThroughUnderlinedOrVeryLarge)
 {
     QImage image(900, 320, QImage::Format_RGB32);

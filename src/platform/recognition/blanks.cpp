@@ -18,12 +18,22 @@ bool areAlike(const QString &a, const QString &b)
 bool isInAnothersColumn(const ReadLine &line, const ReadSign &sign)
 {
     const double x = center(sign.box);
-    return std::ranges::any_of(line.signs, [&](const ReadSign &other) {
-        if (!other.isAlone)
-            return false;
-        const QRect &cell = line.cells[size_t(other.cell)];
-        return cell.width() <= 1.1 * line.pitch && std::abs(x - center(cell)) < 0.75 * line.pitch;
-    });
+    return std::ranges::any_of(line.signs,
+                               [&](const ReadSign &other) {
+                                   if (!other.isAlone)
+                                       return false;
+                                   const QRect &cell = line.cells[size_t(other.cell)];
+                                   return cell.width() <= 1.1 * line.pitch &&
+                                          std::abs(x - center(cell)) < 0.75 * line.pitch;
+                               }) ||
+           std::ranges::any_of(line.signs, [&](const ReadSign &other) {
+               if (other.cell < 0)
+                   return false;
+               const QRect &cell = line.cells[size_t(other.cell)];
+               const auto columns = std::lround(cell.width() / line.pitch);
+               return columns > 1 && x > cell.left() && x < cell.right() &&
+                      std::ranges::count(line.signs, other.cell, &ReadSign::cell) >= columns;
+           });
 }
 
 // In other fonts, beside a letter that has ink of its own.

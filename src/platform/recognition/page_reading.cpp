@@ -1,6 +1,7 @@
 #include "platform/recognition/page_reading.h"
 
 #include "platform/recognition/blanks.h"
+#include "platform/recognition/code_signs.h"
 #include "platform/recognition/shape_vote.h"
 #include "platform/recognition/sign_alignment.h"
 #include "platform/recognition/sign_rules.h"
@@ -12,10 +13,13 @@ void mend(const QImage &ink, std::vector<ReadLine> &lines)
         align(line);
         dropSecondReadings(line);
         restoreUnderscores(line);
+        mendCodeSigns(ink, line);
         placeBlanks(line);
     }
     voteByShape(ink, lines);
     mendLookalikes(ink, lines);
+    for (ReadLine &line : lines)
+        mendCodeWords(ink, line);
 }
 
 bool isIcon(const ReadLine &line)

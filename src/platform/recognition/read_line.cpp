@@ -128,24 +128,41 @@ double pitchOf(const ReadLine &line)
     return sum / double(alone.size());
 }
 
-// Whether the ink stands in columns of this width, also where letters touch.
-bool standsInColumns(const ReadLine &line, double pitch)
+// How well the middles of a line's ink stand in columns of a width, from 0 to 1, also where letters touch.
+double agreement(const ReadLine &line, double pitch, int &count)
 {
-    if (line.cells.size() < 5)
-        return false;
-    std::vector<double> phases;
     double x = 0;
     double y = 0;
+    count = 0;
     for (const QRect &cell : line.cells) {
         if (2 * cell.height() < line.capHeight)
             continue;
         const double columns = std::max(1.0, std::round(cell.width() / pitch));
         const double phase = 2 * std::numbers::pi * (center(cell) - (columns - 1) / 2 * pitch) / pitch;
-        phases.push_back(phase);
+        ++count;
         x += std::cos(phase);
         y += std::sin(phase);
     }
-    return phases.size() >= 4 && std::hypot(x, y) / double(phases.size()) > (phases.size() < 12 ? 0.9 : 0.8);
+    return count == 0 ? 0 : std::hypot(x, y) / count;
+}
+
+// The width of the columns that a line stands in, near one that was measured, whose error adds up along a
+// line; 0 when it stands in none.
+double columnsNear(const ReadLine &line, double pitch)
+{
+    constexpr double kMostOff = 0.03;
+    constexpr double kStep = 0.002;
+    if (line.cells.size() < 5)
+        return 0;
+    double best = 0;
+    double most = 0;
+    int count = 0;
+    for (double part = 1 - kMostOff; part <= 1 + kMostOff; part += kStep)
+        if (const double value = agreement(line, part * pitch, count); value > most) {
+            most = value;
+            best = part * pitch;
+        }
+    return count >= 4 && most > (count < 12 ? 0.9 : 0.8) ? best : 0;
 }
 
 // Lines of one fixed-width font have one pitch. Where letters touch it can't be seen in a line alone.
@@ -159,19 +176,23 @@ void sharePitch(std::vector<ReadLine> &lines)
             if (other.pitch > 0 && std::abs(other.capHeight - line.capHeight) <= 1 &&
                 other.cells.size() >= 12)
                 ++votes[int(std::lround(4 * other.pitch))];
-        const auto best = std::max_element(votes.begin(), votes.end());
-        if (best == votes.end() || best.value() < 3)
+        const auto near = [&votes](int pitch) {
+            return votes.value(pitch - 1) + 2 * votes.value(pitch) + votes.value(pitch + 1);
+        };
+        const QList<int> pitches = votes.keys();
+        const auto best = std::ranges::max_element(pitches, {}, near);
+        if (best == pitches.end() || votes.value(*best - 1) + votes.value(*best) + votes.value(*best + 1) < 3)
             continue;
         double sum = 0;
         int count = 0;
         for (const ReadLine &other : lines)
             if (other.pitch > 0 && std::abs(other.capHeight - line.capHeight) <= 1 &&
-                std::abs(4 * other.pitch - best.key()) <= 1) {
+                std::abs(4 * other.pitch - *best) <= 1.5) {
                 sum += other.pitch;
                 ++count;
             }
-        if (count > 0 && standsInColumns(line, sum / count))
-            line.pitch = -sum / count; // taken on after all have been looked at
+        if (count > 0)
+            line.pitch = -columnsNear(line, sum / count); // taken on after all have been looked at
     }
     for (ReadLine &line : lines)
         line.pitch = std::abs(line.pitch);
@@ -192,6 +213,9 @@ void measure(std::vector<ReadLine> &lines)
         line.pitch = pitchOf(line);
     }
     sharePitch(lines);
+    for (ReadLine &line : lines)
+        if (const double exact = line.pitch > 0 ? columnsNear(line, line.pitch) : 0; exact > 0)
+            line.pitch = exact;
 }
 
 std::vector<Run> runsOf(const std::vector<ReadSign> &signs)

@@ -26,7 +26,7 @@ double inkIn(const QImage &ink, const QRect &cell, double left, double top, doub
 }
 
 // Zeros of fixed-width fonts mostly have a dot or a stroke inside, which no O has.
-constexpr double kFilledCenter = 0.4;
+constexpr double kFilledCenter = 0.3; // of 11 pixels: .33 to .57; an O has less than .05
 constexpr double kEmptyCenter = 0.22;
 
 double centerOf(const QImage &ink, const QRect &cell)
@@ -69,7 +69,8 @@ QString read1lOrI(const QImage &ink, const QRect &cell)
 
 bool isTall(const ReadLine &line, const QRect &cell)
 {
-    return 10 * (line.baseline - cell.top()) >= 9 * line.capHeight;
+    // A pixel less than the tallest where brackets are that; small letters are two less and more.
+    return line.baseline - cell.top() >= line.capHeight - std::max(1, line.capHeight / 10);
 }
 
 bool isOneOf(const ReadSign &sign, QStringView set)
@@ -98,8 +99,11 @@ QString seenInColumns(const QImage &ink, const ReadLine &line, const ReadSign &s
     const QRect &cell = line.cells[size_t(sign.cell)];
     if (!isTall(line, cell))
         return {};
-    if (isOneOf(sign, u"0O"))
+    if (isOneOf(sign, u"0Oo"))
         return read0OrO(ink, cell, zerosAreFilled);
+    // They reach under the line or over it, which a zero with its dot never does.
+    if (isOneOf(sign, u"Q@®©") && zerosAreFilled && cell.bottom() < line.baseline)
+        return centerOf(ink, cell) > kFilledCenter ? QStringLiteral("0") : QString();
     if (isOneOf(sign, u"5S"))
         return read5OrS(ink, cell);
     if (isOneOf(sign, u"1lI|"))

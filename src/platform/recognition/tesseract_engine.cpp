@@ -1,6 +1,7 @@
 #include "platform/recognition/tesseract_engine.h"
 
 #include "base/async.h"
+#include "platform/recognition/code_signs.h"
 #include "platform/recognition/ink.h"
 #include "platform/recognition/languages.h"
 #include "platform/recognition/line_languages.h"
@@ -64,7 +65,9 @@ std::vector<ReadLine> read(const QImage &ink, const QList<TextRegion> &regions, 
 {
     std::vector<ReadLine> lines = reader.read(ink, regions, paceFor(regions));
     mend(ink, lines);
-    std::erase_if(lines, isIcon);
+    const std::vector<ReadLine> page = lines;
+    std::erase_if(lines,
+                  [&page](const ReadLine &line) { return isIcon(line) && !isLoneBracket(line, page); });
     return lines;
 }
 
