@@ -24,10 +24,10 @@ def svg(i, width=500, height=200):
             f"<rect width='100%' height='100%' fill='#eef'/>{marks}</svg>")
 
 
-# Tells in the title how tall a view has to be to show all of it, and how tall this one is.
-HEIGHT_IN_TITLE = ("<script>setInterval(()=>{const i=document.querySelector('.p>article');document.title='Scrolled '+Math."
-                   "ceil(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement.offsetHeight)+' '+innerHeight},"
-                   "100)</script>")
+# Tells in the title how many pixels high a view has to be to show all of it, and how many this one is.
+HEIGHT_IN_TITLE = ("<script>setInterval(()=>{const i=document.querySelector('.p>article'),d=devicePixelRatio;document.title='Scrolled '"
+                   "+Math.ceil(d*(i?innerHeight-i.parentNode.clientHeight+i.offsetHeight+20:document.documentElement."
+                   "getBoundingClientRect().height))+' '+Math.round(d*innerHeight)},100)</script>")
 
 
 def page(style, body):
@@ -88,7 +88,7 @@ def tall_header():
 def fixed_background():
     return page("body{background:#dde url(\"data:image/svg+xml;utf8,<svg xmlns='http://www.w3.org/2000/svg' width='40' "
                 "height='40'><circle cx='20' cy='20' r='8' fill='%23bbd'/></svg>\") fixed}"
-                "article{margin:24px 120px;padding:10px 30px;background:#fff}",
+                "article{margin:0 120px;padding:20px 30px;background:#fff}",
                 "".join(f"<article>{article(4, 10 + i)}</article>" for i in range(6)))
 
 

@@ -1,5 +1,5 @@
 """Programs that scroll something, each with the columns in which it does. Their windows are captured whole."""
-import pathlib, subprocess
+import pathlib, subprocess, tempfile
 
 from pages import article, page, words
 
@@ -37,13 +37,13 @@ def document(work):
     config = pathlib.Path(work, "zathura")
     config.mkdir(exist_ok=True)
     (config / "zathurarc").write_text("set adjust-open width\nset guioptions \"\"\n")
-    return ["zathura", "--config-dir", config, path]
+    return ["zathura", "--config-dir", config, "--data-dir", tempfile.mkdtemp(dir=work), path] # which opens at its top
 
 
-# name: (command, first column, end column, keys that lead to the top where it may not be shown first)
+# name: (command, first column, end column, the keys that lead to the top where it may not be shown first)
 PROGRAMS = {
     "text editor": (editor, 10, 1040),
     "terminal": (terminal, 4, 1040),
     "file manager": (files, 260, 1040),
-    "document viewer": (document, 10, 1040, ["g", "g"]),
+    "document viewer": (document, 10, 1040, "g g"),
 }

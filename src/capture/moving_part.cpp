@@ -10,15 +10,17 @@
 
 namespace {
 
-// The numbers beside them are the least that the pages of bench/scrolling showed in a right step, at 1100x704.
-constexpr int kLeastRows = 12;         // that tell of one shift: 86, of a pane inside a page
-constexpr double kAboveRivals = 3;     // evidence against that of the best rival: 4 over a fixed pattern, else 36
-constexpr int kLeastRowsOfBand = 4;    // that moved, or else a band stands still
-constexpr double kLeastHeight = 0.2;   // of the rows that can be compared: 0.5. Less is an animation.
-constexpr double kLeastWidth = 0.1;    // of the columns: 0.42, of a mail list
-constexpr double kExplained = 0.6;     // of what changed, where only the learned step speaks for a shift: 0.61
-constexpr double kSmallChange = 0.2;   // of what is to be seen, while nothing is known of what scrolls
-constexpr double kChangeInPane = 0.67; // of what scrolled before: 0.05 beside a spinner that went on at the end
+// The numbers beside them are the least that the pages of bench/scrolling showed in a right step, at
+// 1100x704.
+constexpr int kLeastRows = 12;     // that tell of one shift: 86, of a pane inside a page
+constexpr double kAboveRivals = 3; // evidence against that of the best rival: 4 over a fixed pattern, else 36
+constexpr int kLeastRowsOfBand = 4;  // that moved, or else a band stands still
+constexpr double kLeastHeight = 0.2; // of the rows that can be compared: 0.5. Less is an animation.
+constexpr double kLeastWidth = 0.1;  // of the columns: 0.42, of a mail list
+constexpr double kExplained = 0.6;   // of what changed, where only the learned step speaks for a shift: 0.61
+constexpr double kSmallChange = 0.2; // of what is to be seen, while nothing is known of what scrolls
+constexpr double kChangeInPane =
+    0.67; // of what scrolled before: 0.05 beside a spinner that went on at the end
 
 constexpr int kAround = 60; // rows above and below the pointer: a row of a list, an icon
 constexpr int kLitRows = 8; // that look otherwise: less is a caret
@@ -109,15 +111,17 @@ public:
     {
         return int(std::max_element(m_tiles.cbegin(), m_tiles.cend()) - m_tiles.cbegin()) - m_rows;
     }
-    bool isAboveRivals(int shift) const
+    // Which has most votes beside `shift`, and `another` one.
+    int rivalOf(int shift, std::optional<int> another = {}) const
     {
-        int rival = 0;
+        int rival = shift == -m_rows ? m_rows : -m_rows;
         for (int other = -m_rows; other <= m_rows; ++other) {
-            if (other != shift)
-                rival = std::max(rival, tiles(other));
+            if (other != shift && other != another && tiles(other) > tiles(rival))
+                rival = other;
         }
-        return tiles(shift) >= kAboveRivals * rival;
+        return rival;
     }
+    bool isAboveRivals(int shift) const { return tiles(shift) >= kAboveRivals * tiles(rivalOf(shift)); }
 
 private:
     size_t indexOf(int shift) const { return size_t(shift + m_rows); }
@@ -173,14 +177,28 @@ std::optional<int> expectedShift(const TileGrid &previous, const TileGrid &next,
     return best;
 }
 
+// Where a picture behind the content moves more slowly than it, and nothing else does, the content's shift.
+std::optional<int> shiftOfLayers(const Votes &votes)
+{
+    const int best = votes.best();
+    const int rival = votes.rivalOf(best);
+    const bool isOfTwo = votes.tiles(rival) >= kAboveRivals * votes.tiles(votes.rivalOf(best, rival));
+    const bool haveBoth = votes.tellingRows(best) >= kLeastRows && votes.tellingRows(rival) >= kLeastRows;
+    if (!isOfTwo || !haveBoth || std::min(best, rival) <= 0)
+        return {};
+    return std::max(best, rival);
+}
+
 std::optional<ScrollStep> stepOf(const Votes &votes, const TileGrid &previous, const TileGrid &next,
                                  std::optional<double> expected)
 {
     const int best = votes.best();
     if (votes.tellingRows(best) >= kLeastRows && votes.isAboveRivals(best))
         return ScrollStep{.shift = best};
-    if (!expected)
-        return {};
+    if (!expected) {
+        const std::optional<int> shift = shiftOfLayers(votes);
+        return shift ? std::optional(ScrollStep{.shift = *shift}) : std::nullopt;
+    }
     const int reach = ScrollStep::reachOf(*expected);
     if (votes.tellingRows(best) >= kLeastRows) {
         const int middle = int(std::lround(*expected));
@@ -307,6 +325,15 @@ bool MovingPart::differsAround(const ComparedPicture &previous, const ComparedPi
         differing += differs;
     }
     return differing >= kLitRows;
+}
+
+bool MovingPart::isSameButAround(const ComparedPicture &a, const ComparedPicture &b, QPoint spot)
+{
+    for (int y = 0; y < a.pixels().height(); ++y) {
+        if (std::abs(y - spot.y()) >= kAround && a.rows().hashes[size_t(y)] != b.rows().hashes[size_t(y)])
+            return false;
+    }
+    return true;
 }
 
 bool MovingPart::isStill(const TileGrid &previous, const TileGrid &next,

@@ -15,9 +15,9 @@ namespace {
 
 constexpr int kUnchangedAtTheEnd = 3;
 constexpr int kUnchangedWhileExpecting = 6; // where the page has shown that more may be on its way
-constexpr int kLostByHand = 2;          // shots, before the user is told
-constexpr double kStepOfHeight = 0.55;  // leaves an overlap of about 45 percent
-constexpr double kLeastStep = 40;       // points
+constexpr int kLostByHand = 2;              // shots, before the user is told
+constexpr double kStepOfHeight = 0.55;      // leaves an overlap of about 45 percent
+constexpr double kLeastStep = 40;           // points
 
 // Milliseconds.
 constexpr int kByHandPause = 300; // between two shots
@@ -333,9 +333,14 @@ bool ScrollingCaptureSession::isLitUp(const Shot &shot) const
 {
     if (!shot.sight.step || m_plan->hasLearned())
         return false;
-    const QPointF spot = (*m_aimedAt - m_screen.frame().topLeft() - m_rect.topLeft()) * m_screen.scale;
     return MovingPart::differsAround(m_stitcher->frames().last(), shot.picture, *shot.sight.step,
-                                     spot.toPoint());
+                                     aimedSpot());
+}
+
+// In pixels of a picture.
+QPoint ScrollingCaptureSession::aimedSpot() const
+{
+    return ((target() - m_screen.frame().topLeft() - m_rect.topLeft()) * m_screen.scale).toPoint();
 }
 
 std::optional<double> ScrollingCaptureSession::expectedShift() const
@@ -421,7 +426,9 @@ void ScrollingCaptureSession::noteUnchanged(const Shot &shot)
         say(CaptureTexts::tr("Scroll the area slowly"));
         return;
     }
-    if (shot.picture.rows().hashes != m_stitcher->frames().last().rows().hashes) {
+    const ComparedPicture &last = m_stitcher->frames().last();
+    const bool isLit = m_parks && MovingPart::isSameButAround(last, shot.picture, aimedSpot());
+    if (!isLit && shot.picture.rows().hashes != last.rows().hashes) {
         m_expectsMore = true;
         m_stitcher->refresh(shot.image, shot.picture); // pictures that came late
     }

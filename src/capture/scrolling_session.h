@@ -126,6 +126,7 @@ private:
     void noteSight(const FrameStitcher::Sight &sight);
     bool hasComeToRest(const std::optional<FrameStitcher::Step> &step) const;
     bool isLitUp(const Shot &shot) const;
+    QPoint aimedSpot() const;
     bool isWorthWaiting(const Shot &shot);
     Patience::Signs signsIn(const Shot &shot) const;
     void useStep(const Shot &shot);
@@ -161,8 +162,8 @@ private:
     bool m_stopped = false;
     bool m_held = false;
     bool m_isCancelled = false;
-    int m_unchanged = 0;    // shots since the last kept frame
-    int m_lost = 0;         // those of them that had moved to where nothing was found again
+    int m_unchanged = 0;        // shots since the last kept frame
+    int m_lost = 0;             // those of them that had moved to where nothing was found again
     bool m_expectsMore = false; // the last of them showed that more may be on its way
     bool m_hasGrown = false;    // content was added at the end
     Reason m_reason = Reason::Running;
@@ -173,11 +174,11 @@ private:
     Stillness m_stillness;
     Patience m_patience;
     std::unique_ptr<ScrollBack> m_back;
-    int m_clicks = 0;   // turned in this step
-    int m_turned = 0;   // in all steps
-    int m_turn = 0;     // at once
+    int m_clicks = 0;     // turned in this step
+    int m_turned = 0;     // in all steps
+    int m_turn = 0;       // at once
     bool m_parks = false; // the pointer leaves the region after each turn, since it lights up what it lies on
-    int m_settling = 0; // milliseconds since the last click
+    int m_settling = 0;   // milliseconds since the last click
     int m_lastShift = 0;
     int m_sameShiftFor = 0; // milliseconds
     int m_regained = 0;     // times that this step was turned back

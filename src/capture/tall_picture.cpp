@@ -33,6 +33,7 @@ public:
         m_width = frames.first().width();
         findSides();
         m_end = std::min(m_width - m_right, RowSignatures::comparedColumns(m_width));
+        dropMargins();
     }
 
     // The columns that scroll: rows of each frame up to its seam.
@@ -121,6 +122,39 @@ private:
         }
         if (m_right <= m_width - compared)
             m_right = 0;
+    }
+
+    // A margin may scroll or stand, its ground looks the same: it is drawn with what moves, and so is what
+    // stands in it at the top and at the bottom.
+    void dropMargins()
+    {
+        const bool isLeftBlank = isBlank(0, m_left);
+        if (isBlank(m_width - m_right, std::min(m_width, RowSignatures::comparedColumns(m_width)))) {
+            m_right = 0;
+            m_end = RowSignatures::comparedColumns(m_width);
+        }
+        if (isLeftBlank)
+            m_left = 0;
+    }
+
+    // Whether columns show one colour in all rows that would be taken from the midst of a frame.
+    bool isBlank(int from, int to) const
+    {
+        if (from >= to)
+            return false;
+        const quint32 *ground = nullptr;
+        for (int i = 0; i < m_steps.size(); ++i) {
+            const int top = i > 0 ? seam(i - 1) - m_steps[i - 1].shift : 0;
+            const int end = seam(i);
+            for (int y = std::max({top, m_steps[i].header, int(m_height * kStickyShare)}); y < end; ++y) {
+                const quint32 *at = row(m_frames[i], y) + from;
+                ground = ground ? ground : at;
+                if (((at[0] ^ ground[0]) & PixelRows::kColors) != 0 ||
+                    differences(at, at + 1, 0, to - from - 1) > 0)
+                    return false;
+            }
+        }
+        return ground != nullptr;
     }
 
     // The row of frame `i`, at which the next one takes over.

@@ -128,6 +128,35 @@ TEST(MovingPart, BearsWhatMovesByItselfAndHeadingsThatStick)
     EXPECT_TRUE(sameRows(left, scene.page.copy(0, 40, 290, 1060), 0, 290)) << "a heading in the middle";
 }
 
+TEST(MovingPart, DrawsTheShadowOfABannerInTheMarginOnlyAtTheEnd)
+{
+    Scene scene({40, 0, 560, 400});
+    scene.ground.fill(Qt::white);
+    scene.over = [](QPainter &painter, int) {
+        for (int i = 0; i < 20; ++i)
+            painter.fillRect(0, 320 + i, 600, 1, QColor(0, 0, 0, 4 * i));
+        painter.fillRect(0, 340, 600, 60, Qt::darkBlue);
+    };
+    const Joined joined = join(scene, {0, 120, 300, 480, 660});
+    EXPECT_EQ(joined.kept, 5);
+    QImage above(kWindow.width(), 660 + 320, QImage::Format_RGB32);
+    above.fill(Qt::white);
+    EXPECT_TRUE(
+        sameRows(joined.picture.copy(0, 0, 40, above.height()), above.copy(0, 0, 40, above.height()), 0, 40));
+    EXPECT_EQ(joined.picture.pixelColor(5, 660 + 350), QColor(Qt::darkBlue));
+}
+
+TEST(MovingPart, FollowsTheContentBeforeAPictureThatMovesMoreSlowly)
+{
+    const QImage behind = text({180, 900}, 4, Qt::cyan);
+    const QList<int> offsets{0, 120, 300};
+    Scene scene({180, 0, 420, 400});
+    scene.over = [&](QPainter &painter, int frame) { painter.drawImage(0, -offsets[frame] / 2, behind); };
+    const Joined joined = join(scene, offsets);
+    EXPECT_EQ(joined.kept, 3);
+    EXPECT_TRUE(isExact(joined, scene, 300));
+}
+
 TEST(MovingPart, TakesRowsAsTheyHadSettled)
 {
     // The lower third of every frame but the last is still pale.
