@@ -8,7 +8,9 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -142,6 +144,15 @@ TEST_F(LibraryBackupTest, TakesInConflictingCopiesAndRemovesThem)
     const auto takeIn = [this] {
         return ConflictCopies::takeIn(*m_library, ConflictCopies::read(inFolder(hidden(""))));
     };
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    const auto refused = takeIn();
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_FALSE(refused);
+    EXPECT_EQ(ConflictCopies::in(inFolder(hidden(""))).size(), 5) << "what isn't stored yet stays";
     const auto taken = takeIn();
     ASSERT_TRUE(taken);
     EXPECT_EQ(*taken, 4);

@@ -1,6 +1,7 @@
 #include "base/atomic_file.h"
 #include "base/file_name.h"
 #include "document/project_save.h"
+#include "library/auto_delete.h"
 #include "library/folder_watch.h"
 #include "library/intent.h"
 #include "library/library_names.h"
@@ -31,9 +32,12 @@ TEST(LibraryNames, NeverLeadOutOfTheFolderOrIntoTheHiddenOne)
     };
     for (const auto &[typed, base] : cases)
         EXPECT_EQ(LibraryNames::cleaned(typed), base) << typed.toStdString();
-    const QString longest = LibraryNames::cleaned(QString::fromUtf8("ä😀").repeated(100));
-    EXPECT_LE(longest.toUtf8().size(), 240);
-    EXPECT_TRUE(longest.isValidUtf16());
+    for (int before = 0; before < 4; ++before) {
+        const QString longest =
+            LibraryNames::cleaned(QString(before, 'a') + QStringLiteral("😀").repeated(100));
+        EXPECT_LE(longest.toUtf8().size(), 240);
+        EXPECT_TRUE(longest.isValidUtf16()) << before;
+    }
 }
 
 TEST_F(LibraryFilesTest, RefusesPathsThatAreNoFilesOfTheLibrary)
@@ -139,11 +143,15 @@ TEST_F(LibraryFilesTest, ARenameTakesNoProjectOverFromTheNameBefore)
     put("Old.png");
     putProject("Old", "Old.png");
     putProject("New", "New.png"); // whose picture another program removed
+    put(".lumenpost/versions/Old/1/Old.png", "mine");
+    put(".lumenpost/versions/New/1/New.png", "theirs");
     const auto target = m_library->rename(inFolder("Old.png"), "New");
     ASSERT_EQ(target, inFolder("New.png"));
     EXPECT_EQ(ProjectSave::owner(m_library->projectDirectory(*target)), "New.png");
     EXPECT_EQ(m_library->projectDirectory(*target), inFolder(".lumenpost/projects/.New.png"));
     EXPECT_TRUE(exists(".lumenpost/projects/New/project.json")) << "nothing is lost";
+    EXPECT_EQ(contents(".lumenpost/versions/New/1/New.png"), "theirs");
+    EXPECT_EQ(contents(".lumenpost/versions/New/2/Old.png"), "mine") << "at the next time that is free";
 }
 
 TEST_F(LibraryFilesTest, FinishesOrUndoesARenameThatWasKilled)
@@ -190,6 +198,25 @@ TEST_F(LibraryFilesTest, FinishesOrUndoesARenameThatWasKilled)
         EXPECT_EQ(m_library->catalog().meta().collections.first().items, QStringList{now + ".png"});
         EXPECT_FALSE(Intent::exists(inFolder(".lumenpost")));
     }
+}
+
+TEST_F(LibraryFilesTest, DeletesWhatIsOldAndCountsWhatReallyWent)
+{
+    const int day = 86400;
+    for (const char *name : {"old.png", "older.png", "favorite.png", "collected.png"})
+        put(name, "x", 8 * day);
+    put("new.png", "x", 7 * day - 60);
+    LibraryCatalog &catalog = m_library->catalog();
+    catalog.setFavorite("favorite.png", true);
+    catalog.add({"collected.png"}, catalog.createCollection("Bugs"));
+    const QDateTime now = QDateTime::currentDateTime();
+    EXPECT_EQ(autoDelete(*m_library, 0, now), 0);
+    machine.trash.refuses = true;
+    EXPECT_EQ(autoDelete(*m_library, 7, now), 0);
+    machine.trash.refuses = false;
+    EXPECT_EQ(autoDelete(*m_library, 7, now), 2);
+    EXPECT_EQ(m_library->items().size(), 3);
+    EXPECT_FALSE(exists("old.png") || exists("older.png"));
 }
 
 TEST_F(LibraryFilesTest, ImportedFilesKeepTheirDatesAndTheirPrivacy)

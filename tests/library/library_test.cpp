@@ -54,7 +54,7 @@ TEST_F(LibraryTest, NamesCapturesOfOneSecondApartEvenWhileTheyAreWritten)
     ASSERT_TRUE(QTest::qWaitFor([&] { return first.isFinished() && second.isFinished(); }));
     EXPECT_EQ(QFileInfo(first.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07.png");
     EXPECT_EQ(QFileInfo(second.result().value()).fileName(), "Capture 2026-03-14 at 09.41.07 2.png");
-    EXPECT_EQ(changed.count(), 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return changed.count() == 2; })); // told after the files are there
     prefs.setImageFormat(ImageFormat::Jpg);
     // Without an event loop too, as the command line waits.
     EXPECT_EQ(m_library->saveInBackground(kSmallPicture).result(),
@@ -78,10 +78,11 @@ TEST_F(LibraryTest, CopiesOnlyForeignFilesOfItsKindsIn)
     const QString own = put("own.png");
     QSignalSpy imported(m_library.get(), &Library::imported);
     QDir().mkpath(home.path("elsewhere"));
-    for (const char *name : {"own.png", "Clip.MOV", "letter.pdf"}) {
+    for (const char *name : {"own.png", "Clip.MOV", "letter.pdf", "huge.png"}) {
         QFile file(home.path(QString("elsewhere/") + name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("y");
+        ASSERT_TRUE(!file.fileName().contains("huge") || file.resize(ImageFiles::kMostBytes + 1));
     }
     const auto import = [this](const QStringList &paths) {
         const auto outcomes = m_library->importInBackground(paths);
@@ -93,8 +94,10 @@ TEST_F(LibraryTest, CopiesOnlyForeignFilesOfItsKindsIn)
     };
     EXPECT_EQ(
         import({own, home.path("elsewhere/own.png"), home.path("elsewhere/Clip.MOV"),
-                home.path("elsewhere/letter.pdf"), home.path("elsewhere/gone.png")}),
+                home.path("elsewhere/letter.pdf"), home.path("elsewhere/huge.png"),
+                home.path("elsewhere/gone.png")}),
         (QStringList{"own 2.png", "Clip.MOV", "letter.pdf is neither an image nor a film of the Library.",
+                     "huge.png is too large for a picture: 954 MiB.",
                      "There is no file " + home.path("elsewhere/gone.png.")}));
     EXPECT_TRUE(QFile::exists(inFolder("own 2.png")));
     EXPECT_TRUE(QFile::exists(inFolder("Clip.MOV")));

@@ -130,6 +130,16 @@ TEST_F(LibraryVersionsTest, AVersionWithoutAProjectRemovesThePresentOne)
     EXPECT_EQ(projectText(), "(no project)");
 }
 
+TEST_F(LibraryVersionsTest, AVersionHasNoProjectOfAnotherState)
+{
+    write("drawn");
+    ASSERT_TRUE(m_versions.saveProject(filled({9, 7}, Qt::blue), projectWith("drawn"), m_file));
+    write("changed by another program");
+    save("now");
+    EXPECT_EQ(version(0), "changed by another program");
+    EXPECT_FALSE(QFileInfo::exists(m_versions.versions(m_file).first().folder + "/project"));
+}
+
 TEST_F(LibraryVersionsTest, RestoresTheOldestOfTenAlthoughKeepingThePresentStateDropsIt)
 {
     write("0");

@@ -112,6 +112,10 @@ TEST_F(ExporterTest, StopsBetweenFilesAndLeavesNoHalfOnes)
     EXPECT_EQ(exported().size(), outcome.paths.size());
     for (const QString &path : outcome.paths)
         EXPECT_TRUE(ImageFiles::read(path)) << path.toStdString();
+
+    const auto all = Exporter::exportFiles(paths, m_folder.path(), ExportFormat::Jpg, {},
+                                           [](int done, int total) { return done < total; });
+    EXPECT_FALSE(all.wasCancelled) << "all of them were done by then";
 }
 
 TEST(PdfLayout, FollowsThePictureOrThePaper)

@@ -178,9 +178,10 @@ TEST(Duplicates, TrustsTheCacheOfAFileOfTheSameSizeAndDate)
     file.write(QByteArray(static_cast<qsizetype>(file.size()), 'x'));
     file.flush();
     ASSERT_TRUE(file.setFileTime(date, QFile::FileModificationTime));
-    file.close();
     EXPECT_EQ(Duplicates::scan(paths, cache)->size(), 1);
     EXPECT_EQ(Duplicates::scan(paths, folder.path("none"))->size(), 0);
+    ASSERT_TRUE(file.setFileTime(date.addSecs(1), QFile::FileModificationTime));
+    EXPECT_EQ(Duplicates::scan(paths, cache)->size(), 0) << "of another date";
 }
 
 TEST(Duplicates, SortsAGroupByDateWhateverTheNames)

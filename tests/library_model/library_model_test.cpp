@@ -185,9 +185,11 @@ TEST_F(LibraryModelTest, SortsAndCutsIntoSections)
     EXPECT_EQ(defaults.string("librarySort"), "size");
     EXPECT_EQ(model().largest(2).size(), 2);
     // A date to come belongs to the week, above today.
+    EXPECT_EQ(model().count(LibraryFilter::All), 6);
     put("future.png", ago(-30));
     model().setSort(LibrarySort::Newest);
     model().reload();
+    EXPECT_EQ(model().count(LibraryFilter::All), 7);
     EXPECT_EQ(model().sections().first(), (LibraryModel::Section{"This Week", 0, 1}));
     // Nothing is remembered but order and size.
     defaults.set("librarySort", "bogus");
@@ -223,6 +225,14 @@ TEST_F(LibraryModelTest, SelectsByClicksAndKeys)
     EXPECT_EQ(click("e.png", Qt::ControlModifier | Qt::ShiftModifier), (QStringList{"a", "b", "e"}));
     EXPECT_EQ(click("a.png", Qt::ControlModifier), (QStringList{"b", "e"}));
     EXPECT_EQ(click("c.png", Qt::NoModifier), QStringList{"c"});
+
+    // Where a stretch begins goes along with a new name.
+    for (const char *name : {"a.png", "b.png", "e.png", "d.png"})
+        click(name, Qt::ControlModifier);
+    ASSERT_TRUE(m_library->rename(inFolder("d.png"), "dd"));
+    EXPECT_EQ(click("dd.png", Qt::ShiftModifier), QStringList{"dd"});
+    ASSERT_TRUE(m_library->rename(inFolder("dd.png"), "d"));
+    click("c.png", Qt::NoModifier);
 
     // What the query hides stays selected, and counts as long as the file is there.
     click("d.png", Qt::ControlModifier);

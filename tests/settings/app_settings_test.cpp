@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 namespace {
@@ -93,9 +94,15 @@ TEST_F(AppSettingsTest, KeepKnownShortcutsBesideAnUnknownOne)
     EXPECT_EQ(settings.hotkey(HotKeyAction::Library).display(), "⇧⌘K");
     EXPECT_EQ(settings.hotkey(HotKeyAction::Capture).display(), "⌃⇧C");
     settings.setPrintKeys(true);
+    const KeyCombo panel = settings.panelHotkey();
+    settings.setPanelHotkey({9, KeyCombo::Option});
+    QSignalSpy told(&settings, &AppSettings::hotkeysChanged);
+    settings.setRecordingShortcut(true);
+    EXPECT_EQ(told.count(), 1) << "whoever holds the keys lets them go";
     settings.resetHotkeys();
     EXPECT_EQ(start().hotkey(HotKeyAction::Library).display(), "⌃⇧L");
     EXPECT_FALSE(m_settings->printKeys());
+    EXPECT_EQ(m_settings->panelHotkey(), panel);
 
     // One that can't be read makes the value no value at all.
     store(R"({"hotkeys": "{\"capture\":{\"keyCode\":1,\"carbonModifiers\":256},)"
@@ -107,7 +114,7 @@ TEST_F(AppSettingsTest, KeepKnownShortcutsBesideAnUnknownOne)
 TEST_F(AppSettingsTest, ForgetTheFolderOfOneCallOnceAnotherIsChosen)
 {
     AppSettings &settings = start();
-    settings.overrideSaveFolder(m_home.path("once"));
+    settings.overrideSaveFolder(m_home.path("once/"));
     EXPECT_EQ(settings.saveFolder(), m_home.path("once"));
     EXPECT_FALSE(stored().contains("saveFolder"));
     settings.setSaveFolder(m_home.path("Shots"));
