@@ -89,6 +89,27 @@ bool isLargeText(const ReadLine &line)
     return count >= kFewest && 2 * count > int(line.signs.size()) && confidence >= kSure;
 }
 
+// How sure the reader is of lines, and how much it read there.
+struct Evidence {
+    double sum = 0;
+    int signs = 0;
+    Evidence() = default;
+    explicit Evidence(const ReadLine &line) { add(line); }
+    void add(const ReadLine &line)
+    {
+        for (const ReadSign &sign : line.signs) {
+            sum += sign.confidence;
+            ++signs;
+        }
+    }
+    // What grounds look like in the small copy is read with .98 at most, large type mostly with more.
+    bool isSure() const { return sum > 0.985 * signs; }
+    bool outweighs(const Evidence &other) const
+    {
+        return signs > other.signs && sum * other.signs > other.sum * signs;
+    }
+};
+
 std::vector<ReadLine> readLarge(const QImage &part, LineLanguages &reader)
 {
     const QSize size = part.size() / kShrinkForLarge;
@@ -122,13 +143,30 @@ QList<RecognizedLine> read(const QImage &image, const Band &band, LineLanguages 
     QList<TextRegion> regions = findLines(ink);
     regions.removeIf([&](const TextRegion &region) {
         return !isOwn(region.box) || std::ranges::any_of(large, [&](const ReadLine &line) {
-            return inPart(line.region.box).contains(region.box.center());
+            return Evidence(line).isSure() && inPart(line.region.box).contains(region.box.center());
         });
     });
+    std::vector<ReadLine> usual = read(ink, regions, reader);
+    // Of what stands in one place, either is true: what grounds make of several lines in the small copy looks
+    // like one large line, and the strokes of a large one like letters.
+    for (size_t i = 0; i < large.size();) {
+        const QRect box = inPart(large[i].region.box);
+        const auto isInside = [&](const ReadLine &line) { return box.contains(line.region.box.center()); };
+        Evidence inside;
+        for (const ReadLine &line : usual)
+            if (isInside(line))
+                inside.add(line);
+        if (inside.outweighs(Evidence(large[i]))) {
+            large.erase(large.begin() + long(i));
+            continue;
+        }
+        std::erase_if(usual, isInside);
+        ++i;
+    }
     QList<RecognizedLine> lines;
     for (const ReadLine &line : large)
         lines.append(recognizedLine(line, image.size() / kShrinkForLarge, {0, band.top / kShrinkForLarge}));
-    for (const ReadLine &line : read(ink, regions, reader))
+    for (const ReadLine &line : usual)
         lines.append(recognizedLine(line, image.size(), {0, band.top}));
     return lines;
 }
