@@ -247,6 +247,10 @@
         <source>The whole picture doesn’t fit in memory.</source>
         <translation>Das ganze Bild passt nicht in den Speicher.</translation>
     </message>
+    <message>
+        <source>This desktop shows no tray: start Lumenpost again for the capture panel</source>
+        <translation>Dieser Desktop zeigt keine Symbolleiste: Lumenpost noch einmal starten, um das Aufnahmefeld zu öffnen</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

@@ -247,6 +247,10 @@
         <source>The whole picture doesn’t fit in memory.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>This desktop shows no tray: start Lumenpost again for the capture panel</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>

@@ -169,10 +169,14 @@ void ShellWindows::tellOfTheTray()
     if (!isPanelTheWayIn() || m_parts.defaults.boolean(QLatin1String(kDidTellOfTray), false))
         return;
     m_parts.defaults.set(QLatin1String(kDidTellOfTray), true);
+    const KeyCombo combo = m_parts.prefs.panelHotkey();
+    const bool hasShortcut = m_actions.registrationProblem(combo).isEmpty();
     m_parts.notices.post(Notice{
-        .text = AppTexts::tr(
-                    "This desktop shows no tray: start Lumenpost again, or press %1, for the capture panel")
-                    .arg(shortcutWords(m_parts.prefs.panelHotkey())),
+        .text = hasShortcut
+                    ? AppTexts::tr("This desktop shows no tray: start Lumenpost again, or press %1, for the "
+                                   "capture panel")
+                          .arg(shortcutWords(combo))
+                    : AppTexts::tr("This desktop shows no tray: start Lumenpost again for the capture panel"),
         .symbol = QStringLiteral("camera.viewfinder"),
         .actions = {{AppTexts::tr("Open Panel"), QStringLiteral("slider.horizontal.3"),
                      [self = QPointer(this)] {

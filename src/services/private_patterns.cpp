@@ -33,7 +33,7 @@ const QList<PrivatePattern> &table()
          .exact = R"(\+?\d[\d\s().-]{6,}\d)",
          .misread = {R"(\(\d{2,4}\)[\d\s().-]{4,}\d)"}},
         {.name = "card, account and other long numbers", .exact = R"(\b\d{4,}\b)"},
-        {.name = "IPv4 address",
+        {.name = "internet address, IPv4",
          .exact = R"(\b(?:\d{1,3}\.){3}\d{1,3}\b)",
          .misread =
              {R"(\b\d{1,3}(?:[.,]\d{1,3}\.|\.\d{1,3}[.,])\d{1,3}\.\d{1,3}\b)", // a price has its comma last

@@ -1,5 +1,6 @@
 #include "shell/command_keys_section.h"
 
+#include "artwork/fonts.h"
 #include "base/async.h"
 #include "base/notice.h"
 #include "platform/command_keys.h"
@@ -107,7 +108,7 @@ void addCommandKeys(SettingsPage *page, const SettingsParts &parts)
     auto *lines = new QLabel;
     lines->setTextFormat(Qt::PlainText);
     lines->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    lines->setFont(QFont(QStringLiteral("JetBrains Mono"), lines->font().pointSize()));
+    lines->setFont(Fonts::font(Fonts::Design::Mono, QFontInfo(lines->font()).pixelSize(), QFont::Normal));
     page->addWide(lines, ShellTexts::tr("Commands for the desktop's keys"));
     const auto show = [lines, parts] { lines->setText(textOf(parts).trimmed()); };
     show();
