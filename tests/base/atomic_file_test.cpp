@@ -125,7 +125,7 @@ TEST(AtomicFile, KeepsTheModeOfWhatItReplacesAndFollowsTheUmaskForWhatIsNew)
     const auto filled = [](const QString &temporary) { return AtomicFile::write(temporary, "y"); };
     ASSERT_TRUE(AtomicFile::replace(folder.path("made"), filled));
     EXPECT_EQ(modeOf(folder.path("made")), 0640u);
-    for (const mode_t mode : {0600u, 0644u, 0664u}) {
+    for (const mode_t mode : {0600u, 0644u, 0664u, 02775u}) {
         ASSERT_EQ(chmod(QFile::encodeName(folder.path("new")).constData(), mode), 0);
         ASSERT_TRUE(AtomicFile::write(folder.path("new"), "x"));
         EXPECT_EQ(modeOf(folder.path("new")), mode);
@@ -222,6 +222,23 @@ TEST(AtomicFile, KeepsTheDatesOfACopy)
     ASSERT_TRUE(copy);
     EXPECT_EQ(QFileInfo(*copy).lastModified(), date);
     EXPECT_EQ(contents(*copy), contents(folder.path("a")));
+}
+
+TEST(AtomicFile, CopiesNothingThatIsNoFileAndNothingWhenStopped)
+{
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder.path("pipe")).constData(), 0600), 0);
+    EXPECT_EQ(AtomicFile::copyNew(folder.path("pipe"), folder.path(), "b", "").error().message,
+              "pipe is no regular file.");
+    ASSERT_TRUE(AtomicFile::write(folder.path("a"), "x"));
+    const QTemporaryDir memory("/dev/shm/copyXXXXXX"); // where no blocks can be shared in a moment
+    if (!memory.isValid())
+        GTEST_SKIP() << "there is no file system in memory";
+    std::stop_source stop;
+    stop.request_stop();
+    const auto copy = AtomicFile::copyNew(folder.path("a"), memory.path(), "a", "", {}, stop.get_token());
+    EXPECT_TRUE(!copy && copy.error().isCancelled());
+    EXPECT_EQ(everythingIn(memory.path()), QStringList());
 }
 
 TEST(AtomicFile, GivesEachOfManyWritersANameOfItsOwn)

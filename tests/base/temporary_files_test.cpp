@@ -75,12 +75,14 @@ TEST_F(TemporaryFilesTest, ClearWhatAKilledProgramLeft)
     // No process has the largest number that there is room for.
     const QString dead = m_runtime.path("lumenpost/process-2147483647-abcdef");
     const QString alive = m_runtime.path(QStringLiteral("lumenpost/process-%1-abcdef").arg(::getppid()));
-    ASSERT_TRUE(QDir().mkpath(dead) && QDir().mkpath(alive));
-    for (const QString &path : {m_runtime.path("lumenpost"), dead, alive})
+    const QString others = m_runtime.path("lumenpost/process-1-abcdef"); // which only root may signal
+    ASSERT_TRUE(QDir().mkpath(dead) && QDir().mkpath(alive) && QDir().mkpath(others));
+    for (const QString &path : {m_runtime.path("lumenpost"), dead, alive, others})
         ASSERT_EQ(::chmod(qUtf8Printable(path), 0700), 0);
     ASSERT_TRUE(TemporaryFiles::newPath("a"));
     EXPECT_FALSE(QFileInfo::exists(dead));
     EXPECT_TRUE(QFileInfo::exists(alive));
+    EXPECT_TRUE(QFileInfo::exists(others));
 }
 
 TEST_F(TemporaryFilesTest, TakeAnyTitleForAName)

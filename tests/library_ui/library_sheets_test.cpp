@@ -186,6 +186,35 @@ TEST_F(LibrarySheetsTest, CleaningUpKeepsTheNewestOfLookAlikes)
     press(sheet, "Trash All Extras");
     ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->groups()->isEmpty(); }));
     EXPECT_EQ(m_library->items(), QStringList{inFolder("A")});
+    const auto buttons = sheet->findChildren<QPushButton *>();
+    const auto run = std::ranges::find(buttons, QString("Run Now"), &QPushButton::text);
+    ASSERT_NE(run, buttons.end());
+    for (const auto &[index, days] : {std::pair(1, 30), std::pair(0, 0)}) {
+        Q_EMIT sheet->findChild<QComboBox *>()->activated(index);
+        EXPECT_EQ(prefs.autoDeleteDays(), days);
+        EXPECT_EQ((*run)->isEnabled(), days > 0);
+    }
+}
+
+TEST_F(LibrarySheetsTest, GoesOnWithoutACaptionHereAndThereAndShowsWhatNothingOpens)
+{
+    struct : FakeWorkspace {
+        Result<void> open(const QUrl &) override { return fail("Nothing opens it."); }
+    } workspace;
+    LibraryWork work({*m_library, workspace, notices, m_claude, prefs, m_pending, clock, *m_indexing, {}});
+    prefs.setApiKey("key");
+    const HttpResponse caption{200, R"({"content":[{"type":"text","text":"A page"}]})"};
+    const HttpResponse trouble{500, "no"};
+    machine.http.answers = {trouble, trouble, caption, trouble, trouble, caption};
+    work.makePdf({m_library->items().first(6),
+                  {},
+                  LibraryWork::Captions::Written,
+                  Exporter::PageSize::Fit,
+                  home.path("some.pdf")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !workspace.revealed.isEmpty(); }, 10'000));
+    EXPECT_EQ(workspace.revealed, QStringList{home.path("some.pdf")});
+    EXPECT_EQ(machine.http.requests.size(), 6);
+    EXPECT_TRUE(m_told.isEmpty());
 }
 
 TEST_F(LibrarySheetsTest, TheInspectorRenamesAndGoesBackToAVersion)

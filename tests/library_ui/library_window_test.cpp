@@ -25,6 +25,7 @@ TEST_F(LibraryWindowTest, KeysMoveThroughRowsAndSections)
         {Qt::Key_Down, {}, "J"},
         {Qt::Key_Down, {}, "J"},
         {Qt::Key_Up, {}, "F"},
+        {Qt::Key_Up, {}, "E"},
         {Qt::Key_Home, {}, "A"},
         {Qt::Key_Left, {}, "A"},
         {Qt::Key_Right, Qt::ShiftModifier, "AB"},
@@ -38,6 +39,11 @@ TEST_F(LibraryWindowTest, KeysMoveThroughRowsAndSections)
         QTest::keyClick(&grid(), step.key, step.modifiers);
         EXPECT_EQ(selected(), step.selected) << "after key " << std::hex << step.key;
     }
+    grid().setLayoutDirection(Qt::RightToLeft);
+    QTest::keyClick(&grid(), Qt::Key_Home);
+    QTest::keyClick(&grid(), Qt::Key_Left);
+    EXPECT_EQ(selected(), "B") << "the next one, where lines run to the left";
+    grid().setLayoutDirection(Qt::LeftToRight);
     QTest::keyClick(&grid(), Qt::Key_End);
     EXPECT_TRUE(QRectF(grid().viewport()->rect()).contains(grid().cardRect(9))) << "what is chosen is shown";
     QTest::keyClick(&grid(), Qt::Key_Return);
@@ -82,6 +88,20 @@ TEST_F(LibraryWindowTest, ThePointerSelectsOneSeveralAndABand)
     EXPECT_EQ(selected(), "A");
     QTest::mouseRelease(view, Qt::LeftButton, {}, middle(0));
     EXPECT_EQ(selected(), "A");
+    // With Ctrl a band turns what it holds over, and with a press on one of several all of them stay.
+    QTest::mousePress(view, Qt::LeftButton, Qt::ControlModifier, from);
+    QTest::mouseMove(view, middle(2));
+    EXPECT_EQ(selected(), "BC");
+    QTest::mouseRelease(view, Qt::LeftButton, Qt::ControlModifier, middle(2));
+    QTest::mousePress(view, Qt::LeftButton, {}, middle(1));
+    EXPECT_EQ(selected(), "BC");
+    QTest::mouseRelease(view, Qt::LeftButton, {}, middle(1));
+    EXPECT_EQ(selected(), "B");
+    QTest::mouseClick(view, Qt::LeftButton, Qt::ControlModifier, middle(2));
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, middle(2), view->mapToGlobal(middle(2)));
+    QCoreApplication::sendEvent(view, &menu);
+    EXPECT_EQ(selected(), "BC") << "the menu is of all that is selected";
+    m_window->findChild<QMenu *>()->close();
     QTest::mouseDClick(view, Qt::LeftButton, {}, grid().cardRect(2).topLeft().toPoint() + QPoint(20, 20));
     EXPECT_EQ(m_opened, QStringList{"C"});
 }

@@ -232,6 +232,8 @@ TEST_F(GuideModel, WaitsWithWhatShowsAStepUntilAllPicturesAreSearched)
     };
     ASSERT_TRUE(QTest::qWaitFor([this] { return !machine.text.sizes.isEmpty(); }));
     model->edit(id(2));
+    model->remove({id(1)});
+    model->undo(); // it is looked through all the same
     model->exportPDF(home.path("given-up.pdf"));
     model->cancelExport();
     EXPECT_FALSE(model->canCancel());
@@ -251,6 +253,7 @@ TEST_F(GuideModel, WaitsWithWhatShowsAStepUntilAllPicturesAreSearched)
     ASSERT_TRUE(QTest::qWaitFor([&] { return !opened.isEmpty(); }));
     EXPECT_EQ(opened, (QList<QString>{"Step 3 · Guide"}));
     settle();
+    EXPECT_EQ(machine.text.sizes.size(), 3);
     EXPECT_TRUE(QFile::exists(home.path("wanted.pdf")));
     EXPECT_FALSE(QFile::exists(home.path("given-up.pdf")));
     EXPECT_TRUE(library.items().isEmpty());

@@ -159,25 +159,27 @@ TEST_F(Recorder, KeepsTheOrderOfThePressesWhoeverAnswersFirst)
 TEST_F(Recorder, ReadsADrawnLabelOnlyWhereNothingIsTypedAndNothingPrivateStands)
 {
     const QRect button(120, 120, 90, 30);
-    const auto reads = [](const QString &text) {
+    const auto reads = [](const QString &text, double confidence) {
         RecognizedLine line;
         line.text = text;
-        line.confidence = 0.9;
+        line.confidence = confidence;
         return QList<RecognizedLine>{line};
     };
     struct Case {
         QString role;
         QString drawn;
         QString caption;
+        double confidence = 0.9;
     };
     const Case cases[] = {{"AXButton", "Publish", "Click “Publish”"},
+                          {"AXButton", "Fublich", "Click in Mail", 0.5},
                           {"AXButton", "ann@example.org", "Click in Mail"},
                           {"AXButton", "|", "Click in Mail"},
                           {"AXPopUpButton", "Germany", "Click in Mail"},
                           {"AXTextField", "hunter two", "Click the text field"}};
     std::chrono::milliseconds time = 0s;
     for (const Case &each : cases) {
-        machine.text.answer = reads(each.drawn);
+        machine.text.answer = reads(each.drawn, each.confidence);
         machine.elements.answer = AccessibleElement{{.role = each.role}, button};
         click({150, 130}, time += 1s);
         settle();
@@ -185,7 +187,7 @@ TEST_F(Recorder, ReadsADrawnLabelOnlyWhereNothingIsTypedAndNothingPrivateStands)
         EXPECT_TRUE(QTest::qWaitFor([&] { return recorder->steps().last().caption == each.caption; }, 500))
             << qPrintable(each.drawn + " gave " + recorder->steps().last().caption);
     }
-    EXPECT_EQ(machine.text.sizes, QList<QSize>(3, button.size())) << "fields and lists are never read";
+    EXPECT_EQ(machine.text.sizes, QList<QSize>(4, button.size())) << "fields and lists are never read";
 }
 
 TEST_F(Recorder, ReadsTheRowOfAMenuThatHasClosedBeforeItWasAsked)
@@ -249,6 +251,15 @@ TEST_F(Recorder, GoesOnAfterAPictureThatFails)
     EXPECT_EQ(recorder->lastCaptured(), "Couldn't capture — see Settings › Permissions & Help");
     click({150, 150}, 2s);
     EXPECT_EQ(onlyStep().click, QPointF(50, 50));
+    // One that fails late holds up nothing that came behind it.
+    machine.pictures.isHeld = true;
+    machine.pictures.failure = Error{Error::Kind::Failed, "gone", {}};
+    recorder->addStep();
+    click({160, 160}, 3s);
+    QTest::qWait(50);
+    EXPECT_EQ(recorder->steps().size(), 1);
+    machine.pictures.deliver();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return recorder->steps().size() == 2; }));
 }
 
 TEST_F(Recorder, RefusesToStartWithoutSightOfTheScreen)

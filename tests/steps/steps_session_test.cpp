@@ -136,10 +136,14 @@ TEST(StepsSession, ReadsNothingOutsideItsFolderAndDropsEmptyOnes)
           R"({"steps":[{"id":"{6b29fc40-ca47-1067-b31d-00dd010662da}","picture":"../secret.png"}]})");
     plant("broken", "{");
     QDir().mkpath(root.path("empty"));
+    const TemporaryFolder elsewhere;
+    ASSERT_TRUE(filled(QSize(9, 9)).save(elsewhere.path("kept.png")));
+    ASSERT_TRUE(QFile::link(elsewhere.path(), root.path("linked")));
     EXPECT_TRUE(StepsSession::unfinished(root.path()).isEmpty());
     for (const char *name : {"planted", "broken", "empty"})
         EXPECT_FALSE(QFile::exists(root.path(name))) << name;
     EXPECT_TRUE(QFile::exists(root.path("secret.png")));
+    EXPECT_TRUE(QFile::exists(elsewhere.path("kept.png")));
 }
 
 } // namespace
