@@ -16,9 +16,10 @@ constexpr float kWhole = 0.999F;
 // The steps in which the ends of a line are told, and what is filled between letters: no inside of a letter
 // that isn't large is wider.
 constexpr double kEndPixels = 40;
-// What is taller is large type, unless it is broader than any stroke, or coloured as charts are; its rows are
-// filled from edge to edge.
-constexpr double kLargePixels = 56;
+// What is taller is large type, whose last letters differ so in width that steps tell them apart (of digits
+// of 48 pixels 20 in 100 were guessed), unless it is broader than any stroke, or coloured as charts are; its
+// rows are filled from edge to edge.
+constexpr double kLargePixels = 40;
 constexpr double kTallestLetter = 260;
 constexpr double kBroadestStroke = 80; // with the blocks at its edges
 constexpr double kWidestGap = 60;

@@ -218,6 +218,40 @@ TEST(Pixelation, GuessingAndComparingUndoesPlainAveragesButNotThis)
     }
 }
 
+// What the noise leaves as it was shows where ink is near: it must not show which letters stand at the ends.
+TEST(Pixelation, TouchesTheSameBlocksWhateverLettersStandAtTheEndsOfALine)
+{
+    for (const auto &[size, left] :
+         {std::pair(14, 20), std::pair(40, 60), std::pair(48, 40), std::pair(48, 50), std::pair(48, 60),
+          std::pair(48, 70), std::pair(60, 55)}) {
+        std::vector<std::vector<bool>> touched;
+        for (const QString &text : {QString("10000001"), QString("70000007"), QString("40000004")}) {
+            auto &blocks = touched.emplace_back();
+            for (const int mark : {0, 90, 180}) {
+                QImage image(8 * size, 3 * size + 160, QImage::Format_RGB32);
+                image.fill(Qt::white);
+                QPainter painter(&image);
+                QFont font("DejaVu Sans");
+                font.setPixelSize(size);
+                painter.setFont(font);
+                painter.drawText(left, 2 * size, text);
+                painter.fillRect(0, image.height() - 1, 1, 1, QColor(mark, mark, mark));
+                painter.end();
+                const QImage mosaic = pixelated(image);
+                const int side = int(pixelationBlock(image.size()));
+                size_t at = 0;
+                for (int y = mosaic.height() - 100; y > 0; y -= side)
+                    for (int x = side / 2; x < mosaic.width(); x += side, ++at) {
+                        if (at == blocks.size())
+                            blocks.push_back(false);
+                        blocks[at] = blocks[at] || mosaic.pixel(x, y) != qRgb(255, 255, 255);
+                    }
+            }
+        }
+        EXPECT_TRUE(touched[0] == touched[1] && touched[1] == touched[2]) << size << " at " << left;
+    }
+}
+
 TEST(Pixelation, StillLooksLikeAMosaicOfWhatIsThere)
 {
     // Left dark, right light, text in between. The noise is another in every run and for every picture: what
