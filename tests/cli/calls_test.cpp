@@ -80,6 +80,7 @@ TEST_F(CommandLine, SaysWhyItFailedInOneSentence)
     };
     for (const auto &call_ : failing)
         EXPECT_TRUE(isRefused(call(call_.words), 1, call_.sentence)) << call_.words.join(' ').toStdString();
+    EXPECT_TRUE(isRefused(call({"mp4", "a.png", "--output", "./a.png"}), 2, "The film itself"));
     EXPECT_FALSE(QFile::exists(path("o.png")));
     EXPECT_EQ(filesIn("library"), QStringList{"in.png"});
 }

@@ -89,12 +89,18 @@ TEST_F(LibraryCalls, ExportsAndJoinsFilesOfTheLibraryByName)
 
     QFile captions(path("captions.txt"));
     ASSERT_TRUE(captions.open(QIODevice::WriteOnly));
-    captions.write("First\n");
+    captions.write("  First\r\n");
     captions.close();
+    QFile plain(path("plain.txt"));
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly) && plain.write("First") == 5);
+    plain.close();
     EXPECT_TRUE(isDone(call({"guide-image", "a.png", "b.png", "--title", "How To", "--captions",
                              "captions.txt", "--output", "guide.png"})));
     const QImage guide(path("guide.png"));
     EXPECT_EQ(guide.size(), QSize(1400, 150 + 60 + 2 * (52 + 20 + 200) + 56 + 60));
+    EXPECT_TRUE(isDone(call({"guide-image", "a.png", "b.png", "--title", "How To", "--captions", "plain.txt",
+                             "--output", "plain.png"})));
+    EXPECT_EQ(QImage(path("plain.png")), guide) << "blanks around a caption are none of it";
     EXPECT_TRUE(isDone(call({"guide-image", "a.png", "b.png", "--title", "How To", "--output", "mute.png"})));
     const QImage mute(path("mute.png"));
     ASSERT_EQ(mute.size(), guide.size());

@@ -4,9 +4,9 @@
 #include "pixels.h"
 #include "support/pictures.h"
 
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QRandomGenerator>
+#include <ctime>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -302,9 +302,8 @@ TEST(Renderer, SurvivesBrokenNumbersInReasonableTime)
     dashed.style = 1;
     dashed.lineWidth = 0.06;
     objects.append(dashed);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begin = std::clock(); // what others do on the machine doesn't count
     const QImage picture = drawn(base, objects);
     EXPECT_EQ(picture.size(), base.size());
-    EXPECT_LT(timer.elapsed(), 20000); // no loop over a number from the file
+    EXPECT_LT((std::clock() - begin) / CLOCKS_PER_SEC, 20); // no loop over a number from the file
 }

@@ -4,10 +4,10 @@
 #include "pixels.h"
 #include "support/pictures.h"
 
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRandomGenerator>
+#include <ctime>
 #include <gtest/gtest.h>
 
 namespace {
@@ -86,10 +86,9 @@ TEST(StrokeMask, FinishesForLinesThatCrossThemselvesThousandsOfTimes)
         objects.last().lineWidth = i % 2 ? 1000 : 40;
         objects.last().points = walk(random, 30, {-1e9, -1e9, 2e9, 2e9});
     }
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begin = std::clock(); // what others do on the machine doesn't count
     EXPECT_EQ(drawn({1920, 1080}, objects).size(), QSize(1920, 1080));
-    EXPECT_LT(timer.elapsed(), 30000); // minutes where time grows with the crossings
+    EXPECT_LT((std::clock() - begin) / CLOCKS_PER_SEC, 30); // minutes where time grows with the crossings
 }
 
 TEST(Renderer, AnObjectThatReachesFarOutLooksLikeItsPartInALargerPicture)

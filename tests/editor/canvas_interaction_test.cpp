@@ -211,6 +211,7 @@ TEST_F(CanvasTest, DropsANarrowCropBand)
 {
     use(ToolKind::Crop);
     stroke({100, 100}, {107, 500});
+    stroke({100, 100}, {500, 107});
     EXPECT_EQ(document.base().size(), QSize(width, height));
     EXPECT_FALSE(document.canUndo());
     stroke({-50, -50}, {9, 9});
@@ -407,6 +408,9 @@ TEST_F(CanvasTest, KeysMoveAFrameThatReturnTakesAndEscapeDrops)
     press(10, 10);
     EXPECT_FALSE(session.isPlacing()) << "the pointer goes on without the keys' frame";
     release(10, 10);
+    key(Qt::Key_Return);
+    key(Qt::Key_R);
+    EXPECT_FALSE(session.isPlacing()) << "and so does another tool";
 }
 
 TEST_F(CanvasTest, KeysChooseAColourAndAnAreaOfText)
@@ -462,6 +466,17 @@ TEST_F(CanvasTest, TabGoesThroughTheObjectsInBothDirections)
     document.setSelectedID({});
     key(Qt::Key_Tab, Qt::ShiftModifier);
     EXPECT_EQ(document.selectedID(), second.id);
+    canvas.setZoom(6);
+    addBox({700, 500, 50, 50});
+    for (int i = 0; i < 3; ++i) {
+        key(Qt::Key_Tab);
+        const QRectF view({}, canvas.viewport().view);
+        EXPECT_TRUE(view.intersects(canvas.viewport().toView(document.selected()->bounds()))) << i;
+    }
+    use(ToolKind::Select);
+    const QPointF inside = document.selected()->bounds().center();
+    doubleClick(inside.x(), inside.y());
+    EXPECT_FALSE(fieldIsOpen) << "a box holds no text";
 }
 
 TEST_F(CanvasTest, TheEyedropperTakesOnePixelAndEnds)

@@ -88,7 +88,10 @@ TEST(GifWriter, KeepsColoursOfAnInterfaceExact)
     painter.end();
     QImage second = first;
     QPainter(&second).fillRect(30, 20, 11, 9, QColor(0xff, 0xfe, 0xfd));
-    const QList<QImage> pictures{first, second, second, first};
+    QImage third = second; // what is new is wider above than below
+    for (const QRect &part : {QRect(60, 40, 40, 2), QRect(50, 50, 5, 2)})
+        QPainter(&third).fillRect(part, QColor(0xff, 0xfe, 0xfd));
+    const QList<QImage> pictures{first, second, second, third, first};
     EXPECT_EQ(decoded(written(pictures)), pictures);
 }
 

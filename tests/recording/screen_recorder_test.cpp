@@ -8,8 +8,10 @@
 #include "settings/app_settings.h"
 #include "settings/defaults.h"
 
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/wait.h>
@@ -76,6 +78,7 @@ TEST_F(ScreenRecorderTest, PutsAFilmIntoTheLibrary)
     m_options.microphone = true;
     start();
     EXPECT_EQ(m_recorder->state(), ScreenRecorder::State::Starting);
+    QSignalSpy changed(&m_library, &Library::changed);
     ASSERT_TRUE(reaches(ScreenRecorder::State::Recording));
     EXPECT_EQ(m_machine.films.lastRequest.area, QRect(110, 20, 300, 200));
     EXPECT_EQ(m_machine.movies.lastFormat.sounds, (QList{SoundSource::System, SoundSource::Microphone}));
@@ -87,6 +90,7 @@ TEST_F(ScreenRecorderTest, PutsAFilmIntoTheLibrary)
     ASSERT_TRUE(m_path);
     EXPECT_TRUE(QFileInfo(*m_path).fileName().startsWith("Recording ")) << qPrintable(*m_path);
     EXPECT_EQ(m_library.items(), QStringList{*m_path});
+    EXPECT_GT(changed.count(), 0);
     EXPECT_EQ(filesOfLibrary().size(), 1);
     EXPECT_TRUE(QDir(m_notes).isEmpty());
     EXPECT_FALSE(m_machine.films.isRunning());
@@ -126,6 +130,17 @@ TEST_F(ScreenRecorderTest, KeepsWhatWasFilmedWhenItBreaks)
     EXPECT_TRUE(m_error->message.startsWith("The display has gone away. ")) << qPrintable(m_error->message);
     EXPECT_TRUE(m_error->message.contains(QFileInfo(*m_path).fileName()));
     EXPECT_EQ(m_completions, 1);
+
+    // What broke before its first frame leaves the next film alone.
+    start();
+    while (!m_machine.films.isRunning()) // which nobody has been told of yet
+        QThread::msleep(1);
+    m_machine.films.breakOff({Error::Kind::Failed, "The display has gone away.", {}});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_completions == 2; }));
+    start();
+    ASSERT_TRUE(reaches(ScreenRecorder::State::Recording));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_recorder->state(), ScreenRecorder::State::Recording);
 }
 
 TEST_F(ScreenRecorderTest, StopsAsSoonAsItHasStarted)
@@ -201,29 +216,36 @@ TEST_F(ScreenRecorderTest, ATakenNameIsLeftToItsOwner)
 // What a killed process leaves: its locks go with it.
 TEST_F(ScreenRecorderTest, AFilmThatBrokeOffIsFinishedAtTheNextStart)
 {
-    const QString target = m_folder.filePath("Recording 1.mov");
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto place = RecordingPlace::reserve(target, RecordingPlace::Existing::Kept, m_notes);
-        QFile film((*place)->growing());
-        const bool isOpen = film.open(QIODevice::WriteOnly);
-        film.write("recorded");
-        film.close();
-        _exit(isOpen ? 0 : 1);
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
+    using enum RecordingPlace::Existing;
+    for (const auto existing : {Kept, Replaced}) {
+        const QString target = m_folder.filePath(existing == Kept ? "Recording 1.mov" : "mine.mov");
+        if (existing == Replaced) {
+            QFile old(target);
+            ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+        }
+        const pid_t child = fork();
+        if (child == 0) {
+            const auto place = RecordingPlace::reserve(target, existing, m_notes);
+            QFile film((*place)->growing());
+            const bool isOpen = film.open(QIODevice::WriteOnly);
+            film.write("recorded");
+            film.close();
+            _exit(isOpen ? 0 : 1);
+        }
+        int status = -1;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_EQ(status, 0);
 
-    const auto running =
-        RecordingPlace::reserve(m_folder.filePath("Other.mov"), RecordingPlace::Existing::Kept, m_notes);
-    ASSERT_TRUE(running);
-    const auto outcome = RecordingRecovery::run(m_notes, m_machine.movies);
-    EXPECT_EQ(outcome.films, QStringList{target});
-    EXPECT_TRUE(outcome.errors.isEmpty());
-    EXPECT_FALSE(RecordingRecovery::notice(outcome).isEmpty());
-    EXPECT_EQ(QDir(m_notes).entryList({"*.json"}).size(), 1) << "that of the film which still runs";
-    EXPECT_TRUE(RecordingRecovery::run(m_notes, m_machine.movies).films.isEmpty()) << "once is enough";
+        const auto running =
+            RecordingPlace::reserve(m_folder.filePath("Other.mov"), RecordingPlace::Existing::Kept, m_notes);
+        ASSERT_TRUE(running);
+        const auto outcome = RecordingRecovery::run(m_notes, m_machine.movies);
+        EXPECT_EQ(outcome.films, QStringList{target});
+        EXPECT_TRUE(outcome.errors.isEmpty());
+        EXPECT_FALSE(RecordingRecovery::notice(outcome).isEmpty());
+        EXPECT_EQ(QDir(m_notes).entryList({"*.json"}).size(), 1) << "that of the film which still runs";
+        EXPECT_TRUE(RecordingRecovery::run(m_notes, m_machine.movies).films.isEmpty()) << "once is enough";
+    }
 }
 
 TEST_F(ScreenRecorderTest, NotesOfOthersAreNoOrders)
