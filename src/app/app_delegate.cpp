@@ -306,6 +306,7 @@ void AppDelegate::buildStatusItem()
     actions.isAvailable = [this](HotKeyAction action) { return m_requests->isAvailable(action); };
     actions.openImage = [this] { m_documents->openImage(); };
     actions.hasPins = [this] { return !m_pins->windows().empty(); };
+    actions.goToPin = [this] { m_pins->goToNext(); };
     actions.closePins = [this] { m_pins->closeAll(); };
     actions.quit = [] { QCoreApplication::quit(); };
     actions.bringDialogForward = [this] {

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int kTitleBar = 36; // points; the tallest of those tried
+
 struct Traits {
     QSize size; // points
     bool isResizable;
@@ -50,9 +52,13 @@ void placeInTheMiddle(QWidget *window)
     if (!screen)
         return;
     const QRect room = screen->availableGeometry();
+    // What window managers put around a window is known only when it is shown.
+    const QSize frame(0, kTitleBar);
     if (window->minimumSize() != window->maximumSize())
-        window->resize(window->size().boundedTo(room.size()));
-    window->move(room.center() - QRect(QPoint(), window->size()).center());
+        window->resize(window->size().boundedTo(room.size() - frame));
+    QRect place(QPoint(), window->size() + frame);
+    place.moveCenter(room.center());
+    window->move(place.topLeft());
 }
 
 SingletonWindows::SingletonWindows(Defaults &defaults, QObject *parent) : QObject(parent), m_defaults(defaults) {}

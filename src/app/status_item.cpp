@@ -194,8 +194,11 @@ QMenu &StatusItem::rebuiltMenu()
     addItem(AppTexts::tr("Open Library…"), QStringLiteral("photo.on.rectangle"), HotKeyAction::Library);
     addItem(AppTexts::tr("Pin Last Capture"), QStringLiteral("pin"), HotKeyAction::PinLast);
     addItem(AppTexts::tr("Open Image…"), QStringLiteral("photo"), m_actions.openImage);
-    if (m_actions.hasPins())
+    if (m_actions.hasPins()) {
+        // No list of windows shows them: this is their way for the keyboard.
+        addItem(AppTexts::tr("Go to Pinned Image"), QStringLiteral("pin"), m_actions.goToPin);
         addItem(AppTexts::tr("Close All Pins"), QStringLiteral("pin.slash"), m_actions.closePins);
+    }
     m_menu->addSeparator();
     QAction *editor = m_menu->addAction(AppTexts::tr("Open Editor After Capture"));
     editor->setCheckable(true);

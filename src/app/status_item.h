@@ -22,6 +22,7 @@ public:
         std::function<void(HotKeyAction)> perform;
         std::function<bool(HotKeyAction)> isAvailable;
         std::function<void()> openImage;
+        std::function<void()> goToPin;
         std::function<void()> closePins;
         std::function<bool()> hasPins = [] { return false; };
         std::function<void()> showSettings;

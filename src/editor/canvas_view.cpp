@@ -335,6 +335,14 @@ void CanvasView::keyReleaseEvent(QKeyEvent *event)
     QWidget::keyReleaseEvent(event);
 }
 
+// The toolkit tells of the canvas alone.
+void CanvasView::focusInEvent(QFocusEvent *event)
+{
+    QWidget::focusInEvent(event);
+    if (m_document.selectedID())
+        tellOfSelection();
+}
+
 void CanvasView::focusOutEvent(QFocusEvent *event)
 {
     // Its release will go elsewhere.

@@ -2,6 +2,7 @@
 
 #include "ui/controls.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -26,11 +27,24 @@ QList<QWidget *> BarKeys::controls() const
     return found;
 }
 
+// Of several choices the one that holds, which may have been made elsewhere.
+QWidget *BarKeys::chosenBeside(QWidget *control, const QList<QWidget *> &all) const
+{
+    if (QAccessible::queryAccessibleInterface(control)->role() != QAccessible::RadioButton)
+        return control;
+    for (QWidget *other : all) {
+        const auto *button = qobject_cast<QAbstractButton *>(other);
+        if (button && button->isChecked() && other->parentWidget() == control->parentWidget())
+            return other;
+    }
+    return control;
+}
+
 QWidget *BarKeys::stop() const
 {
     const QList<QWidget *> all = controls();
     if (m_last && all.contains(m_last.data()))
-        return m_last;
+        return chosenBeside(m_last, all);
     for (QWidget *control : all) {
         const auto *button = qobject_cast<QAbstractButton *>(control);
         if (button && button->isCheckable() && button->isChecked())

@@ -22,6 +22,7 @@ protected:
 
 private:
     QList<QWidget *> controls() const;
+    QWidget *chosenBeside(QWidget *control, const QList<QWidget *> &all) const;
     bool goTo(qsizetype index);
 
     QWidget *m_bar;

@@ -90,11 +90,16 @@ void drawMark(const QStyleOption *option, QPainter *painter, Mark mark)
         drawCheckMark(painter, rect, t.onAccent);
 }
 
-void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect &groove, const QRect &knob)
+void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect &groove, const QRect &handle)
 {
     const auto &t = Theme::tokens(slider.palette);
     const bool enabled = isOn(&slider, QStyle::State_Enabled);
-    const QPointF center = QRectF(knob).center();
+    // Across, the toolkit's whole points put the handle half outside of a slider as thin as its knob.
+    QPointF center = QRectF(handle).center();
+    slider.orientation == Qt::Horizontal ? center.setY(QRectF(slider.rect).center().y())
+                                         : center.setX(QRectF(slider.rect).center().x());
+    QRectF knob(0, 0, kSliderKnob, kSliderKnob);
+    knob.moveCenter(center);
     QRectF track, filled;
     if (slider.orientation == Qt::Horizontal) {
         track = QRectF(groove.left(), center.y() - kSliderTrack / 2.0, groove.width(), kSliderTrack);
@@ -107,7 +112,7 @@ void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect
     }
     fillRounded(painter, track, kSliderTrack / 2.0, enabled ? t.edge : t.track);
     fillRounded(painter, filled, kSliderTrack / 2.0, enabled ? t.accent : t.disabled);
-    fillRounded(painter, QRectF(knob).translated(0, 0.5), kSliderKnob / 2.0, t.raisedShadow);
+    fillRounded(painter, knob.translated(0, 0.5), kSliderKnob / 2.0, t.raisedShadow);
     fillRounded(painter, knob, kSliderKnob / 2.0, t.dark ? QColor(0xE6E6EC) : QColor(Qt::white), t.edge);
 }
 

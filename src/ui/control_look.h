@@ -21,7 +21,7 @@ void drawPushButton(const QStyleOptionButton &button, QPainter *painter);
 void drawIconAndLabel(const QStyleOptionButton &button, QPainter *painter);
 void drawField(const QStyleOption &field, QPainter *painter);
 void drawMark(const QStyleOption *option, QPainter *painter, Mark mark);
-void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect &groove, const QRect &knob);
+void drawSlider(const QStyleOptionSlider &slider, QPainter *painter, const QRect &groove, const QRect &handle);
 void drawComboBox(const QStyleOption &box, QPainter *painter, const QRect &arrow);
 void drawRow(const QStyleOption &row, QPainter *painter);
 

@@ -186,6 +186,7 @@ void BarButton::keyPressEvent(QKeyEvent *event)
 
 Hairline::Hairline(Qt::Orientation orientation, QWidget *parent) : QWidget(parent), m_orientation(orientation)
 {
+    Roles::set(this, QAccessible::Separator);
     if (orientation == Qt::Vertical)
         setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     else

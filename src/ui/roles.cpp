@@ -3,6 +3,7 @@
 #include "ui/controls.h"
 #include "ui/picker_accessibility.h"
 #include "ui/sheet.h"
+#include "ui/texts.h"
 
 #include <QAccessibleWidget>
 #include <QCheckBox>
@@ -139,6 +140,16 @@ void Roles::setValue(QWidget *widget, double value, double maximum, const QStrin
     widget->setProperty(kValueWords, words);
     QAccessibleValueChangeEvent event(widget, value);
     QAccessible::updateAccessibility(&event);
+}
+
+void Roles::nameMenu(QMenu *menu)
+{
+    if (!menu->accessibleName().isEmpty())
+        return;
+    QString name = menu->title().remove(u'&');
+    if (const auto *button = qobject_cast<QAbstractButton *>(menu->parentWidget()); button && name.isEmpty())
+        name = button->accessibleName().isEmpty() ? button->text() : button->accessibleName();
+    menu->setAccessibleName(name.isEmpty() ? UiTexts::tr("Context menu") : name);
 }
 
 void Roles::install()

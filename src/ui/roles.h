@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 
+class QMenu;
 class QWidget;
 
 // What assistive technology is told of the program's own widgets, as the toolkit does of its own: windows are
@@ -13,6 +14,8 @@ namespace Roles {
 void set(QWidget *widget, QAccessible::Role role);
 // Of a widget that is a slider of its own kind; tells that it changed. `words` say it where the number doesn't.
 void setValue(QWidget *widget, double value, double maximum, const QString &words = {});
+// A menu without a name has that of the item or the button that opens it.
+void nameMenu(QMenu *menu);
 // Once for the program; more often does nothing.
 void install();
 

@@ -3,6 +3,7 @@
 #include "ui/control_look.h"
 #include "ui/floating.h"
 #include "ui/menu_item_look.h"
+#include "ui/roles.h"
 #include "ui/scroll_bar_look.h"
 #include "ui/style_painting.h"
 #include "ui/symbol.h"
@@ -31,6 +32,8 @@ ThemeStyle::ThemeStyle() : QProxyStyle("Fusion") {}
 void ThemeStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
+    if (auto *menu = qobject_cast<QMenu *>(widget))
+        Roles::nameMenu(menu);
     if (qobject_cast<QMenu *>(widget) || widget->inherits("QComboBoxPrivateContainer")) {
         widget->setAttribute(Qt::WA_TranslucentBackground, Floating::isComposited());
         widget->setWindowFlag(Qt::FramelessWindowHint);

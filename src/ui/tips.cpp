@@ -122,14 +122,15 @@ void TipCenter::describe(QWidget *control, const TipContent &content)
 {
     control->setProperty(kTipProperty, QVariant::fromValue(content));
     control->setAttribute(Qt::WA_Hover);
-    if (control->accessibleName().isEmpty())
-        control->setAccessibleName(content.title);
+    QWidget *spoken = control->focusProxy() ? control->focusProxy() : control;
+    if (spoken->accessibleName().isEmpty())
+        spoken->setAccessibleName(content.title);
     QString description = withShortcutWords(content.detail);
     if (!content.shortcut.isEmpty())
         description +=
             (description.isEmpty() ? "" : " ") + QStringLiteral("(%1)").arg(shortcutText(content.shortcut));
-    if (control->accessibleDescription() != description) // each setting is an event
-        control->setAccessibleDescription(description);
+    if (spoken->accessibleDescription() != description) // each setting is an event
+        spoken->setAccessibleDescription(description);
 }
 
 TipContent TipCenter::content(const QWidget *control)

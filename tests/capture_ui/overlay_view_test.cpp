@@ -1,6 +1,7 @@
 #include "base/colors.h"
 #include "capture/ui/overlay_window.h"
 #include "capture_ui/overlay_fixture.h"
+#include "support/accessible_walk.h"
 
 using Overlay = CaptureOverlayController;
 
@@ -352,10 +353,14 @@ TEST_F(OverlayTest, DrawsADashedCrosshairThroughThePixelUnderThePointer)
     const QImage without = painted();
     QString dashes;
     for (int x = 0; x < 18; ++x)
-        dashes += with.pixel(x, 250) == brandColor().rgb()    ? '#'
+        dashes += with.pixel(x, 250) == with.pixel(0, 250)    ? '#'
                   : with.pixel(x, 250) == qRgb(255, 255, 255) ? '.'
                                                               : '?';
-    EXPECT_EQ(dashes, "#####....#####....") << "white between the dashes, for any ground";
+    EXPECT_EQ(dashes, "#####....#####....");
+    for (int gray = 0; gray < 256; ++gray) {
+        const QRgb ground = qRgb(gray, gray, gray);
+        EXPECT_GE(std::max(AccessibleWalk::contrast(with.pixel(0, 250), ground), AccessibleWalk::contrast(~0U, ground)), 3) << gray;
+    }
     EXPECT_EQ(with.pixel(2, 249), without.pixel(2, 249));
     EXPECT_EQ(with.pixel(2, 251), without.pixel(2, 251));
     EXPECT_NE(with.pixel(300, 2), without.pixel(300, 2));

@@ -247,10 +247,11 @@ void drawCrosshair(QPainter &painter, const QPointF &pointer, const QSize &view,
     const CrosshairLines lines = crosshairLines(pointer, view, device);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
-    // White between the dashes: one of the two stands out from any ground.
+    // White between dashes that are dark enough: on any ground one of the two has a contrast of 3.
+    constexpr int kDarker = 165;
     painter.fillRect(lines.horizontal, Qt::white);
     painter.fillRect(lines.vertical, Qt::white);
-    painter.setBrush(brandColor());
+    painter.setBrush(brandColor().darker(kDarker));
     painter.drawRects(
         dashes(view.width(), lines.horizontal.height(), lines.horizontal.top(), Qt::Horizontal, visible));
     painter.drawRects(

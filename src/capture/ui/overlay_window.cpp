@@ -2,6 +2,7 @@
 
 #include "capture/ui/capture_overlay.h"
 #include "capture/ui/overlay_view.h"
+#include "capture/ui/texts.h"
 #include "platform/workspace.h"
 
 #include <QGuiApplication>
@@ -31,6 +32,8 @@ OverlayWindow::OverlayWindow(const DisplaySnapshot &snapshot, CaptureOverlayCont
     : m_controller(controller)
 {
     setWindowTitle(QString::fromLatin1(kScreenCoverTitle));
+    setAccessibleName(controller.selectionOnly() ? CaptureUiTexts::tr("Choose an area or a window")
+                                                 : CaptureUiTexts::tr("Choose what to capture"));
     setWindowFlags(isWayland() ? Qt::Window | Qt::FramelessWindowHint
                                : Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                                      Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
