@@ -23,6 +23,10 @@ QColor trayColor()
     return brandColor().lighter(115);
 }
 
+// Trays that show the menu by themselves do it in their own colours, light or dark, with our icons: a grey
+// with a contrast of 3.6 on white as on #2E2E2E.
+constexpr QRgb kMenuInk = qRgb(0x85, 0x85, 0x85);
+
 // The symbol in all sizes that trays and windows ask for, with `paint` over each.
 QIcon drawnIcon(const std::function<void(QPainter &, int side)> &paint)
 {
@@ -169,7 +173,7 @@ void StatusItem::addItem(const QString &title, const QString &symbol, const std:
     // An ampersand would be taken for the mark of a letter.
     QAction *item = m_menu->addAction(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
     if (!symbol.isEmpty())
-        item->setIcon(symbolIcon(symbol));
+        item->setIcon(symbolIcon(symbol, kMenuInk));
     item->setEnabled(static_cast<bool>(call));
     if (call)
         connect(item, &QAction::triggered, this, call, Qt::QueuedConnection);

@@ -86,6 +86,8 @@ void MenuBarPanel::showAt(const QRect &anchor)
     m_isOpen = true;
     m_anchor = anchor.isEmpty() ? QRect(QCursor::pos(), QSize(1, 1)) : anchor;
     place();
+    winId();                                        // the attribute is heeded once there is a native window
+    setAttribute(Qt::WA_X11NetWmWindowTypeToolBar); // which no list of windows shows
     show();
     raise();
     activateWindow();

@@ -11,10 +11,12 @@ namespace {
 
 class SymbolEngine : public QIconEngine {
 public:
-    explicit SymbolEngine(const QString &name) : m_name(name) {}
+    SymbolEngine(const QString &name, const QColor &ink) : m_name(name), m_ink(ink) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
+        if (m_ink.isValid())
+            return drawSymbol(*painter, rect, m_name, m_ink);
         const auto &t = Theme::tokens(QApplication::palette());
         QColor color = state == QIcon::On ? t.accentText : t.text;
         if (mode == QIcon::Disabled)
@@ -35,11 +37,12 @@ public:
     {
         return pixmap(size, mode, state); // `size` is in device pixels
     }
-    QIconEngine *clone() const override { return new SymbolEngine(m_name); }
+    QIconEngine *clone() const override { return new SymbolEngine(m_name, m_ink); }
     QString key() const override { return QStringLiteral("symbol"); }
 
 private:
     QString m_name;
+    QColor m_ink;
 };
 
 } // namespace
@@ -49,9 +52,9 @@ void drawSymbol(QPainter &painter, const QRectF &rect, const QString &name, cons
     Symbols::paint(painter, rect, name, color);
 }
 
-QIcon symbolIcon(const QString &name)
+QIcon symbolIcon(const QString &name, const QColor &ink)
 {
-    return Symbols::exists(name) ? QIcon(new SymbolEngine(name)) : QIcon();
+    return Symbols::exists(name) ? QIcon(new SymbolEngine(name, ink)) : QIcon();
 }
 
 SymbolLabel::SymbolLabel(const QString &name, int size, QWidget *parent)

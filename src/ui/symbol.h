@@ -13,8 +13,8 @@ class QRectF;
 void drawSymbol(QPainter &painter, const QRectF &rect, const QString &name, const QColor &color);
 
 // An icon that takes its colour from the theme each time it is painted: the text colour, grey when disabled,
-// the accent when it is on.
-QIcon symbolIcon(const QString &name);
+// the accent when it is on. With an ink it always has that.
+QIcon symbolIcon(const QString &name, const QColor &ink = {});
 
 // A symbol in the text colour of its palette, or in a colour of its own.
 class SymbolLabel : public QWidget {

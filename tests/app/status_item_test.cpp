@@ -92,6 +92,7 @@ TEST_F(StatusItemTest, ShowsTheStateOfTheMomentItOpens)
     EXPECT_EQ(find(item.rebuiltMenu(), "Close All Pins"), nullptr);
     hasPins = true;
     ASSERT_NE(find(item.rebuiltMenu(), "Close All Pins"), nullptr);
+    EXPECT_NE(find(item.rebuiltMenu(), "Go to Pinned Image"), nullptr) << "for the keyboard, which no list of windows takes there";
 }
 
 TEST_F(StatusItemTest, OffersToEndWhatRunsAndTellsItsTime)
