@@ -1,6 +1,7 @@
 #include "editor/command_palette.h"
 
 #include "editor/texts.h"
+#include "ui/mirroring.h"
 #include "ui/shortcut_text.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -69,8 +70,8 @@ public:
         }
         const QColor ink = chosen ? t.onAccent : t.text;
         const QRectF icon(option.rect.left() + 10, option.rect.center().y() - 8 + 0.5, 16, 16);
-        drawSymbol(*painter, icon, command.symbol, ink);
-        const QRect line = option.rect.adjusted(38, 0, -12, 0);
+        drawSymbol(*painter, mirrored(icon, option.rect, option.direction), command.symbol, ink);
+        const QRectF line = mirrored(option.rect.adjusted(38, 0, -12, 0), option.rect, option.direction);
         painter->setFont(Theme::font(Theme::Type::Body));
         painter->setPen(ink);
         painter->drawText(line, Qt::AlignVCenter | Qt::AlignLeft, command.title);

@@ -1,6 +1,7 @@
 #include "shell/option_chips.h"
 
 #include "shell/texts.h"
+#include "ui/mirroring.h"
 #include "ui/style_painting.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -113,7 +114,8 @@ void OptionButton::paintEvent(QPaintEvent *)
     StylePainting::fillRounded(&painter, rect(), Theme::Radius::control, fill);
     const QColor ink = isChecked() ? t.accentText : t.text;
     const QRectF mark(width() - kInset - kMark, (height() - kMark) / 2.0, kMark, kMark);
-    drawSymbol(painter, mark, isChecked() ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("circle"),
+    drawSymbol(painter, mirrored(mark, rect(), layoutDirection()),
+               isChecked() ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("circle"),
                isChecked() ? t.accentText : t.secondary);
     painter.setFont(font());
     painter.setPen(ink);
@@ -124,9 +126,10 @@ void OptionButton::paintEvent(QPaintEvent *)
         left = kInset;
     else
         drawSymbol(painter,
-                   QRectF(kInset, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
-                          Theme::Size::rowIcon),
+                   mirrored(QRectF(kInset, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
+                                   Theme::Size::rowIcon),
+                            rect(), layoutDirection()),
                    m_symbol, ink);
-    painter.drawText(QRect(left, 0, room - left, height()), Qt::AlignVCenter | Qt::AlignLeft,
+    painter.drawText(mirrored(QRectF(left, 0, room - left, height()), rect(), layoutDirection()), Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(text(), Qt::ElideRight, room - left));
 }

@@ -1,5 +1,6 @@
 #include "shell/pieces.h"
 
+#include "ui/mirroring.h"
 #include "ui/style_painting.h"
 #include "ui/symbol.h"
 
@@ -125,12 +126,11 @@ void AccentButton::paintEvent(QPaintEvent *)
     const int words = painter.fontMetrics().horizontalAdvance(text());
     const int content = Theme::Size::barIcon + Theme::Space::inside + words;
     const int left = (width() - content) / 2;
-    drawSymbol(painter,
-               QRectF(left, (height() - Theme::Size::barIcon) / 2.0, Theme::Size::barIcon, Theme::Size::barIcon),
-               m_symbol, t.onAccent);
+    const QRectF icon(left, (height() - Theme::Size::barIcon) / 2.0, Theme::Size::barIcon, Theme::Size::barIcon);
+    drawSymbol(painter, mirrored(icon, rect(), layoutDirection()), m_symbol, t.onAccent);
     painter.setPen(t.onAccent);
-    painter.drawText(QRect(left + Theme::Size::barIcon + Theme::Space::inside, 0, words + 2, height()),
-                     Qt::AlignVCenter | Qt::AlignLeft, text());
+    const QRectF place(icon.right() + Theme::Space::inside, 0, words + 2, height());
+    painter.drawText(mirrored(place, rect(), layoutDirection()), Qt::AlignVCenter | Qt::AlignLeft, text());
 }
 
 void AccentButton::keyPressEvent(QKeyEvent *event)
@@ -227,7 +227,7 @@ int FlowLayout::arranged(const QRect &rect, bool moves) const
             lineHeight = 0;
         }
         if (moves)
-            item->setGeometry({QPoint(left, top), size});
+            item->setGeometry(QStyle::visualRect(parentWidget()->layoutDirection(), rect, {QPoint(left, top), size}));
         left += size.width() + spacing();
         lineHeight = qMax(lineHeight, size.height());
     }

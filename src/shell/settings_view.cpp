@@ -7,6 +7,7 @@
 #include "shell/settings_pages.h"
 #include "shell/texts.h"
 #include "ui/controls.h"
+#include "ui/mirroring.h"
 #include "ui/style_painting.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -68,16 +69,15 @@ protected:
                                            : QColor(Qt::transparent);
         StylePainting::fillRounded(&painter, rect(), Theme::Radius::control, fill);
         const QColor ink = isChecked() ? t.accentText : t.text;
-        drawSymbol(painter,
-                   QRectF(Theme::Space::inside, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
-                          Theme::Size::rowIcon),
-                   m_symbol, ink);
+        const QRectF icon(Theme::Space::inside, (height() - Theme::Size::rowIcon) / 2.0, Theme::Size::rowIcon,
+                          Theme::Size::rowIcon);
+        drawSymbol(painter, mirrored(icon, rect(), layoutDirection()), m_symbol, ink);
         painter.setFont(font());
         painter.setPen(ink);
         const int left = Theme::Space::inside * 2 + Theme::Size::rowIcon;
-        const QRect words(left, 0, width() - left - Theme::Space::unit, height());
-        painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
-                         painter.fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
+        const QRectF words(left, 0, width() - left - Theme::Space::unit, height());
+        painter.drawText(mirrored(words, rect(), layoutDirection()), Qt::AlignVCenter | Qt::AlignLeft,
+                         painter.fontMetrics().elidedText(text(), Qt::ElideRight, int(words.width())));
     }
 
 private:

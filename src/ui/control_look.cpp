@@ -45,10 +45,12 @@ void drawIconAndLabel(const QStyleOptionButton &button, QPainter *painter)
     const int words = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
     QRect rect = button.rect;
     const int left = rect.left() + (rect.width() - icon.width() - gap - words) / 2;
-    const QRect place(QPoint(left, rect.top() + (rect.height() - icon.height()) / 2), icon);
+    const QRect inOrder(QPoint(left, rect.top() + (rect.height() - icon.height()) / 2), icon);
+    const QRect place = QStyle::visualRect(button.direction, button.rect, inOrder);
     const bool enabled = isOn(&button, QStyle::State_Enabled);
     button.icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
-    rect.setLeft(place.right() + 1 + gap);
+    rect.setLeft(inOrder.right() + 1 + gap);
+    rect = QStyle::visualRect(button.direction, button.rect, rect);
     painter->setPen(
         button.palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
     painter->drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic | Qt::TextSingleLine,

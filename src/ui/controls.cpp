@@ -1,5 +1,6 @@
 #include "ui/controls.h"
 
+#include "ui/mirroring.h"
 #include "ui/roles.h"
 #include "ui/symbol.h"
 #include "ui/theme_style.h"
@@ -33,17 +34,9 @@ QColor washFor(const QAbstractButton &button, const Theme::Tokens &t)
     return button.underMouse() ? t.hover : QColor(Qt::transparent);
 }
 
-// Where words run from the right, what stands at the left of a control stands at its right.
-QRectF mirrored(QRectF place, const QWidget &in)
+QRectF mirrored(const QRectF &place, const QWidget &in)
 {
-    if (in.layoutDirection() == Qt::RightToLeft)
-        place.moveLeft(in.width() - place.right());
-    return place;
-}
-
-Qt::Alignment leadingEdge(const QWidget &in)
-{
-    return in.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    return mirrored(place, in.rect(), in.layoutDirection());
 }
 
 } // namespace
@@ -163,7 +156,7 @@ void BarButton::paintEvent(QPaintEvent *)
         painter.setFont(font());
         painter.setPen(words);
         painter.drawText(label,
-                         Qt::AlignVCenter | (m_label == Label::Under ? Qt::AlignHCenter : leadingEdge(*this)),
+                         Qt::AlignVCenter | (m_label == Label::Under ? Qt::AlignHCenter : Qt::AlignLeft),
                          text());
     }
     if (m_menu) {
@@ -244,7 +237,7 @@ void Chip::paintEvent(QPaintEvent *)
     painter.setFont(font());
     const int left = static_cast<int>(icon.right()) + kSymbolGap;
     const QRectF words = mirrored(QRectF(left, 0, width() - left - 8, height()), *this);
-    painter.drawText(words, Qt::AlignVCenter | leadingEdge(*this),
+    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
                      painter.fontMetrics().elidedText(text(), Qt::ElideRight, int(words.width())));
 }
 
@@ -356,9 +349,9 @@ void ValueSlider::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setFont(font());
     painter.setPen(t.secondary);
-    painter.drawText(rect(), Qt::AlignVCenter | leadingEdge(*this), m_name);
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft, m_name);
     painter.setPen(t.text);
-    Theme::drawTabular(painter, rect(), layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight,
+    Theme::drawTabular(painter, rect(), Qt::AlignRight,
                        m_format ? m_format(value()) : QString::number(value()));
 }
 

@@ -1,5 +1,6 @@
 #include "ui/menu_item_look.h"
 
+#include "ui/mirroring.h"
 #include "ui/style_painting.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -66,8 +67,9 @@ void draw(const QStyleOptionMenuItem &item, QPainter *painter)
 
     int left = row.left() + 8;
     if (hasMenuColumn(item)) {
-        const QRect column(left, row.center().y() - Theme::Size::rowIcon / 2, Theme::Size::rowIcon,
+        const QRectF place(left, row.center().y() - Theme::Size::rowIcon / 2, Theme::Size::rowIcon,
                            Theme::Size::rowIcon);
+        const QRect column = mirrored(place, row, item.direction).toRect();
         if (item.checked)
             drawCheckMark(painter, column, text);
         else if (!item.icon.isNull())
@@ -75,13 +77,13 @@ void draw(const QStyleOptionMenuItem &item, QPainter *painter)
                             !enabled   ? QIcon::Disabled
                             : selected ? QIcon::Selected
                                        : QIcon::Normal);
-        left = column.right() + 1 + kGap;
+        left += Theme::Size::rowIcon + kGap;
     }
     const MenuText words = menuText(item);
     painter->save();
     painter->setFont(item.font);
     painter->setPen(text);
-    const QRect line(left, row.top(), row.right() - 8 - left, row.height());
+    const QRectF line = mirrored(QRectF(left, row.top(), row.right() - 8 - left, row.height()), row, item.direction);
     painter->drawText(line, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic | Qt::TextSingleLine,
                       words.title);
     painter->setPen(quiet);
@@ -89,7 +91,8 @@ void draw(const QStyleOptionMenuItem &item, QPainter *painter)
         painter->drawText(line, Qt::AlignVCenter | Qt::AlignRight | Qt::TextSingleLine, words.shortcut);
     painter->restore();
     if (item.menuItemType == QStyleOptionMenuItem::SubMenu)
-        drawSymbol(*painter, QRectF(row.right() - 16, row.center().y() - 5, 10, 10), "chevron.right", quiet);
+        drawSymbol(*painter, mirrored(QRectF(row.right() - 16, row.center().y() - 5, 10, 10), row, item.direction),
+                   item.direction == Qt::RightToLeft ? "chevron.left" : "chevron.right", quiet);
 }
 
 } // namespace MenuItemLook

@@ -1,5 +1,6 @@
 #include "ui/segmented_picker.h"
 
+#include "ui/mirroring.h"
 #include "ui/picker_accessibility.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -171,16 +172,15 @@ void SegmentedPicker::paintEvent(QPaintEvent *)
         }
         int left = place.left() + (place.width() - naturalWidth(segment)) / 2 + 8;
         if (!segment.symbol.isEmpty()) {
-            drawSymbol(painter,
-                       QRectF(left, place.center().y() - Theme::Size::rowIcon / 2 + 1, Theme::Size::rowIcon,
-                              Theme::Size::rowIcon),
-                       segment.symbol, ink);
+            const QRectF icon(left, place.center().y() - Theme::Size::rowIcon / 2 + 1, Theme::Size::rowIcon,
+                              Theme::Size::rowIcon);
+            drawSymbol(painter, mirrored(icon, place, layoutDirection()), segment.symbol, ink);
             left += Theme::Size::rowIcon + kSymbolGap;
         }
         if (showsText(segment)) {
             painter.setPen(ink);
-            painter.drawText(QRect(left, place.top(), place.right() - left + 1, place.height()),
-                             Qt::AlignVCenter | Qt::AlignLeft, segment.text);
+            const QRectF words(left, place.top(), place.right() - left + 1, place.height());
+            painter.drawText(mirrored(words, place, layoutDirection()), Qt::AlignVCenter | Qt::AlignLeft, segment.text);
         }
     }
 }

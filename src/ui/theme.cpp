@@ -5,6 +5,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QStyle>
 #include <QWidget>
 
 namespace Theme {
@@ -260,7 +261,15 @@ qreal tabularWidth(const QFont &font, const QString &text)
 
 void drawTabular(QPainter &painter, const QRectF &rect, Qt::Alignment alignment, const QString &text)
 {
+    alignment = QStyle::visualAlignment(painter.layoutDirection(), alignment);
+    // Words that run from the right stay whole: cell by cell their order would be lost.
+    if (text.isRightToLeft()) {
+        painter.drawText(rect, alignment | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        return;
+    }
     const auto cells = tabularCells(painter.font(), text);
+    const Qt::LayoutDirection around = painter.layoutDirection();
+    painter.setLayoutDirection(Qt::LeftToRight);
     qreal width = 0;
     for (const Cell &cell : cells)
         width += cell.width;
@@ -275,6 +284,7 @@ void drawTabular(QPainter &painter, const QRectF &rect, Qt::Alignment alignment,
         painter.drawText(QPointF(x + cell.inset, baseline), cell.text);
         x += cell.width;
     }
+    painter.setLayoutDirection(around);
 }
 
 } // namespace Theme

@@ -72,6 +72,42 @@ TEST(BarButton, OpensItsMenuByPointerAndByKey)
     EXPECT_EQ(asked.count(), 2);
 }
 
+// Where words run from the right, a control is the picture of itself in a mirror, and nothing of its words is cut.
+TEST(Controls, StandTheOtherWayRoundWhereWordsRunFromTheRight)
+{
+    const auto ink = [](QWidget &control, Qt::LayoutDirection direction) {
+        QGuiApplication::setLayoutDirection(direction);
+        control.resize(control.sizeHint());
+        const QImage seen = control.grab().toImage();
+        QRegion inked;
+        for (int y = 4; y < seen.height() - 4; ++y) {
+            for (int x = 4; x < seen.width() - 4; ++x) {
+                if (qGray(seen.pixel(x, y)) < 160)
+                    inked += QRect(direction == Qt::LeftToRight ? x : seen.width() - 1 - x, y, 1, 1);
+            }
+        }
+        return inked.boundingRect();
+    };
+    BarButton button(QString(), "Export it", BarButton::Label::Beside);
+    BarButton withIcon("square", "Export it", BarButton::Label::Beside);
+    ValueSlider slider("Width", 1, 40);
+    for (QWidget *control : {static_cast<QWidget *>(&button), static_cast<QWidget *>(&withIcon), static_cast<QWidget *>(&slider)}) {
+        const QRect usual = ink(*control, Qt::LeftToRight), mirrored = ink(*control, Qt::RightToLeft);
+        ASSERT_GT(usual.width(), 30);
+        constexpr int kSideBearings = 3; // of the first and the last letter
+        EXPECT_NEAR(usual.left(), mirrored.left(), kSideBearings);
+        EXPECT_NEAR(usual.right(), mirrored.right(), kSideBearings);
+    }
+    NumberLabel zoom;
+    zoom.setAlignment(Qt::AlignHCenter);
+    zoom.setText("Fit · 65%");
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    const QImage usual = zoom.grab().toImage();
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(zoom.grab().toImage(), usual) << "words that run from the left keep their order";
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST(FocusRing, AppearsForTheKeyboardAndGoesForThePointer)
 {
     Appearance appearance(*qApp);

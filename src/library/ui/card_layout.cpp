@@ -4,7 +4,9 @@ namespace {
 constexpr qreal kPictureRatio = 0.625; // height to width: that of most screens
 }
 
-CardLayout::CardLayout(const QList<LibraryModel::Section> &sections, qreal width, qreal cardWidth) : m_width(width)
+CardLayout::CardLayout(const QList<LibraryModel::Section> &sections, qreal width, qreal cardWidth,
+                       Qt::LayoutDirection direction)
+    : m_width(width), m_runsFromTheRight(direction == Qt::RightToLeft)
 {
     const qreal room = std::max(width - 2 * kMargin, 1.0);
     m_columns = std::max(1, static_cast<int>((room + kGap) / (cardWidth + kGap)));
@@ -42,7 +44,8 @@ QRectF CardLayout::card(int index) const
         return {};
     const Part &part = partOf(index);
     const int place = index - part.first;
-    return {QPointF(kMargin + (place % m_columns) * (m_card.width() + kGap),
+    const qreal along = kMargin + (place % m_columns) * (m_card.width() + kGap);
+    return {QPointF(m_runsFromTheRight ? m_width - along - m_card.width() : along,
                     part.cards + (place / m_columns) * rowStep()),
             m_card};
 }

@@ -10,8 +10,9 @@
 class CardLayout {
 public:
     CardLayout() = default;
-    // In a content of this width, with cards at least `cardWidth` wide that fill the rows.
-    CardLayout(const QList<LibraryModel::Section> &sections, qreal width, qreal cardWidth);
+    // In a content of this width, with cards at least `cardWidth` wide that fill the rows, in the direction of words.
+    CardLayout(const QList<LibraryModel::Section> &sections, qreal width, qreal cardWidth,
+               Qt::LayoutDirection direction = Qt::LeftToRight);
 
     static constexpr qreal kMargin = 20;
     static constexpr qreal kGap = 18;
@@ -51,4 +52,5 @@ private:
     int m_columns = 1;
     qreal m_height = 0;
     qreal m_width = 0;
+    bool m_runsFromTheRight = false;
 };

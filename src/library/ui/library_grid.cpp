@@ -55,9 +55,12 @@ qreal LibraryGrid::offset() const
 void LibraryGrid::layOut()
 {
     // What was at the top stays there when the cards change their size.
-    const int anchor = m_layout.cardAt({CardLayout::kMargin + 1, offset() + CardLayout::kMargin});
+    const bool fromTheRight = layoutDirection() == Qt::RightToLeft;
+    const qreal first = CardLayout::kMargin + 1;
+    const int anchor =
+        m_layout.cardAt({fromTheRight ? viewport()->width() - first : first, offset() + CardLayout::kMargin});
     const bool keepsCards = anchor >= 0 && m_layout.count() == m_model.visibleCount() && offset() > 0;
-    m_layout = CardLayout(m_model.sections(), viewport()->width(), m_model.cardSize());
+    m_layout = CardLayout(m_model.sections(), viewport()->width(), m_model.cardSize(), layoutDirection());
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setSingleStep(40);
     verticalScrollBar()->setRange(0, std::max(0, qCeil(m_layout.height()) - viewport()->height()));

@@ -3,6 +3,7 @@
 #include "library/ui/dragged_files.h"
 #include "library/ui/library_actions.h"
 #include "library/ui/texts.h"
+#include "ui/mirroring.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
 
@@ -58,19 +59,20 @@ public:
         }
         constexpr qreal kIcon = Theme::Size::rowIcon;
         const QColor ink = isSelected ? theme.accentText : theme.text;
-        drawSymbol(*painter, QRectF(rect.left() + 8, rect.center().y() - kIcon / 2, kIcon, kIcon), symbol,
+        const QRectF icon(rect.left() + 8, rect.center().y() - kIcon / 2, kIcon, kIcon);
+        drawSymbol(*painter, mirrored(icon, rect, option.direction), symbol,
                    isSelected ? theme.accentText : theme.secondary);
         QRectF text = rect.adjusted(8 + kIcon + 8, 0, -10, 0);
         if (const QVariant count = index.data(Count); count.isValid()) {
             const QString words = QLocale().toString(count.toInt());
             painter->setFont(Theme::font(Theme::Type::Caption));
             painter->setPen(isSelected ? theme.accentText : theme.secondary);
-            Theme::drawTabular(*painter, text, Qt::AlignRight | Qt::AlignVCenter, words);
+            Theme::drawTabular(*painter, mirrored(text, rect, option.direction), Qt::AlignRight | Qt::AlignVCenter, words);
             text.setRight(text.right() - Theme::tabularWidth(painter->font(), words) - 8);
         }
         painter->setFont(Theme::font(Theme::Type::Body, isSelected ? QFont::Medium : QFont::Normal));
         painter->setPen(ink);
-        painter->drawText(text, Qt::AlignVCenter | Qt::AlignLeft,
+        painter->drawText(mirrored(text, rect, option.direction), Qt::AlignVCenter | Qt::AlignLeft,
                           painter->fontMetrics().elidedText(title, Qt::ElideRight, qFloor(text.width())));
         painter->restore();
     }
