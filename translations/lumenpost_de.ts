@@ -251,6 +251,10 @@
         <source>This desktop shows no tray: start Lumenpost again for the capture panel</source>
         <translation>Dieser Desktop zeigt keine Symbolleiste: Lumenpost noch einmal starten, um das Aufnahmefeld zu öffnen</translation>
     </message>
+    <message>
+        <source>Go to Pinned Image</source>
+        <translation>Zum angehefteten Bild</translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -450,6 +454,14 @@
     <message>
         <source>Area begins at %1</source>
         <translation>Bereich beginnt bei %1</translation>
+    </message>
+    <message>
+        <source>Choose an area or a window</source>
+        <translation>Bereich oder Fenster wählen</translation>
+    </message>
+    <message>
+        <source>Choose what to capture</source>
+        <translation>Wählen, was aufgenommen wird</translation>
     </message>
 </context>
 <context>
@@ -5777,6 +5789,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>saturation %1%, brightness %2%</source>
         <translation>Sättigung %1 %, Helligkeit %2 %</translation>
+    </message>
+    <message>
+        <source>Context menu</source>
+        <translation>Kontextmenü</translation>
     </message>
 </context>
 </TS>

@@ -251,6 +251,10 @@
         <source>This desktop shows no tray: start Lumenpost again for the capture panel</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Go to Pinned Image</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>BaseTexts</name>
@@ -449,6 +453,14 @@
     </message>
     <message>
         <source>Area begins at %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose an area or a window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose what to capture</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -5775,6 +5787,10 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>saturation %1%, brightness %2%</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Context menu</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
