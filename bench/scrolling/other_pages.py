@@ -54,7 +54,7 @@ def reading_progress():
 
 def snapping_cards():
     cards = "".join(f"<div class=k style='background:hsl({i * 47 % 360} 60% 92%)'><h2>{words(i + 5, 3)}</h2>{words(i + 600, 60)}</div>" for i in range(14))
-    return page("html{scroll-snap-type:y proximity}.k{height:280px;margin:0 60px 20px;padding:20px;scroll-snap-align:start;border-radius:12px}", cards)
+    return page("html{scroll-snap-type:y mandatory;scroll-behavior:smooth}.k{height:280px;margin:0 60px 20px;padding:20px;scroll-snap-align:start;border-radius:12px}", cards)
 
 
 def sliding_rows():
@@ -154,6 +154,13 @@ def log():
     return page("main{font:13px/19px monospace}.o{background:#f4f4f4}div{padding:0 12px}", f"<main>{lines}</main>")
 
 
+def tab_in_the_middle():
+    """It hides the ends of lines."""
+    return page("#f{position:fixed;right:60px;top:42%;width:90px;padding:14px 8px;background:#fff3d0;border:1px solid #b93;border-radius:6px;"
+                "box-shadow:0 2px 10px #0004}main{padding:20px 40px}",
+                f"<main>{article(22, 21)}</main><div id=f>Tell us what you think</div>")
+
+
 # name: (page, first column, end column, what the survey has to know)
 OTHERS = {
     "dark contents": (dark_docs(), 212, 830, {}),
@@ -170,6 +177,7 @@ OTHERS = {
     "pane in a shell": (pane_in_a_shell(), 290, 1040, {}),
     "film and player": (film_and_player(), 605, 745, {}),
     "parallax": (parallax(), 170, 900, {"from": 340}),
+    "tab in the middle": (tab_in_the_middle(), 10, 880, {}),
     "fixed gradient": (fixed_gradient(), 95, 980, {}),
     "side bar sticks": (sidebar_that_sticks(), 10, 700, {}),
     "ticker": (ticker(), 10, 1040, {"from": 34}),

@@ -327,15 +327,6 @@ bool MovingPart::differsAround(const ComparedPicture &previous, const ComparedPi
     return differing >= kLitRows;
 }
 
-bool MovingPart::isSameButAround(const ComparedPicture &a, const ComparedPicture &b, QPoint spot)
-{
-    for (int y = 0; y < a.pixels().height(); ++y) {
-        if (std::abs(y - spot.y()) >= kAround && a.rows().hashes[size_t(y)] != b.rows().hashes[size_t(y)])
-            return false;
-    }
-    return true;
-}
-
 bool MovingPart::isStill(const TileGrid &previous, const TileGrid &next,
                          const std::optional<ScrollStep> &pane)
 {

@@ -19,10 +19,6 @@ public:
     static bool differsAround(const ComparedPicture &previous, const ComparedPicture &next,
                               const ScrollStep &step, QPoint spot);
 
-    // Whether two pictures of the same place differ at most in what lies beside `spot`, as a row that is lit
-    // up.
-    static bool isSameButAround(const ComparedPicture &a, const ComparedPicture &b, QPoint spot);
-
     // What is to be seen stands where it stood, whatever may move by itself. Where `pane` tells what scrolled
     // before, a third of that is enough, since scrolling would have moved all of it.
     static bool isStill(const TileGrid &previous, const TileGrid &next,

@@ -1,6 +1,7 @@
 #include "capture/scrolling_session.h"
 
 #include "capture/blank_areas.h"
+#include "capture/floating_parts.h"
 #include "capture/moving_part.h"
 #include "capture/texts.h"
 #include "capture/wheel_hand.h"
@@ -328,19 +329,15 @@ Patience::Signs ScrollingCaptureSession::signsIn(const Shot &shot) const
             .hasBlank = shot.sight.step && BlankAreas::areIn(shot.picture.tiles(), *shot.sight.step)};
 }
 
-// The first click is short enough for both pictures to show what now lies under the pointer.
+// The first click is short enough for both pictures to show what now lies under the pointer, and at the end
+// of a page both do.
 bool ScrollingCaptureSession::isLitUp(const Shot &shot) const
 {
-    if (!shot.sight.step || m_plan->hasLearned())
+    if (shot.sight.step ? m_plan->hasLearned() : !shot.sight.isStill)
         return false;
-    return MovingPart::differsAround(m_stitcher->frames().last(), shot.picture, *shot.sight.step,
-                                     aimedSpot());
-}
-
-// In pixels of a picture.
-QPoint ScrollingCaptureSession::aimedSpot() const
-{
-    return ((target() - m_screen.frame().topLeft() - m_rect.topLeft()) * m_screen.scale).toPoint();
+    const QPointF spot = (*m_aimedAt - m_screen.frame().topLeft() - m_rect.topLeft()) * m_screen.scale;
+    return MovingPart::differsAround(m_stitcher->frames().last(), shot.picture,
+                                     shot.sight.step.value_or(ScrollStep{}), spot.toPoint());
 }
 
 std::optional<double> ScrollingCaptureSession::expectedShift() const
@@ -362,6 +359,9 @@ bool ScrollingCaptureSession::hasComeToRest(const std::optional<FrameStitcher::S
 {
     if (m_settling >= kLongestWait)
         return true;
+    // At the end of a page the light of the pointer may be late to go, and a later picture counts.
+    if (m_parks && !step)
+        return false;
     const std::optional<double> expected = expectedShift();
     const bool isWhereExpected = step && expected && std::abs(step->shift - *expected) <= 1;
     if (isWhereExpected && m_sameShiftFor >= kSampleGap)
@@ -397,7 +397,10 @@ void ScrollingCaptureSession::regainOverlap()
 
 void ScrollingCaptureSession::addShot(const Shot &shot)
 {
+    const QImage before = m_stitcher->frames().isEmpty() ? QImage() : m_stitcher->frames().last().pixels();
     if (m_stitcher->add(shot.image, shot.picture, shot.sight)) {
+        if (shot.sight.step && FloatingParts::hideRows(before, shot.picture.pixels(), *shot.sight.step))
+            m_plan->showTwice();
         m_frames = int(m_stitcher->frames().size());
         m_hasGrown = m_hasGrown || m_unchanged > 0;
         m_expectsMore = shot.sight.step && m_patience.expectsMore(signsIn(shot));
@@ -426,9 +429,7 @@ void ScrollingCaptureSession::noteUnchanged(const Shot &shot)
         say(CaptureTexts::tr("Scroll the area slowly"));
         return;
     }
-    const ComparedPicture &last = m_stitcher->frames().last();
-    const bool isLit = m_parks && MovingPart::isSameButAround(last, shot.picture, aimedSpot());
-    if (!isLit && shot.picture.rows().hashes != last.rows().hashes) {
+    if (shot.picture.rows().hashes != m_stitcher->frames().last().rows().hashes) {
         m_expectsMore = true;
         m_stitcher->refresh(shot.image, shot.picture); // pictures that came late
     }

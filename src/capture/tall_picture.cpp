@@ -1,5 +1,6 @@
 #include "capture/tall_picture.h"
 
+#include "capture/floating_parts.h"
 #include "capture/pixel_rows.h"
 #include "capture/row_signatures.h"
 
@@ -14,6 +15,7 @@ using PixelRows::row;
 
 constexpr double kStickyShare = 0.12; // of a frame's height: what sticks to the top is seldom taller
 constexpr int kAgreeingRows = 4;      // a single one may be alike by chance
+constexpr int kBeside = 64;           // columns: some letters
 constexpr int kGroundRows = 3;        // that are alike are the ground of a side bar
 
 int differences(const quint32 *a, const quint32 *b, int from, int to)
@@ -37,7 +39,7 @@ public:
     }
 
     // The columns that scroll: rows of each frame up to its seam.
-    void drawMoving(QImage &tall) const
+    void drawMoving(QImage &tall)
     {
         int offset = 0; // of the frame in the page
         int from = 0;   // in the page
@@ -46,9 +48,29 @@ public:
             const int to = std::max(from, offset + (isLast ? m_height : seam(i)));
             for (int y = from; y < to; ++y)
                 copy(m_frames[i], y - offset, tall, y, m_left, m_width - m_right);
+            m_drawn.append({offset, from, to});
             from = to;
             if (!isLast)
                 offset += m_steps[i].shift;
+        }
+    }
+
+    // What floats is left where it hides rows that no other frame shows: in the first, or else in the last.
+    void drawFloating(QImage &tall) const
+    {
+        const QList<QRect> parts = FloatingParts::find(m_frames, m_steps, m_left, m_end);
+        for (const QRect &part : parts) {
+            const bool isFirst = !canBeRestored(part, parts);
+            for (int i = 0; i < m_drawn.size(); ++i) {
+                if (i == (isFirst ? 0 : int(m_drawn.size()) - 1))
+                    continue;
+                const int end = std::min(m_drawn[i].to, m_drawn[i].offset + part.bottom() + 1);
+                for (int y = std::max(m_drawn[i].from, m_drawn[i].offset + part.top()); y < end; ++y) {
+                    if (const auto other = frameWithout(parts, part, y, i))
+                        copy(m_frames[*other], y - m_drawn[*other].offset, tall, y, part.left(),
+                             part.right() + 1);
+                }
+            }
         }
     }
 
@@ -75,9 +97,10 @@ public:
             copy(m_frames.last(), y, tall, offset + y, from, to);
     }
 
-    void draw(QImage &tall) const
+    void draw(QImage &tall)
     {
         drawMoving(tall);
+        drawFloating(tall);
         drawSide(tall, 0, m_left);
         drawSide(tall, m_width - m_right, m_width);
     }
@@ -87,6 +110,54 @@ private:
     {
         std::memcpy(to.scanLine(toRow) + qsizetype(left) * 4,
                     from.constScanLine(fromRow) + qsizetype(left) * 4, size_t(right - left) * 4);
+    }
+
+    struct Drawn {
+        int offset; // of a frame in the page
+        int from;   // rows of the page that are drawn from it
+        int to;
+    };
+
+    // Whether all that it hides in the first frame is to be seen in another.
+    bool canBeRestored(const QRect &part, const QList<QRect> &parts) const
+    {
+        const int end = std::min(part.bottom() + 1, m_drawn.first().to);
+        for (int y = part.top(); y < end; ++y) {
+            if (!frameWithout(parts, part, y, 0))
+                return false;
+        }
+        return true;
+    }
+
+    // The frame next to `near` in which nothing floats over row `y` of the page in the columns of `part`.
+    std::optional<int> frameWithout(const QList<QRect> &parts, const QRect &part, int y, int near) const
+    {
+        const auto isFree = [&](int i) {
+            if (i < 0 || i >= m_drawn.size())
+                return false;
+            const ScrollStep &step = m_steps[std::min(i, int(m_steps.size()) - 1)];
+            const QRect place(part.left(), y - m_drawn[i].offset, part.width(), 1);
+            return place.y() >= step.header && place.y() < m_height - step.footer &&
+                   std::ranges::none_of(parts, [&](const QRect &other) { return other.intersects(place); }) &&
+                   agreesBeside(part, m_frames[near], y - m_drawn[near].offset, m_frames[i], place.y());
+        };
+        for (int far = 1; far < m_drawn.size(); ++far) {
+            for (const int i : {near - far, near + far}) {
+                if (isFree(i))
+                    return i;
+            }
+        }
+        return {};
+    }
+
+    // Whether two frames show the same page left and right of what floats.
+    bool agreesBeside(const QRect &part, const QImage &a, int rowOfA, const QImage &b, int rowOfB) const
+    {
+        const int left = std::max(m_left, part.left() - kBeside);
+        const int right = std::min(m_end, part.right() + 1 + kBeside);
+        const bool hasBeside = left < part.left() || right > part.right() + 1;
+        return hasBeside && isSame(row(a, rowOfA), row(b, rowOfB), left, part.left()) &&
+               isSame(row(a, rowOfA), row(b, rowOfB), part.right() + 1, right);
     }
 
     bool hasSides(const ScrollStep &step) const { return step.left > 0 || step.right > 0; }
@@ -102,6 +173,7 @@ private:
             m_left = found ? std::min(m_left, step.left) : step.left;
             m_right = found ? std::min(m_right, step.right) : step.right;
             m_footer = found ? std::min(m_footer, step.footer) : step.footer;
+            m_header = found ? std::min(m_header, step.header) : step.header;
             found = true;
         }
         if (!found)
@@ -198,7 +270,7 @@ private:
     int groundRow(int from, int to, int bottom) const
     {
         const QImage &frame = m_frames.first();
-        for (int y = bottom - 1; y >= kGroundRows - 1; --y) {
+        for (int y = bottom - 1; y >= m_header + kGroundRows - 1; --y) {
             bool isGround = true;
             for (int above = 1; above < kGroundRows; ++above)
                 isGround = isGround && isSame(row(frame, y), row(frame, y - above), from, to);
@@ -210,11 +282,13 @@ private:
 
     const QList<QImage> &m_frames;
     const QList<ScrollStep> &m_steps;
+    QList<Drawn> m_drawn; // frame by frame
     int m_height = 0;
     int m_width = 0;
     int m_left = 0; // columns that stand
     int m_right = 0;
     int m_footer = 0; // rows that the sides have below their ground
+    int m_header = 0; // and above it
     int m_end = 0;    // of the columns that are compared
 };
 

@@ -17,7 +17,8 @@ int WheelPlan::clicksAfter(int shift) const
         return 0;
     const double moving = m_frameHeight - m_fixedRows;
     const double wanted = std::min(m_distance, moving * kMostOfMoving) - shift;
-    const double possible = moving - ScrollStep::kLeastOverlap - shift;
+    const double most = m_showsTwice ? moving / 2 : moving - ScrollStep::kLeastOverlap;
+    const double possible = most - shift;
     const double clicks =
         std::min(std::round(wanted / m_pixelsPerClick), std::floor(possible / m_pixelsPerClick));
     return std::clamp(int(clicks), 0, m_mostClicks);

@@ -26,6 +26,9 @@ public:
     // that goes well.
     void tooMany(int clicks) { m_mostClicks = std::max(1, clicks / 2); }
 
+    // From now on each row is seen in two frames, since something hides it in one.
+    void showTwice() { m_showsTwice = true; }
+
 private:
     static constexpr int kMostClicks = 100;
 
@@ -34,4 +37,5 @@ private:
     double m_pixelsPerClick = 0;
     int m_fixedRows = 0; // header and footer of the last step
     int m_mostClicks = kMostClicks;
+    bool m_showsTwice = false;
 };

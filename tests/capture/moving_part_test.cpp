@@ -1,4 +1,5 @@
 // Regions of which only a part scrolls: what stands beside it, floats over it or moves by itself.
+#include "capture/floating_parts.h"
 #include "capture/frame_stitcher.h"
 #include "capture/page_picture.h"
 
@@ -144,6 +145,25 @@ TEST(MovingPart, DrawsTheShadowOfABannerInTheMarginOnlyAtTheEnd)
     EXPECT_TRUE(
         sameRows(joined.picture.copy(0, 0, 40, above.height()), above.copy(0, 0, 40, above.height()), 0, 40));
     EXPECT_EQ(joined.picture.pixelColor(5, 660 + 350), QColor(Qt::darkBlue));
+}
+
+TEST(MovingPart, DrawsWhatFloatsInTheMiddleOnceAndTheRowsThatItHides)
+{
+    Scene scene({0, 0, 600, 400});
+    scene.over = [](QPainter &painter, int) { painter.drawImage(380, 170, Page(30, 5).image()); };
+    const QImage floating = scene.frame(0, 0).copy(380, 170, Page::kWidth, 30);
+    const Joined joined = join(scene, {0, 120, 300, 480, 600});
+    EXPECT_EQ(joined.kept, 5);
+    QImage expected = scene.page.copy(0, 0, 600, 1000);
+    QPainter(&expected).drawImage(380, 600 + 170, floating); // in the first frame it hides what others show
+    EXPECT_TRUE(sameRows(joined.picture, expected, 0, kWindow.width() - kScrollBar));
+
+    const Joined fewer = join(scene, {0, 190, 380});
+    EXPECT_TRUE(FloatingParts::hideRows(scene.frame(0, 0), scene.frame(1, 220), {.shift = 220}));
+    EXPECT_FALSE(FloatingParts::hideRows(scene.frame(0, 0), scene.frame(1, 190), {.shift = 190}));
+    expected = scene.page.copy(0, 0, 600, 780);
+    QPainter(&expected).drawImage(380, 170, floating); // where nothing else shows its rows
+    EXPECT_TRUE(sameRows(fewer.picture, expected, 0, kWindow.width() - kScrollBar));
 }
 
 TEST(MovingPart, FollowsTheContentBeforeAPictureThatMovesMoreSlowly)

@@ -25,7 +25,7 @@ public:
     bool scrollsByWheel = true;
     bool isOpen = true;
     bool lightsUp = false;         // the row under the pointer
-    bool glows = false;            // the row that was under it, though it left
+    int glowsUntil = 0;            // in milliseconds, the row that was under it, though it left
     std::function<void()> atPause; // what happens meanwhile
     std::function<void(int clicks)> atWheel;
     std::optional<Error> shotError; // of every shot after the first
@@ -96,8 +96,9 @@ public:
     QImage picture() const
     {
         QImage shown = page.frame(int(offset), int(height * scale), header, footer);
-        const QPointF spot = glows ? QRectF(QPointF(), region().size()).center()
-                                   : pointer - screen().frame().topLeft() - region().topLeft();
+        const QPointF spot = milliseconds < glowsUntil
+                                 ? QRectF(QPointF(), region().size()).center()
+                                 : pointer - screen().frame().topLeft() - region().topLeft();
         if (lightsUp && QRectF(QPointF(), region().size()).contains(spot)) {
             const int row = (int(offset + spot.y()) / 36) * 36 - int(offset);
             QPainter(&shown).fillRect(0, row, Page::kWidth, 36, QColor(0, 0, 255, 60));
@@ -246,7 +247,7 @@ TEST_F(ScrollingSession, KeepsThePointerOffRowsThatLightUpUnderIt)
 
     ScrollingWindow slow(Page(3000), 400); // which at the end of the page is late to take the light away
     slow.lightsUp = true;
-    slow.atWheel = [&](int) { slow.glows = slow.offset >= 2600; };
+    slow.atWheel = [&](int) { slow.glowsUntil = slow.offset >= 2600 ? slow.milliseconds + 700 : 0; };
     ends = 0;
     EXPECT_TRUE(sameRows(run(slow), whole(slow)));
 }
