@@ -8,6 +8,7 @@
 #include "shell/texts.h"
 #include "ui/controls.h"
 #include "ui/mirroring.h"
+#include "ui/roles.h"
 #include "ui/style_painting.h"
 #include "ui/symbol.h"
 #include "ui/theme.h"
@@ -54,6 +55,7 @@ public:
         setFocusPolicy(Qt::TabFocus);
         setFont(Theme::font(Theme::Type::Body));
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        Roles::set(this, QAccessible::RadioButton); // one of several pages
     }
     QSize sizeHint() const override { return {kSidebarWidth - 2 * Theme::Space::inside, Theme::Size::barButton}; }
 
