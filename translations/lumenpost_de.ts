@@ -3838,6 +3838,14 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
         <source>The desktop&apos;s settings can&apos;t be changed.</source>
         <translation>Die Einstellungen des Desktops lassen sich nicht ändern.</translation>
     </message>
+    <message>
+        <source>The desktop no longer lets Lumenpost film the screen.</source>
+        <translation>Der Desktop lässt Lumenpost den Bildschirm nicht mehr filmen.</translation>
+    </message>
+    <message>
+        <source>Nobody answered the desktop&apos;s question whether Lumenpost may see the screen: try again, and allow it.</source>
+        <translation>Niemand hat die Frage des Desktops beantwortet, ob Lumenpost den Bildschirm sehen darf: bitte noch einmal versuchen und es erlauben.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>

@@ -3837,6 +3837,14 @@ Space previews, Return opens.</source>
         <source>The desktop&apos;s settings can&apos;t be changed.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The desktop no longer lets Lumenpost film the screen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nobody answered the desktop&apos;s question whether Lumenpost may see the screen: try again, and allow it.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RecordingTexts</name>

@@ -53,6 +53,16 @@ protected:
         program.start(binary(), QStringList{});
         ASSERT_TRUE(QTest::qWaitFor([&] { return log().count("Ready for shortcuts") > before; }, 20000));
     }
+    // What a command says that is to end with that status.
+    QString answer(const QStringList &words, int status = 0) const
+    {
+        QProcess process;
+        process.setProcessEnvironment(environment());
+        process.start(binary(), words);
+        EXPECT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitCode(), status) << process.readAllStandardError().toStdString();
+        return QString::fromUtf8(process.readAllStandardOutput());
+    }
     QByteArray log() const
     {
         QFile file(home.path("state/lumenpost/lumenpost.log"));

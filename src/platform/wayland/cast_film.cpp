@@ -52,6 +52,7 @@ public:
     }
     ~CastFilm() override
     {
+        m_origin->setEnded(nullptr);
         m_cast.reset();
         {
             const std::lock_guard lock(m_mutex);
@@ -71,6 +72,7 @@ public:
         if (!cast)
             return std::unexpected(cast.error());
         m_cast = std::move(*cast);
+        m_origin->setEnded([this](const Error &error) { end(error); });
         m_thread = std::thread(&CastFilm::run, this);
         return {};
     }

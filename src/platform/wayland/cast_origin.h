@@ -3,7 +3,10 @@
 #include "platform/screen_casts.h"
 #include "platform/screen_films.h"
 #include "platform/screens.h"
+#include "platform/wayland/portal_request.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 class WaylandConnection;
@@ -13,6 +16,8 @@ class CastOrigin {
 public:
     virtual ~CastOrigin() = default;
     virtual CastSource source() const = 0;
+    // Called once when the desktop takes it back, on a thread of its own choice: to be set before it is used.
+    virtual void setEnded(std::function<void(const Error &)>) {}
 };
 
 // The ways in which desktops begin one. All wait for the answer: for a worker.
@@ -24,6 +29,8 @@ Result<std::unique_ptr<CastOrigin>> fromKWin(const Screen &screen, Pointer point
 bool isOfferedByPortal();
 // The portal lets the user choose the screen once; what it gives to be spared the question the next time is
 // kept in the folder. Error::Kind::Denied when the user said no or chose another screen.
-Result<std::unique_ptr<CastOrigin>> fromPortal(const Screen &screen, Pointer pointer, const QString &folder);
+Result<std::unique_ptr<CastOrigin>>
+fromPortal(const Screen &screen, Pointer pointer, const QString &folder,
+           std::chrono::milliseconds patience = PortalRequest::kUserPatience);
 
 } // namespace CastOrigins

@@ -4,6 +4,7 @@
 #include "platform/wayland/portal_pictures.h"
 #include "platform/wayland/portal_request.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDBusArgument>
 #include <QDBusMessage>
@@ -11,6 +12,7 @@
 #include <QDBusUnixFileDescriptor>
 #include <QFile>
 #include <QUuid>
+#include <mutex>
 
 namespace {
 
@@ -67,6 +69,41 @@ std::optional<Stream> firstStream(const QVariant &streams)
     return first;
 }
 
+// Hears on the main thread that the session is over, whichever thread made it or lets it go.
+class SessionEnd : public QObject {
+    Q_OBJECT
+public:
+    SessionEnd() { moveToThread(QCoreApplication::instance()->thread()); }
+    void setHeard(std::function<void(const Error &)> heard)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_heard = std::move(heard);
+        if (m_isOver)
+            tell();
+    }
+
+public Q_SLOTS:
+    void take(const QVariantMap &)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isOver = true;
+        tell();
+    }
+
+private:
+    void tell()
+    {
+        if (const auto heard = std::exchange(m_heard, nullptr))
+            heard({Error::Kind::Denied,
+                   PlatformTexts::tr("The desktop no longer lets Lumenpost film the screen."),
+                   {}});
+    }
+
+    std::mutex m_mutex; // held while it is told, so that whoever lets go of it knows that nothing follows
+    std::function<void(const Error &)> m_heard;
+    bool m_isOver = false;
+};
+
 class PortalCast : public CastOrigin {
 public:
     PortalCast()
@@ -74,35 +111,44 @@ public:
           m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_name))
     {}
     // The portal ends what it began for a connection that leaves.
-    ~PortalCast() override { QDBusConnection::disconnectFromBus(m_name); }
+    ~PortalCast() override
+    {
+        m_end->setHeard(nullptr);
+        m_end.release()->deleteLater();
+        QDBusConnection::disconnectFromBus(m_name);
+    }
     PortalCast(const PortalCast &) = delete;
     PortalCast &operator=(const PortalCast &) = delete;
     CastSource source() const override { return {m_stream.node, m_remote.fileDescriptor()}; }
+    void setEnded(std::function<void(const Error &)> ended) override { m_end->setHeard(std::move(ended)); }
     bool shows(const Screen &screen) const { return m_stream.shows(screen); }
     const QString &token() const { return m_token; }
 
-    Result<void> begin(Pointer pointer, const QString &token)
+    Result<void> begin(Pointer pointer, const QString &token, std::chrono::milliseconds patience)
     {
         const auto begun =
             PortalRequest::ask(m_bus, kInterface, QStringLiteral("CreateSession"), {},
                                {{QStringLiteral("session_handle_token"),
-                                 QStringLiteral("lumenpost") + QUuid::createUuid().toString(QUuid::Id128)}});
+                                 QStringLiteral("lumenpost") + QUuid::createUuid().toString(QUuid::Id128)}},
+                               patience);
         if (!begun)
             return std::unexpected(begun.error());
-        const QVariant session =
-            QVariant::fromValue(QDBusObjectPath(begun->value(QStringLiteral("session_handle")).toString()));
+        const QString handle = begun->value(QStringLiteral("session_handle")).toString();
+        const QVariant session = QVariant::fromValue(QDBusObjectPath(handle));
+        m_bus.connect(kService, handle, QStringLiteral("org.freedesktop.portal.Session"),
+                      QStringLiteral("Closed"), m_end.get(), SLOT(take(QVariantMap)));
         QVariantMap wish{{QStringLiteral("types"), kScreens},
                          {QStringLiteral("multiple"), false},
                          {QStringLiteral("cursor_mode"), pointer == Pointer::Shown ? 2U : 1U},
                          {QStringLiteral("persist_mode"), kUntilRevoked}};
         if (!token.isEmpty())
             wish[QStringLiteral("restore_token")] = token;
-        if (const auto chosen =
-                PortalRequest::ask(m_bus, kInterface, QStringLiteral("SelectSources"), {session}, wish);
+        if (const auto chosen = PortalRequest::ask(m_bus, kInterface, QStringLiteral("SelectSources"),
+                                                   {session}, wish, patience);
             !chosen)
             return std::unexpected(chosen.error());
-        const auto started =
-            PortalRequest::ask(m_bus, kInterface, QStringLiteral("Start"), {session, QString()}, {});
+        const auto started = PortalRequest::ask(m_bus, kInterface, QStringLiteral("Start"),
+                                                {session, QString()}, {}, patience);
         if (!started)
             return std::unexpected(started.error());
         m_token = started->value(QStringLiteral("restore_token")).toString();
@@ -131,6 +177,7 @@ private:
 
     QString m_name;
     QDBusConnection m_bus;
+    std::unique_ptr<SessionEnd> m_end = std::make_unique<SessionEnd>();
     Stream m_stream;
     QString m_token;
     QDBusUnixFileDescriptor m_remote;
@@ -150,14 +197,15 @@ bool CastOrigins::isOfferedByPortal()
 }
 
 Result<std::unique_ptr<CastOrigin>> CastOrigins::fromPortal(const Screen &screen, Pointer pointer,
-                                                            const QString &folder)
+                                                            const QString &folder,
+                                                            std::chrono::milliseconds patience)
 {
     const QString path = tokenPath(screen, folder);
     QFile kept(path);
     const QString token =
         kept.open(QFile::ReadOnly) ? QString::fromUtf8(kept.read(kLongestToken)) : QString();
     auto cast = std::make_unique<PortalCast>();
-    if (const auto begun = cast->begin(pointer, token); !begun)
+    if (const auto begun = cast->begin(pointer, token, patience); !begun)
         return std::unexpected(begun.error());
     if (!cast->shows(screen)) {
         kept.remove();
@@ -170,3 +218,5 @@ Result<std::unique_ptr<CastOrigin>> CastOrigins::fromPortal(const Screen &screen
         (void)AtomicFile::writePrivately(path, cast->token().toUtf8());
     return cast;
 }
+
+#include "portal_cast.moc"

@@ -26,14 +26,17 @@ bool isBlack(const QImage &image)
 bool PortalPictures::isOffered()
 {
     const QDBusConnectionInterface *bus = QDBusConnection::sessionBus().interface();
-    return bus && bus->isServiceRegistered(QStringLiteral("org.freedesktop.portal.Desktop")).value();
+    const QString name = QStringLiteral("org.freedesktop.portal.Desktop");
+    // The first who asks it for something may be the one who starts it.
+    return bus &&
+           (bus->isServiceRegistered(name).value() || bus->activatableServiceNames().value().contains(name));
 }
 
-Result<QImage> PortalPictures::desktop()
+Result<QImage> PortalPictures::desktop(std::chrono::milliseconds patience)
 {
     const auto answer =
         PortalRequest::ask(QStringLiteral("org.freedesktop.portal.Screenshot"), QStringLiteral("Screenshot"),
-                           {QString()}, {{QStringLiteral("interactive"), false}});
+                           {QString()}, {{QStringLiteral("interactive"), false}}, patience);
     if (!answer)
         return std::unexpected(answer.error());
     const QString path = QUrl(answer->value(QStringLiteral("uri")).toString()).toLocalFile();
