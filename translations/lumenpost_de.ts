@@ -463,6 +463,10 @@
         <source>Choose what to capture</source>
         <translation>Wählen, was aufgenommen wird</translation>
     </message>
+    <message>
+        <source>Scrolling capture</source>
+        <translation>Scrollende Aufnahme</translation>
+    </message>
 </context>
 <context>
     <name>CliTexts</name>
@@ -4166,6 +4170,10 @@ Leertaste zeigt sie groß, Eingabe öffnet sie.</translation>
     <message>
         <source>What you save holds the trimmed part, with times from its start.</source>
         <translation>Gesichert wird der gekürzte Teil, mit Zeiten ab seinem Anfang.</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahme</translation>
     </message>
 </context>
 <context>

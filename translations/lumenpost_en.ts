@@ -463,6 +463,10 @@
         <source>Choose what to capture</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Scrolling capture</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CliTexts</name>
@@ -4164,6 +4168,10 @@ Space previews, Return opens.</source>
     </message>
     <message>
         <source>What you save holds the trimmed part, with times from its start.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -39,6 +39,7 @@ HUDPanel::HUDPanel(QWidget *content)
 {
     Floating::prepare(this);
     Floating::useDarkPalette(this);
+    setAccessibleName(content->accessibleName());
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(Theme::Space::group, Theme::Space::inside, Theme::Space::group,
                                Theme::Space::inside);

@@ -41,6 +41,7 @@ ScrollHUDView::ScrollHUDView(ScrollingCaptureSession &session, QWidget *parent)
         TipCenter::describe(button, {text, help, {}});
         return button;
     };
+    setAccessibleName(CaptureUiTexts::tr("Scrolling capture"));
     m_goOn = makeButton(CaptureUiTexts::tr("Go On"), CaptureUiTexts::tr("As many frames again."));
     QPushButton *done = makeButton(CaptureUiTexts::tr("Done"), CaptureUiTexts::tr("Keep what was captured."));
     done->setDefault(true);

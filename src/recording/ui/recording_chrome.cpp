@@ -58,6 +58,7 @@ RecordingHUDView::RecordingHUDView(const QString &stopShortcut, QWidget *parent)
         else
             Q_EMIT resumeClicked();
     });
+    setAccessibleName(RecordingUiTexts::tr("Recording"));
     setElapsed(0);
     setLook(Look::Waiting);
 }

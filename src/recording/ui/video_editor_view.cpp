@@ -128,6 +128,7 @@ QWidget *VideoEditorView::makeActions()
                   RecordingUiTexts::tr("Drag the yellow handles to cut the start and end. Exports use the "
                                        "trimmed part."));
     m_trim->setMinimumWidth(m_trim->sizeHint().width()); // of the longer words
+    m_trim->setAccessibleName({});                       // its text is, which changes
     auto *reveal = barButton(QStringLiteral("folder"), RecordingUiTexts::tr("Show in Finder"), {});
     auto *copy = barButton(QStringLiteral("doc.on.doc"), RecordingUiTexts::tr("Copy"),
                            RecordingUiTexts::tr("Copy the video file to paste into Mail, Slack or Finder."));
