@@ -105,6 +105,10 @@ TEST(FrameStitcher, KeepsOnlyFramesThatMovedOn)
     const QImage first = page.frame(100, 200);
     EXPECT_TRUE(stitcher.add(first));
     EXPECT_EQ(*stitcher.result(), first);
+    for (const QImage &late : {page.frame(300, 200), first}) { // something that came in later
+        stitcher.refresh(late, *ComparedPicture::of(late));
+        EXPECT_EQ(*stitcher.result(), late);
+    }
     EXPECT_FALSE(stitcher.add(first)) << "did not move";
     EXPECT_FALSE(stitcher.add(page.frame(60, 200))) << "scrolled back";
     EXPECT_FALSE(stitcher.add(page.frame(150, 201))) << "another height";

@@ -102,6 +102,10 @@ TEST(ScreenCapturer, JoinsWhatDisplaysOfTwoScalesShowOfARegion)
     EXPECT_EQ(picture->size(), QSize(80, 40)) << "at the sharper scale, and no lower than the displays reach";
     EXPECT_EQ(picture->pixelColor(39, 20), QColor(Qt::red));
     EXPECT_EQ(picture->pixelColor(40, 20), QColor(Qt::green));
+    std::ranges::reverse(desktop.screens.connected);
+    EXPECT_EQ(desktop.capturer.captureArea(QRectF(80, 60, 40, 30), Pointer::Hidden).result()->size(),
+              QSize(80, 40))
+        << "whichever comes first";
     EXPECT_EQ(desktop.capturer.captureArea(QRectF(900, 0, 10, 10), Pointer::Hidden).result().error().kind,
               Error::Kind::NotFound);
 }

@@ -20,6 +20,7 @@ public:
     double scale = 1;
     QImage header;
     QImage footer;
+    QSize onScreen{800, 2000};
     int pixelsPerClick = 50;
     double pixelsPerMillisecond = 1e9; // of the animation
     bool scrollsByWheel = true;
@@ -55,7 +56,7 @@ public:
     }
     Screen screen() const
     {
-        return {.id = 1, .name = {}, .native = {200, 100, 800, 2000}, .scale = scale, .isPrimary = true};
+        return {.id = 1, .name = {}, .native = {{200, 100}, onScreen}, .scale = scale, .isPrimary = true};
     }
     QRectF region() const { return {10, 20, Page::kWidth / scale, double(height)}; }
 
@@ -250,6 +251,14 @@ TEST_F(ScrollingSession, KeepsThePointerOffRowsThatLightUpUnderIt)
     slow.atWheel = [&](int) { slow.glowsUntil = slow.offset >= 2600 ? slow.milliseconds + 700 : 0; };
     ends = 0;
     EXPECT_TRUE(sameRows(run(slow), whole(slow)));
+
+    ScrollingWindow filling(Page(3000), 400); // without room beside the region
+    filling.lightsUp = true;
+    filling.onScreen = (filling.region().size() + QSizeF(20, 40)).toSize();
+    ends = 0;
+    EXPECT_TRUE(run(filling));
+    for (const QPointF &spot : filling.warps)
+        EXPECT_TRUE(filling.screen().holds(spot)) << spot.x() << ", " << spot.y();
 }
 
 TEST_F(ScrollingSession, WaitsForAnAnimatedPageToStandStill)
