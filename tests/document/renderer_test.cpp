@@ -76,6 +76,10 @@ TEST(Renderer, CountsLettersLikeColumnsAndRoundsMeasurements)
     EXPECT_EQ(label({100, 2}), "100 px");
     EXPECT_EQ(label({100, 2.01}), QString::fromUtf8("100 px  (100 × 2)"));
     EXPECT_EQ(label({2.5, 0}), "3 px");
+    Annotation step = object(ToolKind::Step, {40, 40}, {40, 40});
+    const QImage number = drawn(filled({80, 80}, Qt::gray), {step});
+    step.style = 1;
+    EXPECT_NE(drawn(filled({80, 80}, Qt::gray), {step}), number) << "a letter";
 }
 
 TEST(Renderer, PutsSpotlightsUnderEverythingWhateverTheirPlace)

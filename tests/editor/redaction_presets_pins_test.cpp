@@ -193,6 +193,18 @@ TEST_F(PinsTest, ZoomsAroundItsCentreWithinLimits)
 }
 
 // Run at scale 2 as well.
+TEST_F(PinsTest, ACornerFollowsThePointerWhileTheOppositeOneStays)
+{
+    PinWindow &window = pin();
+    const QRect before = window.geometry();
+    QTest::mousePress(&window, Qt::LeftButton, {}, QPoint(2, 2));
+    QTest::mouseMove(&window, QPoint(-98, -48));
+    EXPECT_NEAR(window.width(), 398, 2);
+    EXPECT_NEAR(window.geometry().right(), before.right(), 1);
+    EXPECT_NEAR(window.geometry().bottom(), before.bottom(), 1);
+    QTest::mouseRelease(&window, Qt::LeftButton, {}, QPoint(0, 0));
+}
+
 TEST_F(PinsTest, ShowsThePixelsAsTheyAre)
 {
     QImage image(301, 151, QImage::Format_RGB32);

@@ -124,6 +124,10 @@ TEST_F(CapturePanelTest, ShowsTheNewestFiveAndFollowsTheLibraryWhileOpen)
     ASSERT_TRUE(library.remove(library.items().constFirst()));
     EXPECT_TRUE(QTest::qWaitFor([&] { return thumbs().size() == 4; }));
     EXPECT_EQ(thumbs(), library.items());
+    panel->hide();
+    ASSERT_TRUE(library.remove(library.items().constFirst()));
+    panel->show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return thumbs().size() == 3; })) << "what went while it was closed";
 }
 
 TEST_F(CapturePanelTest, ThePanelClosesForClicksOutsideAndForOtherPrograms)

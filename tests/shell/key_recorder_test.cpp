@@ -35,6 +35,8 @@ TEST_F(KeyRecorderTest, ListensWithAllShortcutsOffUntilACombinationCame)
     EXPECT_EQ(recorder.text(), "Type shortcut…");
     QTest::keyClick(&recorder, Qt::Key_A);
     EXPECT_EQ(machine.sounds.beeps, 1);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_K, Qt::MetaModifier, "k", true);
+    QCoreApplication::sendEvent(&recorder, &held);
     EXPECT_TRUE(recorder.isListening());
     QTest::keyClick(&recorder, Qt::Key_K, Qt::MetaModifier | Qt::AltModifier);
     EXPECT_FALSE(prefs.isRecordingShortcut());
@@ -63,9 +65,11 @@ TEST_F(KeyRecorderTest, TakesPrintWithoutAModifierAndDigitsByTheirPlace)
     recorder.click();
     QTest::keyClick(&recorder, Qt::Key_Print);
     EXPECT_THAT(chosen, testing::ElementsAre(KeyCombo{KeyCombo::kPrint, 0}));
-    const QKeyEvent shifted(QEvent::KeyPress, Qt::Key_Exclam, Qt::ShiftModifier | Qt::ControlModifier, 10, 0,
-                            0);
-    EXPECT_EQ(comboOf(shifted), (KeyCombo{18, KeyCombo::Shift | KeyCombo::Command}));
+    for (const auto &[sign, position, key] : {std::tuple(Qt::Key_Exclam, 10, 18), {Qt::Key_Equal, 19, 29}}) {
+        const QKeyEvent shifted(QEvent::KeyPress, sign, Qt::ShiftModifier | Qt::ControlModifier,
+                                quint32(position), 0, 0);
+        EXPECT_EQ(comboOf(shifted), (KeyCombo{key, KeyCombo::Shift | KeyCombo::Command}));
+    }
 }
 
 TEST_F(KeyRecorderTest, TellsOfACombinationThatAnotherProgramTook)

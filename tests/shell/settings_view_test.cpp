@@ -6,9 +6,11 @@
 #include "shell/settings_page.h"
 #include "shell/settings_view.h"
 #include "shell/shell_test.h"
+#include "shell/status_row.h"
 #include "shell/welcome_view.h"
 #include "support/accessible_walk.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -165,12 +167,30 @@ TEST_F(ShellTest, AGrantIsToldOnceAndTurnsTheButtonIntoAMark)
     machine.permissions.statuses.insert(Permission::Microphone, PermissionStatus::NotAsked);
     PermissionMonitor monitor(machine.permissions);
     QSignalSpy changed(&monitor, &PermissionMonitor::changed);
+    const std::unique_ptr<StatusRow> row(
+        makePermissionRow(Permission::Microphone, machine.permissions, monitor));
+    const auto shown = [&row] {
+        QStringList words;
+        for (const QLabel *label : row->findChildren<QLabel *>()) {
+            if (!label->isHidden() && label->text() == "Granted")
+                words += label->text();
+        }
+        for (const QPushButton *each : row->findChildren<QPushButton *>()) {
+            if (!each->isHidden())
+                words += each->text();
+        }
+        return words;
+    };
+    EXPECT_EQ(shown(), QStringList{"Allow…"});
     monitor.refresh();
     EXPECT_EQ(changed.count(), 0);
     machine.permissions.statuses.insert(Permission::Microphone, PermissionStatus::Granted);
     monitor.refresh();
     EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(monitor.status(Permission::Microphone), PermissionStatus::Granted);
+    EXPECT_EQ(shown(), QStringList{"Granted"});
+    machine.permissions.statuses.insert(Permission::Microphone, PermissionStatus::Denied);
+    monitor.refresh();
+    EXPECT_EQ(shown(), QStringList{"Open Settings"});
 }
 
 TEST_F(ShellTest, TheGuideHasThreePagesAndShowsTheShortcutThatIsStored)

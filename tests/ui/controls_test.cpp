@@ -1,5 +1,7 @@
 #include "ui/appearance.h"
+#include "ui/bar_keys.h"
 #include "ui/controls.h"
+#include "ui/overflow_button.h"
 #include "ui/sheet.h"
 #include "ui/tips.h"
 #include "ui/toast.h"
@@ -52,6 +54,59 @@ TEST(SegmentedPicker, IsOperatedByArrowKeysAndTellsEveryChoiceOnce)
     ASSERT_EQ(chosen.count(), 3);
     EXPECT_EQ(chosen[1][0].toInt(), 2);
     EXPECT_EQ(picker.current(), 0);
+    picker.setCurrent(2);
+    picker.setSegmentEnabled(0, false);
+    QTest::keyClick(&picker, Qt::Key_Home);
+    EXPECT_EQ(picker.current(), 1) << "the first that can be chosen";
+    picker.setSegmentEnabled(2, false);
+    for (const auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_End})
+        QTest::keyClick(&picker, key);
+    EXPECT_EQ(picker.current(), 1);
+    EXPECT_EQ(chosen.count(), 4);
+}
+
+TEST(OverflowButton, TakesInWhatHasNoRoomAndGivesItBackWhenThereIs)
+{
+    Window window;
+    QWidget bar(&window);
+    auto *row = new QHBoxLayout(&bar);
+    QList<BarButton *> buttons;
+    for (const char *name : {"Crop", "Blur", "Share"}) {
+        buttons.append(new BarButton("photo", name, BarButton::Label::Under));
+        row->addWidget(buttons.last());
+    }
+    auto *more = new OverflowButton(&bar, "More", {buttons[2], buttons[1]});
+    row->addWidget(more);
+    const int whole = row->minimumSize().width();
+    bar.show();
+    const auto shown = [&] {
+        return std::ranges::count_if(buttons, [](const BarButton *button) { return !button->isHidden(); });
+    };
+    for (const auto &[room, wanted] : {std::pair(whole, 3), {whole - 1, 1}, {whole, 3}}) {
+        bar.resize(room, 60);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return shown() == wanted; })) << room << " of " << whole;
+        EXPECT_EQ(more->isHidden(), wanted == 3);
+    }
+}
+
+TEST(BarKeys, GoFromOneControlToTheNextThatCanBeUsed)
+{
+    Window window;
+    QPushButton first("One", &window), second("Two", &window), third("Three", &window);
+    int left = 0;
+    for (QPushButton *button : {&first, &second, &third}) {
+        button->move(left += 100, 0);
+        button->show();
+    }
+    const BarKeys keys(&window);
+    second.setEnabled(false);
+    first.setFocus();
+    QTest::keyClick(&first, Qt::Key_Right);
+    EXPECT_TRUE(third.hasFocus());
+    QTest::keyClick(&third, Qt::Key_Right);
+    EXPECT_TRUE(third.hasFocus()) << "there is none beyond";
+    QTest::keyClick(&third, Qt::Key_Home);
+    EXPECT_TRUE(first.hasFocus());
 }
 
 TEST(BarButton, OpensItsMenuByPointerAndByKey)
@@ -189,7 +244,12 @@ TEST(ToastPresenter, KeepsAToastForTwoSecondsThenFadesIt)
     EXPECT_TRUE(toast->windowFlags() & Qt::WindowDoesNotAcceptFocus);
     EXPECT_TRUE(QTest::qWaitFor([&] { return toast->windowOpacity() < 1; }, 4000));
     EXPECT_GE(timer.elapsed(), 2200);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return presenter.count() == 0; }, 2000));
+    QEnterEvent enter({5, 5}, {5, 5}, {5, 5});
+    QApplication::sendEvent(toast, &enter);
+    EXPECT_EQ(toast->windowOpacity(), 1) << "it stays under the pointer";
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(toast, &leave);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presenter.count() == 0; }, 4000));
     EXPECT_GE(timer.elapsed(), 2490);
 }
 
