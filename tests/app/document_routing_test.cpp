@@ -68,7 +68,9 @@ TEST_F(DocumentRoutingTest, SendsFilmsToTheirEditorAndAnimationsByTheWayTheyCome
     writeBytes(stage.inLibrary("film.MOV"), "x");
     routing.openFile(stage.inLibrary("film.MOV"));
     routing.openLibraryItem(stage.inLibrary("film.MOV"));
-    EXPECT_EQ(films, (QStringList{"film.MOV", "film.MOV"}));
+    writeBytes(stage.inLibrary("film.mp4"), "x");
+    routing.openLibraryItem(stage.inLibrary("film.mp4"));
+    EXPECT_EQ(films, (QStringList{"film.MOV", "film.MOV", "film.mp4"}));
     writeBytes(stage.inLibrary("loop.gif"), "x");
     routing.openLibraryItem(stage.inLibrary("loop.gif"));
     EXPECT_EQ(stage.fakes.workspace.opened, QList<QUrl>{QUrl::fromLocalFile(stage.inLibrary("loop.gif"))});

@@ -3,8 +3,10 @@
 #include "platform/x11/x11_screen_pictures.h"
 #include "platform/x11/x11_screens.h"
 
+#include <QDataStream>
 #include <QMap>
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -29,6 +31,49 @@ void setResources(const QByteArray &text)
 {
     run("xprop", {"-root", "-f", "RESOURCE_MANAGER", "8s", "-set", "RESOURCE_MANAGER", text});
 }
+
+// A desktop's daemon that publishes a theme, by a name and a value of odd lengths, and then a resolution.
+class SettingsDaemon {
+public:
+    explicit SettingsDaemon(int dpi)
+    {
+        const auto atom = [this](const QByteArray &name) {
+            const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&free)> reply(
+                xcb_intern_atom_reply(
+                    m_xcb, xcb_intern_atom(m_xcb, false, quint16(name.size()), name.constData()), nullptr),
+                &free);
+            return reply->atom;
+        };
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream.setByteOrder(QDataStream::LittleEndian);
+        const auto put = [&stream](QByteArrayView text) {
+            stream.writeRawData(text.data(), int(text.size()));
+            for (qsizetype at = text.size(); at % 4 != 0; ++at)
+                stream << quint8(0);
+        };
+        stream << quint32(0) << quint32(1) << quint32(2) << quint16(1) << quint16(14);
+        put("Net/ThemeNames");
+        stream << quint32(0) << quint32(5);
+        put("Plain");
+        stream << quint16(0) << quint16(7);
+        put("Xft/DPI");
+        stream << quint32(0) << quint32(dpi * 1024);
+        const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(m_xcb)).data;
+        const quint32 window = xcb_generate_id(m_xcb);
+        xcb_create_window(m_xcb, 0, window, screen->root, -9, -9, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
+                          nullptr);
+        const quint32 name = atom("_XSETTINGS_SETTINGS");
+        xcb_change_property(m_xcb, XCB_PROP_MODE_REPLACE, window, name, name, 8, quint32(bytes.size()),
+                            bytes.constData());
+        xcb_set_selection_owner(m_xcb, window, atom("_XSETTINGS_S0"), XCB_CURRENT_TIME);
+        atom("WM_NAME"); // all of it has arrived
+    }
+    ~SettingsDaemon() { xcb_disconnect(m_xcb); }
+
+private:
+    xcb_connection_t *m_xcb = xcb_connect(nullptr, nullptr);
+};
 
 QString line(const QString &name, const QRect &frame, double scale)
 {
@@ -91,6 +136,9 @@ TEST(X11Screens, ScaleEachScreenAsTheToolkitDoes)
         for (const QByteArray &name : variables.keys())
             qunsetenv(name.constData());
     }
+    const SettingsDaemon daemon(192);
+    EXPECT_EQ(toldByUs().join("\n").toStdString(), toldByToolkit().join("\n").toStdString());
+    EXPECT_TRUE(toldByUs().first().endsWith(" 2")) << toldByUs().first().toStdString();
 }
 
 TEST(X11Screens, TellWindowsInPointsOfTheirScreen)
@@ -121,6 +169,13 @@ TEST(X11Screens, KeepOrderAndTypeOfPanelsAndDesktops)
     }));
     EXPECT_EQ(layers["platform_pattern_window"], 0);
     EXPECT_NE(layers["Tint2"], 0);
+    for (const auto &[type, layer] : {std::pair("DIALOG", 0), {"UTILITY", 8}, {"DESKTOP", -1}}) {
+        run("xprop", {"-id", QString::number(window.id()), "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set",
+                      "_NET_WM_WINDOW_TYPE", QStringLiteral("_NET_WM_WINDOW_TYPE_") + type});
+        for (const ListedWindow &listed : screens.windows())
+            layers[listed.owner] = listed.layer;
+        EXPECT_EQ(layers["platform_pattern_window"], layer) << type;
+    }
 }
 
 TEST(X11ScreenPictures, CutEachScreenFromTheWholeAlsoWhenTheyOverlap)
