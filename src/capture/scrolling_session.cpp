@@ -303,7 +303,7 @@ void ScrollingCaptureSession::judgeSample(const QImage &sample)
     const Shot shot = lookAt(sample);
     noteSight(shot.sight);
     m_stillness.addSample(shot.picture, kSampleGap);
-    if (!hasComeToRest(shot.sight.step) || isWorthWaiting(shot)) {
+    if (!hasComeToRest(shot.sight.step) || isWorthWaiting(shot) || mayGoOut(shot)) {
         settle();
     } else if (!m_parks && isLitUp(shot)) {
         m_parks = true;
@@ -340,6 +340,13 @@ bool ScrollingCaptureSession::isLitUp(const Shot &shot) const
                                      shot.sight.step.value_or(ScrollStep{}), spot.toPoint());
 }
 
+// At the end of a page the light of the pointer may be late to go, and a later picture counts.
+bool ScrollingCaptureSession::mayGoOut(const Shot &shot) const
+{
+    return m_parks && shot.sight.isStill && m_settling < kLongestWait &&
+           shot.picture.rows().hashes != m_stitcher->frames().last().rows().hashes;
+}
+
 std::optional<double> ScrollingCaptureSession::expectedShift() const
 {
     if (!m_automatic || m_clicks <= 0)
@@ -359,9 +366,6 @@ bool ScrollingCaptureSession::hasComeToRest(const std::optional<FrameStitcher::S
 {
     if (m_settling >= kLongestWait)
         return true;
-    // At the end of a page the light of the pointer may be late to go, and a later picture counts.
-    if (m_parks && !step)
-        return false;
     const std::optional<double> expected = expectedShift();
     const bool isWhereExpected = step && expected && std::abs(step->shift - *expected) <= 1;
     if (isWhereExpected && m_sameShiftFor >= kSampleGap)
@@ -429,6 +433,7 @@ void ScrollingCaptureSession::noteUnchanged(const Shot &shot)
         say(CaptureTexts::tr("Scroll the area slowly"));
         return;
     }
+    m_parks = true; // the last frame may show the light
     if (shot.picture.rows().hashes != m_stitcher->frames().last().rows().hashes) {
         m_expectsMore = true;
         m_stitcher->refresh(shot.image, shot.picture); // pictures that came late

@@ -126,6 +126,7 @@ private:
     void noteSight(const FrameStitcher::Sight &sight);
     bool hasComeToRest(const std::optional<FrameStitcher::Step> &step) const;
     bool isLitUp(const Shot &shot) const;
+    bool mayGoOut(const Shot &shot) const;
     bool isWorthWaiting(const Shot &shot);
     Patience::Signs signsIn(const Shot &shot) const;
     void useStep(const Shot &shot);
