@@ -16,6 +16,7 @@ constexpr int kGap = 16;         // rows within what floats that look like the p
 constexpr int kLeastRows = 12;   // that are seen to stand: less is a word that is alike by chance
 constexpr int kMostParts = 4;    // more of them are the pattern of a ground that stands
 constexpr double kTallest = 0.4; // of a frame: what is taller is a side bar
+constexpr int kWide = 4;         // tiles, with the shade: the thumb of an inner scroll bar has fewer
 constexpr int kShade = 32;       // pixels around it, of its edge and its shadow
 
 // For how many steps each tile stood, where the content says that it moved.
@@ -140,8 +141,9 @@ bool FloatingParts::hideRows(const QImage &a, const QImage &b, const ScrollStep 
     const int endHidden = step.header + step.shift;
     if (firstHidden >= endHidden)
         return false;
+    const auto isWide = [](const QRect &part) { return part.width() >= kWide * kTile + kShade; };
     const int end = std::min(a.width() - step.right, RowSignatures::comparedColumns(a.width()));
     return std::ranges::any_of(find({a, b}, {step}, step.left, end), [&](const QRect &part) {
-        return part.top() < endHidden && part.bottom() >= firstHidden;
+        return isWide(part) && part.top() < endHidden && part.bottom() >= firstHidden;
     });
 }
