@@ -48,7 +48,10 @@ void drawIconAndLabel(const QStyleOptionButton &button, QPainter *painter)
     const QRect inOrder(QPoint(left, rect.top() + (rect.height() - icon.height()) / 2), icon);
     const QRect place = QStyle::visualRect(button.direction, button.rect, inOrder);
     const bool enabled = isOn(&button, QStyle::State_Enabled);
-    button.icon.paint(painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+    button.icon.paint(painter, place, Qt::AlignCenter,
+                      !enabled                                ? QIcon::Disabled
+                      : isOn(&button, QStyle::State_Selected) ? QIcon::Selected
+                                                              : QIcon::Normal);
     rect.setLeft(inOrder.right() + 1 + gap);
     rect = QStyle::visualRect(button.direction, button.rect, rect);
     painter->setPen(

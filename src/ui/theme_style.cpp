@@ -128,8 +128,10 @@ void ThemeStyle::drawControl(ControlElement element, const QStyleOption *option,
         if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option)) {
             QStyleOptionButton copy = *button;
             const bool primary = button->features & QStyleOptionButton::DefaultButton;
-            if (primary && isOn(option, State_Enabled))
+            if (primary && isOn(option, State_Enabled)) {
                 copy.palette.setColor(QPalette::ButtonText, t.onAccent);
+                copy.state |= State_Selected; // for an icon that follows the theme
+            }
             if (!copy.icon.isNull() && !copy.text.isEmpty())
                 return ControlLook::drawIconAndLabel(copy, painter);
             return QProxyStyle::drawControl(element, &copy, painter, widget);

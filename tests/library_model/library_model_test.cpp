@@ -256,10 +256,14 @@ TEST_F(LibraryModelTest, FollowsTheLibraryWithoutReadingAnew)
     EXPECT_EQ(shown(), (QStringList{"b", "a"}));
     // Behind the model's back, so that only what is told shows.
     put("unseen.png", ago(2));
-    QSignalSpy changes(&model(), &LibraryModel::visibleChanged);
+    QSignalSpy changes(&model(), &LibraryModel::visibleChanged),
+        counts(&model(), &LibraryModel::sidebarChanged);
+    // A window counts as soon as it hears of more, and its list of places is to hear of it all the same.
+    QObject::connect(&model(), &LibraryModel::visibleChanged, [this] { model().totalBytes(); });
     const QString path = put("c.png", ago(1));
     Q_EMIT m_library->added({path, home.path("elsewhere.png")});
     ASSERT_TRUE(changes.wait());
+    EXPECT_EQ(counts.size(), 1);
     EXPECT_EQ(shown(), (QStringList{"c", "b", "a"}));
     EXPECT_EQ(model().count(LibraryFilter::Today), 3);
     put("a.png", ago(0), 9);

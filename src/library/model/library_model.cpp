@@ -328,8 +328,9 @@ void LibraryModel::updateVisible()
         m_visible.push_back(row);
     }
     updateSections();
+    const bool areCountsNew = !m_counts; // who hears of what is visible may ask for them
     Q_EMIT visibleChanged();
-    if (!m_counts)
+    if (areCountsNew)
         Q_EMIT sidebarChanged();
 }
 

@@ -1,6 +1,5 @@
 #include "steps/ui/review_header.h"
 
-#include "artwork/symbols.h"
 #include "steps/steps_guide_model.h"
 #include "steps/ui/caption_field.h"
 #include "steps/ui/texts.h"
@@ -128,8 +127,7 @@ QWidget *ReviewHeader::makeControls()
     m_export->setMenu(menu);
     row->addWidget(m_export);
 
-    m_create = new QPushButton(Symbols::icon(QStringLiteral("list.number"), Theme::light().onAccent),
-                               StepsUiTexts::tr("Create Guide"));
+    m_create = new QPushButton(symbolIcon(QStringLiteral("list.number")), StepsUiTexts::tr("Create Guide"));
     m_create->setDefault(true);
     TipCenter::describe(
         m_create,
