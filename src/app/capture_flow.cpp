@@ -216,9 +216,8 @@ Task<> CaptureFlow::runScrollingCapture(Run run, Order order, Screen screen, QRe
         co_return;
     }
     // A session that outlasted the limit for lost captures still has its picture.
+    order.lacks = ScrollingWords::doubts(*session);
     deliver(**image, order, Intent::Capture, run);
-    if (const QStringList doubts = ScrollingWords::doubts(*session); !doubts.isEmpty())
-        m_parts.notices.post(doubts.join(' '), kWarning);
 }
 
 void CaptureFlow::deliver(const QImage &image, const Order &order, Intent intent, Run run)

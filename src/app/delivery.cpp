@@ -101,37 +101,39 @@ Task<> Delivery::keepPicture(QImage image, Order order, std::optional<Activity::
     Log::info(QStringLiteral("Captured ") + *saved);
     credit(*saved, order);
     if (ImageFiles::type(*saved) != ImageFiles::type(rawValue(m_parts.prefs.imageFormat()).prepend(u'.')))
-        m_parts.notices.post(AppTexts::tr("Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels")
-                                 .arg(rawValue(m_parts.prefs.imageFormat()).toUpper(),
-                                      QString::number(image.width()), QString::number(image.height())),
-                             kWarning);
+        order.lacks.append(AppTexts::tr("Saved as PNG: %1 can’t hold a picture of %2 × %3 pixels")
+                               .arg(rawValue(m_parts.prefs.imageFormat()).toUpper(),
+                                    QString::number(image.width()), QString::number(image.height())));
     const DeliveredPicture picture{
         image, *saved, (order.isWindow && m_parts.prefs.backdropForWindows()) || order.options.backdrop};
     const bool opensEditor = order.options.editor && openEditor;
     if (order.options.clipboard)
-        copy(picture, !opensEditor, hold);
-    if (opensEditor)
+        copy(picture, opensEditor ? std::nullopt : std::optional(order.lacks), hold);
+    if (opensEditor) {
         openEditor(picture);
-    else if (!order.options.clipboard)
-        tellSaved(picture, false);
+        if (!order.lacks.isEmpty())
+            m_parts.notices.post(order.lacks.join(' '), kWarning);
+    } else if (!order.options.clipboard) {
+        tellSaved(picture, false, order.lacks);
+    }
     Q_EMIT delivered(*saved);
     nameByContent(picture);
 }
 
-Task<> Delivery::copy(DeliveredPicture picture, bool tells, Hold hold)
+Task<> Delivery::copy(DeliveredPicture picture, std::optional<QStringList> tells, Hold hold)
 {
     const auto copied =
         co_await guarded(Clipboard::copy(m_parts.pasteboard, finishing(picture), &m_parts.library), this);
     if (copied) {
         if (tells)
-            tellSaved(picture, true);
+            tellSaved(picture, true, *tells);
     } else if (!copied.error().isCancelled()) {
         Log::error(QStringLiteral("A capture could not be copied"), copied.error());
         m_parts.notices.post(copied.error().message, kWarning);
     } else {
         Log::info(QStringLiteral("Something newer was copied; a capture is left out of the clipboard"));
         if (tells)
-            tellSaved(picture, false);
+            tellSaved(picture, false, *tells);
     }
 }
 
@@ -182,14 +184,17 @@ void Delivery::credit(const QString &path, const Order &order)
         m_parts.library.catalog().setSource(path, *order.source);
 }
 
-void Delivery::tellSaved(const DeliveredPicture &picture, bool isCopied)
+// In one notice: a second would lie over the first.
+void Delivery::tellSaved(const DeliveredPicture &picture, bool isCopied, const QStringList &lacks)
 {
-    m_parts.notices.post(Notice{.text = isCopied ? AppTexts::tr("Captured & copied to clipboard")
-                                                 : AppTexts::tr("Saved to Library"),
-                                .symbol = kSaved,
-                                .picture = picture.image,
-                                .file = picture.path,
-                                .actions = offers(picture, isCopied)});
+    const QString saved =
+        isCopied ? AppTexts::tr("Captured & copied to clipboard") : AppTexts::tr("Saved to Library");
+    m_parts.notices.post(
+        Notice{.text = lacks.isEmpty() ? saved : saved + QStringLiteral(". ") + lacks.join(' '),
+               .symbol = lacks.isEmpty() ? kSaved : kWarning,
+               .picture = picture.image,
+               .file = picture.path,
+               .actions = offers(picture, isCopied)});
 }
 
 QList<NoticeAction> Delivery::offers(const DeliveredPicture &picture, bool isCopied)

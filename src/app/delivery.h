@@ -49,6 +49,7 @@ public:
         CaptureOptions options;
         std::optional<QString> source; // the application it shows
         bool isWindow = false;
+        QStringList lacks = {}; // sentences on what the picture may not show
     };
 
     explicit Delivery(Parts parts, QObject *parent = nullptr);
@@ -75,12 +76,12 @@ private:
     Hold hold(const QString &what);
 
     Task<> keepPicture(QImage image, Order order, std::optional<Activity::Run> run, Hold hold);
-    Task<> copy(DeliveredPicture picture, bool tells, Hold hold);
+    Task<> copy(DeliveredPicture picture, std::optional<QStringList> tells, Hold hold);
     Task<> copyText(QImage image, Hold hold);
     Task<> nameByContent(DeliveredPicture picture);
     void credit(const QString &path, const Order &order);
     Task<> copyOnRequest(DeliveredPicture picture, Hold hold);
-    void tellSaved(const DeliveredPicture &picture, bool isCopied);
+    void tellSaved(const DeliveredPicture &picture, bool isCopied, const QStringList &lacks);
     QList<NoticeAction> offers(const DeliveredPicture &picture, bool isCopied);
     QList<NoticeAction> filmOffers(const QString &film);
     NoticeAction trashing(const std::shared_ptr<QString> &path);

@@ -8,19 +8,33 @@
 #include "settings/capture_settings.h"
 #include "support/pictures.h"
 #include "support/printers.h"
+#include "ui/hud_panel.h"
 
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <gmock/gmock.h>
 
 namespace {
 
 using Intent = CaptureFlow::Intent;
 using State = Activity::Capture;
+
+QImage noise(QSize size, quint32 seed)
+{
+    QRandomGenerator random(seed);
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, random.generate() | 0xff000000);
+    }
+    return image;
+}
 
 class CaptureFlowTest : public testing::Test, protected DeliveryStage {
 protected:
@@ -312,4 +326,32 @@ TEST_F(CaptureFlowTest, KeepsNoPictureOfARegionInWhichNothingScrolled)
     EXPECT_EQ(shown[0].text, "Nothing in that region scrolled.");
     EXPECT_TRUE(activity.isIdle());
     EXPECT_TRUE(library.items().isEmpty());
+}
+
+TEST_F(CaptureFlowTest, KeepsNoScrolledPictureThatIsGivenUpAndTellsOfDoubtsInOneThatIs)
+{
+    machine.pointer.mayScroll = true;
+    const QImage page = noise({800, 900}, 1);
+    const QImage other = noise({800, 300}, 2);
+    QTimer scrolling;
+    QObject::connect(&scrolling, &QTimer::timeout, &scrolling, [&] {
+        const qsizetype clicks = machine.pointer.clicks.size();
+        machine.pictures.desktop = clicks > 6 ? other : page.copy(0, int(clicks) * 60, 800, 300);
+    });
+    scrolling.start(5);
+    for (const bool isKept : {false, true}) {
+        machine.pointer.clicks.clear();
+        flow.startCapture(Intent::Scrolling, 0);
+        pick(CaptureOverlayController::Selection{machine.screens.connected[0], QRectF(20, 20, 300, 240)});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return machine.pointer.clicks.size() > 1; }, 10000));
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (!isKept && window->isVisible() && qobject_cast<HUDPanel *>(window))
+                QTest::keyClick(window, Qt::Key_Escape);
+        }
+        ASSERT_TRUE(QTest::qWaitFor([this] { return activity.isIdle(); }, 30000));
+        EXPECT_TRUE(waitForFiles(isKept ? 1 : 0));
+        EXPECT_EQ(shown.size(), isKept ? 1 : 0) << "a second notice would lie over the first";
+    }
+    EXPECT_EQ(shown.last().text,
+              "Saved to Library. The picture ends early: what came next could not be followed.");
 }

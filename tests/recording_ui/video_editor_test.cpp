@@ -119,6 +119,17 @@ TEST_F(VideoEditor, TrimsByTypedTimesAndKeys)
     press(Qt::Key_Escape);
     EXPECT_FALSE(m_editor->model().isTrimming());
     EXPECT_FALSE(m_editor->model().isTrimmed());
+
+    m_editor->trim();
+    from->selectAll();
+    QTest::keyClicks(from, "0:02.5");
+    QTest::keyClick(from, Qt::Key_Return);
+    m_editor->model().confirmTrim();
+    QTest::keyClick(named<QWidget>("Timeline"), Qt::Key_End);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return qRed(m_editor->player().picture().pixel(0, 0)) > 90; }));
+    QTest::keyClick(named<QWidget>("Timeline"), Qt::Key_Home);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return qRed(m_editor->player().picture().pixel(0, 0)) == 25; }))
+        << "to the beginning of the part, not of the film";
 }
 
 TEST_F(VideoEditor, ExportsAndKeepsTheOldFileWhenItCant)
