@@ -38,6 +38,7 @@ public:
     {
         if (m_loop)
             pw_thread_loop_stop(m_loop);
+        m_isOver = true; // what the stream tells of its own end is no news
         if (m_stream)
             pw_stream_destroy(m_stream);
         if (m_core)
