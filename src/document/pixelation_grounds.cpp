@@ -17,9 +17,9 @@ constexpr float kWhole = 0.999F;
 // that isn't large is wider.
 constexpr double kEndPixels = 40;
 // What is taller is large type, whose last letters differ so in width that steps tell them apart (of digits
-// of 48 pixels 20 in 100 were guessed), unless it is broader than any stroke, or coloured as charts are; its
-// rows are filled from edge to edge.
-constexpr double kLargePixels = 40;
+// of 48 pixels 20 in 100 were guessed; a line of a table between its rules takes 44 in blocks), unless it is
+// broader than any stroke, or coloured as charts are; its rows are filled from edge to edge.
+constexpr double kLargePixels = 45;
 constexpr double kTallestLetter = 260;
 constexpr double kBroadestStroke = 80; // with the blocks at its edges
 constexpr double kWidestGap = 60;
