@@ -224,7 +224,8 @@ TEST_F(RecordCommand, StaysInStepWhenItsDeviceIsUnpluggedAndAnotherComes)
     const QString film = printed();
     const FilmFacts facts(film);
     ASSERT_EQ(facts.streams(), 2);
-    EXPECT_NEAR(facts.of(1, "duration").toDouble(), facts.of(0, "duration").toDouble(), 0.03);
+    // Sound ends with a packet of 21 ms, after the last picture's time of 33.
+    EXPECT_NEAR(facts.of(1, "duration").toDouble(), facts.of(0, "duration").toDouble(), 0.054);
     EXPECT_GT(facts.loudness(1), -10) << "the one that came";
     server.kill();
     server.waitForFinished();
