@@ -63,13 +63,17 @@ public:
 private:
     size_t at(int column, int y) const { return size_t(column) * size_t(m_rows) + size_t(y); }
 
+    // Whether what stands in a row can have come from below, and go on above, within what scrolls.
+    bool mayCome(const ScrollStep &step, int y) const { return y + step.shift < m_rows - step.footer; }
+    static bool mayGo(const ScrollStep &step, int y) { return y - step.shift >= step.header; }
+
     // Whether the shift explains all of a row that can be seen in both pictures.
     bool isCarried(const QImage &a, const QImage &b, const ScrollStep &step, int y) const
     {
-        const bool mayCome = y + step.shift < m_rows - step.footer;
-        const bool mayGo = y - step.shift >= step.header;
-        return (mayCome || mayGo) && (!mayCome || isSame(row(b, y), row(a, y + step.shift), m_left, m_end)) &&
-               (!mayGo || isSame(row(a, y), row(b, y - step.shift), m_left, m_end));
+        const bool comes = mayCome(step, y);
+        const bool goes = mayGo(step, y);
+        return (comes || goes) && (!comes || isSame(row(b, y), row(a, y + step.shift), m_left, m_end)) &&
+               (!goes || isSame(row(a, y), row(b, y - step.shift), m_left, m_end));
     }
 
     // Whether a tile stays, and the shift explains it in neither picture.
@@ -77,13 +81,13 @@ private:
     {
         if (!isSame(row(a, y), row(b, y), from, to))
             return false;
-        const bool mayCome = y + step.shift < m_rows - step.footer;
-        const bool mayGo = y - step.shift >= step.header;
+        const bool comes = mayCome(step, y);
+        const bool goes = mayGo(step, y);
         // Where one picture alone could tell, blank page is alike too.
-        if ((!mayCome || !mayGo) && isSame(row(a, y), row(a, y) + 1, from, to - 1))
+        if ((!comes || !goes) && isSame(row(a, y), row(a, y) + 1, from, to - 1))
             return false;
-        return !(mayCome && isSame(row(b, y), row(a, y + step.shift), from, to)) &&
-               !(mayGo && isSame(row(a, y), row(b, y - step.shift), from, to));
+        return !(comes && isSame(row(b, y), row(a, y + step.shift), from, to)) &&
+               !(goes && isSame(row(a, y), row(b, y - step.shift), from, to));
     }
 
     // Takes all tiles that hang together with the first; `tiles` becomes what they cover.
@@ -125,8 +129,8 @@ QList<QRect> FloatingParts::find(const QList<QImage> &frames, const QList<Scroll
     Standing standing(frames.first(), left, end);
     for (int i = 0; i < steps.size(); ++i)
         standing.add(frames[i], frames[i + 1], steps[i]);
-    const int most = int(steps.size() + 1) / 2;
-    QList<QRect> parts = standing.rectangles(std::max(1, most));
+    const int half = int(steps.size() + 1) / 2;
+    QList<QRect> parts = standing.rectangles(std::max(1, half));
     if (parts.size() > kMostParts)
         return {};
     const QRect pane(left, 0, end - left, frames.first().height());

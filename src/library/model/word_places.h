@@ -28,20 +28,12 @@ public:
     template <typename Take>
     void forEachSlot(Word word, Take take) const
     {
-        const Entry &entry = m_entries[word];
-        if (entry.list != kNoList)
-            forEachStep(m_lists[entry.list].documents, take);
-        else if (entry.documents > 0)
-            take(entry.lastSlot);
+        forEach(word, &List::documents, &Entry::lastSlot, take);
     }
     template <typename Take>
     void forEachPlace(Word word, Take take) const
     {
-        const Entry &entry = m_entries[word];
-        if (entry.list != kNoList)
-            forEachStep(m_lists[entry.list].places, take);
-        else if (entry.documents > 0)
-            take(entry.lastPlace);
+        forEach(word, &List::places, &Entry::lastPlace, take);
     }
 
 private:
@@ -61,6 +53,16 @@ private:
     };
 
     static void append(Steps &steps, quint32 number);
+    // Of a word that occurs once, what is kept beside the lists.
+    template <typename Take>
+    void forEach(Word word, Steps List::*steps, quint32 Entry::*only, Take take) const
+    {
+        const Entry &entry = m_entries[word];
+        if (entry.list != kNoList)
+            forEachStep(m_lists[entry.list].*steps, take);
+        else if (entry.documents > 0)
+            take(entry.*only);
+    }
     template <typename Take>
     static void forEachStep(const Steps &steps, Take take)
     {
